@@ -1,0 +1,118 @@
+// What one run has drawn: pages of operations, ready to be played by any renderer.
+//
+// All coordinates, radii and widths are device millimetres: millimetres of paper or of the screen as the
+// device counts them, x to the right and y downward from the upper-left corner of the page. The run's zoom
+// is already applied. Angles are radians, 0 to the right, counter-clockwise as the reader sees the page.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+#include <variant>
+#include <vector>
+
+#include "drawing/chunked_vector.h"
+#include "drawing/colour.h"
+#include "drawing/geometry.h"
+
+namespace vaxel {
+
+struct Fill {
+  bool Solid = false;
+  Colour Ink = Black;
+};
+
+// A straight segment with round ends.
+struct LineShape {
+  Point From, To;
+};
+
+// A box between two opposite corners; its joins are round.
+struct RectangleShape {
+  Point Corner, Opposite;
+  Fill Inside;
+};
+
+// A closed polygon with round joins; its corners are DisplayList::Corners().
+struct PolygonShape {
+  std::uint32_t First = 0;
+  std::uint32_t Count = 0;
+  Fill Inside;
+};
+
+enum class CircleForm : std::uint8_t {
+  Full,  // the angles mean nothing
+  Arc,   // from StartAngle counter-clockwise to EndAngle; StartAngle < EndAngle < StartAngle + 2π
+  Pie    // the same with the two radii
+};
+
+// A circle or an ellipse with level axes, or a part of it. An arc is never filled.
+struct CircleShape {
+  Point Centre;
+  double RadiusX = 0, RadiusY = 0;
+  double StartAngle = 0, EndAngle = 0;
+  Fill Inside;
+  CircleForm Form = CircleForm::Full;
+};
+
+// A round dot of the stroke's width.
+struct PointShape {
+  Point At;
+};
+
+using Shape = std::variant<LineShape, RectangleShape, PolygonShape, CircleShape, PointShape>;
+
+struct Operation {
+  double Width = 0;              // of the stroke, greater than 0
+  Colour Ink = Black;            // of the stroke
+  std::uint32_t SourceLine = 0;  // the line of the main script that drew it, from 1
+  Shape Figure;
+};
+
+struct Page {
+  double Width = 0, Height = 0;
+  std::size_t First = 0, Count = 0;  // its operations
+};
+
+// Thrown by an operation that would exceed DisplayList::MaxOperations.
+class OperationLimitExceeded : public std::length_error {
+ public:
+  OperationLimitExceeded() : std::length_error("too many drawing operations") {}
+};
+
+// Thrown for a coordinate, radius or width that is not finite or beyond MaxCoordinate: so every renderer
+// gets numbers that its format can hold.
+class CoordinateOverflow : public std::overflow_error {
+ public:
+  CoordinateOverflow() : std::overflow_error("coordinate out of range") {}
+};
+inline constexpr double MaxCoordinate = 1e9;
+
+class DisplayList {
+ public:
+  static constexpr std::size_t MaxOperations = 5'000'000;
+
+  const std::vector<Page>& Pages() const { return pages_; }
+  std::size_t Size() const { return operations_.size(); }
+  const Operation& At(std::size_t index) const { return operations_[index]; }
+  // Copies the corners of a polygon into buffer, which grows as needed, and returns them.
+  std::span<const Point> Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const;
+
+  // Begins a page; the operations that follow belong to it.
+  void BeginPage(double width, double height);
+  // Gives the page being drawn another size.
+  void ResizePage(double width, double height);
+  // Empties the page being drawn and forgets all earlier ones.
+  void Clear();
+  // Needs a page.
+  void Add(const Operation& operation);
+  void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation);
+
+ private:
+  std::vector<Page> pages_;
+  ChunkedVector<Operation> operations_;
+  ChunkedVector<Point> corners_;
+};
+
+}  // namespace vaxel

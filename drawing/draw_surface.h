@@ -1,0 +1,122 @@
+// The one surface that a run draws on. It holds the state that drawing commands share, turns drawing units
+// into device millimetres and records every operation into the display list.
+//
+// A drawing unit is Z millimetres of the device (1 mm of paper on a printer with zoom 1). Surface
+// coordinates are drawing units from the lower-left corner, x to the right and y upward. A script's point
+// lies at the graphic centre plus the shift of CT plus its own coordinates. Drawing throws
+// OperationLimitExceeded and CoordinateOverflow.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "drawing/colour.h"
+#include "drawing/display_list.h"
+#include "drawing/geometry.h"
+
+namespace vaxel {
+
+enum class TargetKind : std::uint8_t { Screen, Printer };
+
+enum class PageOrientation : std::uint8_t { Portrait = 1, Landscape = 2 };
+
+// What a run is told of the device that it draws for.
+struct RunTarget {
+  TargetKind Kind = TargetKind::Screen;
+  double WidthMm = 200, HeightMm = 200;  // the drawable area, in portrait on a printer; greater than 0
+  double PixelMm = 25.4 / 96;            // the size of a device pixel
+  double Zoom = 1;                       // screen zoom, or printer zoom; greater than 0
+  double Zmm = 1;                        // reported millimetres of the screen that show a true one
+  double OffX = 0, OffY = 0;             // shift of the default screen centre, device mm, y upward
+};
+
+struct Font {
+  std::string Name = "Times New Roman";
+  double Size = 10;  // points
+  bool Bold = false, Italic = false, Underline = false;
+};
+
+// Sizes in points at zoom 1.
+struct FontSizeRegisters {
+  double Base = 10;     // the size in force when the run began
+  double Current = 10;  // for all following text
+  double Next = 10;     // for the next text
+};
+
+class DrawSurface {
+ public:
+  // Records into list, which must outlive the surface.
+  explicit DrawSurface(DisplayList& list) : list_(&list) {}
+
+  // Sets the surface up for a run: scale, default centre, state, first page.
+  void Begin(const RunTarget& target);
+
+  TargetKind Kind() const { return target_.Kind; }
+  bool IsPrinter() const { return target_.Kind == TargetKind::Printer; }
+
+  // Surface coordinates and lengths are in drawing units, widths in device pixels.
+  void Clear();
+  void NewPage();
+  // Maps the surface's rectangle to the whole device; a negative height makes y grow upward.
+  void SetScale(double left, double top, double width, double height);
+  Point SizeInMm() const { return deviceSize_; }
+  // The current point moves to the second point.
+  void Line(double x1, double y1, double x2, double y2, Colour colour);
+  // Opposite corners; filled with FillColor.
+  void Rectangle(double x1, double y1, double x2, double y2, Colour colour, bool filled);
+  // Closed; filled with FillColor.
+  void Polygon(std::span<const Point> points, Colour colour, bool filled);
+  // Angles in radians, counter-clockwise from startAngle to endAngle; aspect = height / width, the radius
+  // being half the width. Filled with FillColor when FillStyle says so and form is not an arc.
+  void Circle(double cx, double cy, double radius, Colour colour, CircleForm form = CircleForm::Full,
+              double startAngle = 0, double endAngle = 0, double aspect = 1);
+  void PSet(double x, double y, Colour colour);
+  // Printer only: turns the page that is being drawn and sets the scale anew. A centre that the script has
+  // set stays; one that it has not is the middle of the turned page.
+  void SetOrientation(PageOrientation orientation);
+
+  // Device pixel in drawing units; also its size in millimetres of the drawing, by which widths given in
+  // "mm" are divided, so that they grow with the zoom as the drawing does.
+  double PixelSize() const { return target_.PixelMm / Z; }
+  // The point on which an unplaced drawing is centred: the middle of the screen area or of the page.
+  Point Middle() const { return {W / 2, H / 2}; }
+  // Where the script's own 0,0 lies.
+  Point Origin() const { return {CentreX + CTX, CentreY + CTY}; }
+  // The current point in script coordinates.
+  Point CurrentScriptPoint() const { return Point{CurrentX, CurrentY} - Origin(); }
+  void MoveTo(Point surfacePoint) {
+    CurrentX = surfacePoint.X;
+    CurrentY = surfacePoint.Y;
+  }
+  // Places the graphic centre, returns the CT shift to 0 and moves the current point to the centre.
+  void SetCentre(Point surfacePoint);
+
+  double W = 0, H = 0;  // size of the surface in drawing units
+  double Z = 1;         // device millimetres of one drawing unit
+  double CentreX = 0, CentreY = 0;
+  double CTX = 0, CTY = 0;
+  double CurrentX = 0, CurrentY = 0;
+  Colour ForeColor = Black;
+  double DrawWidth = 1;  // device pixels, at least 1
+  bool FillStyle = false;
+  Colour FillColor = Black;
+  vaxel::Font Font;
+  FontSizeRegisters FontSizes;
+  std::uint32_t SourceLine = 0;  // the script line to which operations are ascribed
+
+ private:
+  void ScaleToDevice();
+  void CentreByDefault();
+  void ResetState();
+  Point ToDevice(double x, double y) const;
+  Operation NewOperation(Colour colour, Shape figure = {}) const;
+
+  DisplayList* list_;
+  RunTarget target_;
+  Point deviceSize_;  // mm, the page as it is turned now
+  bool centreSet_ = false;
+  double left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
+};
+
+}  // namespace vaxel
