@@ -1,0 +1,135 @@
+#include "scale/scale_support.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace vaxel {
+
+double PivotDistance(double offset, double rho, double angleDegrees) {
+  const double cosine = std::cos((angleDegrees + 90) * RadiansPerDegree);
+  return std::sqrt(offset * offset + rho * rho - 2 * offset * rho * cosine);
+}
+
+double ArcSine(double x) {
+  if (x == 1) return Pi / 2;
+  if (x == -1) return std::numeric_limits<double>::quiet_NaN();
+  return std::atan(x / std::sqrt(1 - x * x));
+}
+
+SupportKind ScaleSupport::Kind() const {
+  if (EndAngle - StartAngle != 0) return SupportKind::Arc;
+  return XEnd - XStart != 0 ? SupportKind::Horizontal : SupportKind::Vertical;
+}
+
+// The triangle of pivot, arc's centre and point: the direction of the needle's ray, turned by the angle
+// under which pivot and centre are seen from the point. It holds also where the point lies below the centre.
+double ScaleSupport::DirectionFromCentre(double angleDegrees, double distance) const {
+  const double theta = angleDegrees * RadiansPerDegree;
+  if (CentreOffset == 0) return Pi - theta;
+  return Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / distance);
+}
+
+void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
+  StartAngle = startAngle;
+  EndAngle = endAngle;
+  Radius = radius;
+  StartDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, startAngle);
+  EndDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, endAngle);
+  StartDirection = DirectionFromCentre(startAngle, StartDistance);
+  EndDirection = DirectionFromCentre(endAngle, EndDistance);
+  if (StartAngle > EndAngle) std::swap(StartDirection, EndDirection);
+}
+
+void ScaleSupport::SetHorizontal(double xStart, double xEnd, double y) {
+  XStart = xStart;
+  XEnd = xEnd;
+  LinePos = y;
+  StartAngle = EndAngle = YStart = YEnd = 0;
+}
+
+void ScaleSupport::SetVertical(double yStart, double yEnd, double x) {
+  YStart = yStart;
+  YEnd = yEnd;
+  LinePos = x;
+  StartAngle = EndAngle = XStart = XEnd = 0;
+}
+
+void ScaleSupport::SetPowerLaw(double z) {
+  Exponent = static_cast<float>(1 / z);
+  LogScale = false;
+}
+
+void ScaleSupport::SetLogarithmicLaw(std::int16_t decades, double start, double end) {
+  Exponent = 0;
+  Decades = decades;
+  LogStart = start == 0 ? 1.0F : static_cast<float>(start);
+  LogEnd = end == 0 ? 1.0F : static_cast<float>(end);
+  if (LogStart == 1.0F && LogEnd == 1.0F && Decades == 0) Decades = 1;
+  LogScale = true;
+  const double span = (std::log(double{LogEnd}) - std::log(double{LogStart})) / std::log(10.0) + Decades;
+  LogSpan = static_cast<float>(span);
+}
+
+double ScaleSupport::ScaleFraction(double value) const {
+  return LogScale ? LogFraction(value) : std::pow(value / 100, double{Exponent});
+}
+
+double ScaleSupport::LogFraction(double value) const {
+  return LogFractionMantissa(value, 0);
+}
+
+double ScaleSupport::LogFractionMantissa(double mantissa, int exponent) const {
+  const double whole = Decades * std::log(10.0) + std::log(double{LogEnd} / double{LogStart});
+  return std::log(mantissa * std::pow(10.0, exponent) / double{LogStart}) / whole;
+}
+
+double ScaleSupport::AngleAtFraction(double fraction) const {
+  return (StartAngle + (EndAngle - StartAngle) * fraction) * RadiansPerDegree;
+}
+
+double ScaleSupport::ScaleAngle(ScaleValue value) const {
+  return value.IsDirect ? value.Value * RadiansPerDegree : AngleAtFraction(ScaleFraction(value.Value));
+}
+
+double ScaleSupport::PositionAtFraction(double fraction) const {
+  return Kind() == SupportKind::Horizontal ? XStart + (XEnd - XStart) * fraction
+                                           : YStart + (YEnd - YStart) * fraction;
+}
+
+double ScaleSupport::LinePosition(ScaleValue value) const {
+  return value.IsDirect ? value.Value : PositionAtFraction(ScaleFraction(value.Value));
+}
+
+double ScaleSupport::PlaceOf(ScaleValue value) const {
+  return Kind() == SupportKind::Arc ? ScaleAngle(value) : LinePosition(value);
+}
+
+double ScaleSupport::PlaceAtFraction(double fraction) const {
+  return Kind() == SupportKind::Arc ? AngleAtFraction(fraction) : PositionAtFraction(fraction);
+}
+
+Point ScaleSupport::ScalePoint(double theta, double rho) const {
+  if (IsStraightArc()) {
+    const double height = rho * std::sin(StartAngle * RadiansPerDegree);
+    return {-height * std::cos(theta) / std::sin(theta), height};
+  }
+  if (CentreOffset == 0) return {-rho * std::cos(theta), rho * std::sin(theta)};
+  const double distance = PivotDistance(CentreOffset, rho, StartAngle);
+  const double direction = Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / distance);
+  return {distance * std::cos(direction), distance * std::sin(direction) - CentreOffset};
+}
+
+ScaleSupport::Mark ScaleSupport::MarkAt(double place, double length) const {
+  switch (Kind()) {
+    case SupportKind::Arc:
+      return {ScalePoint(place, Radius), ScalePoint(place, Radius + length)};
+    case SupportKind::Horizontal:
+      return {{place, LinePos}, {place, LinePos + length}};
+    case SupportKind::Vertical:
+      break;
+  }
+  return {{LinePos, place}, {LinePos + length, place}};
+}
+
+}  // namespace vaxel
