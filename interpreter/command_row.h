@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace vaxel {
+
+class Parameters;
+struct RunContext;
+
+// What a run has done so far, as bits of RunContext::OrderState.
+enum OrderBit : std::int16_t {
+  OrderFormat = 1,    // FormatI
+  OrderCentre = 4,    // CentreE or CentreI
+  OrderIncluded = 8,  // Fichier
+  OrderSupport = 32,  // a scale support exists
+  OrderDrawn = 64     // something was drawn
+};
+
+// How the references to variables in a command's parameters are replaced before it is run.
+enum class VariableUse : std::uint8_t {
+  Replaced,    // all of them; one variable may then carry several parameters
+  ValueLists,  // the same, but in the parameters 1, 5, 9, … the parts behind a second separator stay
+  Raw          // none: the command reads names
+};
+
+// Where a command counts. Elsewhere it is passed over.
+enum class Scope : std::uint8_t { Everywhere, ScreenOnly, PrinterOnly, MainScriptOnly };
+
+using CommandHandler = void (*)(RunContext& run, const Parameters& parameters);
+
+// One keyword of the language.
+struct CommandRow {
+  static constexpr std::int16_t NoLimit = 0x7FFF;
+
+  std::string_view Keyword;          // upper case
+  std::string_view Spelling;         // as shown to users
+  CommandHandler Handler = nullptr;  // null: the command cannot be run yet
+  std::int16_t HelpId = 0;           // of its syntax help in the string table
+  std::int16_t Sets = 0;             // order bits
+  Scope Where = Scope::Everywhere;
+  VariableUse Variables = VariableUse::Replaced;
+  bool KeepsApostrophe = false;       // an apostrophe belongs to its text and begins no comment
+  std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
+};
+
+// The commands that a run knows.
+class CommandSet {
+ public:
+  virtual ~CommandSet() = default;
+  // The row of a keyword in upper case; null for an unknown one.
+  virtual const CommandRow* Find(std::string_view keyword) const = 0;
+  // The spelling of the keyword most like an unknown one; empty when none is like it.
+  virtual std::string_view Suggest(std::string_view keyword) const = 0;
+};
+
+}  // namespace vaxel

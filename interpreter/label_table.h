@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "interpreter/line_reader.h"
+
+namespace vaxel {
+
+struct Label {
+  std::size_t Position = 0;  // where its line begins
+  std::uint32_t LineNumber = 1;
+};
+
+// The labels of one script level by name, upper case, trailing blanks kept.
+class LabelTable {
+ public:
+  // Reads the labels from the reader's place up to the first line that holds the letters "STOP" outside a
+  // comment, that line included, and leaves the reader behind it. line is the one being read, also when a
+  // second label of one name throws the fault.
+  void Collect(LineReader& reader, LogicalLine& line);
+
+  // Null for an unknown name. The name is compared without regard to case.
+  const Label* Find(std::string_view name) const;
+  std::size_t Count() const { return labels_.size(); }
+
+ private:
+  std::unordered_map<std::string, Label> labels_;
+};
+
+}  // namespace vaxel

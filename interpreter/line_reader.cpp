@@ -1,0 +1,106 @@
+#include "interpreter/line_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr std::string_view ContinuationMark = " _";
+
+std::size_t FindChar(std::string_view text, char c) {
+  const void* found = text.empty() ? nullptr : std::memchr(text.data(), c, text.size());
+  return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data())
+               : std::string_view::npos;
+}
+
+bool BeginsLikeIf(std::string_view line) {
+  const auto is = [&](std::size_t i, char lower) { return (line[i] | 0x20) == lower; };
+  return line.size() >= 2 && ((is(0, 'i') && is(1, 'f')) || (is(0, 's') && is(1, 'i')));
+}
+
+}  // namespace
+
+LineReader::LineReader(std::string_view text)
+    : text_(text), hasTabs_(FindChar(text, '\t') != std::string_view::npos) {}
+
+void LineReader::Seek(std::size_t position, std::uint32_t lineNumber) {
+  ReadPos = position;
+  nextNumber_ = lineNumber;
+}
+
+std::string_view LineReader::TakePhysicalLine() {
+  LastLineStart = ReadPos;
+  LineEnd =
+      std::min(text_.size(), LastLineStart + std::min(text_.size(), FindChar(text_.substr(ReadPos), '\n')));
+  ReadPos = LineEnd + 1;
+  ++nextNumber_;
+  return text_.substr(LastLineStart, LineEnd - LastLineStart);
+}
+
+LineReader::Result LineReader::TakeLogicalLine(LogicalLine& line) {
+  if (ReadPos >= text_.size()) return Result::End;
+  line.Number = nextNumber_;
+  LineStart = ReadPos;
+  std::string_view physical = TakePhysicalLine();
+  const bool plain = !hasTabs_ && !physical.ends_with(ContinuationMark);
+  if (plain) {
+    line.Text = TrimLeft(physical);
+    return Result::Line;
+  }
+  assembled_ = physical;
+  std::replace(assembled_.begin(), assembled_.end(), '\t', ' ');
+  assembled_.erase(0, std::min(assembled_.size(), assembled_.find_first_not_of(' ')));
+  Result result = Result::Line;
+  while (assembled_.ends_with(ContinuationMark)) {
+    if (ReadPos >= text_.size()) {
+      result = Result::Unfinished;
+      break;
+    }
+    assembled_.resize(assembled_.size() - ContinuationMark.size());
+    assembled_ += TakePhysicalLine();
+  }
+  std::replace(assembled_.begin(), assembled_.end(), '\t', ' ');
+  line.Text = assembled_;
+  return result;
+}
+
+LineReader::Result LineReader::Next(LogicalLine& line) {
+  for (;;) {
+    const Result result = TakeLogicalLine(line);
+    if (result != Result::Line) return result;
+    if (IsBlankOrComment(line.Text)) continue;
+    line.Text = TrimLeft(line.Text);
+    return result;
+  }
+}
+
+bool IsBlankOrComment(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(' ');
+  return first == std::string_view::npos || line[first] == '\'';
+}
+
+std::string_view WithoutComment(std::string_view text) {
+  return text.substr(0, FindChar(text, '\''));
+}
+
+CommandLine SplitCommand(std::string_view line) {
+  std::size_t split = FindChar(line, '=');
+  // A variable's name may hold an apostrophe: there the first "=" counts whatever stands before it.
+  if (split != std::string_view::npos && line.front() != '%' &&
+      FindChar(line.substr(0, split), '\'') != std::string_view::npos) {
+    split = std::string_view::npos;
+  }
+  if (split == std::string_view::npos || BeginsLikeIf(line)) split = FindChar(line, ' ');
+  if (split == std::string_view::npos) return {line, {}};
+  return {Trim(line.substr(0, split)), line.substr(split + 1)};
+}
+
+bool IsLabelLine(std::string_view line) {
+  line = WithoutComment(line);
+  return FindChar(line, ':') != std::string_view::npos && FindChar(line, '=') == std::string_view::npos;
+}
+
+}  // namespace vaxel

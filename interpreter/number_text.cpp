@@ -1,0 +1,31 @@
+#include "interpreter/number_text.h"
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+
+namespace vaxel {
+
+std::string NumberText(double value) {
+  if (value == 0) return "0";
+  std::array<char, 40> buffer{};
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 15).ptr;
+  std::string text(buffer.data(), end);
+  const std::size_t exponent = text.find('e');
+  if (exponent != std::string::npos) text[exponent] = 'E';
+  return text;
+}
+
+std::string FixedText(double value, int decimals) {
+  // A double has at most 309 digits before its decimal mark.
+  std::array<char, 330> buffer{};
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals)
+          .ptr;
+  std::string text(buffer.data(), end);
+  const bool isZero = text.find_first_not_of("-0.") == std::string::npos;
+  return isZero && text.front() == '-' ? text.substr(1) : text;
+}
+
+}  // namespace vaxel

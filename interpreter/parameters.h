@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "interpreter/variables.h"
+
+namespace vaxel {
+
+// The parameters of one line, numbered from 1. A parameter that is missing reads as an empty text.
+// The texts are views of the line's text and of the run's separators.
+class Parameters {
+ public:
+  // Splits anew; what was read before is gone.
+  void Assign(std::string_view text, const Separators& separators);
+
+  // 1 for an empty text.
+  std::size_t Count() const { return starts_.size() - 1; }
+  // All parameters as they stand.
+  std::string_view Whole() const { return text_; }
+  // The parameter as it stands, blanks included, and without them.
+  std::string_view Text(std::size_t n) const;
+  std::string_view Trimmed(std::size_t n) const;
+  // Parameter n with everything behind it.
+  std::string_view Rest(std::size_t n) const;
+
+  // The parameter's value; none when it is missing or empty. Only the part before the second separator
+  // counts, and one unit mark ("°", "R") at its end is passed over. A fault for what is no expression.
+  std::optional<double> Number(std::size_t n) const;
+  double NumberOr(std::size_t n, double otherwise) const { return Number(n).value_or(otherwise); }
+  // A fault for a missing parameter.
+  double RequiredNumber(std::size_t n) const;
+
+  const vaxel::Separators& Separators() const { return *separators_; }
+
+ private:
+  std::string_view text_;
+  const vaxel::Separators* separators_ = nullptr;
+  std::vector<std::size_t> starts_;  // of each parameter, and one behind the last as if it began there
+};
+
+// The value of a numeric parameter's text, see Parameters::Number.
+std::optional<double> NumberOf(std::string_view parameter, const Separators& separators);
+// The value of an expression that must be one throughout; none for an empty text.
+std::optional<double> StrictValue(std::string_view expression, const Separators& separators);
+
+// The parts of a text between the occurrences of a separator; one part for an empty text.
+std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);
+
+}  // namespace vaxel

@@ -1,0 +1,219 @@
+#include "interpreter/run.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "interpreter/script_fault.h"
+#include "interpreter/text.h"
+#include "interpreter/text_encoding.h"
+#include "resources/string_table.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int ErrorInLine = 114;
+constexpr int OfTheFile = 115;
+constexpr int ErrorInOrder = 119;
+constexpr int UnknownCommand = 124;
+constexpr int OrderHelp = 161;
+constexpr int OfTheFileInError = 172;
+
+constexpr std::size_t ReportedLineLength = 300;
+
+bool Holds(std::string_view text, char c) {
+  return !text.empty() && std::memchr(text.data(), c, text.size()) != nullptr;
+}
+
+// ---- One line ---------------------------------------------------------------------------------------
+
+void SetKeyword(RunContext& run, std::string_view written) {
+  run.Keyword.assign(written);
+  bool ascii = true;
+  for (char& c : run.Keyword) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 0x20);
+    ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+  }
+  if (!ascii) run.Keyword = UpperCase(run.Keyword);
+}
+
+// A parameter that begins with "=" or "<" is text in which "%" is an ordinary character.
+bool IsLiteral(std::string_view parameter) {
+  return TrimLeft(parameter).starts_with('=') || parameter.starts_with('<');
+}
+
+std::size_t CountOf(std::string_view text, std::string_view separator) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(separator, at)) != std::string_view::npos;
+       at += separator.size()) {
+    ++count;
+  }
+  return count;
+}
+
+// Replaces the references of each parameter as written. One value may bring several parameters, which then
+// count in the numbers of those behind it.
+std::string ReplaceVariables(RunContext& run, std::string_view text, VariableUse use) {
+  const Separators& separators = run.Separators;
+  std::string replaced;
+  std::size_t number = 1;
+  for (std::string_view parameter : SplitAt(text, separators.First)) {
+    if (number > 1) replaced += separators.First;
+    std::string_view kept;
+    if (IsLiteral(parameter)) {
+      std::swap(kept, parameter);
+    } else if (use == VariableUse::ValueLists && number % 4 == 1) {
+      const std::size_t part = std::min(parameter.size(), parameter.find(separators.Second));
+      kept = parameter.substr(part);
+      parameter = parameter.substr(0, part);
+    }
+    const std::string value = Substitute(parameter, run.Level().Variables, separators);
+    replaced += value;
+    replaced += kept;
+    number += 1 + CountOf(value, separators.First);
+  }
+  return replaced;
+}
+
+void CheckOrder(RunContext& run, const CommandRow& row) {
+  if (run.InMainScript() && run.OrderState > row.OrderLimit) {
+    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Sets);
+    throw ScriptFault(FaultKind::Order, FaultReason::None, {});
+  }
+  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Sets);
+}
+
+bool Applies(const RunContext& run, Scope scope) {
+  switch (scope) {
+    case Scope::ScreenOnly:
+      return !run.Surface.IsPrinter();
+    case Scope::PrinterOnly:
+      return run.Surface.IsPrinter();
+    case Scope::MainScriptOnly:
+      return run.InMainScript();
+    case Scope::Everywhere:
+      break;
+  }
+  return true;
+}
+
+void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, Parameters& parameters) {
+  if (!Applies(run, row.Where)) return;
+  if (!row.Handler) throw ScriptFault(FaultReason::NotAvailable, std::string(row.Spelling));
+  if (!row.KeepsApostrophe) text = WithoutComment(text);
+  if (row.Variables != VariableUse::Raw && Holds(text, '%')) {
+    run.ParamText = ReplaceVariables(run, text, row.Variables);
+    text = run.ParamText;
+  }
+  CheckOrder(run, row);
+  parameters.Assign(text, run.Separators);
+  row.Handler(run, parameters);
+}
+
+void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
+  const CommandLine command = SplitCommand(line);
+  SetKeyword(run, command.Keyword);
+  if (const CommandRow* row = run.Commands.Find(run.Keyword)) {
+    RunCommand(run, *row, command.Parameters, parameters);
+  } else if (!IsLabelLine(line)) {
+    const std::string_view suggestion = run.Commands.Suggest(run.Keyword);
+    throw ScriptFault(FaultKind::UnknownCommand,
+                      suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
+                      std::string(suggestion));
+  }
+}
+
+// ---- One level --------------------------------------------------------------------------------------
+
+// A line that is nothing but a reference to a variable is the command line that the variable holds.
+bool IsVariableLine(std::string_view line) {
+  return line.front() == '%' && !Holds(line, '=');
+}
+
+void RunLevel(RunContext& run) {
+  ScriptLevel& level = run.Level();
+  level.Reader = LineReader(level.Text);
+  level.Labels.Collect(level.Reader, level.Line);
+  level.Reader.Seek(0, 1);
+  Parameters parameters;
+  std::string variableLine;
+  for (;;) {
+    const LineReader::Result result = level.Reader.Next(level.Line);
+    if (result == LineReader::Result::End) return;
+    run.Surface.SourceLine = level.Line.Number;
+    if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
+    std::string_view line = level.Line.Text;
+    if (IsVariableLine(line)) {
+      const std::string_view name = ReferenceName(line, run.Separators);
+      variableLine = Substitute(name, level.Variables, run.Separators);
+      line = Trim(variableLine);
+      if (IsBlankOrComment(line)) continue;
+    }
+    RunLine(run, line, parameters);
+  }
+}
+
+// ---- Reports ----------------------------------------------------------------------------------------
+
+std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
+  const auto message = [&](int id) { return std::string(TableString(run.LangBase + id)); };
+  const std::string line = Shorten(level.Line.Text, ReportedLineLength);
+  const std::string reason = fault.Description(run.LangBase);
+  switch (fault.Kind()) {
+    case FaultKind::Order:
+      return message(ErrorInOrder) + line + message(OrderHelp);
+    case FaultKind::UnknownCommand: {
+      const std::string text = message(UnknownCommand) + line + " " + message(OfTheFile) + level.FileName;
+      return reason.empty() ? text : text + "\n\n" + reason;
+    }
+    case FaultKind::Line:
+      break;
+  }
+  return message(ErrorInLine) + line + message(OfTheFileInError) + level.FileName + "\n\n" + reason;
+}
+
+RunEnd Report(RunContext& run, const ScriptFault& fault) {
+  const ScriptLevel& level = run.Level();
+  run.Host.ProcessPendingEvents();
+  run.LastError = ReportText(run, level, fault);
+  run.Host.ShowError({level.FileName, level.Line.Number, run.LastError});
+  return RunEnd::Failed;
+}
+
+void Reset(RunContext& run) {
+  run.CurrentLevel = 1;
+  run.Separators = {};
+  run.OrderState = 0;
+  run.Support = {};
+  run.NextZoom.reset();
+  run.LastError.clear();
+  run.SetPen({});
+}
+
+}  // namespace
+
+RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std::string_view fileName) {
+  if (text.empty()) return RunEnd::Empty;
+  run.Surface.Begin(target);
+  Reset(run);
+  ScriptLevel& level = run.Level();
+  level.Text = NormaliseLineEnds(std::move(text));
+  level.FileName = fileName;
+  level.Line = {};
+  run.Host.ProcessPendingEvents();
+  try {
+    RunLevel(run);
+  } catch (const ScriptFault& fault) {
+    return Report(run, fault);
+  } catch (const OperationLimitExceeded&) {
+    return Report(run, ScriptFault(FaultReason::TooManyOperations));
+  } catch (const CoordinateOverflow&) {
+    return Report(run, ScriptFault(FaultReason::Overflow));
+  } catch (const std::bad_alloc&) {
+    return Report(run, ScriptFault(FaultReason::OutOfMemory));
+  }
+  return RunEnd::Completed;
+}
+
+}  // namespace vaxel

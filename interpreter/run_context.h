@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "drawing/display_list.h"
+#include "drawing/draw_surface.h"
+#include "drawing/pen.h"
+#include "interpreter/command_row.h"
+#include "interpreter/label_table.h"
+#include "interpreter/line_reader.h"
+#include "interpreter/parameters.h"
+#include "interpreter/run_host.h"
+#include "interpreter/variables.h"
+#include "scale/scale_support.h"
+
+namespace vaxel {
+
+// One script: the main one or an included file.
+struct ScriptLevel {
+  std::string Text;      // lines end in LF
+  LineReader Reader;     // over Text, with the read position
+  LogicalLine Line;      // the one being run
+  std::string FileName;  // as shown in reports; empty for an unsaved text
+  LabelTable Labels;
+  VariableTable Variables;
+  Pen CurrentPen;
+  double PositionX = 0, PositionY = 0;  // where the including line placed it
+};
+
+// The state of one run, shared by all commands.
+struct RunContext {
+  static constexpr std::size_t MaxLevels = 5;
+
+  // The three must outlive the context.
+  RunContext(RunHost& host, const CommandSet& commands, DisplayList& list)
+      : Host(host), Commands(commands), Surface(list) {}
+  RunContext(const RunContext&) = delete;
+  RunContext& operator=(const RunContext&) = delete;
+
+  RunHost& Host;
+  const CommandSet& Commands;
+  DrawSurface Surface;
+  ScaleSupport Support;
+
+  std::array<ScriptLevel, MaxLevels> Levels;
+  std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
+  std::int16_t OrderState = 0;
+  vaxel::Separators Separators;
+  std::string Keyword;             // of the line being run, upper case
+  std::string ParamText;           // its parameters where they are not a part of the line
+  std::string LastError;           // the text of the last reported error
+  int LangBase = 0;                // of the language of messages
+  std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
+
+  ScriptLevel& Level() { return Levels[CurrentLevel - 1]; }
+  const ScriptLevel& Level() const { return Levels[CurrentLevel - 1]; }
+  bool InMainScript() const { return CurrentLevel == 1; }
+
+  // The pen of the current level becomes the one of the surface too, for curves.
+  void SetPen(const Pen& pen);
+  // The colour that the text gives; the current one for an empty or unknown colour.
+  Colour ColourOr(std::string_view text) const;
+  void WriteComment(std::string_view comment);
+};
+
+}  // namespace vaxel

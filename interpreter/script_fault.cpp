@@ -1,0 +1,29 @@
+#include "interpreter/script_fault.h"
+
+#include <cmath>
+
+#include "resources/string_table.h"
+
+namespace vaxel {
+
+ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
+  ScriptFault fault(reason, std::move(value));
+  fault.arithmetic_ = true;
+  return fault;
+}
+
+std::string ScriptFault::Description(int languageBase) const {
+  if (reason_ == FaultReason::None) return {};
+  std::string text = TableString(languageBase + static_cast<int>(reason_), value_);
+  if (!arithmetic_) return text;
+  return std::string(TableString(languageBase + static_cast<int>(FaultReason::DivisionByZero))) + " (" +
+         text + ")";
+}
+
+double RequireFinite(double value) {
+  if (std::isnan(value)) throw ScriptFault(FaultReason::Domain);
+  if (std::isinf(value)) throw ScriptFault(FaultReason::Overflow);
+  return value;
+}
+
+}  // namespace vaxel

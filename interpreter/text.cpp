@@ -1,0 +1,130 @@
+#include "interpreter/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <system_error>
+
+namespace vaxel {
+namespace {
+
+// Of the code points that UTF-8 writes with two bytes, whose upper-case forms also take two.
+std::uint32_t UpperCodePoint(std::uint32_t c) {
+  const bool latin1 = c >= 0xE0 && c <= 0xFE && c != 0xF7;
+  const bool greek = c >= 0x3B1 && c <= 0x3C9;
+  const bool cyrillic = c >= 0x430 && c <= 0x44F;
+  if (c == 0x3C2) return 0x3A3;
+  if (latin1 || greek || cyrillic) return c - 0x20;
+  if (c >= 0x450 && c <= 0x45F) return c - 0x50;
+  if (c == 0xFF) return 0x178;
+  if (c == 0x153) return 0x152;
+  return c;
+}
+
+bool IsContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// Up to this many digits a number is an exact integer, and up to this power of ten an exact double: their
+// quotient is then the nearest double, and no table is needed.
+constexpr int ExactDigits = 15;
+constexpr std::array<double, 16> ExactPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+}  // namespace
+
+std::string_view TrimLeft(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+std::string_view Trim(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+std::string UpperCase(std::string_view text) {
+  std::string upper(text);
+  for (std::size_t i = 0; i < upper.size(); ++i) {
+    const auto lead = static_cast<unsigned char>(upper[i]);
+    if (lead >= 'a' && lead <= 'z') {
+      upper[i] = static_cast<char>(lead - 0x20);
+    } else if (lead >= 0xC2 && lead <= 0xDF && i + 1 < upper.size() && IsContinuation(upper[i + 1])) {
+      const auto trail = static_cast<unsigned char>(upper[i + 1]);
+      const std::uint32_t code = UpperCodePoint((lead & 0x1FU) << 6 | (trail & 0x3FU));
+      upper[i] = static_cast<char>(0xC0 | code >> 6);
+      upper[++i] = static_cast<char>(0x80 | (code & 0x3F));
+    }
+  }
+  return upper;
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a == b || UpperCase(a) == UpperCase(b));
+}
+
+std::string_view DropLastCharacter(std::string_view text) {
+  if (text.empty()) return text;
+  std::size_t length = text.size() - 1;
+  while (length > 0 && IsContinuation(text[length])) --length;
+  return text.substr(0, length);
+}
+
+std::string Shorten(std::string_view text, std::size_t maxBytes) {
+  if (text.size() <= maxBytes) return std::string(text);
+  while (maxBytes > 0 && IsContinuation(text[maxBytes])) --maxBytes;
+  return std::string(text.substr(0, maxBytes)) + "…";
+}
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+std::size_t ReadUnsignedNumber(std::string_view text, double& value) {
+  std::uint64_t digits = 0;
+  std::size_t count = 0, fraction = 0, i = 0;
+  for (; i < text.size() && IsDigit(text[i]); ++i, ++count) {
+    if (count < ExactDigits) digits = digits * 10 + static_cast<std::uint64_t>(text[i] - '0');
+  }
+  if (i < text.size() && text[i] == '.') {
+    ++i;
+    for (; i < text.size() && IsDigit(text[i]); ++i, ++count, ++fraction) {
+      if (count < ExactDigits) digits = digits * 10 + static_cast<std::uint64_t>(text[i] - '0');
+    }
+  }
+  if (count == 0) return 0;
+  const bool exponent = i < text.size() && (text[i] == 'E' || text[i] == 'e');
+  if (!exponent && count <= ExactDigits) {
+    value = static_cast<double>(digits) / ExactPowers[fraction];
+    return i;
+  }
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const auto length = static_cast<std::size_t>(end - text.data());
+  if (error == std::errc::result_out_of_range) {
+    const std::size_t e = text.substr(0, length).find_first_of("Ee");
+    const bool tiny = e != std::string_view::npos && text[e + 1] == '-';
+    value = tiny ? 0 : std::numeric_limits<double>::infinity();
+  }
+  return length;
+}
+
+double LeadingNumber(std::string_view text) {
+  text = TrimLeft(text);
+  const bool negative = !text.empty() && text.front() == '-';
+  if (!text.empty() && (negative || text.front() == '+')) text.remove_prefix(1);
+  double value = 0;
+  ReadUnsignedNumber(text, value);
+  return negative ? -value : value;
+}
+
+bool IsNumber(std::string_view text) {
+  text = Trim(text);
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+  double value = 0;
+  return !text.empty() && ReadUnsignedNumber(text, value) == text.size();
+}
+
+}  // namespace vaxel

@@ -1,0 +1,105 @@
+#include "interpreter/variables.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "interpreter/script_fault.h"
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr std::size_t MaxDepth = 100;
+constexpr std::size_t MaxTextLength = 16'000'000;
+constexpr std::size_t ReportedLength = 60;
+
+constexpr std::array<std::string_view, 15> SystemNames = {"%IREC", "%FILE", "%FIL1", "%PATH", "%DATE",
+                                                          "%ZOOM", "%FCMM", "%IMP",  "%EOF",  "%TAP",
+                                                          "%EPT",  "%CEX",  "%CEY",  "%CTX",  "%CTY"};
+
+class Substitution {
+ public:
+  Substitution(const VariableTable& variables, const Separators& separators)
+      : variables_(variables), separators_(separators) {}
+
+  void Expand(std::string_view text) {
+    for (std::size_t mark; (mark = text.find('%')) != std::string_view::npos;) {
+      Append(text.substr(0, mark));
+      const std::string_view name = ReferenceName(text.substr(mark), separators_);
+      ExpandReference(name);
+      text.remove_prefix(mark + name.size());
+    }
+    Append(text);
+  }
+
+  std::string result;
+
+ private:
+  void Append(std::string_view text) {
+    if (result.size() + text.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
+    result += text;
+  }
+
+  void ExpandReference(std::string_view name) {
+    const std::string* value = variables_.Find(name);
+    if (!value) {
+      const bool isSystem = std::any_of(SystemNames.begin(), SystemNames.end(), [&](std::string_view known) {
+        return EqualIgnoringCase(name, known);
+      });
+      throw ScriptFault(isSystem ? FaultReason::SystemVariableNotAvailable : FaultReason::UnknownVariable,
+                        Shorten(name, ReportedLength));
+    }
+    const bool circular = std::find(active_.begin(), active_.end(), value) != active_.end();
+    if (circular || active_.size() == MaxDepth) {
+      throw ScriptFault(FaultReason::CircularVariable, Shorten(name, ReportedLength));
+    }
+    active_.push_back(value);
+    Expand(*value);
+    active_.pop_back();
+  }
+
+  const VariableTable& variables_;
+  const Separators& separators_;
+  std::vector<const std::string*> active_;
+};
+
+}  // namespace
+
+std::size_t VariableTable::IndexOf(std::string_view name) const {
+  const auto used = VarNames.begin() + VarCount;
+  const auto found = std::find_if(VarNames.begin(), used,
+                                  [&](const std::string& known) { return EqualIgnoringCase(known, name); });
+  return static_cast<std::size_t>(found - VarNames.begin());
+}
+
+const std::string* VariableTable::Find(std::string_view name) const {
+  const std::size_t index = IndexOf(name);
+  return index < static_cast<std::size_t>(VarCount) ? &VarValues[index] : nullptr;
+}
+
+void VariableTable::Set(std::string_view name, std::string_view value) {
+  const std::size_t index = IndexOf(name);
+  if (index == MaxVariables) throw ScriptFault(FaultReason::TooManyVariables, std::to_string(MaxVariables));
+  if (index == static_cast<std::size_t>(VarCount)) {
+    VarNames[index] = name;
+    ++VarCount;
+  }
+  VarValues[index] = value;
+}
+
+std::string_view ReferenceName(std::string_view text, const Separators& separators) {
+  std::size_t end = std::min(text.size(), text.find_first_of(" =+-*/^)<>", 1));
+  for (std::string_view mark :
+       {std::string_view("°"), std::string_view(separators.First), std::string_view(separators.Second)}) {
+    end = std::min(end, text.find(mark, 1));
+  }
+  return text.substr(0, end);
+}
+
+std::string Substitute(std::string_view text, const VariableTable& variables, const Separators& separators) {
+  Substitution substitution(variables, separators);
+  substitution.Expand(text);
+  return substitution.result;
+}
+
+}  // namespace vaxel
