@@ -1,0 +1,16 @@
+// The one list of the language's commands.
+#pragma once
+
+#include <span>
+
+#include "interpreter/command_row.h"
+
+namespace vaxel {
+
+// In the order of their keywords.
+std::span<const CommandRow> CommandTable();
+
+// All commands of the table. Lives as long as the program.
+const CommandSet& AllCommands();
+
+}  // namespace vaxel

@@ -1,0 +1,103 @@
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands/handlers.h"
+#include "commands/pen_specification.h"
+#include "commands/point_notation.h"
+#include "interpreter/colour_value.h"
+#include "interpreter/number_text.h"
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+// "2 pixels" and what they measure, for a line that asks which width is in force.
+std::string WidthComment(double pixels, double pixelSize) {
+  std::string millimetres = FixedText(pixels * pixelSize, 2);
+  millimetres.erase(millimetres.find_last_not_of('0') + 1);
+  if (millimetres.ends_with('.')) millimetres.pop_back();
+  return "  '  " + FixedText(pixels, 0) + " pixels, " + millimetres + "mm";
+}
+
+// The two diagonals or the two axes of a sign: its place, colour and pen come from the same parameters.
+struct Sign {
+  Point Centre;
+  double Half;
+  Colour Ink;
+  Pen Stroke;
+};
+
+Sign ReadSign(RunContext& run, const Parameters& parameters) {
+  const Point centre = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  return {centre + run.Surface.Origin(), parameters.RequiredNumber(3), run.ColourOr(parameters.Text(4)),
+          ReadStrokePen(run, parameters.Text(5))};
+}
+
+void DrawPolygon(RunContext& run, const Parameters& parameters, bool filled) {
+  const std::string_view first = parameters.Trimmed(1);
+  const bool hasColour = !first.empty() && !IsNumber(first);
+  const Colour colour = hasColour ? run.ColourOr(first) : run.Surface.ForeColor;
+  const Point origin = run.Surface.Origin();
+
+  std::size_t n = hasColour ? 2 : 1;
+  Point point = ReadPoint(parameters, n, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  std::vector<Point> corners = {point + origin};
+  do {
+    n += 2;
+    point = ReadPoint(parameters, n, point);
+    corners.push_back(point + origin);
+  } while (n + 2 <= parameters.Count());
+  run.Surface.FillColor = colour;
+  run.Surface.Polygon(corners, colour, filled);
+}
+
+}  // namespace
+
+void RunEpaisT(RunContext& run, const Parameters& parameters) {
+  if (Trim(parameters.Whole()).empty()) {
+    run.WriteComment(WidthComment(run.Level().CurrentPen.Width, run.Surface.PixelSize()));
+    return;
+  }
+  run.SetPen(ReadStrokePen(run, parameters.Text(1)));
+}
+
+void RunTrait(RunContext& run, const Parameters& parameters) {
+  const Point origin = run.Surface.Origin();
+  const Pen pen = ReadStrokePen(run, parameters.Text(5));
+  const Colour colour = run.ColourOr(parameters.Text(6));
+  Point from = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  std::size_t n = 3;
+  do {
+    const Point to = ReadPoint(parameters, n, from);
+    DrawLine(run, pen, from + origin, to + origin, colour);
+    from = to;
+    n = n == 3 ? 7 : n + 2;
+  } while (n <= parameters.Count());
+}
+
+void RunPlus(RunContext& run, const Parameters& parameters) {
+  const Sign sign = ReadSign(run, parameters);
+  DrawPlus(run, sign.Stroke, sign.Centre, sign.Half, sign.Ink);
+}
+
+void RunX(RunContext& run, const Parameters& parameters) {
+  const Sign sign = ReadSign(run, parameters);
+  const Point up = {sign.Half, sign.Half};
+  const Point down = {sign.Half, -sign.Half};
+  DrawLine(run, sign.Stroke, sign.Centre - up, sign.Centre + up, sign.Ink);
+  DrawLine(run, sign.Stroke, sign.Centre - down, sign.Centre + down, sign.Ink);
+}
+
+void RunPoly(RunContext& run, const Parameters& parameters) {
+  DrawPolygon(run, parameters, false);
+}
+
+void RunPolyP(RunContext& run, const Parameters& parameters) {
+  DrawPolygon(run, parameters, true);
+}
+
+}  // namespace vaxel

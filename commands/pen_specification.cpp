@@ -1,0 +1,72 @@
+#include "commands/pen_specification.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "interpreter/script_fault.h"
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr std::string_view MillimetreMark = "MM";
+
+double ReadWidth(const RunContext& run, std::string_view text, double inForce) {
+  const bool inMillimetres =
+      text.size() >= MillimetreMark.size() &&
+      EqualIgnoringCase(text.substr(text.size() - MillimetreMark.size()), MillimetreMark);
+  if (inMillimetres) text.remove_suffix(MillimetreMark.size());
+  const auto value = StrictValue(text, run.Separators);
+  if (!value) return inForce;
+  return inMillimetres ? *value / run.Surface.PixelSize() : *value;
+}
+
+}  // namespace
+
+Pen ReadPen(const RunContext& run, std::string_view text) {
+  const Pen& level = run.Level().CurrentPen;
+  Pen pen = level;
+  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
+  pen.Width = ReadWidth(run, Trim(parts[0]), level.Width);
+  if (parts.size() > 1) {
+    const std::string_view ends = Trim(parts[1]);
+    const char letter = ends.empty() ? '\0' : static_cast<char>(ends.front() & ~0x20);
+    if (letter == 'C' || letter == 'R') pen.SquareEnds = letter == 'C';
+  }
+  if (parts.size() > 2) {
+    const double length = LeadingNumber(parts[2]);
+    if (length >= 0) pen.L1 = pen.L2 = pen.L3 = length;
+  }
+  if (parts.size() > 3 && LeadingNumber(parts[3]) > 0) pen.L2 = LeadingNumber(parts[3]);
+  if (parts.size() > 4 && LeadingNumber(parts[4]) > 0) pen.L3 = LeadingNumber(parts[4]);
+  return pen;
+}
+
+Pen ReadStrokePen(const RunContext& run, std::string_view text) {
+  Pen pen = ReadPen(run, text);
+  pen.Width = std::max(pen.Width, 1.0);
+  return pen;
+}
+
+void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colour) {
+  if (!DrawStroke(run.Surface, pen, from, to, colour)) {
+    throw ScriptFault::Arithmetic(FaultReason::DashWithoutLength);
+  }
+}
+
+void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour) {
+  DrawLine(run, pen, {centre.X - half, centre.Y}, {centre.X + half, centre.Y}, colour);
+  DrawLine(run, pen, {centre.X, centre.Y - half}, {centre.X, centre.Y + half}, colour);
+}
+
+bool IsNotDrawn(std::string_view colourText) {
+  return EqualIgnoringCase(Trim(colourText), "N");
+}
+
+void DrawMarker(RunContext& run, Point centre, std::string_view colourText) {
+  if (IsNotDrawn(colourText)) return;
+  DrawPlus(run, run.Level().CurrentPen, centre, 1, run.ColourOr(colourText));
+}
+
+}  // namespace vaxel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+
+#include "drawing/pen.h"
+#include "interpreter/run_context.h"
+
+namespace vaxel {
+
+// The pen that "width[mm]§LT§L1§L2§L3" describes, LT being C for square ends or R for round ones: what is not
+// given stays as in the level's pen, a negative L1 stands for the level's pattern. The width is in device
+// pixels and not yet raised to 1. A fault for a width that is no expression.
+Pen ReadPen(const RunContext& run, std::string_view text);
+
+// The same for one stroke: the width is at least 1.
+Pen ReadStrokePen(const RunContext& run, std::string_view text);
+
+// The line routine: DrawStroke in surface coordinates, with a fault for a dashed stroke without length.
+void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colour);
+
+// A plus sign of that half-size around a point in surface coordinates.
+void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);
+
+// The marker of a centre: a plus sign of half-size 1 in the colour that the text gives; none for "N".
+void DrawMarker(RunContext& run, Point centre, std::string_view colourText);
+
+// Whether a colour parameter says that nothing is to be drawn.
+bool IsNotDrawn(std::string_view colourText);
+
+}  // namespace vaxel

@@ -1,0 +1,53 @@
+#include "commands/point_notation.h"
+
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "interpreter/script_fault.h"
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr std::string_view DegreeSign = "°";
+
+bool IsRelative(std::string_view text) {
+  return text.ends_with('R') || text.ends_with('r');
+}
+
+ScriptFault BadPoint(std::string_view a, std::string_view b) {
+  return ScriptFault::Arithmetic(FaultReason::BadPoint, Shorten(a, 40) + ", " + Shorten(b, 40));
+}
+
+double ValueOf(std::string_view text, const Separators& separators) {
+  const std::optional<double> value = NumberOf(text, separators);
+  if (!value) throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
+  return *value;
+}
+
+double Coordinate(std::string_view text, double reference, EmptyCoordinate empty,
+                  const Separators& separators) {
+  if (text.empty() && empty == EmptyCoordinate::Reference) return reference;
+  const double value = ValueOf(text, separators);
+  return IsRelative(text) ? reference + value : value;
+}
+
+}  // namespace
+
+Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, EmptyCoordinate empty) {
+  const std::string_view a = parameters.Trimmed(n);
+  const std::string_view b = parameters.Trimmed(n + 1);
+  const Separators& separators = parameters.Separators();
+  if (b.ends_with(DegreeSign)) throw BadPoint(a, b);
+  if (!a.ends_with(DegreeSign)) {
+    return {Coordinate(a, reference.X, empty, separators), Coordinate(b, reference.Y, empty, separators)};
+  }
+  if (IsRelative(b) || IsRelative(DropLastCharacter(a))) throw BadPoint(a, b);
+  const double direction = ValueOf(a, separators) * RadiansPerDegree;
+  const double length = ValueOf(b, separators);
+  return {reference.X + length * std::cos(direction), reference.Y + length * std::sin(direction)};
+}
+
+}  // namespace vaxel

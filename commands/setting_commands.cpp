@@ -1,0 +1,23 @@
+#include <string>
+
+#include "commands/handlers.h"
+#include "interpreter/colour_value.h"
+
+namespace vaxel {
+
+void RunCouleur(RunContext& run, const Parameters& parameters) {
+  run.Surface.ForeColor = ColourValue(parameters.Whole(), run.Separators).value_or(Black);
+}
+
+void RunSeparateur(RunContext& run, const Parameters& parameters) {
+  const std::string first(parameters.Trimmed(1));
+  const std::string second(parameters.Trimmed(2));
+  if (!first.empty()) run.Separators.First = first;
+  if (!second.empty()) run.Separators.Second = second;
+}
+
+void RunZoomIni(RunContext& run, const Parameters& parameters) {
+  run.NextZoom = parameters.RequiredNumber(1);
+}
+
+}  // namespace vaxel

@@ -1,0 +1,75 @@
+#include <string>
+
+#include "commands/handlers.h"
+#include "commands/pen_specification.h"
+#include "commands/point_notation.h"
+#include "interpreter/script_fault.h"
+#include "interpreter/text.h"
+
+namespace vaxel {
+namespace {
+
+// Along one axis: a position that the including line gave wins over the included script's own.
+double IncludedPosition(double& position, double own) {
+  if (position == 0) position = own;
+  return position;
+}
+
+void PlaceCentre(RunContext& run, Point centre, const Parameters& parameters) {
+  run.Surface.SetCentre(centre);
+  DrawMarker(run, centre, parameters.Rest(3));
+  run.Surface.MoveTo(centre);
+}
+
+}  // namespace
+
+void RunCentreE(RunContext& run, const Parameters& parameters) {
+  Point place = {parameters.RequiredNumber(1), parameters.RequiredNumber(2)};
+  if (!run.InMainScript()) {
+    place = {IncludedPosition(run.Level().PositionX, place.X),
+             IncludedPosition(run.Level().PositionY, place.Y)};
+  }
+  PlaceCentre(run, run.Surface.Middle() + place, parameters);
+}
+
+void RunCentreI(RunContext& run, const Parameters& parameters) {
+  const Point place = {parameters.RequiredNumber(1), parameters.RequiredNumber(2)};
+  const Point before = {run.Surface.CentreX, run.Surface.CentreY};
+  PlaceCentre(run, run.InMainScript() ? place : before + place, parameters);
+}
+
+void RunCT(RunContext& run, const Parameters& parameters) {
+  const Point shift = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  run.Surface.CTX += shift.X;
+  run.Surface.CTY += shift.Y;
+  const Point origin = run.Surface.Origin();
+  DrawMarker(run, origin, parameters.Rest(3));
+  run.Surface.MoveTo(origin);
+}
+
+void RunFacteur(RunContext& run, const Parameters&) {
+  if (run.InMainScript()) throw ScriptFault::Arithmetic(FaultReason::IncludedOnly);
+}
+
+void RunFormatI(RunContext& run, const Parameters& parameters) {
+  if (!run.Surface.IsPrinter()) return;
+  const std::string value = UpperCase(Trim(parameters.Whole()));
+  if (value.starts_with("PAYS")) {
+    run.Surface.SetOrientation(PageOrientation::Landscape);
+  } else if (value.starts_with("PORT")) {
+    run.Surface.SetOrientation(PageOrientation::Portrait);
+  } else {
+    throw ScriptFault::Arithmetic(FaultReason::BadOrientation, Shorten(value, 40));
+  }
+}
+
+void RunNPage(RunContext& run, const Parameters&) {
+  if (run.Surface.IsPrinter()) {
+    run.Surface.NewPage();
+  } else {
+    run.Surface.Clear();
+  }
+  run.OrderState = 0;
+}
+
+}  // namespace vaxel
