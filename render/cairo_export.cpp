@@ -1,0 +1,86 @@
+// The module's entry: PDF documents, and the table of what the module offers.
+#include <cairo-pdf.h>
+#include <cairo.h>
+
+#include <array>
+#include <ctime>
+#include <exception>
+
+#include "render/cairo_module.h"
+#include "render/cairo_png.h"
+#include "render/cairo_renderer.h"
+
+namespace vaxel {
+namespace {
+
+constexpr double PointsPerMillimetre = 72 / 25.4;
+
+cairo_status_t WriteToSink(void* sink, const unsigned char* bytes, unsigned int count) {
+  static_cast<ByteSink*>(sink)->Write({reinterpret_cast<const char*>(bytes), count});
+  return CAIRO_STATUS_SUCCESS;
+}
+
+// Gives each page of the document its own size.
+class PdfRenderer : public CairoRenderer {
+ public:
+  PdfRenderer(cairo_t* context, cairo_surface_t* surface) : CairoRenderer(context), surface_(surface) {}
+
+  void BeginPage(const Page& page, std::size_t number) override {
+    cairo_pdf_surface_set_size(surface_, page.Width * PointsPerMillimetre, page.Height * PointsPerMillimetre);
+    CairoRenderer::BeginPage(page, number);
+  }
+
+ private:
+  cairo_surface_t* surface_;
+};
+
+std::string TimeText(std::int64_t seconds) {
+  const auto time = static_cast<std::time_t>(seconds);
+  std::tm parts{};
+  if (!gmtime_r(&time, &parts)) return {};
+  std::array<char, 40> text{};
+  const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts);
+  return {text.data(), length};
+}
+
+std::string WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
+  cairo_surface_t* surface = cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1);
+  cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
+  const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));
+  cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATE_DATE, time.c_str());
+  cairo_t* context = cairo_create(surface);
+  cairo_scale(context, PointsPerMillimetre, PointsPerMillimetre);
+  PdfRenderer renderer(context, surface);
+  PlayAll(list, renderer);
+  cairo_status_t status = cairo_status(context);
+  cairo_destroy(context);
+  cairo_surface_finish(surface);
+  if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface);
+  cairo_surface_destroy(surface);
+  return status == CAIRO_STATUS_SUCCESS ? std::string() : cairo_status_to_string(status);
+}
+
+// Nothing may be thrown into the program: it may have a C++ runtime of its own.
+template <class Function>
+std::string WithoutThrowing(Function function) {
+  try {
+    return function();
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+}
+
+constexpr CairoFunctions Functions = {
+    [](const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
+      return WithoutThrowing([&] { return WritePdf(list, info, sink); });
+    },
+    [](const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
+      return WithoutThrowing([&] { return WritePng(list, page, dpi, sink); });
+    }};
+
+}  // namespace
+}  // namespace vaxel
+
+extern "C" __attribute__((visibility("default"))) const vaxel::CairoFunctions* VaxelCairo() {
+  return &vaxel::Functions;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cairo.h>
+
+#include "render/renderer.h"
+
+namespace vaxel {
+
+// Draws pages on a Cairo context whose unit is a millimetre.
+class CairoRenderer : public Renderer {
+ public:
+  // The context must outlive the renderer.
+  explicit CairoRenderer(cairo_t* context);
+
+  void BeginPage(const Page& page, std::size_t number) override;
+  void EndPage() override;
+  void Line(const Operation& operation, const LineShape& line) override;
+  void Rectangle(const Operation& operation, const RectangleShape& rectangle) override;
+  void Polygon(const Operation& operation, const PolygonShape& polygon,
+               std::span<const Point> corners) override;
+  void Circle(const Operation& operation, const CircleShape& circle) override;
+  void Dot(const Operation& operation, const PointShape& point) override;
+
+ private:
+  void SetInk(Colour colour);
+  void Paint(const Operation& operation, const Fill& inside);
+
+  cairo_t* context_;
+};
+
+}  // namespace vaxel

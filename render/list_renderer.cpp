@@ -1,0 +1,101 @@
+#include "render/list_renderer.h"
+
+#include <numbers>
+
+#include "render/decimal_text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int Decimals = 3;
+constexpr std::size_t FlushSize = 1U << 16;
+constexpr double DegreesPerRadian = 180 / std::numbers::pi;
+
+}  // namespace
+
+void ListRenderer::Put(const char* before, double value) {
+  text_ += before;
+  AppendFixed(text_, value, Decimals);
+}
+
+void ListRenderer::Put(Point point) {
+  Put(" ", point.X);
+  Put(",", point.Y);
+}
+
+void ListRenderer::EndLine() {
+  text_ += '\n';
+  if (text_.size() < FlushSize) return;
+  sink_.Write(text_);
+  text_.clear();
+}
+
+void ListRenderer::Begin(const char* kind, const Operation& operation, const Fill& inside) {
+  (text_ += kind) += ' ';
+  AppendFixed(text_, operation.SourceLine, 0);
+  text_ += "  ";
+  AppendColour(text_, operation.Ink);
+  Put(" ", operation.Width);
+  if (inside.Solid) {
+    text_ += " fill ";
+    AppendColour(text_, inside.Ink);
+  }
+  text_ += ' ';
+}
+
+void ListRenderer::BeginPage(const Page& page, std::size_t number) {
+  text_ += "page ";
+  AppendFixed(text_, static_cast<double>(number), 0);
+  Put("  ", page.Width);
+  Put(" x ", page.Height);
+  EndLine();
+}
+
+void ListRenderer::EndPage() {
+  sink_.Write(text_);
+  text_.clear();
+}
+
+void ListRenderer::Line(const Operation& operation, const LineShape& line) {
+  Begin("line", operation, {});
+  Put(line.From);
+  Put(line.To);
+  EndLine();
+}
+
+void ListRenderer::Rectangle(const Operation& operation, const RectangleShape& rectangle) {
+  Begin("rectangle", operation, rectangle.Inside);
+  Put(rectangle.Corner);
+  Put(rectangle.Opposite);
+  EndLine();
+}
+
+void ListRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
+                           std::span<const Point> corners) {
+  Begin("polygon", operation, polygon.Inside);
+  for (const Point& corner : corners) Put(corner);
+  EndLine();
+}
+
+void ListRenderer::Circle(const Operation& operation, const CircleShape& circle) {
+  const char* kind = circle.Form == CircleForm::Full  ? "circle"
+                     : circle.Form == CircleForm::Arc ? "arc"
+                                                      : "pie";
+  Begin(kind, operation, circle.Inside);
+  Put(circle.Centre);
+  Put(" ", circle.RadiusX);
+  Put(" ", circle.RadiusY);
+  if (circle.Form != CircleForm::Full) {
+    Put(" ", circle.StartAngle * DegreesPerRadian);
+    Put(" ", circle.EndAngle * DegreesPerRadian);
+  }
+  EndLine();
+}
+
+void ListRenderer::Dot(const Operation& operation, const PointShape& point) {
+  Begin("point", operation, {});
+  Put(point.At);
+  EndLine();
+}
+
+}  // namespace vaxel

@@ -1,0 +1,54 @@
+#include "render/renderer.h"
+
+#include <cmath>
+#include <variant>
+#include <vector>
+
+namespace vaxel {
+namespace {
+
+// Hands each operation to the renderer's function for its figure.
+class Player {
+ public:
+  Player(const DisplayList& list, Renderer& renderer) : list_(list), renderer_(renderer) {}
+
+  void Play(const Operation& operation) {
+    operation_ = &operation;
+    std::visit(*this, operation.Figure);
+  }
+
+  void operator()(const LineShape& line) { renderer_.Line(*operation_, line); }
+  void operator()(const RectangleShape& rectangle) { renderer_.Rectangle(*operation_, rectangle); }
+  void operator()(const PolygonShape& polygon) {
+    renderer_.Polygon(*operation_, polygon, list_.Corners(polygon, corners_));
+  }
+  void operator()(const CircleShape& circle) { renderer_.Circle(*operation_, circle); }
+  void operator()(const PointShape& point) { renderer_.Dot(*operation_, point); }
+
+ private:
+  const DisplayList& list_;
+  Renderer& renderer_;
+  const Operation* operation_ = nullptr;
+  std::vector<Point> corners_;
+};
+
+}  // namespace
+
+void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer) {
+  const Page& played = list.Pages()[page];
+  Player player(list, renderer);
+  renderer.BeginPage(played, page + 1);
+  for (std::size_t i = 0; i < played.Count; ++i) player.Play(list.At(played.First + i));
+  renderer.EndPage();
+}
+
+void PlayAll(const DisplayList& list, Renderer& renderer) {
+  for (std::size_t page = 0; page < list.Pages().size(); ++page) PlayPage(list, page, renderer);
+}
+
+Point PointOnCircle(const CircleShape& circle, double angle) {
+  return {circle.Centre.X + circle.RadiusX * std::cos(angle),
+          circle.Centre.Y - circle.RadiusY * std::sin(angle)};
+}
+
+}  // namespace vaxel

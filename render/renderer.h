@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "drawing/display_list.h"
+
+namespace vaxel {
+
+// Shows or writes the operations of a display list. A renderer does not throw: one that fails says so in its
+// own way when it has been played.
+class Renderer {
+ public:
+  virtual ~Renderer() = default;
+
+  // number counts from 1.
+  virtual void BeginPage(const Page& page, std::size_t number) = 0;
+  virtual void EndPage() = 0;
+  virtual void Line(const Operation& operation, const LineShape& line) = 0;
+  virtual void Rectangle(const Operation& operation, const RectangleShape& rectangle) = 0;
+  virtual void Polygon(const Operation& operation, const PolygonShape& polygon,
+                       std::span<const Point> corners) = 0;
+  virtual void Circle(const Operation& operation, const CircleShape& circle) = 0;
+  virtual void Dot(const Operation& operation, const PointShape& point) = 0;
+};
+
+// Plays one page (from 0), or all of them, in the order in which they were drawn.
+void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer);
+void PlayAll(const DisplayList& list, Renderer& renderer);
+
+// The point of a circle at an angle; y runs downward.
+Point PointOnCircle(const CircleShape& circle, double angle);
+
+}  // namespace vaxel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "render/byte_sink.h"
+#include "render/renderer.h"
+
+namespace vaxel {
+
+// One page as an SVG document: its size in millimetres, a user unit of 1 mm, one element an operation in the
+// order of drawing, each with the script line that drew it in data-line.
+class SvgRenderer : public Renderer {
+ public:
+  explicit SvgRenderer(ByteSink& sink) : sink_(sink) {}
+
+  void BeginPage(const Page& page, std::size_t number) override;
+  void EndPage() override;
+  void Line(const Operation& operation, const LineShape& line) override;
+  void Rectangle(const Operation& operation, const RectangleShape& rectangle) override;
+  void Polygon(const Operation& operation, const PolygonShape& polygon,
+               std::span<const Point> corners) override;
+  void Circle(const Operation& operation, const CircleShape& circle) override;
+  void Dot(const Operation& operation, const PointShape& point) override;
+
+ private:
+  void Number(double value);
+  void Attribute(const char* name, double value);
+  void Arc(const CircleShape& circle);
+  // What all elements end with.
+  void Finish(const Operation& operation, const Fill& inside);
+  void Flush();
+
+  ByteSink& sink_;
+  std::string text_;
+};
+
+}  // namespace vaxel
