@@ -1,0 +1,28 @@
+#include "cli/console_host.h"
+
+#include <cstdio>
+
+#include "interpreter/text.h"
+
+namespace vaxel {
+
+void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const {
+  std::string message(fileName.empty() ? std::string_view(scriptName_) : fileName);
+  message += ':';
+  message += std::to_string(lineNumber);
+  message += ": ";
+  message += text;
+  message += '\n';
+  std::fwrite(message.data(), 1, message.size(), stderr);
+}
+
+void ConsoleHost::ShowError(const ErrorReport& report) {
+  Print(report.FileName, report.LineNumber, report.Text);
+}
+
+void ConsoleHost::WriteComment(std::string_view fileName, std::uint32_t lineNumber,
+                               std::string_view comment) {
+  Print(fileName, lineNumber, Trim(comment));
+}
+
+}  // namespace vaxel

@@ -1,0 +1,42 @@
+// Files as vaxel-render reads and writes them. Names are UTF-8, "-" is standard input or output.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "render/byte_sink.h"
+
+namespace vaxel {
+
+std::filesystem::path PathOf(const std::string& name);
+
+// The whole file. None, with the reason, when it cannot be read or is larger than the memory of a run allows.
+std::optional<std::string> ReadWholeFile(const std::string& name, std::string& error);
+
+// A file that is there whole or not at all: it is written beside its place and moved there when it is
+// complete. A device or a pipe is written directly.
+class OutputFile : public ByteSink {
+ public:
+  explicit OutputFile(const std::string& name);
+  // Removes what was written unless Commit has succeeded.
+  ~OutputFile() override;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void Write(std::string_view bytes) override;
+  // Puts the file in its place. Returns the reason when that, or anything before, has failed; else "".
+  std::string Commit();
+
+ private:
+  void Fail();
+  void Close();
+
+  std::filesystem::path target_;
+  std::filesystem::path temporary_;  // empty when the target is written directly
+  std::FILE* file_ = nullptr;
+  std::string error_;
+};
+
+}  // namespace vaxel
