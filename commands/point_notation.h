@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 #include "interpreter/parameters.h"
 
 namespace vaxel {

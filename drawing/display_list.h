@@ -14,7 +14,7 @@
 
 #include "drawing/chunked_vector.h"
 #include "drawing/colour.h"
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 
 namespace vaxel {
 

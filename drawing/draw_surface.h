@@ -13,7 +13,7 @@
 
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 
 namespace vaxel {
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "drawing/colour.h"
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 
 namespace vaxel {
 

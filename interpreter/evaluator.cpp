@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text.h"
 

@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "drawing/geometry.h"
+#include "geometry/point.h"
 
 namespace vaxel {
 
