@@ -165,8 +165,8 @@ class TableCommands : public CommandSet {
   std::string_view Suggest(std::string_view keyword) const override {
     constexpr std::size_t longest = 14;
     if (keyword.size() < 3 || keyword.size() > longest) return {};
-    // One slip in a short word, two in a longer one.
-    std::size_t nearest = keyword.size() < 5 ? 2 : 3;
+    // One slip in the shortest words, two, such as letters that changed places, in the others.
+    std::size_t nearest = keyword.size() < 4 ? 2 : 3;
     std::string_view spelling;
     for (const CommandRow& row : Rows) {
       if (row.Keyword.size() < 2) continue;

@@ -31,14 +31,14 @@ struct LineShape {
 // A box between two opposite corners; its joins are round.
 struct RectangleShape {
   Point Corner, Opposite;
-  Fill Inside;
+  Fill Inside{};
 };
 
 // A closed polygon with round joins; its corners are DisplayList::Corners().
 struct PolygonShape {
   std::uint32_t First = 0;
   std::uint32_t Count = 0;
-  Fill Inside;
+  Fill Inside{};
 };
 
 enum class CircleForm : std::uint8_t {
@@ -52,7 +52,7 @@ struct CircleShape {
   Point Centre;
   double RadiusX = 0, RadiusY = 0;
   double StartAngle = 0, EndAngle = 0;
-  Fill Inside;
+  Fill Inside{};
   CircleForm Form = CircleForm::Full;
 };
 
@@ -67,7 +67,7 @@ struct Operation {
   double Width = 0;              // of the stroke, greater than 0
   Colour Ink = Black;            // of the stroke
   std::uint32_t SourceLine = 0;  // the line of the main script that drew it, from 1
-  Shape Figure;
+  Shape Figure{};
 };
 
 struct Page {

@@ -141,7 +141,10 @@ class Parser {
     std::array<Pending, 5> pending{};
     std::size_t depth = 0;
     value = 0;
-    if (!Operand(value)) return false;
+    if (!Operand(value)) {
+      value = 0;
+      return false;
+    }
     bool complete = true;
     for (;;) {
       const std::size_t before = position_;

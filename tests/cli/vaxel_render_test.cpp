@@ -1,0 +1,233 @@
+// The program as its user meets it: outputs, messages, exit status, and what it leaves behind.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace vaxel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+  int Status = -1;
+  std::string Printed;  // standard output and error
+};
+
+class VaxelRender : public testing::Test {
+ protected:
+  VaxelRender() {
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  ~VaxelRender() override { fs::remove_all(folder_); }
+
+  // Runs the program in the test's folder; arguments as a shell reads them.
+  Outcome Run(const std::string& arguments, const std::string& environment = "") const {
+    const std::string command = "cd '" + folder_.string() + "' && " + environment +
+                                " '" VAXEL_BINARY_DIR "/bin/vaxel-render' " + arguments + " 2>&1";
+    Outcome outcome;
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe)) {
+      outcome.Printed.append(buffer.data(), count);
+    }
+    const int status = pclose(pipe);
+    outcome.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
+  }
+
+  void Write(const std::string& name, const std::string& contents) const {
+    std::ofstream(folder_ / name, std::ios::binary) << contents;
+  }
+  std::string Read(const std::string& name) const {
+    std::ifstream file(folder_ / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::size_t FileCount() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+
+  const fs::path folder_ =
+      fs::path(VAXEL_BINARY_DIR) / "cli-test" / testing::UnitTest::GetInstance()->current_test_info()->name();
+};
+
+const char* const Line = "Trait = 0, 0, 10, 0\n";
+
+TEST_F(VaxelRender, WritesEveryFormat) {
+  Write("dial.dat", Line);
+  const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png -o a.list dial");
+  EXPECT_EQ(outcome.Status, 0);
+  EXPECT_EQ(outcome.Printed, "");
+  EXPECT_EQ(FileCount(), 5U);
+  EXPECT_TRUE(Read("a.svg").starts_with("<svg "));
+  EXPECT_TRUE(Read("a.pdf").starts_with("%PDF-"));
+  EXPECT_TRUE(Read("a.png").starts_with("\x89PNG"));
+  EXPECT_EQ(Read("a.list"),
+            "page 1  200.000 x 200.000\nline 1  #000000 0.265  100.000,100.000 110.000,100.000\n");
+  EXPECT_EQ(Run("--format list dial.dat").Printed, Read("a.list"));
+  EXPECT_EQ(Run("- < dial.dat").Printed, Read("a.svg"));
+}
+
+TEST_F(VaxelRender, TellsTheTargetItsSize) {
+  Write("dial.dat", Line);
+  const auto list = [&](const std::string& options) {
+    const std::string text = Run("--format list " + options + " dial.dat").Printed;
+    return text.substr(7);
+  };
+  EXPECT_EQ(list("--area 100x50.5"),
+            " 100.000 x 50.500\nline 1  #000000 0.265  50.000,25.250 60.000,25.250\n");
+  EXPECT_EQ(list("--target printer --page a3"),
+            " 297.000 x 420.000\nline 1  #000000 0.042  148.500,210.000 158.500,210.000\n");
+  EXPECT_EQ(list("--target printer --page Letter --zoom 2"),
+            " 215.900 x 279.400\nline 1  #000000 0.042  107.950,139.700 127.950,139.700\n");
+  EXPECT_EQ(list("--zmm 1.5 --zoom 2 --dpi 254"),
+            " 200.000 x 200.000\nline 1  #000000 0.100  100.000,100.000 130.000,100.000\n");
+  Write("var.dat", "Trait = 0, 0, %Long, 0\n");
+  EXPECT_EQ(Run("--format list -D Long=10 -D %b=1 var.dat").Printed.substr(7), list(""));
+}
+
+TEST_F(VaxelRender, MakesOneFileAPage) {
+  Write("pages.dat", "X = 0,0,1\nNPage\nX = 0,0,2\n");
+  EXPECT_EQ(Run("--target printer -o p.svg -o p.pdf pages.dat").Status, 0);
+  EXPECT_NE(Read("p.svg").find("x1=\"104\""), std::string::npos);
+  EXPECT_NE(Read("p-2.svg").find("x1=\"103\""), std::string::npos);
+  const Outcome standard = Run("--target printer pages.dat");
+  EXPECT_EQ(standard.Status, 2);
+  EXPECT_NE(standard.Printed.find("2 pages"), std::string::npos);
+}
+
+TEST_F(VaxelRender, MakesTheSamePdfTwice) {
+  Write("dial.dat", Line);
+  for (const char* name : {"a", "b"})
+    Run("-o " + std::string(name) + ".pdf dial.dat", "SOURCE_DATE_EPOCH=1700000000");
+  EXPECT_EQ(Read("a.pdf"), Read("b.pdf"));
+  EXPECT_NE(Read("a.pdf").find("20231114221320"), std::string::npos);
+}
+
+TEST_F(VaxelRender, SaysWhatIsWrongWithItsUse) {
+  Write("dial.dat", Line);
+  const std::array<std::pair<const char*, const char*>, 14> cases = {{
+      {"", "SCRIPT"},
+      {"--area 10 dial.dat", "'10' is not a size"},
+      {"--area 0x5 dial.dat", "'0x5' is not a size"},
+      {"--page B9 dial.dat", "'B9' is not a size"},
+      {"--zoom 0 dial.dat", "'0' is not a number"},
+      {"--zmm -1 dial.dat", "'-1' is not a number"},
+      {"--dpi x dial.dat", "'x' is not a number"},
+      {"--language de dial.dat", "de"},
+      {"--target paper dial.dat", "paper"},
+      {"-o dial.gif dial.dat", "does not tell its format"},
+      {"-o a.svg -o a.svg dial.dat", "given twice"},
+      {"-D 3 dial.dat", "'3' is not NAME=VALUE"},
+      {"-D 'a b=3' dial.dat", "is not NAME=VALUE"},
+      {"--frobnicate dial.dat", "--frobnicate"},
+  }};
+  for (const auto& [arguments, message] : cases) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.Status, 2) << arguments;
+    EXPECT_NE(outcome.Printed.find(message), std::string::npos) << arguments << ": " << outcome.Printed;
+    EXPECT_TRUE(outcome.Printed.starts_with("vaxel-render: ")) << outcome.Printed;
+  }
+  EXPECT_EQ(FileCount(), 1U);
+  EXPECT_EQ(Run("--version").Printed.substr(0, 13), "vaxel-render ");
+  EXPECT_EQ(Run("--help").Status, 0);
+}
+
+TEST_F(VaxelRender, SaysWhatCannotBeRead) {
+  Write("program", std::string("\x7F"
+                               "ELF\0\0",
+                               6));
+  const std::array<std::pair<const char*, const char*>, 3> cases = {{
+      {"missing.dat", "vaxel-render: cannot read missing.dat: No such file or directory\n"},
+      {".", "vaxel-render: cannot read .: it is a folder\n"},
+      {"program", "vaxel-render: program is not a text: it holds NUL characters\n"},
+  }};
+  for (const auto& [file, message] : cases) {
+    const Outcome outcome = Run("-o a.svg " + std::string(file));
+    EXPECT_EQ(outcome.Status, 3) << file;
+    EXPECT_EQ(outcome.Printed, message);
+  }
+  EXPECT_FALSE(fs::exists(folder_ / "a.svg"));
+}
+
+TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
+  Write("dial.dat", "X = 0,0,1\n\nX = 1/0\n");
+  Write("a.svg", "old");
+  const Outcome outcome = Run("-o a.svg -o a.pdf dial.dat");
+  EXPECT_EQ(outcome.Status, 1);
+  EXPECT_EQ(outcome.Printed,
+            "dial.dat:3: Erreur dans la ligne : X = 1/0 du fichier: dial.dat\n\nDivision par zéro\n");
+  EXPECT_EQ(Read("a.svg"), "old");
+  EXPECT_EQ(FileCount(), 2U);
+  EXPECT_EQ(Run("--language en - < dial.dat").Printed,
+            "<stdin>:3: Error in the line: X = 1/0 of the file: \n\nDivision by zero\n");
+  Write("comment.dat", "EpaisT = 2\nEpaisT\n");
+  EXPECT_EQ(Run("-o b.svg comment.dat").Printed, "comment.dat:2: '  2 pixels, 0.53mm\n");
+}
+
+TEST_F(VaxelRender, SaysWhatCannotBeWrittenAndLeavesNothingHalfWritten) {
+  Write("dial.dat", Line);
+  const std::array<std::pair<const char*, const char*>, 5> cases = {{
+      {"-o /dev/full --format svg", "No space left on device"},
+      {"-o /dev/full --format pdf", "No space left on device"},
+      {"-o none/a.svg", "No such file or directory"},
+      {"-o dial.dat/a.svg", "Not a directory"},
+      {"-o . --format svg", "it is a folder"},
+  }};
+  for (const auto& [output, message] : cases) {
+    const Outcome outcome = Run(std::string(output) + " dial.dat");
+    EXPECT_EQ(outcome.Status, 3) << output;
+    EXPECT_NE(outcome.Printed.find(message), std::string::npos) << output << ": " << outcome.Printed;
+  }
+  EXPECT_EQ(FileCount(), 1U);
+  // Where no file may grow beyond 2 kB, a drawing of more is refused and the old one stays.
+  std::string many;
+  for (int i = 0; i < 100; ++i) many += Line;
+  Write("many.dat", many);
+  Write("a.svg", "old");
+  EXPECT_EQ(Run("-o a.svg many.dat", "ulimit -f 2; trap '' XFSZ;").Status, 3);
+  EXPECT_EQ(Read("a.svg"), "old");
+  EXPECT_EQ(FileCount(), 3U);
+  EXPECT_EQ(Run("--dpi 20000 -o big.png dial.dat").Status, 3);
+}
+
+TEST_F(VaxelRender, TakesHugeAndBrokenScripts) {
+  struct Case {
+    std::string Script;
+    int Status;
+    const char* Message;
+  };
+  const std::string comments = "' " + std::string(998, 'x') + "\n";
+  std::string large = Line;
+  while (large.size() < 50'000'000) large += comments;
+  const Case cases[] = {
+      {"", 0, "the script is empty"},
+      {large + Line, 0, ""},
+      {"Trait = 0, 0, " + std::string(10'000'000, '1') + ", 0", 1, "Dépassement de capacité"},
+      {"Trait = 0, 0, 1" + std::string(10'000'000, ' ') + ", 0", 0, ""},
+      {"X = 0, 0, " + std::string(100'000, '('), 1, "Parenthèses imbriquées"},
+      {"Couleur = Rouge \xE9\xFF\x80\n" + std::string(Line), 0, ""},
+      {"Arc = 0, 90, 50\nGrad = 1E9, 5", 1, "Dépassement de capacité"},
+      {std::string(1'000'000, '%'), 1, "Variable inconnue"},
+      {"\xFF\xFE", 0, "the script is empty"},
+  };
+  for (const Case& c : cases) {
+    Write("dial.dat", c.Script);
+    const Outcome outcome = Run("-o a.svg dial.dat");
+    const std::string shown = c.Script.substr(0, 30);
+    EXPECT_EQ(outcome.Status, c.Status) << shown;
+    EXPECT_NE(outcome.Printed.find(c.Message), std::string::npos)
+        << shown << ": " << outcome.Printed.substr(0, 500);
+    EXPECT_LT(outcome.Printed.size(), 1000U) << shown;
+  }
+}
+
+}  // namespace
+}  // namespace vaxel::test

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Usage: windows_program_test.sh SOURCE_FOLDER VAXEL_RENDER_EXE
+#
+# The Windows program under Wine: it draws what the native one draws, into a file whose name no code page holds.
+set -euo pipefail
+source=$1 program=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+fail() { echo "FAILED: $*"; exit 1; }
+render() { "$source/scripts/wine-run" "$program" "$@"; }
+
+cp "$source/examples/linear-270.dat" "$folder/Ωhm.dat"
+cd "$folder"
+render -o Ωhm.list -o Ωhm.svg Ωhm || fail "status $?"
+cmp Ωhm.list "$source/tests/golden/linear-270.screen.txt" || fail "another drawing"
+grep -q '^<svg ' Ωhm.svg || fail "no SVG"
+
+# Standard output is not changed on its way, and a missing renderer is said.
+render --format list Ωhm.dat | cmp - Ωhm.list || fail "standard output differs"
+status=0
+render -o x.pdf Ωhm.dat 2>message || status=$?
+[[ $status -eq 3 ]] || fail "status $status for a PDF"
+grep -q 'SVG and the list format only' message || fail "message: $(cat message)"
+status=0
+echo 'X = 1/0' | render - 2>message || status=$?
+[[ $status -eq 1 ]] || fail "status $status for a failing script"
+[[ ! -e x.pdf && $(ls | wc -l) -eq 4 ]] || fail "left behind: $(ls)"

@@ -1,0 +1,85 @@
+#include "interpreter/text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "interpreter/number_text.h"
+#include "interpreter/text_encoding.h"
+
+namespace vaxel {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Text, UpperCaseKeepsItsLength) {
+  EXPECT_EQ(UpperCase("Début œuvre ÿ ÷ µ ωμς журнал ё \xFF"), "DÉBUT ŒUVRE Ÿ ÷ µ ΩΜΣ ЖУРНАЛ Ё \xFF");
+  EXPECT_TRUE(EqualIgnoringCase("Été", "éTÉ"));
+  EXPECT_EQ(DropLastCharacter("45°"), "45");
+  EXPECT_EQ(DropLastCharacter(""), "");
+  EXPECT_EQ(Shorten("aé", 2), "a…");
+}
+
+TEST(Text, NumbersAreReadToTheirEnd) {
+  struct Case {
+    const char* Text;
+    double Value;
+    std::size_t Length;
+  };
+  const Case cases[] = {
+      {"12", 12, 2},      {"12.50x", 12.5, 5}, {".5", 0.5, 2},
+      {"5.", 5, 2},       {".", 0, 0},         {"x", 0, 0},
+      {"1e3", 1000, 3},   {"1E", 1, 1},        {"1E+x", 1, 1},
+      {"1e-3", 0.001, 4}, {"0.1", 0.1, 3},     {"1234567890123456789", 1234567890123456789.0, 19}};
+  for (const Case& c : cases) {
+    double value = 0;
+    EXPECT_EQ(ReadUnsignedNumber(c.Text, value), c.Length) << c.Text;
+    EXPECT_EQ(value, c.Value) << c.Text;
+  }
+  EXPECT_EQ(LeadingNumber("  -2.5mm"), -2.5);
+  EXPECT_EQ(LeadingNumber("mm"), 0);
+  EXPECT_TRUE(IsNumber(" -2.5 "));
+  for (const char* text : {"", "Rouge", "5R", "1,5", "-"}) EXPECT_FALSE(IsNumber(text)) << text;
+}
+
+TEST(NumberText, IsTheShortestThatReadsBack) {
+  EXPECT_EQ(NumberText(0.1), "0.1");
+  EXPECT_EQ(NumberText(10), "10");
+  EXPECT_EQ(NumberText(-0.0), "0");
+  EXPECT_EQ(NumberText(1.0 / 3), "0.333333333333333");
+  EXPECT_EQ(NumberText(0.1 + 0.2), "0.3");
+  EXPECT_EQ(NumberText(1e20), "1E+20");
+  EXPECT_EQ(NumberText(-1.5e-7), "-1.5E-07");
+  EXPECT_EQ(FixedText(-0.001, 2), "0.00");
+  EXPECT_EQ(FixedText(2.345678, 2), "2.35");
+}
+
+TEST(TextEncoding, IsToldByTheBytes) {
+  struct Case {
+    std::string Bytes;
+    std::string Text;
+    TextEncoding Encoding;
+  };
+  const Case cases[] = {
+      {"µ°\n", "µ°\n", TextEncoding::Utf8},
+      {"\xEF\xBB\xBFx", "x", TextEncoding::Utf8WithMark},
+      {"45\xB0 \x80\xA7", "45° €§", TextEncoding::Windows1252},
+      // A surrogate, an overlong form and a sequence that is cut short are no UTF-8.
+      {"\xED\xA0\x80", "í\u00A0€", TextEncoding::Windows1252},
+      {"\xC0\x80", "À€", TextEncoding::Windows1252},
+      {"a\xE2\x82", "aâ‚", TextEncoding::Windows1252},
+      {"\xFF\xFE"s + "A\0\xA9\x03\x3D\xD8\x00\xDE\x00\xD8x\0"s, "AΩ😀\uFFFDx",
+       TextEncoding::Utf16LittleEndian},
+      {"\xFE\xFF"s + "\0A\x03\xA9"s, "AΩ", TextEncoding::Utf16BigEndian},
+  };
+  for (const Case& c : cases) {
+    const auto decoded = DecodeText(c.Bytes);
+    ASSERT_TRUE(decoded) << c.Text;
+    EXPECT_EQ(decoded->Text, c.Text);
+    EXPECT_EQ(decoded->Encoding, c.Encoding) << c.Text;
+  }
+  EXPECT_FALSE(DecodeText("\x7F"s + "ELF\0\0"s));
+}
+
+}  // namespace
+}  // namespace vaxel

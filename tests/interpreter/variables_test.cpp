@@ -1,0 +1,64 @@
+#include "interpreter/variables.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "interpreter/script_fault.h"
+
+namespace vaxel {
+namespace {
+
+FaultReason ReasonOf(const VariableTable& variables, const std::string& text) {
+  try {
+    Substitute(text, variables, {});
+  } catch (const ScriptFault& fault) {
+    return fault.Reason();
+  }
+  return FaultReason::None;
+}
+
+TEST(Variables, ReferencesAreReplacedByValues) {
+  VariableTable variables;
+  variables.Set("%R", "20");
+  variables.Set("%Rayon", "50");
+  variables.Set("%Deux", "2*%R");
+  variables.Set("%r", "21");
+  EXPECT_EQ(variables.VarCount, 3);
+  EXPECT_EQ(variables.VarNames[0], "%R");
+  EXPECT_EQ(Substitute("%R+%RAYON°,(%deux)%R", variables, {}), "21+50°,(2*21)21");
+  EXPECT_EQ(Substitute("%R§%R", variables, {}), "21§21");
+  EXPECT_EQ(Substitute("%R;%R", variables, {";", "#"}), "21;21");
+  EXPECT_EQ(Substitute("none", variables, {}), "none");
+}
+
+TEST(Variables, ReportsWhatCannotBeReplaced) {
+  VariableTable variables;
+  variables.Set("%A", "%B");
+  variables.Set("%B", "1+%A");
+  EXPECT_EQ(ReasonOf(variables, "%A"), FaultReason::CircularVariable);
+  EXPECT_EQ(ReasonOf(variables, "%C"), FaultReason::UnknownVariable);
+  EXPECT_EQ(ReasonOf(variables, "50 %"), FaultReason::UnknownVariable);
+  EXPECT_EQ(ReasonOf(variables, "%zoom"), FaultReason::SystemVariableNotAvailable);
+
+  // Ten references in each value to the one before: the text would have 10^9 characters.
+  VariableTable growing;
+  growing.Set("%V0", "1");
+  for (int i = 1; i < 10; ++i) {
+    std::string value;
+    for (int k = 0; k < 10; ++k) value += "%V" + std::to_string(i - 1) + " ";
+    growing.Set("%V" + std::to_string(i), value);
+  }
+  EXPECT_EQ(ReasonOf(growing, "%V9"), FaultReason::TextTooLong);
+}
+
+TEST(Variables, ALevelHasThirtyTwo) {
+  VariableTable variables;
+  for (int i = 0; i < 32; ++i) variables.Set("%V" + std::to_string(i), "x");
+  variables.Set("%v31", "y");
+  EXPECT_EQ(*variables.Find("%V31"), "y");
+  EXPECT_THROW(variables.Set("%V32", "x"), ScriptFault);
+}
+
+}  // namespace
+}  // namespace vaxel

@@ -1,0 +1,232 @@
+// What comes out, measured on the pixels: PDF through poppler, SVG through librsvg, PNG as written.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <string>
+
+#include "render/cairo_module.h"
+#include "render/svg_renderer.h"
+#include "tests/render/cairo_picture.h"
+#include "tests/support/script_run.h"
+
+namespace vaxel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double Dpi = 1016;  // 40 pixels a millimetre
+constexpr double Scale = Dpi / 25.4;
+
+class FileSink : public ByteSink {
+ public:
+  explicit FileSink(const fs::path& path) : file_(path, std::ios::binary) {}
+  void Write(std::string_view bytes) override {
+    file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+
+ private:
+  std::ofstream file_;
+};
+
+fs::path Folder() {
+  const fs::path folder = fs::path(VAXEL_BINARY_DIR) / "measured";
+  fs::create_directories(folder);
+  return folder;
+}
+
+void Execute(const std::string& command) {
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+const CairoFunctions& Cairo() {
+  std::string error;
+  const CairoFunctions* functions = LoadCairo(error);
+  if (!functions) throw std::runtime_error(error);
+  return *functions;
+}
+
+Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi, std::size_t page = 0) {
+  const fs::path pdf = Folder() / (name + ".pdf");
+  {
+    FileSink sink(pdf);
+    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink), "");
+  }
+  const std::string number = std::to_string(page + 1);
+  const std::string picture = (Folder() / (name + "-pdf-" + number)).string();
+  Execute("pdftoppm -gray -png -singlefile -f " + number + " -r " + std::to_string(dpi) + " '" +
+          pdf.string() + "' '" + picture + "'");
+  return {picture + ".png", dpi / 25.4};
+}
+
+Picture ThroughSvg(const DisplayList& list, const std::string& name, std::size_t page) {
+  const fs::path svg = Folder() / (name + ".svg");
+  {
+    FileSink sink(svg);
+    SvgRenderer renderer(sink);
+    PlayPage(list, page, renderer);
+  }
+  const std::string picture = (Folder() / (name + "-svg.png")).string();
+  const std::string dpi = std::to_string(static_cast<int>(Dpi));
+  Execute("rsvg-convert -b white -d " + dpi + " -p " + dpi + " -o '" + picture + "' '" + svg.string() + "'");
+  return {picture, Scale};
+}
+
+Picture ThroughPng(const DisplayList& list, const std::string& name, std::size_t page) {
+  const fs::path png = Folder() / (name + ".png");
+  {
+    FileSink sink(png);
+    EXPECT_EQ(Cairo().WritePng(list, page, Dpi, sink), "");
+  }
+  return {png.string(), Scale};
+}
+
+// ---- All renderers alike ----------------------------------------------------------------------------
+
+struct Figure {
+  const char* Name;
+  Shape Drawn;
+  Picture::Box Ink;  // worked out by hand, the stroke of 0.2 mm included
+};
+
+constexpr double Turn = 2 * std::numbers::pi;
+constexpr double Degree = Turn / 360;
+const Fill Filled{true, Black};
+
+const std::array<Figure, 10> Figures = {{
+    {"line", LineShape{{5, 6}, {31, 21}}, {4.9, 5.9, 31.1, 21.1}},
+    {"box", RectangleShape{{30, 20}, {10, 5}, {}}, {9.9, 4.9, 30.1, 20.1}},
+    {"filled-box", RectangleShape{{10, 5}, {30, 20}, Filled}, {9.9, 4.9, 30.1, 20.1}},
+    {"circle", CircleShape{{20, 15}, 10, 10}, {9.9, 4.9, 30.1, 25.1}},
+    {"ellipse", CircleShape{{20, 15}, 15, 5, 0, 0, Filled}, {4.9, 9.9, 35.1, 20.1}},
+    // From 30° to 150°: ±10·cos 30° = 8.660 to the sides, y from 10·sin 30° = 5 up to 10.
+    {"arc",
+     CircleShape{{20, 20}, 10, 10, 30 * Degree, 150 * Degree, {}, CircleForm::Arc},
+     {11.2397, 9.9, 28.7603, 15.1}},
+    // From −45° through 0° to 45°.
+    {"arc-through-0",
+     CircleShape{{10, 15}, 10, 10, -45 * Degree, 45 * Degree, {}, CircleForm::Arc},
+     {16.9711, 7.8289, 20.1, 22.1711}},
+    // All but one degree about 180°.
+    {"arc-nearly-whole",
+     CircleShape{{20, 15}, 10, 10, -179.5 * Degree, 179.5 * Degree, {}, CircleForm::Arc},
+     {9.9004, 4.9, 30.1, 25.1}},
+    {"pie", CircleShape{{15, 20}, 10, 10, 0, 90 * Degree, Filled, CircleForm::Pie}, {14.9, 9.9, 25.1, 20.1}},
+    {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}},
+}};
+
+DisplayList ListOfFigures() {
+  DisplayList list;
+  for (const Figure& figure : Figures) {
+    list.BeginPage(40, 30);
+    list.Add({0.2, Black, 1, figure.Drawn});
+  }
+  list.BeginPage(40, 30);
+  list.AddPolygon(std::array{Point{10, 5}, Point{30, 5}, Point{20, 25}}, {}, {0.2, Black, 1, {}});
+  list.BeginPage(40, 30);
+  list.AddPolygon(std::array{Point{10, 5}, Point{30, 5}, Point{20, 25}}, Filled, {0.2, Black, 1, {}});
+  return list;
+}
+
+constexpr double Agreement = 0.05;
+
+void ExpectBox(const Picture::Box& measured, const Picture::Box& expected, const std::string& what) {
+  EXPECT_NEAR(measured.Left, expected.Left, Agreement) << what;
+  EXPECT_NEAR(measured.Top, expected.Top, Agreement) << what;
+  EXPECT_NEAR(measured.Right, expected.Right, Agreement) << what;
+  EXPECT_NEAR(measured.Bottom, expected.Bottom, Agreement) << what;
+}
+
+TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
+  const DisplayList list = ListOfFigures();
+  for (std::size_t page = 0; page < list.Pages().size(); ++page) {
+    const bool isPolygon = page >= Figures.size();
+    const std::string name = isPolygon ? "polygon-" + std::to_string(page) : Figures[page].Name;
+    const Picture::Box expected = isPolygon ? Picture::Box{9.9, 4.9, 30.1, 25.1} : Figures[page].Ink;
+    const std::array pictures = {ThroughPng(list, name, page), ThroughSvg(list, name, page),
+                                 ThroughPdf(list, "figures", Dpi, page)};
+    const Picture::Place centre = pictures[0].CentreOfInk(pictures[0].Whole());
+    const double ink = pictures[0].InkIn(pictures[0].Whole());
+    for (const Picture& picture : pictures) {
+      ExpectBox(picture.InkBox(), expected, name);
+      const Picture::Place own = picture.CentreOfInk(picture.Whole());
+      EXPECT_NEAR(own.X, centre.X, 0.02) << name;
+      EXPECT_NEAR(own.Y, centre.Y, 0.02) << name;
+      EXPECT_NEAR(picture.InkIn(picture.Whole()), ink, 0.02 * ink + 0.003) << name;
+    }
+    EXPECT_NEAR(pictures[0].StoredDpi(), Dpi, 0.05);
+  }
+}
+
+// ---- True size --------------------------------------------------------------------------------------
+
+TEST(MeasuredOutput, AHundredMillimetresAreAHundredMillimetres) {
+  // A stroke with round ends of 0.2 mm, and the end marks of a scale of the same length.
+  const ScriptRun run = RunText(
+      "CentreI = 105, 148.5, N\nTrait = -50, 0, 50, 0, 0.2mm§R\nDroite = -50, 50, 30, N\nGrad = 1, 5, , , "
+      "0.2mm§R",
+      ForPrinter());
+  ASSERT_EQ(run.End, RunEnd::Completed);
+  const Picture page = ThroughPdf(run.List, "true-size", 600);
+  EXPECT_NEAR(page.WidthMm(), 210, 0.05);
+  EXPECT_NEAR(page.HeightMm(), 297, 0.05);
+  // The middle of the stroke is all ink, so that the ink of one row of pixels is the stroke's length there.
+  const double row = 25.4 / 600;
+  const double length = page.InkIn({0, 148.5 - row / 2, 210, 148.5 + row / 2}) / row;
+  EXPECT_NEAR(length - 0.2, 100, 0.02);
+  const Picture::Place left = page.CentreOfInk({50, 110, 60, 125});
+  const Picture::Place right = page.CentreOfInk({150, 110, 160, 125});
+  EXPECT_NEAR(right.X - left.X, 100, 0.02);
+  EXPECT_NEAR(left.X, 55, 0.02);
+  EXPECT_NEAR(left.Y, 148.5 - 30 - 2.5, 0.02);
+}
+
+// A small sheet with the pivot in its middle, at 60, 60.
+RunSettings OnASmallSheet() {
+  RunSettings settings = ForPrinter();
+  settings.Target.WidthMm = settings.Target.HeightMm = 120;
+  return settings;
+}
+
+TEST(MeasuredOutput, GraduationsLieWithinAHundredthOfAMillimetre) {
+  // The middles of five marks from 50 to 56 mm, worked out by hand: 53 mm from the pivot at each angle.
+  const ScriptRun run = RunText("Arc = -45, 225, 50, N\nGrad = 8, 6, , , 0.2mm§R", OnASmallSheet());
+  const Picture page = ThroughPdf(run.List, "graduations", Dpi);
+  for (int mark = 0; mark <= 8; ++mark) {
+    const double angle = (-45 + mark * 33.75) * Degree;
+    const double x = 60 - 53 * std::cos(angle), y = 60 - 53 * std::sin(angle);
+    const Picture::Place place = page.CentreOfInk({x - 4, y - 4, x + 4, y + 4});
+    EXPECT_NEAR(place.X, x, 0.01) << mark;
+    EXPECT_NEAR(place.Y, y, 0.01) << mark;
+  }
+}
+
+TEST(MeasuredOutput, TheArcIsRoundToAHundredthOfAMillimetre) {
+  const ScriptRun run = RunText("EpaisT = 0.2mm\nArc = -45, 225, 50", OnASmallSheet());
+  const Picture page = ThroughPdf(run.List, "arc", Dpi);
+  // Where the arc crosses the lines through its centre, across a band so narrow that it is straight there.
+  const double band = 0.5;
+  EXPECT_NEAR(page.CentreOfInk({60 - band / 2, 5, 60 + band / 2, 15}).Y, 10, 0.01);
+  EXPECT_NEAR(page.CentreOfInk({5, 60 - band / 2, 15, 60 + band / 2}).X, 10, 0.01);
+  for (double degrees : {-40.0, 13.0, 61.0, 121.0, 200.0}) {
+    const double x = 60 - 50 * std::cos(degrees * Degree), y = 60 - 50 * std::sin(degrees * Degree);
+    const Picture::Place near = page.CentreOfInk({x - 0.5, y - 0.5, x + 0.5, y + 0.5});
+    EXPECT_NEAR(std::hypot(near.X - 60, near.Y - 60), 50, 0.01) << degrees;
+  }
+}
+
+TEST(MeasuredOutput, StrokesThatLeaveThePageFarAwayStillCrossIt) {
+  DisplayList list;
+  list.BeginPage(40, 30);
+  list.Add({0.2, Black, 1, LineShape{{-1e9, 15}, {1e9, 15}}});
+  list.Add({0.2, Black, 1, CircleShape{{20, 15}, 1e9, 1e9}});
+  const Picture picture = ThroughPng(list, "far", 0);
+  ExpectBox(picture.InkBox(), {0, 14.9, 40, 15.1}, "far");
+}
+
+}  // namespace
+}  // namespace vaxel::test

@@ -1,0 +1,79 @@
+#include "tests/render/cairo_picture.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+
+namespace vaxel::test {
+namespace {
+
+// The density chunk of a PNG file: pixels a metre.
+double DpiOf(const std::string& fileName) {
+  std::ifstream file(fileName, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  const std::size_t chunk = bytes.find("pHYs");
+  if (chunk == std::string::npos) return 0;
+  double perMetre = 0;
+  for (std::size_t i = 4; i < 8; ++i)
+    perMetre = perMetre * 256 + static_cast<unsigned char>(bytes[chunk + i]);
+  return perMetre * 0.0254;
+}
+
+}  // namespace
+
+Picture::Picture(const std::string& fileName, double pixelsPerMm)
+    : scale_(pixelsPerMm), storedDpi_(DpiOf(fileName)) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  if (!png_image_begin_read_from_file(&image, fileName.c_str())) return;
+  image.format = PNG_FORMAT_GRAY;
+  std::vector<png_byte> grey(PNG_IMAGE_SIZE(image));
+  const png_color white = {255, 255, 255};
+  if (!png_image_finish_read(&image, &white, grey.data(), 0, nullptr)) return;
+  width_ = image.width;
+  height_ = image.height;
+  for (png_byte value : grey) ink_.push_back(1 - static_cast<float>(value) / 255);
+}
+
+template <class Use>
+void Picture::ForEachPixel(const Box& box, Use use) const {
+  const auto pixel = [this](double mm, std::size_t most) {
+    return static_cast<std::size_t>(std::clamp(std::round(mm * scale_), 0.0, static_cast<double>(most)));
+  };
+  for (std::size_t y = pixel(box.Top, height_); y < pixel(box.Bottom, height_); ++y) {
+    for (std::size_t x = pixel(box.Left, width_); x < pixel(box.Right, width_); ++x) {
+      use(static_cast<double>(x), static_cast<double>(y), static_cast<double>(ink_[y * width_ + x]));
+    }
+  }
+}
+
+Picture::Box Picture::InkBox() const {
+  Box box{1e9, 1e9, -1e9, -1e9};
+  ForEachPixel(Whole(), [&](double x, double y, double ink) {
+    if (ink < 0.5) return;
+    box = {std::min(box.Left, x / scale_), std::min(box.Top, y / scale_),
+           std::max(box.Right, (x + 1) / scale_), std::max(box.Bottom, (y + 1) / scale_)};
+  });
+  return box;
+}
+
+double Picture::InkIn(const Box& box) const {
+  double sum = 0;
+  ForEachPixel(box, [&](double, double, double ink) { sum += ink; });
+  return sum / (scale_ * scale_);
+}
+
+Picture::Place Picture::CentreOfInk(const Box& box) const {
+  double sum = 0, sumX = 0, sumY = 0;
+  ForEachPixel(box, [&](double x, double y, double ink) {
+    sum += ink;
+    sumX += ink * (x + 0.5);
+    sumY += ink * (y + 0.5);
+  });
+  return {sumX / sum / scale_, sumY / sum / scale_};
+}
+
+}  // namespace vaxel::test

@@ -1,0 +1,45 @@
+// Pictures as they come out, to be measured.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vaxel::test {
+
+// How much of each pixel is inked: 0 white, 1 black.
+class Picture {
+ public:
+  // Reads a PNG file; an unreadable one is an empty picture.
+  Picture(const std::string& fileName, double pixelsPerMm);
+
+  struct Box {
+    double Left, Top, Right, Bottom;
+  };
+
+  double WidthMm() const { return static_cast<double>(width_) / scale_; }
+  double HeightMm() const { return static_cast<double>(height_) / scale_; }
+  // The pixels that are at least half inked, in mm.
+  Box InkBox() const;
+  // Sum of the ink inside a box, in mm².
+  double InkIn(const Box& box) const;
+  // The centre of gravity of the ink inside a box, in mm.
+  struct Place {
+    double X, Y;
+  };
+  Place CentreOfInk(const Box& box) const;
+  Box Whole() const { return {0, 0, WidthMm(), HeightMm()}; }
+  // Pixels an inch that the file says it has; 0 when it says nothing.
+  double StoredDpi() const { return storedDpi_; }
+
+ private:
+  template <class Use>
+  void ForEachPixel(const Box& box, Use use) const;
+
+  double scale_;
+  double storedDpi_ = 0;
+  std::size_t width_ = 0, height_ = 0;
+  std::vector<float> ink_;
+};
+
+}  // namespace vaxel::test

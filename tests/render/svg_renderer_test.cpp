@@ -1,0 +1,90 @@
+#include "render/svg_renderer.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <numbers>
+#include <string>
+
+#include "render/decimal_text.h"
+
+namespace vaxel {
+namespace {
+
+class StringSink : public ByteSink {
+ public:
+  void Write(std::string_view bytes) override { text += bytes; }
+  std::string text;
+};
+
+std::string SvgOf(const DisplayList& list) {
+  StringSink sink;
+  SvgRenderer renderer(sink);
+  PlayPage(list, 0, renderer);
+  return sink.text;
+}
+
+TEST(SvgRenderer, WritesOneElementAnOperation) {
+  DisplayList list;
+  list.BeginPage(200, 99.5);
+  const auto add = [&](std::uint32_t line, Shape figure) {
+    list.Add({0.25, MakeColour(255, 0, 0), line, figure});
+  };
+  const Fill blue{true, MakeColour(0, 0, 255)};
+  constexpr double turn = 2 * std::numbers::pi;
+  add(1, LineShape{{1, 2}, {3.00004, -4.56789}});
+  add(2, RectangleShape{{5, 8}, {1, 2}, blue});
+  list.AddPolygon(std::array{Point{1, 1}, Point{2, 1}, Point{1, 2}}, blue, {0.25, 0, 3, {}});
+  add(4, CircleShape{{10, 10}, 5, 5});
+  add(5, CircleShape{{10, 10}, 5, 2, 0, 0, blue});
+  add(6, CircleShape{{10, 10}, 5, 5, 0, turn / 2, {}, CircleForm::Arc});
+  add(7, CircleShape{{10, 10}, 5, 5, 0, turn / 4, blue, CircleForm::Pie});
+  add(8, PointShape{{7, 7}});
+  EXPECT_EQ(
+      SvgOf(list),
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"200mm\" height=\"99.5mm\" viewBox=\"0 0 200 99.5\" "
+      "fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
+      "<line x1=\"1\" y1=\"2\" x2=\"3\" y2=\"-4.5679\" stroke=\"#ff0000\" stroke-width=\"0.25\" "
+      "data-line=\"1\"/>\n"
+      "<rect x=\"1\" y=\"2\" width=\"4\" height=\"6\" fill=\"#0000ff\" stroke=\"#ff0000\" "
+      "stroke-width=\"0.25\" "
+      "data-line=\"2\"/>\n"
+      "<polygon points=\"1,1 2,1 1,2\" fill=\"#0000ff\" stroke=\"#000000\" stroke-width=\"0.25\" "
+      "data-line=\"3\"/>\n"
+      "<circle cx=\"10\" cy=\"10\" r=\"5\" stroke=\"#ff0000\" stroke-width=\"0.25\" data-line=\"4\"/>\n"
+      "<ellipse cx=\"10\" cy=\"10\" rx=\"5\" ry=\"2\" fill=\"#0000ff\" stroke=\"#ff0000\" "
+      "stroke-width=\"0.25\" "
+      "data-line=\"5\"/>\n"
+      "<path d=\"M15 10 A5 5 0 0 0 10 5 A5 5 0 0 0 5 10\" stroke=\"#ff0000\" stroke-width=\"0.25\" "
+      "data-line=\"6\"/>\n"
+      "<path d=\"M10 10 L15 10 A5 5 0 0 0 13.5355 6.4645 A5 5 0 0 0 10 5 Z\" fill=\"#0000ff\" "
+      "stroke=\"#ff0000\" "
+      "stroke-width=\"0.25\" data-line=\"7\"/>\n"
+      "<line x1=\"7\" y1=\"7\" x2=\"7\" y2=\"7\" stroke=\"#ff0000\" stroke-width=\"0.25\" data-line=\"8\"/>\n"
+      "</svg>\n");
+}
+
+TEST(DecimalText, RoundsAndDropsWhatSaysNothing) {
+  const auto fixed = [](double value, int decimals) {
+    std::string text;
+    AppendFixed(text, value, decimals);
+    return text;
+  };
+  const auto brief = [](double value, int decimals) {
+    std::string text;
+    AppendShort(text, value, decimals);
+    return text;
+  };
+  EXPECT_EQ(fixed(1.0005, 3), "1.001");
+  EXPECT_EQ(fixed(-0.0004, 3), "0.000");
+  EXPECT_EQ(fixed(-0.0006, 3), "-0.001");
+  EXPECT_EQ(fixed(12, 0), "12");
+  EXPECT_EQ(fixed(1e9, 3), "1000000000.000");
+  EXPECT_EQ(brief(1.5, 4), "1.5");
+  EXPECT_EQ(brief(-100, 4), "-100");
+  EXPECT_EQ(brief(0.00001, 4), "0");
+  EXPECT_EQ(brief(999.99999, 4), "1000");
+}
+
+}  // namespace
+}  // namespace vaxel

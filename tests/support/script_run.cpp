@@ -1,0 +1,80 @@
+#include "tests/support/script_run.h"
+
+#include "commands/command_table.h"
+#include "render/list_renderer.h"
+
+namespace vaxel::test {
+namespace {
+
+class RecordingHost : public RunHost {
+ public:
+  explicit RecordingHost(ScriptRun& run) : run_(run) {}
+
+  void ShowError(const ErrorReport& report) override { run_.Errors.push_back(report); }
+  void ProcessPendingEvents() override {}
+  void WriteComment(std::string_view, std::uint32_t lineNumber, std::string_view comment) override {
+    run_.Comments.push_back(std::to_string(lineNumber) + ":" + std::string(comment));
+  }
+
+ private:
+  ScriptRun& run_;
+};
+
+class StringSink : public ByteSink {
+ public:
+  void Write(std::string_view bytes) override { text += bytes; }
+  std::string text;
+};
+
+}  // namespace
+
+RunSettings ForPrinter() {
+  RunSettings settings;
+  settings.Target = {.Kind = TargetKind::Printer, .WidthMm = 210, .HeightMm = 297, .PixelMm = 25.4 / 600};
+  return settings;
+}
+
+std::string ScriptRun::Reason() const {
+  if (Errors.empty()) return {};
+  const std::string& text = Errors.back().Text;
+  return text.substr(text.rfind('\n') + 1);
+}
+
+ScriptRun RunText(std::string_view script, const RunSettings& settings) {
+  ScriptRun result;
+  RecordingHost host(result);
+  RunContext run(host, AllCommands(), result.List);
+  run.LangBase = settings.LangBase;
+  for (const auto& [name, value] : settings.Variables) run.Level().Variables.Set(name, value);
+  result.End = RunScript(run, settings.Target, std::string(script), settings.FileName);
+  result.OrderState = run.OrderState;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(run.Levels[0].Variables.VarCount); ++i) {
+    result.Variables.emplace_back(run.Levels[0].Variables.VarNames[i], run.Levels[0].Variables.VarValues[i]);
+  }
+  return result;
+}
+
+std::string PagesText(const DisplayList& list) {
+  StringSink sink;
+  ListRenderer renderer(sink);
+  PlayAll(list, renderer);
+  return sink.text;
+}
+
+std::string ListText(const DisplayList& list) {
+  const std::string pages = PagesText(list);
+  std::string text;
+  for (std::string_view rest = pages; !rest.empty();) {
+    const std::size_t end = rest.find('\n') + 1;
+    if (!rest.starts_with("page ")) text += rest.substr(0, end);
+    rest.remove_prefix(end);
+  }
+  return text;
+}
+
+std::string Drawn(std::string_view script, const RunSettings& settings) {
+  const ScriptRun run = RunText(script, settings);
+  return run.Errors.empty() ? ListText(run.List) : "error: " + run.Errors.back().Text;
+}
+
+}  // namespace vaxel::test

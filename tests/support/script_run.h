@@ -1,0 +1,43 @@
+// Runs a script as a program would and keeps all that comes of it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drawing/display_list.h"
+#include "interpreter/run.h"
+
+namespace vaxel::test {
+
+struct RunSettings {
+  RunTarget Target{};
+  std::vector<std::pair<std::string, std::string>> Variables{};
+  std::string FileName = "dial.dat";
+  int LangBase = 0;
+};
+
+RunSettings ForPrinter();
+
+struct ScriptRun {
+  RunEnd End = RunEnd::Completed;
+  DisplayList List;
+  std::vector<ErrorReport> Errors;
+  std::vector<std::string> Comments;  // "LINE: comment"
+  std::int16_t OrderState = 0;
+  std::vector<std::pair<std::string, std::string>> Variables{};
+
+  // The last line of the report of the only error; empty when there was none.
+  std::string Reason() const;
+};
+
+ScriptRun RunText(std::string_view script, const RunSettings& settings = {});
+
+// The display list as text, without the lines that begin its pages.
+std::string ListText(const DisplayList& list);
+std::string PagesText(const DisplayList& list);
+
+std::string Drawn(std::string_view script, const RunSettings& settings = {});
+
+}  // namespace vaxel::test
