@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 
 #include "tests/support/script_run.h"
@@ -8,7 +9,7 @@
 namespace vaxel::test {
 namespace {
 
-long CountMarks(const std::string& script) {
+std::ptrdiff_t CountMarks(const std::string& script) {
   const ScriptRun run = RunText(script);
   EXPECT_TRUE(run.Errors.empty()) << script << ": " << run.Reason();
   const std::string list = ListText(run.List);
