@@ -98,8 +98,10 @@ LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
   };
   const auto interval = NumberOf(parts[0], run.Separators);
   if (!interval) throw ScriptFault(FaultReason::MissingParameter, "1");
-  const LogStepping stepping{static_cast<float>(*interval), static_cast<float>(part(1, 10)),
-                             static_cast<float>(part(2, 1))};
+  // Any interval above a decade leads from decade to decade.
+  constexpr double largest = 1000;
+  const LogStepping stepping{static_cast<float>(std::min(*interval, largest)),
+                             static_cast<float>(part(1, 10)), static_cast<float>(part(2, 1))};
   if (stepping.LogInterval < LogStepping::SmallestInterval) {
     throw ScriptFault(FaultReason::BadInterval, Shorten(Trim(parts[0]), 40));
   }

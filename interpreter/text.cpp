@@ -23,6 +23,10 @@ std::uint32_t UpperCodePoint(std::uint32_t c) {
   return c;
 }
 
+char AsciiUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
+}
+
 bool IsContinuation(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
@@ -63,7 +67,12 @@ std::string UpperCase(std::string_view text) {
 }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && (a == b || UpperCase(a) == UpperCase(b));
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (static_cast<unsigned char>(a[i] | b[i]) >= 0x80) return UpperCase(a) == UpperCase(b);
+    if (AsciiUpper(a[i]) != AsciiUpper(b[i])) return false;
+  }
+  return true;
 }
 
 std::string_view DropLastCharacter(std::string_view text) {

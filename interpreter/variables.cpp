@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t MaxDepth = 100;
 constexpr std::size_t MaxTextLength = 16'000'000;
+// More of them in one text are a mistake, and would take long to replace.
+constexpr std::size_t MaxReferences = 1'000'000;
 constexpr std::size_t ReportedLength = 60;
 
 constexpr std::array<std::string_view, 15> SystemNames = {"%IREC", "%FILE", "%FIL1", "%PATH", "%DATE",
@@ -41,6 +43,7 @@ class Substitution {
   }
 
   void ExpandReference(std::string_view name) {
+    if (++references_ > MaxReferences) throw ScriptFault(FaultReason::TextTooLong);
     const std::string* value = variables_.Find(name);
     if (!value) {
       const bool isSystem = std::any_of(SystemNames.begin(), SystemNames.end(), [&](std::string_view known) {
@@ -61,6 +64,7 @@ class Substitution {
   const VariableTable& variables_;
   const Separators& separators_;
   std::vector<const std::string*> active_;
+  std::size_t references_ = 0;
 };
 
 }  // namespace
@@ -88,12 +92,13 @@ void VariableTable::Set(std::string_view name, std::string_view value) {
 }
 
 std::string_view ReferenceName(std::string_view text, const Separators& separators) {
-  std::size_t end = std::min(text.size(), text.find_first_of(" =+-*/^)<>", 1));
+  // The cheapest search comes first and bounds the others: a line may hold a great many references.
+  text = text.substr(0, text.find_first_of(" =+-*/^)<>", 1));
   for (std::string_view mark :
        {std::string_view("°"), std::string_view(separators.First), std::string_view(separators.Second)}) {
-    end = std::min(end, text.find(mark, 1));
+    text = text.substr(0, text.find(mark, 1));
   }
-  return text.substr(0, end);
+  return text;
 }
 
 std::string Substitute(std::string_view text, const VariableTable& variables, const Separators& separators) {

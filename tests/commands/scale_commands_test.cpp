@@ -89,6 +89,7 @@ TEST(ScaleCommands, CountMarksFromFirstToLast) {
   EXPECT_EQ(CountMarks(arc + "Grad = 10, 5, -2, 12.9"), 15);
   EXPECT_EQ(CountMarks(arc + "Grad = 2.5, 5"), 3);
   EXPECT_EQ(CountMarks("Exposant = L, 2\n" + arc + "Grad = 1, 5, 3, 40"), 11);
+  EXPECT_EQ(CountMarks("Exposant = L, 2\n" + arc + "Grad = 1E300, 5"), 3);
 }
 
 TEST(ScaleCommands, MarksTakePenAndColour) {

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+#include <vector>
 
 #include "tests/support/script_run.h"
 
@@ -109,6 +111,30 @@ TEST(Run, SeparatorsChangeForTheRestOfTheRun) {
 TEST(Run, BoundsWhatItRecords) {
   EXPECT_EQ(RunText("Trait = 0, 0, 1E6, 0, §§0.1").Reason(), "Plus de 5 millions d'opérations de dessin");
   EXPECT_EQ(RunText("Trait = 0, 0, 1E300, 0").Reason(), "Dépassement de capacité");
+}
+
+// Scripts that nobody would write: parts of lines that the language knows, put together by chance. They end
+// in a drawing or in a report; the sanitizers watch.
+TEST(Run, SurvivesScriptsMadeByChance) {
+  const std::vector<std::string> parts = {
+      "Trait",  "Arc",    "Grad", "Grad1", "Exposant",   "Droite",  "DroiteV", "Decal",     "Poly",
+      "PolyP",  "EpaisT", "CT",   "NPage", "Separateur", "Couleur", "Plus",    "Inversion", "?",
+      "IF",     "%V",     "Fin:", " = ",   "=",          ",",       ",",       ",",         ", ",
+      "§",      "§C§",    "°",    "R",     "L",          "N",       "mm",      "(",         ")",
+      "SIN(",   "RND2(",  "NBP(", " MOD ", "^",          "-",       "*",       "/",         "1E300",
+      "1E-300", "0",      "1",    "-1",    "2.5",        "45",      "90",      "10000",     "'",
+      " _\n",   "\n",     "\n",   "\t",    "Rouge",      "RVB 1",   "\xC3",    ":",         ";"};
+  std::mt19937 random(7);
+  int completed = 0;
+  for (int round = 0; round < 3000; ++round) {
+    std::string script = random() % 2 ? "Arc = 45, 135, 50, N\n" : "Exposant = L, 2\nDroite = 0, 50\n";
+    for (std::size_t length = random() % 25; length > 0; --length) script += parts[random() % parts.size()];
+    const ScriptRun run = RunText(script, {.Variables = {{"%V", "1,2"}, {"%W", "%V"}}});
+    EXPECT_EQ(run.Errors.size(), run.End == RunEnd::Failed ? 1U : 0U) << script;
+    EXPECT_FALSE(PagesText(run.List).empty());
+    if (run.End == RunEnd::Completed) ++completed;
+  }
+  EXPECT_GT(completed, 100);
 }
 
 }  // namespace

@@ -41,15 +41,17 @@ TEST(Variables, ReportsWhatCannotBeReplaced) {
   EXPECT_EQ(ReasonOf(variables, "50 %"), FaultReason::UnknownVariable);
   EXPECT_EQ(ReasonOf(variables, "%zoom"), FaultReason::SystemVariableNotAvailable);
 
-  // Ten references in each value to the one before: the text would have 10^9 characters.
-  VariableTable growing;
-  growing.Set("%V0", "1");
-  for (int i = 1; i < 10; ++i) {
-    std::string value;
-    for (int k = 0; k < 10; ++k) value += "%V" + std::to_string(i - 1) + " ";
-    growing.Set("%V" + std::to_string(i), value);
+  // Ten references in each value to the one before, 10^9 in all, of a long text or an empty one.
+  for (const std::string& value : {std::string(5000, '1'), std::string()}) {
+    VariableTable growing;
+    growing.Set("%V0", value);
+    for (int i = 1; i < 10; ++i) {
+      std::string references;
+      for (int k = 0; k < 10; ++k) references += "%V" + std::to_string(i - 1) + " ";
+      growing.Set("%V" + std::to_string(i), references);
+    }
+    EXPECT_EQ(ReasonOf(growing, "%V9"), FaultReason::TextTooLong);
   }
-  EXPECT_EQ(ReasonOf(growing, "%V9"), FaultReason::TextTooLong);
 }
 
 TEST(Variables, ALevelHasThirtyTwo) {
