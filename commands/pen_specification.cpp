@@ -60,13 +60,13 @@ void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour
   DrawLine(run, pen, {centre.X, centre.Y - half}, {centre.X, centre.Y + half}, colour);
 }
 
-bool IsNotDrawn(std::string_view colourText) {
-  return EqualIgnoringCase(Trim(colourText), "N");
+bool IsNotDrawn(const Parameters& parameters, std::size_t n) {
+  return EqualIgnoringCase(parameters.Trimmed(n), "N");
 }
 
-void DrawMarker(RunContext& run, Point centre, std::string_view colourText) {
-  if (IsNotDrawn(colourText)) return;
-  DrawPlus(run, run.Level().CurrentPen, centre, 1, run.ColourOr(colourText));
+void DrawMarker(RunContext& run, Point centre, const Parameters& parameters, std::size_t n) {
+  if (IsNotDrawn(parameters, n)) return;
+  DrawPlus(run, run.Level().CurrentPen, centre, 1, run.ColourOr(parameters.Rest(n)));
 }
 
 }  // namespace vaxel

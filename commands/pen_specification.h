@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "drawing/pen.h"
@@ -21,10 +22,10 @@ void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colo
 // A plus sign of that half-size around a point in surface coordinates.
 void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);
 
-// The marker of a centre: a plus sign of half-size 1 in the colour that the text gives; none for "N".
-void DrawMarker(RunContext& run, Point centre, std::string_view colourText);
+// Whether the colour parameter n says that nothing is to be drawn: "N".
+bool IsNotDrawn(const Parameters& parameters, std::size_t n);
 
-// Whether a colour parameter says that nothing is to be drawn.
-bool IsNotDrawn(std::string_view colourText);
+// The marker of a centre: a plus sign of half-size 1 in the colour of parameter n, unless that is "N".
+void DrawMarker(RunContext& run, Point centre, const Parameters& parameters, std::size_t n);
 
 }  // namespace vaxel

@@ -44,11 +44,11 @@ void DrawArcSupport(RunContext& run, Colour colour) {
                      support.StartDirection);
 }
 
-void DrawLineSupport(RunContext& run, Point from, Point to, std::string_view colourText) {
+void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
   const Point origin = run.Surface.Origin();
-  run.Support.DrawSupport = !IsNotDrawn(colourText);
+  run.Support.DrawSupport = !IsNotDrawn(parameters, 4);
   if (run.Support.DrawSupport) {
-    DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(colourText));
+    DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
   run.Surface.MoveTo(origin + (from + to) * 0.5);
 }
@@ -143,31 +143,28 @@ void RunArc(RunContext& run, const Parameters& parameters) {
        {support.StartDistance, support.EndDistance, support.StartDirection, support.EndDirection}) {
     RequireFinite(derived);
   }
-  const std::string_view colourText = parameters.Rest(4);
-  support.DrawSupport = !IsNotDrawn(colourText);
+  support.DrawSupport = !IsNotDrawn(parameters, 4);
   run.Support = support;
-  if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(colourText));
+  if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }
 
 void RunDroite(RunContext& run, const Parameters& parameters) {
   ScaleSupport& support = run.Support;
   support.SetHorizontal(parameters.RequiredNumber(1), parameters.RequiredNumber(2),
                         parameters.NumberOr(3, 0));
-  DrawLineSupport(run, {support.XStart, support.LinePos}, {support.XEnd, support.LinePos},
-                  parameters.Rest(4));
+  DrawLineSupport(run, {support.XStart, support.LinePos}, {support.XEnd, support.LinePos}, parameters);
 }
 
 void RunDroiteV(RunContext& run, const Parameters& parameters) {
   ScaleSupport& support = run.Support;
   support.SetVertical(parameters.RequiredNumber(1), parameters.RequiredNumber(2), parameters.NumberOr(3, 0));
-  DrawLineSupport(run, {support.LinePos, support.YStart}, {support.LinePos, support.YEnd},
-                  parameters.Rest(4));
+  DrawLineSupport(run, {support.LinePos, support.YStart}, {support.LinePos, support.YEnd}, parameters);
 }
 
 void RunDecal(RunContext& run, const Parameters& parameters) {
   run.Support.CentreOffset = parameters.RequiredNumber(1);
   const Point centre = run.Surface.Origin() - Point{0, run.Support.CentreOffset};
-  DrawMarker(run, centre, parameters.Rest(2));
+  DrawMarker(run, centre, parameters, 2);
   run.Surface.MoveTo(centre);
 }
 

@@ -17,7 +17,7 @@ double IncludedPosition(double& position, double own) {
 
 void PlaceCentre(RunContext& run, Point centre, const Parameters& parameters) {
   run.Surface.SetCentre(centre);
-  DrawMarker(run, centre, parameters.Rest(3));
+  DrawMarker(run, centre, parameters, 3);
   run.Surface.MoveTo(centre);
 }
 
@@ -43,7 +43,7 @@ void RunCT(RunContext& run, const Parameters& parameters) {
   run.Surface.CTX += shift.X;
   run.Surface.CTY += shift.Y;
   const Point origin = run.Surface.Origin();
-  DrawMarker(run, origin, parameters.Rest(3));
+  DrawMarker(run, origin, parameters, 3);
   run.Surface.MoveTo(origin);
 }
 

@@ -126,9 +126,24 @@ void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
 
 // ---- One level --------------------------------------------------------------------------------------
 
-// A line that is nothing but a reference to a variable is the command line that the variable holds.
 bool IsVariableLine(std::string_view line) {
   return line.front() == '%' && !Holds(line, '=');
+}
+
+// A line that is nothing but a reference to a variable is the command line that the variable holds, as it
+// stands: which references in it are replaced is for the command to say. Empty when there is nothing to run.
+std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
+                                     const Separators& separators) {
+  constexpr int maxDepth = 100;
+  for (int depth = 0; IsVariableLine(line); ++depth) {
+    const std::string_view name = ReferenceName(line, separators);
+    const std::string* value = level.Variables.Find(name);
+    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
+    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(name, 60));
+    line = Trim(*value);
+    if (IsBlankOrComment(line)) return {};
+  }
+  return line;
 }
 
 void RunLevel(RunContext& run) {
@@ -137,20 +152,18 @@ void RunLevel(RunContext& run) {
   level.Labels.Collect(level.Reader, level.Line);
   level.Reader.Seek(0, 1);
   Parameters parameters;
-  std::string variableLine;
   for (;;) {
     const LineReader::Result result = level.Reader.Next(level.Line);
     if (result == LineReader::Result::End) return;
     run.Surface.SourceLine = level.Line.Number;
     if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    std::string_view line = level.Line.Text;
-    if (IsVariableLine(line)) {
-      const std::string_view name = ReferenceName(line, run.Separators);
-      variableLine = Substitute(name, level.Variables, run.Separators);
-      line = Trim(variableLine);
-      if (IsBlankOrComment(line)) continue;
+    if (!IsVariableLine(level.Line.Text)) {
+      RunLine(run, level.Line.Text, parameters);
+      continue;
     }
-    RunLine(run, line, parameters);
+    // A copy: the command may give the variable another value.
+    const std::string held(ResolveVariableLine(level, level.Line.Text, run.Separators));
+    if (!held.empty()) RunLine(run, held, parameters);
   }
 }
 

@@ -94,6 +94,9 @@ TEST(Run, VariablesCarryParametersAndLines) {
   EXPECT_EQ(Drawn("X = %p, 3", settings), expected);
   EXPECT_EQ(Drawn("%L", settings), expected);
   EXPECT_EQ(Drawn("%C\nX = %P,%P", settings), Drawn("\nX = 1, 2, 1"));
+  // A command in a variable still reads names where it reads names.
+  EXPECT_EQ(RunText("%Q", {.Variables = {{"%Q", "%Next"}, {"%Next", "? = %X, %Y"}}}).Variables.size(), 4U);
+  EXPECT_EQ(RunText("%Q", {.Variables = {{"%Q", "%q"}}}).Reason().substr(0, 20), "Variables imbriquée");
   EXPECT_EQ(RunText("%None", settings).Reason(), "Variable inconnue : %None");
   EXPECT_EQ(RunText("X = 0, 0, %None", settings).Reason(), "Variable inconnue : %None");
   EXPECT_EQ(RunText("%A = 3").Reason(), "La commande %Var n'est pas encore disponible");
