@@ -27,6 +27,7 @@ double ReadWidth(const RunContext& run, std::string_view text, double inForce) {
 Pen ReadPen(const RunContext& run, std::string_view text) {
   const Pen& level = run.Level().CurrentPen;
   Pen pen = level;
+  if (text.empty()) return pen;
   const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
   pen.Width = ReadWidth(run, Trim(parts[0]), level.Width);
   if (parts.size() > 1) {

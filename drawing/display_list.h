@@ -18,9 +18,13 @@
 
 namespace vaxel {
 
+// What is inside a closed figure. Four bytes: there is one in every operation.
 struct Fill {
-  bool Solid = false;
-  Colour Ink = Black;
+  constexpr Fill() : Ink(Black), Solid(false) {}
+  constexpr Fill(bool solid, Colour ink) : Ink(ink & 0xFFFFFF), Solid(solid) {}
+
+  Colour Ink : 24;
+  bool Solid : 1;
 };
 
 // A straight segment with round ends.
@@ -69,6 +73,9 @@ struct Operation {
   std::uint32_t SourceLine = 0;  // the line of the main script that drew it, from 1
   Shape Figure{};
 };
+
+// A drawing of a million operations must stay a matter of a hundred megabytes.
+static_assert(sizeof(Operation) <= 80);
 
 struct Page {
   double Width = 0, Height = 0;

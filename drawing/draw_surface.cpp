@@ -1,9 +1,7 @@
 #include "drawing/draw_surface.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <vector>
 
 namespace vaxel {
 namespace {
@@ -90,10 +88,9 @@ void DrawSurface::Rectangle(double x1, double y1, double x2, double y2, Colour c
 }
 
 void DrawSurface::Polygon(std::span<const Point> points, Colour colour, bool filled) {
-  std::vector<Point> corners(points.size());
-  std::transform(points.begin(), points.end(), corners.begin(),
-                 [this](Point point) { return ToDevice(point.X, point.Y); });
-  list_->AddPolygon(corners, {filled, FillColor}, NewOperation(colour));
+  corners_.clear();
+  for (const Point& point : points) corners_.push_back(ToDevice(point.X, point.Y));
+  list_->AddPolygon(corners_, {filled, FillColor}, NewOperation(colour));
 }
 
 void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, CircleForm form,

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
@@ -116,6 +117,7 @@ class DrawSurface {
   RunTarget target_;
   Point deviceSize_;  // mm, the page as it is turned now
   bool centreSet_ = false;
+  std::vector<Point> corners_;  // of the polygon being drawn; kept for its memory
   double left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
 };
 
