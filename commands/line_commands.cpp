@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "commands/handlers.h"
-#include "commands/pen_specification.h"
+#include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/number_text.h"

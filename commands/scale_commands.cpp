@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "commands/handlers.h"
-#include "commands/pen_specification.h"
+#include "commands/pen_notation.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text.h"
 #include "scale/graduation.h"

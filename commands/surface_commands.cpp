@@ -1,7 +1,7 @@
 #include <string>
 
 #include "commands/handlers.h"
-#include "commands/pen_specification.h"
+#include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text.h"

@@ -18,13 +18,14 @@
 
 namespace vaxel {
 
-// What is inside a closed figure. Four bytes: there is one in every operation.
+// What is inside a closed figure. Four bytes, with fields of one type, as not every compiler packs two: there
+// is one in every operation.
 struct Fill {
-  constexpr Fill() : Ink(Black), Solid(false) {}
-  constexpr Fill(bool solid, Colour ink) : Ink(ink & 0xFFFFFF), Solid(solid) {}
+  constexpr Fill() : Ink(Black), Solid(0) {}
+  constexpr Fill(bool solid, Colour ink) : Ink(ink & 0xFFFFFF), Solid(solid ? 1 : 0) {}
 
   Colour Ink : 24;
-  bool Solid : 1;
+  Colour Solid : 1;
 };
 
 // A straight segment with round ends.

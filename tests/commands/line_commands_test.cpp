@@ -62,8 +62,7 @@ TEST(LineCommands, DrawPolygons) {
       {"CT = 5,0,N\nPoly = , , 10,0, 0,10",
        "polygon 2  #000000 0.265  105.000,100.000 115.000,100.000 105.000,90.000\n"},
       // The outline is solid and as wide as the level's pen, whatever its dashes and ends.
-      {"EpaisT = 4§C§1\nPoly = -1.5,0, 10,0", "polygon 2  #000000 1.058  98.500,100.000 110.000,100.000\n"},
-  };
+      {"EpaisT = 4§C§1\nPoly = -1.5,0, 10,0", "polygon 2  #000000 1.058  98.500,100.000 110.000,100.000\n"}};
   for (const Case& c : cases) EXPECT_EQ(Drawn(c.Script), c.List);
   EXPECT_EQ(RunText("Poly = 0,0").Reason(), "Division par zéro (une coordonnée manque)");
   EXPECT_EQ(RunText("Poly = 0,0,1,1,2").Reason(), "Division par zéro (une coordonnée manque)");

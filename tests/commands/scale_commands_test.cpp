@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "tests/support/script_run.h"
 
@@ -17,11 +18,7 @@ std::ptrdiff_t CountMarks(const std::string& script) {
 }
 
 TEST(ScaleCommands, DrawTheSupport) {
-  struct Case {
-    const char* Script;
-    const char* List;
-  };
-  const Case cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       // Scale angles run clockwise from the left: 45° is the upper left, and both directions are one arc.
       {"Arc = 45, 135, 50", "arc 1  #000000 0.265  100.000,100.000 50.000 50.000 45.000 135.000\n"},
       {"Arc = 135°, 45°, 50, Rouge", "arc 1  #ff0000 0.265  100.000,100.000 50.000 50.000 45.000 135.000\n"},
@@ -40,18 +37,13 @@ TEST(ScaleCommands, DrawTheSupport) {
       {"Droite = -40, 40, 5, Bleu", "line 1  #0000ff 0.265  60.000,95.000 140.000,95.000\n"},
       {"DroiteV = -10, 30, 5", "line 1  #000000 0.265  105.000,110.000 105.000,70.000\n"},
       {"Droite = -40, 60, 5, N\nTrait = ,,0R,1R", "line 2  #000000 0.265  110.000,95.000 110.000,94.000\n"},
-      {"Decal = 20, N\nTrait = ,,0,0", "line 2  #000000 0.265  100.000,120.000 100.000,100.000\n"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(Drawn(c.Script), c.List) << c.Script;
+      {"Decal = 20, N\nTrait = ,,0,0", "line 2  #000000 0.265  100.000,120.000 100.000,100.000\n"}};
+  for (const auto& [script, list] : cases) EXPECT_EQ(Drawn(script), list) << script;
   EXPECT_EQ(CountMarks("Decal = 20"), 2);
 }
 
 TEST(ScaleCommands, PlaceMarksOnEverySupport) {
-  struct Case {
-    const char* Script;
-    const char* Mark;
-  };
-  const Case cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       // 50 mm and 55 mm from the pivot: 50·sin 45° = 35.355, 55·sin 45° = 38.891.
       {"Arc = 45, 135, 50, N\nGrad = 0, 5", "64.645,64.645 61.109,61.109"},
       {"Arc = 45, 135, 50, N\nGrad1 = 50, 5", "100.000,50.000 100.000,45.000"},
@@ -71,12 +63,11 @@ TEST(ScaleCommands, PlaceMarksOnEverySupport) {
       // √(20² + 55² + 2·20·55·sin 45°) = 70.574.
       {"Decal = 20, N\nArc = 45, 135, 50, N\nGrad1 = 50, 5", "100.000,54.317 100.000,49.426"},
       // Support without end: heights 50·sin 45° and 55·sin 45° on the ray of 60°, x = −h / tan 60°.
-      {"Decal = 10000, N\nArc = 45, 135, 50, N\nGrad1 = 60°, 5", "79.588,64.645 77.546,61.109"},
-  };
-  for (const Case& c : cases) {
-    const std::string list = Drawn(c.Script);
-    EXPECT_EQ(list.substr(std::min(list.size(), list.find("0.265  ") + 7)), std::string(c.Mark) + "\n")
-        << c.Script;
+      {"Decal = 10000, N\nArc = 45, 135, 50, N\nGrad1 = 60°, 5", "79.588,64.645 77.546,61.109"}};
+  for (const auto& [script, mark] : cases) {
+    const std::string list = Drawn(script);
+    EXPECT_EQ(list.substr(std::min(list.size(), list.find("0.265  ") + 7)), std::string(mark) + "\n")
+        << script;
   }
 }
 
@@ -140,8 +131,7 @@ TEST(ScaleCommands, FailWithTheirReason) {
       {"Arc = 45,135,50\nExposant = 2\nGrad1 = -1, 5", domain},
       {"Decal = 10000\nArc = 0, 90, 50", domain},
       {"Arc = 1, 2", "Le paramètre 3 manque"},
-      {"Arc = 1, 2, 3x4", "Expression incorrecte : 3x4"},
-  };
+      {"Arc = 1, 2, 3x4", "Expression incorrecte : 3x4"}};
   for (const auto& [script, reason] : cases) EXPECT_EQ(RunText(script).Reason(), reason) << script;
 }
 

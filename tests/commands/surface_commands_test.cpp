@@ -43,8 +43,7 @@ TEST(SurfaceCommands, PlaceTheOrigin) {
       {"CT at the current point",
        "Trait = 0,0,30,0\nNPage\nCT = , , N\n",
        {},
-       "130.000,100.000 140.000,100.000"},
-  };
+       "130.000,100.000 140.000,100.000"}};
   for (const Case& c : cases) {
     const std::string list = Drawn(c.Script + std::string(Mark), c.Settings);
     EXPECT_NE(list.find(c.Points), std::string::npos) << c.Name << ": " << list;

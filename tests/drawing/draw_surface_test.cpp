@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <limits>
-#include <vector>
 
 #include "drawing/pen.h"
 
@@ -23,33 +21,15 @@ class DrawSurfaceTest : public testing::Test {
   DrawSurface surface_{list_};
 };
 
-TEST_F(DrawSurfaceTest, SetUpOfScreenAndPrinter) {
-  surface_.Begin({.WidthMm = 300, .HeightMm = 200, .Zoom = 2, .Zmm = 1.25, .OffX = 10, .OffY = 5});
-  EXPECT_EQ(surface_.Z, 2.5);
-  EXPECT_EQ(surface_.W, 120);
-  EXPECT_EQ(surface_.H, 80);
-  EXPECT_EQ(surface_.Origin(), (Point{64, 42}));
-  EXPECT_EQ(surface_.Middle(), (Point{60, 40}));
+TEST_F(DrawSurfaceTest, TextGrowsWithTheZoomOfTheScreenAlone) {
+  surface_.Begin({.WidthMm = 300, .HeightMm = 200, .Zoom = 2, .Zmm = 1.25});
   EXPECT_EQ(surface_.Font.Size, surface_.FontSizes.Base * 2.5);
-  surface_.Begin({.Kind = TargetKind::Printer, .WidthMm = 210, .HeightMm = 297, .Zoom = 0.5, .Zmm = 9});
-  EXPECT_EQ(surface_.Z, 0.5);
-  EXPECT_EQ(surface_.W, 420);
+  surface_.Begin({.Kind = TargetKind::Printer, .Zoom = 2});
   EXPECT_EQ(surface_.Font.Size, surface_.FontSizes.Base);
 }
 
-TEST_F(DrawSurfaceTest, MapsUnitsToMillimetresFromTheUpperLeft) {
+TEST_F(DrawSurfaceTest, BoxesAndDotsAreRecorded) {
   surface_.Begin({.WidthMm = 200, .HeightMm = 100, .PixelMm = 0.25, .Zoom = 2});
-  surface_.DrawWidth = 3;
-  surface_.SourceLine = 17;
-  surface_.Line(0, 0, 100, 50, 255);
-  EXPECT_EQ(LastAs<LineShape>().From, (Point{0, 100}));
-  EXPECT_EQ(LastAs<LineShape>().To, (Point{200, 0}));
-  EXPECT_EQ(Last().Width, 0.75);
-  EXPECT_EQ(Last().Ink, 255U);
-  EXPECT_EQ(Last().SourceLine, 17U);
-  EXPECT_EQ(surface_.CurrentX, 100);
-  EXPECT_EQ(surface_.CurrentY, 50);
-
   surface_.FillColor = 7;
   surface_.Rectangle(10, 10, 20, 5, 1, true);
   EXPECT_EQ(LastAs<RectangleShape>().Corner, (Point{20, 80}));
@@ -57,11 +37,6 @@ TEST_F(DrawSurfaceTest, MapsUnitsToMillimetresFromTheUpperLeft) {
   EXPECT_EQ(LastAs<RectangleShape>().Inside.Ink, 7U);
   surface_.PSet(1, 1, 1);
   EXPECT_EQ(LastAs<PointShape>().At, (Point{2, 98}));
-  const std::array<Point, 3> corners = {Point{0, 0}, Point{1, 0}, Point{0, 1}};
-  surface_.Polygon(corners, 1, false);
-  std::vector<Point> buffer;
-  EXPECT_EQ(list_.Corners(LastAs<PolygonShape>(), buffer)[2], (Point{0, 98}));
-  EXPECT_EQ(list_.Pages()[0].Count, 4U);
 }
 
 TEST_F(DrawSurfaceTest, ArcsRunCounterClockwiseByLessThanATurn) {
@@ -100,16 +75,8 @@ TEST_F(DrawSurfaceTest, StrokesLeaveTheWidthAndEndAtTheirLastPiece) {
   EXPECT_EQ(surface_.DrawWidth, 9);
   EXPECT_EQ(surface_.CurrentX, 6);
   EXPECT_EQ(list_.Size(), 2U);
-  EXPECT_EQ(Last().Width, 0.5);
-  // Half the width of 4 pixels of half a millimetre, square to the stroke.
-  std::vector<Point> buffer;
-  const auto corners = list_.Corners(LastAs<PolygonShape>(), buffer);
-  EXPECT_EQ(corners[0], (Point{4, 201}));
-  EXPECT_EQ(corners[2], (Point{6, 199}));
-
-  const std::size_t before = list_.Size();
   EXPECT_FALSE(DrawStroke(surface_, {.L1 = 2}, {3, 3}, {3, 3}, 0));
-  EXPECT_EQ(list_.Size(), before);
+  EXPECT_EQ(list_.Size(), 2U);
   EXPECT_TRUE(DrawStroke(surface_, {}, {3, 3}, {3, 3}, 0));
 }
 

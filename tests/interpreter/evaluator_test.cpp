@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "interpreter/script_fault.h"
@@ -13,46 +14,19 @@ namespace vaxel {
 namespace {
 
 TEST(Evaluator, AppliesOperatorsInTheLanguagesOrder) {
-  struct Case {
-    const char* Text;
-    double Value;
-  };
-  const Case cases[] = {
-      {"2+3*4", 14},
-      {"8/2*4", 16},
-      {"7*5 MOD 3", 14},
-      {"(2+3)*4", 20},
-      {"8*2/4", 4},
-      {"10 mod 4^2", 10},
-      {"2^3^2", 64},
-      {"-2^2", 4},
-      {"-(2)^2", 4},
-      {"3-2^2", -1},
-      {"5--2^2", 1},
-      {"5---2", 3},
-      {"2^-2", 0.25},
-      {"2*-3", -6},
-      {"5+-2", 3},
-      {"- - 3", 3},
-      {"10-3-2", 5},
-      {"10-3+2", 9},
-      {"100/10/5", 2},
-      {"-7 MOD 3", -1},
-      {"7.5 MOD -2", 1.5},
-      {"2 * ( 3 + (4-1) ) ", 12},
-      {"+5", 5},
-      {".5+5.", 5.5},
-      {"1E+3+1e-1", 1000.1},
-      {"1E3", 1000},
-      {"12", 12},
-      {" -12.5 ", -12.5},
-      {"0.1", 0.1},
-      {"123456789012345678", 123456789012345678.0},
-  };
-  for (const Case& c : cases) {
-    const Evaluation result = Evaluate(c.Text);
-    EXPECT_DOUBLE_EQ(result.Value, c.Value) << c.Text;
-    EXPECT_TRUE(result.HasValue && result.Complete) << c.Text;
+  // clang-format off
+  const std::pair<const char*, double> cases[] = {
+      {"2+3*4", 14}, {"8/2*4", 16}, {"7*5 MOD 3", 14}, {"(2+3)*4", 20}, {"8*2/4", 4}, {"10 mod 4^2", 10},
+      {"2^3^2", 64}, {"-2^2", 4}, {"-(2)^2", 4}, {"3-2^2", -1}, {"5--2^2", 1}, {"5---2", 3}, {"2^-2", 0.25},
+      {"2*-3", -6}, {"5+-2", 3}, {"- - 3", 3}, {"10-3-2", 5}, {"10-3+2", 9}, {"100/10/5", 2},
+      {"-7 MOD 3", -1}, {"7.5 MOD -2", 1.5}, {"2 * ( 3 + (4-1) ) ", 12}, {"+5", 5}, {".5+5.", 5.5},
+      {"1E+3+1e-1", 1000.1}, {"1E3", 1000}, {"12", 12}, {" -12.5 ", -12.5}, {"0.1", 0.1},
+      {"123456789012345678", 123456789012345678.0}};
+  // clang-format on
+  for (const auto& [text, value] : cases) {
+    const Evaluation result = Evaluate(text);
+    EXPECT_DOUBLE_EQ(result.Value, value) << text;
+    EXPECT_TRUE(result.HasValue && result.Complete) << text;
   }
 }
 
@@ -63,32 +37,16 @@ TEST(Evaluator, KnowsTheFunctions) {
     double Tolerance;
   };
   // Angles use a rounded factor: the sine of 30 degrees is right to its seventh decimal.
+  // clang-format off
   const Case cases[] = {
-      {"sin(30)", 0.5, 5e-8},
-      {"COS(60)", 0.5, 5e-8},
-      {"TAN(45)", 1, 5e-8},
-      {"ASIN(0.5)", 30, 2e-6},
-      {"acos(0.5)", 60, 2e-6},
-      {"ATAN(1)", 45, 2e-6},
-      {"SINH(1)", 1.1752011936438014, 1e-15},
-      {"COSH(1)", 1.5430806348152437, 1e-15},
-      {"SQR(2)", 1.4142135623730951, 0},
-      {"ABS(-3)", 3, 0},
-      {"SGN(-2)", -1, 0},
-      {"SGN(0)", 0, 0},
-      {"FIX(-2.7)", -2, 0},
-      {"RND(2.5)", 3, 0},
-      {"RND(-2.5)", -3, 0},
-      {"RND2(3.14159)", 3.14, 0},
-      {"RND2(1.005)", 1.01, 0},
-      {"RND0(0.4)", 0, 0},
-      {"RND9(1E20)", 1e20, 0},
-      {"-SQR(9)^2", 9, 0},
-      {"2*SIN(30)+ABS(1-3)", 3, 1e-7},
-      {"NBP(a,b,,c)", 4, 0},
-      {"NBP( )", 0, 0},
-      {"NBP((1),(2))+1", 3, 0},
-  };
+      {"sin(30)", 0.5, 5e-8}, {"COS(60)", 0.5, 5e-8}, {"TAN(45)", 1, 5e-8}, {"ASIN(0.5)", 30, 2e-6},
+      {"acos(0.5)", 60, 2e-6}, {"ATAN(1)", 45, 2e-6}, {"SINH(1)", 1.1752011936438014, 1e-15},
+      {"COSH(1)", 1.5430806348152437, 1e-15}, {"SQR(2)", 1.4142135623730951, 0}, {"ABS(-3)", 3, 0},
+      {"SGN(-2)", -1, 0}, {"SGN(0)", 0, 0}, {"FIX(-2.7)", -2, 0}, {"RND(2.5)", 3, 0}, {"RND(-2.5)", -3, 0},
+      {"RND2(3.14159)", 3.14, 0}, {"RND2(1.005)", 1.01, 0}, {"RND0(0.4)", 0, 0}, {"RND9(1E20)", 1e20, 0},
+      {"-SQR(9)^2", 9, 0}, {"2*SIN(30)+ABS(1-3)", 3, 1e-7}, {"NBP(a,b,,c)", 4, 0}, {"NBP( )", 0, 0},
+      {"NBP((1),(2))+1", 3, 0}};
+  // clang-format on
   for (const Case& c : cases) EXPECT_NEAR(Evaluate(c.Text).Value, c.Value, c.Tolerance) << c.Text;
   // The logarithm of a power of ten is a whole number, so that FIX does not fall short of it.
   for (int k = -15; k <= 15; ++k) {
@@ -149,49 +107,36 @@ TEST(Evaluator, AgreesWithThePassesOnRandomExpressions) {
 }
 
 TEST(Evaluator, StopsWhereTheTextIsNoExpression) {
-  struct Case {
-    const char* Text;
-    double Value;
-  };
-  const Case cases[] = {{"10m", 10}, {"2+3abc", 5},   {"2*3x+4", 6}, {"abc", 0},    {"2+", 2},
-                        {"2 3", 2},  {"(2+3", 0},     {"5+(2", 5},   {"()", 0},     {"(2x)*3", 6},
-                        {"2)", 2},   {"SIN 30", 0},   {"SIN30", 0},  {"FOO(3)", 0}, {"1.2.3", 1.2},
-                        {"*3", 0},   {"RND12(3)", 0}, {"-", 0}};
-  for (const Case& c : cases) {
-    const Evaluation result = Evaluate(c.Text);
-    EXPECT_EQ(result.Value, c.Value) << c.Text;
-    EXPECT_FALSE(result.Complete) << c.Text;
+  const std::pair<const char*, double> cases[] = {
+      {"10m", 10},  {"2+3abc", 5}, {"2*3x+4", 6},  {"abc", 0},    {"2+", 2},       {"2 3", 2},
+      {"(2+3", 0},  {"5+(2", 5},   {"()", 0},      {"(2x)*3", 6}, {"2)", 2},       {"SIN 30", 0},
+      {"SIN30", 0}, {"FOO(3)", 0}, {"1.2.3", 1.2}, {"*3", 0},     {"RND12(3)", 0}, {"-", 0}};
+  for (const auto& [text, value] : cases) {
+    const Evaluation result = Evaluate(text);
+    EXPECT_EQ(result.Value, value) << text;
+    EXPECT_FALSE(result.Complete) << text;
   }
   EXPECT_FALSE(Evaluate("   ").HasValue);
 }
 
 TEST(Evaluator, SaysWhyThereIsNoResult) {
-  struct Case {
-    std::string Text;
-    FaultReason Reason;
-  };
-  const Case cases[] = {
-      {"1/0", FaultReason::DivisionByZero},
-      {"5 MOD 0", FaultReason::DivisionByZero},
-      {"0^-1", FaultReason::DivisionByZero},
-      {"SQR(-1)", FaultReason::Domain},
-      {"LOG(0)", FaultReason::Domain},
-      {"LOG(-1)", FaultReason::Domain},
-      {"ASIN(1.01)", FaultReason::Domain},
-      {"ACOS(-2)", FaultReason::Domain},
-      {"(-8)^0.5", FaultReason::Domain},
-      {"1E308*10", FaultReason::Overflow},
-      {"1E999", FaultReason::Overflow},
-      {"SINH(1000)", FaultReason::Overflow},
+  // clang-format off
+  const std::pair<std::string, FaultReason> cases[] = {
+      {"1/0", FaultReason::DivisionByZero}, {"5 MOD 0", FaultReason::DivisionByZero},
+      {"0^-1", FaultReason::DivisionByZero}, {"SQR(-1)", FaultReason::Domain},
+      {"LOG(0)", FaultReason::Domain}, {"LOG(-1)", FaultReason::Domain},
+      {"ASIN(1.01)", FaultReason::Domain}, {"ACOS(-2)", FaultReason::Domain},
+      {"(-8)^0.5", FaultReason::Domain}, {"1E308*10", FaultReason::Overflow},
+      {"1E999", FaultReason::Overflow}, {"SINH(1000)", FaultReason::Overflow},
       {std::string(100000, '('), FaultReason::Nesting},
-      {std::string(201, '(') + "1" + std::string(201, ')'), FaultReason::Nesting},
-  };
-  for (const Case& c : cases) {
+      {std::string(201, '(') + "1" + std::string(201, ')'), FaultReason::Nesting}};
+  // clang-format on
+  for (const auto& [text, reason] : cases) {
     try {
-      Evaluate(c.Text);
-      ADD_FAILURE() << c.Text.substr(0, 20) << " has a result";
+      Evaluate(text);
+      ADD_FAILURE() << text.substr(0, 20) << " has a result";
     } catch (const ScriptFault& fault) {
-      EXPECT_EQ(fault.Reason(), c.Reason) << c.Text.substr(0, 20);
+      EXPECT_EQ(fault.Reason(), reason) << text.substr(0, 20);
     }
   }
   EXPECT_EQ(Evaluate(std::string(200, '(') + "1" + std::string(200, ')')).Value, 1);

@@ -54,20 +54,18 @@ TEST(LineReader, SplitsKeywordAndParameters) {
     const char* Keyword;
     const char* Parameters;
   };
-  const Case cases[] = {
-      {"Arc=0,90,50", "Arc", "0,90,50"},
-      {"arc = 0, 90, 50", "arc", " 0, 90, 50"},
-      {"Goto Fin", "Goto", "Fin"},
-      {"NPage", "NPage", ""},
-      {"IF %A = 3 GOTO Fin", "IF", "%A = 3 GOTO Fin"},
-      {"ift %A=3 THEN X", "ift", "%A=3 THEN X"},
-      {"SI 1 = 1 GOTO 12", "SI", "1 = 1 GOTO 12"},
-      {"%N == 2*3", "%N", "= 2*3"},
-      {"%it's = 3", "%it's", " 3"},
-      {"Texte = 1,2,,,a = b", "Texte", " 1,2,,,a = b"},
-      // The "=" of a comment is not the command's.
-      {"Inversion ' side = left", "Inversion", "' side = left"},
-  };
+  const Case cases[] = {{"Arc=0,90,50", "Arc", "0,90,50"},
+                        {"arc = 0, 90, 50", "arc", " 0, 90, 50"},
+                        {"Goto Fin", "Goto", "Fin"},
+                        {"NPage", "NPage", ""},
+                        {"IF %A = 3 GOTO Fin", "IF", "%A = 3 GOTO Fin"},
+                        {"ift %A=3 THEN X", "ift", "%A=3 THEN X"},
+                        {"SI 1 = 1 GOTO 12", "SI", "1 = 1 GOTO 12"},
+                        {"%N == 2*3", "%N", "= 2*3"},
+                        {"%it's = 3", "%it's", " 3"},
+                        {"Texte = 1,2,,,a = b", "Texte", " 1,2,,,a = b"},
+                        // The "=" of a comment is not the command's.
+                        {"Inversion ' side = left", "Inversion", "' side = left"}};
   for (const Case& c : cases) {
     const CommandLine command = SplitCommand(c.Line);
     EXPECT_EQ(command.Keyword, c.Keyword) << c.Line;

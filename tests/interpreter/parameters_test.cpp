@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "interpreter/script_fault.h"
 
@@ -31,14 +32,11 @@ TEST(Parameters, AreSplitAtTheFirstSeparator) {
 }
 
 TEST(Parameters, NumbersDropOneUnitMark) {
-  struct Case {
-    const char* Text;
-    std::optional<double> Value;
-  };
-  const Case cases[] = {{"20", 20},         {" 20 ", 20},          {"-45°", -45},       {"5R", 5},
-                        {"20§0.5", 20},     {"20 §0.5", 20},       {"2*(3+1)°", 8},     {"5.", 5},
-                        {"", std::nullopt}, {"   ", std::nullopt}, {"°", std::nullopt}, {"§3", std::nullopt}};
-  for (const Case& c : cases) EXPECT_EQ(NumberOf(c.Text, {}), c.Value) << c.Text;
+  const std::pair<const char*, std::optional<double>> cases[] = {
+      {"20", 20},         {" 20 ", 20},          {"-45°", -45},       {"5R", 5},
+      {"20§0.5", 20},     {"20 §0.5", 20},       {"2*(3+1)°", 8},     {"5.", 5},
+      {"", std::nullopt}, {"   ", std::nullopt}, {"°", std::nullopt}, {"§3", std::nullopt}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(NumberOf(text, {}), value) << text;
 }
 
 TEST(Parameters, NumbersMustBeExpressions) {

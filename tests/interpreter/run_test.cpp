@@ -5,6 +5,7 @@
 
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/script_run.h"
@@ -49,8 +50,7 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
        "Erreur dans la ligne : A: rest du fichier: dial.dat\n\nÉtiquette définie deux fois : A"},
       {"Cercle = 0, 0, 1", 1,
        "Erreur dans la ligne : Cercle = 0, 0, 1 du fichier: dial.dat\n\nLa commande Cercle n'est pas encore "
-       "disponible"},
-  };
+       "disponible"}};
   for (const Case& c : cases) {
     const ScriptRun run = RunText(c.Script);
     EXPECT_EQ(run.End, RunEnd::Failed);
@@ -66,20 +66,17 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
 }
 
 TEST(Run, ChecksTheOrderOfCommands) {
-  struct Case {
-    const char* Script;
-    bool Allowed;
-  };
-  const Case cases[] = {{"FormatI = Portrait\nCentreE = 1,1", true},
-                        {"CentreE = 1,1\nCentreI = 1,1\nX = 0,0,1", true},
-                        {"FormatI = Portrait\nFormatI = Portrait", false},
-                        {"CentreE = 1,1\nFormatI = Portrait", false},
-                        {"X = 0,0,1\nFormatI = Portrait", false},
-                        {"CT = 1,1\nCentreE = 1,1", false},
-                        {"Arc = 0,90,50\nCentreE = 1,1", false},
-                        {"EpaisT = 2\nCouleur = Rouge\nExposant = 2\nInversion\nFormatI = Paysage", true},
-                        {"X = 0,0,1\nNPage\nFormatI = Portrait\nCentreE = 1,1\nX = 0,0,1", true}};
-  for (const Case& c : cases) EXPECT_EQ(RunText(c.Script).Errors.empty(), c.Allowed) << c.Script;
+  const std::pair<const char*, bool> cases[] = {
+      {"FormatI = Portrait\nCentreE = 1,1", true},
+      {"CentreE = 1,1\nCentreI = 1,1\nX = 0,0,1", true},
+      {"FormatI = Portrait\nFormatI = Portrait", false},
+      {"CentreE = 1,1\nFormatI = Portrait", false},
+      {"X = 0,0,1\nFormatI = Portrait", false},
+      {"CT = 1,1\nCentreE = 1,1", false},
+      {"Arc = 0,90,50\nCentreE = 1,1", false},
+      {"EpaisT = 2\nCouleur = Rouge\nExposant = 2\nInversion\nFormatI = Paysage", true},
+      {"X = 0,0,1\nNPage\nFormatI = Portrait\nCentreE = 1,1\nX = 0,0,1", true}};
+  for (const auto& [script, allowed] : cases) EXPECT_EQ(RunText(script).Errors.empty(), allowed) << script;
 
   // The printer passes over CentreE, the screen over CentreI, with their places in the order.
   const std::string centreI = "CentreI = 1,1\nCentreI = 2,2";

@@ -97,27 +97,26 @@ constexpr double Turn = 2 * std::numbers::pi;
 constexpr double Degree = Turn / 360;
 const Fill Filled{true, Black};
 
-const std::array<Figure, 10> Figures = {{
-    {"line", LineShape{{5, 6}, {31, 21}}, {4.9, 5.9, 31.1, 21.1}},
-    {"box", RectangleShape{{30, 20}, {10, 5}, {}}, {9.9, 4.9, 30.1, 20.1}},
-    {"filled-box", RectangleShape{{10, 5}, {30, 20}, Filled}, {9.9, 4.9, 30.1, 20.1}},
-    {"circle", CircleShape{{20, 15}, 10, 10}, {9.9, 4.9, 30.1, 25.1}},
-    {"ellipse", CircleShape{{20, 15}, 15, 5, 0, 0, Filled}, {4.9, 9.9, 35.1, 20.1}},
-    // From 30° to 150°: ±10·cos 30° = 8.660 to the sides, y from 10·sin 30° = 5 up to 10.
-    {"arc",
-     CircleShape{{20, 20}, 10, 10, 30 * Degree, 150 * Degree, {}, CircleForm::Arc},
-     {11.2397, 9.9, 28.7603, 15.1}},
-    // From −45° through 0° to 45°.
-    {"arc-through-0",
-     CircleShape{{10, 15}, 10, 10, -45 * Degree, 45 * Degree, {}, CircleForm::Arc},
-     {16.9711, 7.8289, 20.1, 22.1711}},
-    // All but one degree about 180°.
-    {"arc-nearly-whole",
-     CircleShape{{20, 15}, 10, 10, -179.5 * Degree, 179.5 * Degree, {}, CircleForm::Arc},
-     {9.9004, 4.9, 30.1, 25.1}},
-    {"pie", CircleShape{{15, 20}, 10, 10, 0, 90 * Degree, Filled, CircleForm::Pie}, {14.9, 9.9, 25.1, 20.1}},
-    {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}},
-}};
+const std::array<Figure, 10> Figures = {
+    {{"line", LineShape{{5, 6}, {31, 21}}, {4.9, 5.9, 31.1, 21.1}},
+     {"box", RectangleShape{{30, 20}, {10, 5}, {}}, {9.9, 4.9, 30.1, 20.1}},
+     {"filled-box", RectangleShape{{10, 5}, {30, 20}, Filled}, {9.9, 4.9, 30.1, 20.1}},
+     {"circle", CircleShape{{20, 15}, 10, 10}, {9.9, 4.9, 30.1, 25.1}},
+     {"ellipse", CircleShape{{20, 15}, 15, 5, 0, 0, Filled}, {4.9, 9.9, 35.1, 20.1}},
+     // From 30° to 150°: ±10·cos 30° = 8.660 to the sides, y from 10·sin 30° = 5 up to 10.
+     {"arc",
+      CircleShape{{20, 20}, 10, 10, 30 * Degree, 150 * Degree, {}, CircleForm::Arc},
+      {11.2397, 9.9, 28.7603, 15.1}},
+     // From −45° through 0° to 45°.
+     {"arc-through-0",
+      CircleShape{{10, 15}, 10, 10, -45 * Degree, 45 * Degree, {}, CircleForm::Arc},
+      {16.9711, 7.8289, 20.1, 22.1711}},
+     // All but one degree about 180°.
+     {"arc-nearly-whole",
+      CircleShape{{20, 15}, 10, 10, -179.5 * Degree, 179.5 * Degree, {}, CircleForm::Arc},
+      {9.9004, 4.9, 30.1, 25.1}},
+     {"pie", CircleShape{{15, 20}, 10, 10, 0, 90 * Degree, Filled, CircleForm::Pie}, {14.9, 9.9, 25.1, 20.1}},
+     {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}}}};
 
 DisplayList ListOfFigures() {
   DisplayList list;
@@ -158,7 +157,6 @@ TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
       EXPECT_NEAR(own.Y, centre.Y, 0.02) << name;
       EXPECT_NEAR(picture.InkIn(picture.Whole()), ink, 0.02 * ink + 0.003) << name;
     }
-    EXPECT_NEAR(pictures[0].StoredDpi(), Dpi, 0.05);
   }
 }
 
@@ -208,11 +206,7 @@ TEST(MeasuredOutput, GraduationsLieWithinAHundredthOfAMillimetre) {
 TEST(MeasuredOutput, TheArcIsRoundToAHundredthOfAMillimetre) {
   const ScriptRun run = RunText("EpaisT = 0.2mm\nArc = -45, 225, 50", OnASmallSheet());
   const Picture page = ThroughPdf(run.List, "arc", Dpi);
-  // Where the arc crosses the lines through its centre, across a band so narrow that it is straight there.
-  const double band = 0.5;
-  EXPECT_NEAR(page.CentreOfInk({60 - band / 2, 5, 60 + band / 2, 15}).Y, 10, 0.01);
-  EXPECT_NEAR(page.CentreOfInk({5, 60 - band / 2, 15, 60 + band / 2}).X, 10, 0.01);
-  for (double degrees : {-40.0, 13.0, 61.0, 121.0, 200.0}) {
+  for (double degrees : {-40.0, 0.0, 13.0, 61.0, 90.0, 121.0, 200.0}) {
     const double x = 60 - 50 * std::cos(degrees * Degree), y = 60 - 50 * std::sin(degrees * Degree);
     const Picture::Place near = page.CentreOfInk({x - 0.5, y - 0.5, x + 0.5, y + 0.5});
     EXPECT_NEAR(std::hypot(near.X - 60, near.Y - 60), 50, 0.01) << degrees;

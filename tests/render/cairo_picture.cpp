@@ -4,28 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 
 namespace vaxel::test {
-namespace {
-
-// The density chunk of a PNG file: pixels a metre.
-double DpiOf(const std::string& fileName) {
-  std::ifstream file(fileName, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  const std::size_t chunk = bytes.find("pHYs");
-  if (chunk == std::string::npos) return 0;
-  double perMetre = 0;
-  for (std::size_t i = 4; i < 8; ++i)
-    perMetre = perMetre * 256 + static_cast<unsigned char>(bytes[chunk + i]);
-  return perMetre * 0.0254;
-}
-
-}  // namespace
-
-Picture::Picture(const std::string& fileName, double pixelsPerMm)
-    : scale_(pixelsPerMm), storedDpi_(DpiOf(fileName)) {
+Picture::Picture(const std::string& fileName, double pixelsPerMm) : scale_(pixelsPerMm) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
   if (!png_image_begin_read_from_file(&image, fileName.c_str())) return;

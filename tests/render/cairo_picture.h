@@ -29,15 +29,12 @@ class Picture {
   };
   Place CentreOfInk(const Box& box) const;
   Box Whole() const { return {0, 0, WidthMm(), HeightMm()}; }
-  // Pixels an inch that the file says it has; 0 when it says nothing.
-  double StoredDpi() const { return storedDpi_; }
 
  private:
   template <class Use>
   void ForEachPixel(const Box& box, Use use) const;
 
   double scale_;
-  double storedDpi_ = 0;
   std::size_t width_ = 0, height_ = 0;
   std::vector<float> ink_;
 };

@@ -65,25 +65,12 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
 }
 
 TEST(DecimalText, RoundsAndDropsWhatSaysNothing) {
-  const auto fixed = [](double value, int decimals) {
-    std::string text;
-    AppendFixed(text, value, decimals);
-    return text;
-  };
-  const auto brief = [](double value, int decimals) {
-    std::string text;
-    AppendShort(text, value, decimals);
-    return text;
-  };
-  EXPECT_EQ(fixed(1.0005, 3), "1.001");
-  EXPECT_EQ(fixed(-0.0004, 3), "0.000");
-  EXPECT_EQ(fixed(-0.0006, 3), "-0.001");
-  EXPECT_EQ(fixed(12, 0), "12");
-  EXPECT_EQ(fixed(1e9, 3), "1000000000.000");
-  EXPECT_EQ(brief(1.5, 4), "1.5");
-  EXPECT_EQ(brief(-100, 4), "-100");
-  EXPECT_EQ(brief(0.00001, 4), "0");
-  EXPECT_EQ(brief(999.99999, 4), "1000");
+  std::string text;
+  for (double value : {1.0005, -0.0004, -0.0006, 1e9}) AppendFixed(text += ' ', value, 3);
+  EXPECT_EQ(text, " 1.001 0.000 -0.001 1000000000.000");
+  text.clear();
+  for (double value : {1.5, -100.0, 0.00001, 999.99999}) AppendShort(text += ' ', value, 4);
+  EXPECT_EQ(text, " 1.5 -100 0 1000");
 }
 
 }  // namespace

@@ -47,8 +47,7 @@ TEST(LogGraduation, StepsDecadeByDecade) {
       {{3}, 1, 10, "1 3 6 9 1E1"},
       {{20}, 1, 1000, "1 1E1 1E2 1E3"},
       {{1}, 5, 5, "5"},
-      {{1}, 6, 5, ""},
-  };
+      {{1}, 6, 5, ""}};
   for (const Case& c : cases) {
     EXPECT_EQ(LogMarks(c.Stepping, c.First, c.Last), c.Marks)
         << double{c.Stepping.LogInterval} << " from " << c.First << " to " << c.Last;

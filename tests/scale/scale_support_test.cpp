@@ -15,18 +15,6 @@ void ExpectPoint(Point point, double x, double y) {
   EXPECT_NEAR(point.Y, y, Near);
 }
 
-TEST(ScaleSupport, ScaleAnglesRunClockwiseFromTheLeft) {
-  ScaleSupport support;
-  support.SetArc(45, 135, 50);
-  EXPECT_EQ(support.Kind(), SupportKind::Arc);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({0}), 50), -35.3553391, 35.3553391);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({50}), 50), 0, 50);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({100}), 50), 35.3553391, 35.3553391);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({180, true}), 50), 50, 0);
-  // Beyond the ends the scale goes on.
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({150}), 50), 50, 0);
-}
-
 TEST(ScaleSupport, PowerLawFollowsTheTableOfRoots) {
   ScaleSupport support;
   // Published roots: √0.1 = 0.3162278, √0.5 = 0.7071068, ∛0.1 = 0.4641589, ∛0.5 = 0.7937005.

@@ -1,4 +1,4 @@
-#include "commands/pen_specification.h"
+#include "commands/pen_notation.h"
 
 #include <algorithm>
 #include <cstddef>
