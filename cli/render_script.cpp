@@ -35,8 +35,6 @@ std::string DisplayName(const std::string& fileName, const char* standard) {
   return fileName == "-" ? standard : fileName;
 }
 
-// ---- The script -------------------------------------------------------------------------------------
-
 // A name without extension may be that of a ".dat" file.
 std::string FindScript(const std::string& name) {
   std::error_code ignored;
@@ -72,8 +70,6 @@ RunTarget TargetFor(TargetKind kind, const RenderOptions& options) {
   target.Zmm = options.Zmm;
   return target;
 }
-
-// ---- Outputs ----------------------------------------------------------------------------------------
 
 std::optional<std::int64_t> SourceDate() {
   const char* text = std::getenv("SOURCE_DATE_EPOCH");

@@ -24,8 +24,6 @@ void RequireSupport(const RunContext& run) {
   if ((run.OrderState & OrderSupport) == 0) throw ScriptFault(FaultReason::DivisionByZero);
 }
 
-// ---- Support ----------------------------------------------------------------------------------------
-
 void DrawArcSupport(RunContext& run, Colour colour) {
   const ScaleSupport& support = run.Support;
   const Point origin = run.Surface.Origin();
@@ -52,8 +50,6 @@ void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& pa
   }
   run.Surface.MoveTo(origin + (from + to) * 0.5);
 }
-
-// ---- Graduations ------------------------------------------------------------------------------------
 
 struct MarkStyle {
   double GradLength;
@@ -107,8 +103,6 @@ LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
   }
   return stepping;
 }
-
-// ---- Grad1 ------------------------------------------------------------------------------------------
 
 ScaleValue ReadScaleValue(std::string_view text, const Separators& separators) {
   text = Trim(text);

@@ -270,11 +270,7 @@ class Parser {
     const std::size_t close = MatchingParenthesis(open);
     if (close == std::string_view::npos) return false;
     const std::string_view list = Trim(text_.substr(open + 1, close - open - 1));
-    value = list.empty() ? 0 : 1;
-    for (std::size_t i = 0; (i = list.find(separator_, i)) != std::string_view::npos;
-         i += separator_.size()) {
-      ++value;
-    }
+    value = list.empty() ? 0 : static_cast<double>(CountOf(list, separator_) + 1);
     position_ = close + 1;
     return true;
   }

@@ -1,7 +1,6 @@
 #include "interpreter/line_reader.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "interpreter/text.h"
 
@@ -9,12 +8,6 @@ namespace vaxel {
 namespace {
 
 constexpr std::string_view ContinuationMark = " _";
-
-std::size_t FindChar(std::string_view text, char c) {
-  const void* found = text.empty() ? nullptr : std::memchr(text.data(), c, text.size());
-  return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data())
-               : std::string_view::npos;
-}
 
 bool BeginsLikeIf(std::string_view line) {
   const auto is = [&](std::size_t i, char lower) { return (line[i] | 0x20) == lower; };
@@ -24,7 +17,7 @@ bool BeginsLikeIf(std::string_view line) {
 }  // namespace
 
 LineReader::LineReader(std::string_view text)
-    : text_(text), hasTabs_(FindChar(text, '\t') != std::string_view::npos) {}
+    : text_(text), hasTabs_(text.find('\t') != std::string_view::npos) {}
 
 void LineReader::Seek(std::size_t position, std::uint32_t lineNumber) {
   ReadPos = position;
@@ -33,8 +26,7 @@ void LineReader::Seek(std::size_t position, std::uint32_t lineNumber) {
 
 std::string_view LineReader::TakePhysicalLine() {
   LastLineStart = ReadPos;
-  LineEnd =
-      std::min(text_.size(), LastLineStart + std::min(text_.size(), FindChar(text_.substr(ReadPos), '\n')));
+  LineEnd = std::min(text_.size(), LastLineStart + std::min(text_.size(), text_.substr(ReadPos).find('\n')));
   ReadPos = LineEnd + 1;
   ++nextNumber_;
   return text_.substr(LastLineStart, LineEnd - LastLineStart);
@@ -83,24 +75,24 @@ bool IsBlankOrComment(std::string_view line) {
 }
 
 std::string_view WithoutComment(std::string_view text) {
-  return text.substr(0, FindChar(text, '\''));
+  return text.substr(0, text.find('\''));
 }
 
 CommandLine SplitCommand(std::string_view line) {
-  std::size_t split = FindChar(line, '=');
+  std::size_t split = line.find('=');
   // A variable's name may hold an apostrophe: there the first "=" counts whatever stands before it.
   if (split != std::string_view::npos && line.front() != '%' &&
-      FindChar(line.substr(0, split), '\'') != std::string_view::npos) {
+      line.substr(0, split).find('\'') != std::string_view::npos) {
     split = std::string_view::npos;
   }
-  if (split == std::string_view::npos || BeginsLikeIf(line)) split = FindChar(line, ' ');
+  if (split == std::string_view::npos || BeginsLikeIf(line)) split = line.find(' ');
   if (split == std::string_view::npos) return {line, {}};
   return {Trim(line.substr(0, split)), line.substr(split + 1)};
 }
 
 bool IsLabelLine(std::string_view line) {
   line = WithoutComment(line);
-  return FindChar(line, ':') != std::string_view::npos && FindChar(line, '=') == std::string_view::npos;
+  return line.find(':') != std::string_view::npos && line.find('=') == std::string_view::npos;
 }
 
 }  // namespace vaxel

@@ -1,7 +1,6 @@
 #include "interpreter/run.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -22,34 +21,9 @@ constexpr int OfTheFileInError = 172;
 
 constexpr std::size_t ReportedLineLength = 300;
 
-bool Holds(std::string_view text, char c) {
-  return !text.empty() && std::memchr(text.data(), c, text.size()) != nullptr;
-}
-
-// ---- One line ---------------------------------------------------------------------------------------
-
-void SetKeyword(RunContext& run, std::string_view written) {
-  run.Keyword.assign(written);
-  bool ascii = true;
-  for (char& c : run.Keyword) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 0x20);
-    ascii = ascii && static_cast<unsigned char>(c) < 0x80;
-  }
-  if (!ascii) run.Keyword = UpperCase(run.Keyword);
-}
-
 // A parameter that begins with "=" or "<" is text in which "%" is an ordinary character.
 bool IsLiteral(std::string_view parameter) {
   return TrimLeft(parameter).starts_with('=') || parameter.starts_with('<');
-}
-
-std::size_t CountOf(std::string_view text, std::string_view separator) {
-  std::size_t count = 0;
-  for (std::size_t at = 0; (at = text.find(separator, at)) != std::string_view::npos;
-       at += separator.size()) {
-    ++count;
-  }
-  return count;
 }
 
 // Replaces the references of each parameter as written. One value may bring several parameters, which then
@@ -69,6 +43,7 @@ std::string ReplaceVariables(RunContext& run, std::string_view text, VariableUse
       parameter = parameter.substr(0, part);
     }
     const std::string value = Substitute(parameter, run.Level().Variables, separators);
+    if (replaced.size() + value.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
     replaced += value;
     replaced += kept;
     number += 1 + CountOf(value, separators.First);
@@ -102,7 +77,7 @@ void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, P
   if (!Applies(run, row.Where)) return;
   if (!row.Handler) throw ScriptFault(FaultReason::NotAvailable, std::string(row.Spelling));
   if (!row.KeepsApostrophe) text = WithoutComment(text);
-  if (row.Variables != VariableUse::Raw && Holds(text, '%')) {
+  if (row.Variables != VariableUse::Raw && text.find('%') != std::string_view::npos) {
     run.ParamText = ReplaceVariables(run, text, row.Variables);
     text = run.ParamText;
   }
@@ -113,7 +88,7 @@ void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, P
 
 void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
   const CommandLine command = SplitCommand(line);
-  SetKeyword(run, command.Keyword);
+  run.Keyword = UpperCase(command.Keyword);
   if (const CommandRow* row = run.Commands.Find(run.Keyword)) {
     RunCommand(run, *row, command.Parameters, parameters);
   } else if (!IsLabelLine(line)) {
@@ -124,10 +99,8 @@ void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
   }
 }
 
-// ---- One level --------------------------------------------------------------------------------------
-
 bool IsVariableLine(std::string_view line) {
-  return line.front() == '%' && !Holds(line, '=');
+  return line.front() == '%' && line.find('=') == std::string_view::npos;
 }
 
 // A line that is nothing but a reference to a variable is the command line that the variable holds, as it
@@ -166,8 +139,6 @@ void RunLevel(RunContext& run) {
     if (!held.empty()) RunLine(run, held, parameters);
   }
 }
-
-// ---- Reports ----------------------------------------------------------------------------------------
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
   const auto message = [&](int id) { return std::string(TableString(run.LangBase + id)); };

@@ -88,6 +88,12 @@ std::string Shorten(std::string_view text, std::size_t maxBytes) {
   return std::string(text.substr(0, maxBytes)) + "…";
 }
 
+std::size_t CountOf(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string_view::npos; at += part.size()) ++count;
+  return count;
+}
+
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }

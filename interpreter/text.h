@@ -21,6 +21,9 @@ std::string_view DropLastCharacter(std::string_view text);
 // At most maxBytes of the text, cut between characters, with "…" behind it when it was cut.
 std::string Shorten(std::string_view text, std::size_t maxBytes);
 
+// How often the text holds the part, which is not empty, without overlaps.
+std::size_t CountOf(std::string_view text, std::string_view part);
+
 bool IsDigit(char c);
 
 // Reads an unsigned decimal number with "." and an optional exponent at the start of the text. Returns how

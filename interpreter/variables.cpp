@@ -10,7 +10,6 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t MaxDepth = 100;
-constexpr std::size_t MaxTextLength = 16'000'000;
 // More of them in one text are a mistake, and would take long to replace.
 constexpr std::size_t MaxReferences = 1'000'000;
 constexpr std::size_t ReportedLength = 60;

@@ -9,6 +9,9 @@
 
 namespace vaxel {
 
+// The longest text that the replacement of variables may make.
+inline constexpr std::size_t MaxTextLength = 16'000'000;
+
 struct Separators {
   std::string First = ",";   // between parameters
   std::string Second = "§";  // between the parts of one parameter

@@ -85,8 +85,6 @@ Picture ThroughPng(const DisplayList& list, const std::string& name, std::size_t
   return {png.string(), Scale};
 }
 
-// ---- All renderers alike ----------------------------------------------------------------------------
-
 struct Figure {
   const char* Name;
   Shape Drawn;
@@ -159,8 +157,6 @@ TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
     }
   }
 }
-
-// ---- True size --------------------------------------------------------------------------------------
 
 TEST(MeasuredOutput, AHundredMillimetresAreAHundredMillimetres) {
   // A stroke with round ends of 0.2 mm, and the end marks of a scale of the same length.
