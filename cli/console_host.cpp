@@ -11,7 +11,8 @@ void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std
   message += ':';
   message += std::to_string(lineNumber);
   message += ": ";
-  message += text;
+  // A script's own control characters must not reach the terminal.
+  for (char c : text) message += (c < ' ' && c >= '\0' && c != '\n') || c == '\x7F' ? '?' : c;
   message += '\n';
   std::fwrite(message.data(), 1, message.size(), stderr);
 }

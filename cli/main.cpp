@@ -1,4 +1,7 @@
+#include <cstdio>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/options.h"
@@ -8,7 +11,6 @@
 #include <fcntl.h>
 #include <io.h>
 
-#include <cstdio>
 #include <filesystem>
 #endif
 
@@ -16,8 +18,13 @@ namespace {
 
 int Run(std::vector<std::string> arguments) {
   vaxel::ExitStatus status = vaxel::ExitStatus::Drawn;
-  const auto options = vaxel::ReadOptions(std::move(arguments), status);
-  if (options) status = vaxel::RenderScript(*options);
+  try {
+    const auto options = vaxel::ReadOptions(std::move(arguments), status);
+    if (options) status = vaxel::RenderScript(*options);
+  } catch (const std::bad_alloc&) {
+    std::fputs("vaxel-render: out of memory\n", stderr);
+    status = vaxel::ExitStatus::FileFailed;
+  }
   return static_cast<int>(status);
 }
 

@@ -16,7 +16,8 @@ namespace {
 
 // Numbers beyond this make no dial, but would make numbers that no format holds.
 constexpr double MaxFactor = 1000;
-constexpr double MaxSideMm = 100'000;
+// The longest side that readers of PDF accept is 14400 points.
+constexpr double MaxSideMm = 5000;
 constexpr double MaxDpi = 20'000;
 
 struct NamedSize {
@@ -103,6 +104,7 @@ std::vector<OutputRequest> ReadOutputs(const RawOptions& raw) {
   for (const std::string& file : raw.Outputs.empty() ? std::vector<std::string>{"-"} : raw.Outputs) {
     OutputRequest output;
     output.FileName = file;
+    if (file.empty()) throw CLI::ValidationError("-o", "an empty text is no file's name");
     const std::optional<OutputFormat> own = FormatOfFile(file);
     if (!own && !standard && !raw.Outputs.empty() && file != "-") {
       throw CLI::ValidationError("-o", "'" + file + "' does not tell its format; name it with --format");
@@ -126,7 +128,12 @@ void Interpret(const RawOptions& raw, RenderOptions& options) {
   if (!raw.Zmm.empty()) options.Zmm = ReadFactor(raw.Zmm, "--zmm", MaxFactor);
   if (!raw.Dpi.empty()) options.Dpi = ReadFactor(raw.Dpi, "--dpi", MaxDpi);
   if (!raw.Language.empty()) options.LangBase = LanguageBaseOf(raw.Language);
-  for (const std::string& text : raw.Variables) options.Variables.push_back(ReadVariable(text));
+  for (const std::string& text : raw.Variables) {
+    auto variable = ReadVariable(text);
+    std::erase_if(options.Variables,
+                  [&](const auto& earlier) { return EqualIgnoringCase(earlier.first, variable.first); });
+    options.Variables.push_back(std::move(variable));
+  }
   if (options.Variables.size() > VariableTable::MaxVariables) {
     throw CLI::ValidationError("-D", "a script has at most 32 variables");
   }
@@ -141,7 +148,7 @@ void Declare(CLI::App& app, RawOptions& raw, RenderOptions& options) {
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_option("--format", raw.Format, "format of an output whose name does not say it (default: svg)")
-      ->check(CLI::IsMember({"svg", "pdf", "png", "list"}));
+      ->check(CLI::IsMember({"svg", "pdf", "png", "list"}, CLI::ignore_case));
   app.add_option("--target", raw.Target, "what the script draws for (default: printer for PDF, else screen)")
       ->check(CLI::IsMember({"screen", "printer"}));
   app.add_option("--area", raw.Area, "size of the screen in mm (default: 200x200)")->type_name("WxH");

@@ -26,6 +26,17 @@ std::FILE* Open(const fs::path& path, const char* mode) {
 #endif
 }
 
+// Through links the file that they name is written, not the link, even when it is not there yet.
+fs::path FollowLinks(fs::path path) {
+  constexpr int mostLinks = 40;
+  std::error_code error;
+  for (int links = 0; links < mostLinks && fs::is_symlink(path, error); ++links) {
+    const fs::path target = fs::read_symlink(path, error);
+    path = target.is_absolute() ? target : path.parent_path() / target;
+  }
+  return path;
+}
+
 // A name of its own beside the target, so that the move into place stays on one file system.
 fs::path TemporaryBeside(const fs::path& target) {
   std::random_device random;
@@ -80,9 +91,7 @@ OutputFile::OutputFile(const std::string& name) {
     return;
   }
   std::error_code error;
-  target_ = PathOf(name);
-  // Through a link the file that it names is replaced, not the link.
-  if (fs::is_symlink(target_, error)) target_ = fs::weakly_canonical(target_, error);
+  target_ = FollowLinks(PathOf(name));
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) {
     error_ = "it is a folder";
@@ -92,6 +101,8 @@ OutputFile::OutputFile(const std::string& name) {
   if (!direct) temporary_ = TemporaryBeside(target_);
   file_ = Open(direct ? target_ : temporary_, "wb");
   if (!file_) Fail();
+  // Whoever may read the old drawing may read the new one, and nobody else.
+  if (file_ && fs::is_regular_file(status)) fs::permissions(temporary_, status.permissions(), error);
 }
 
 OutputFile::~OutputFile() {

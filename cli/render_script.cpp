@@ -1,10 +1,10 @@
 #include "cli/render_script.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,12 +45,12 @@ std::string FindScript(const std::string& name) {
 
 std::optional<std::string> ReadScript(const std::string& name) {
   std::string error;
-  const auto bytes = ReadWholeFile(name, error);
+  auto bytes = ReadWholeFile(name, error);
   if (!bytes) {
     Complain("cannot read " + DisplayName(name, "standard input") + ": " + error);
     return std::nullopt;
   }
-  auto decoded = DecodeText(*bytes);
+  auto decoded = DecodeText(std::move(*bytes));
   if (!decoded) {
     Complain(DisplayName(name, "standard input") + " is not a text: it holds NUL characters");
     return std::nullopt;
@@ -140,9 +140,9 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
   return ExitStatus::Drawn;
 }
 
-ExitStatus RenderFor(TargetKind kind, const RenderOptions& options, const std::string& text,
-                     const std::string& fileName) {
-  DisplayList list;
+// Runs the script for one kind of target; the list gets at least one page.
+ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const std::string& text,
+                  const std::string& fileName, DisplayList& list) {
   ConsoleHost host(DisplayName(fileName, "<stdin>"));
   RunContext run(host, AllCommands(), list);
   run.LangBase = options.LangBase;
@@ -158,25 +158,39 @@ ExitStatus RenderFor(TargetKind kind, const RenderOptions& options, const std::s
     case RunEnd::Completed:
       break;
   }
-  for (const OutputRequest& output : options.Outputs) {
-    if (output.Target != kind) continue;
-    const ExitStatus status = WriteOutput(options, output, list);
-    if (status != ExitStatus::Drawn) return status;
-  }
   return ExitStatus::Drawn;
+}
+
+bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileName) {
+  std::error_code ignored;
+  for (const OutputRequest& output : options.Outputs) {
+    const bool isFile = output.FileName != "-" && fileName != "-";
+    const std::filesystem::path target = PathOf(output.FileName);
+    if (!isFile || !std::filesystem::is_regular_file(target, ignored)) continue;
+    if (!std::filesystem::equivalent(target, PathOf(fileName), ignored)) continue;
+    Complain("-o " + output.FileName + " would overwrite the script");
+    return true;
+  }
+  return false;
 }
 
 }  // namespace
 
 ExitStatus RenderScript(const RenderOptions& options) {
   const std::string fileName = FindScript(options.Script);
+  if (WouldOverwriteScript(options, fileName)) return ExitStatus::WrongUsage;
   const std::optional<std::string> text = ReadScript(fileName);
   if (!text) return ExitStatus::FileFailed;
-  for (TargetKind kind : {TargetKind::Screen, TargetKind::Printer}) {
-    const bool wanted = std::any_of(options.Outputs.begin(), options.Outputs.end(),
-                                    [kind](const OutputRequest& output) { return output.Target == kind; });
-    if (!wanted) continue;
-    const ExitStatus status = RenderFor(kind, options, *text, fileName);
+  // Every run comes before the first output: a script that fails on paper alone writes nothing.
+  std::map<TargetKind, DisplayList> lists;
+  for (const OutputRequest& output : options.Outputs) {
+    const auto [place, isNew] = lists.try_emplace(output.Target);
+    if (!isNew) continue;
+    const ExitStatus status = RunFor(output.Target, options, *text, fileName, place->second);
+    if (status != ExitStatus::Drawn) return status;
+  }
+  for (const OutputRequest& output : options.Outputs) {
+    const ExitStatus status = WriteOutput(options, output, lists[output.Target]);
     if (status != ExitStatus::Drawn) return status;
   }
   return ExitStatus::Drawn;

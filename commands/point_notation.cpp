@@ -23,8 +23,9 @@ ScriptFault BadPoint(std::string_view a, std::string_view b) {
 
 double ValueOf(std::string_view text, const Separators& separators) {
   const std::optional<double> value = NumberOf(text, separators);
-  if (!value) throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
-  return *value;
+  if (value) return *value;
+  if (!text.empty()) FailExpression(text);
+  throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
 }
 
 double Coordinate(std::string_view text, double reference, EmptyCoordinate empty,

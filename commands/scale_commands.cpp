@@ -7,10 +7,10 @@
 
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
+#include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text.h"
 #include "scale/graduation.h"
-#include "scale/rounding.h"
 
 namespace vaxel {
 namespace {
@@ -27,6 +27,7 @@ void RequireSupport(const RunContext& run) {
 void DrawArcSupport(RunContext& run, Colour colour) {
   const ScaleSupport& support = run.Support;
   const Point origin = run.Surface.Origin();
+  if (support.Kind() != SupportKind::Arc) return;
   if (support.IsStraightArc()) {
     const Point from =
         RequireFinitePoint(support.ScalePoint(support.StartAngle * RadiansPerDegree, support.Radius));
@@ -37,9 +38,11 @@ void DrawArcSupport(RunContext& run, Colour colour) {
   }
   const bool wholeTurn = std::abs(support.EndAngle - support.StartAngle) >= 360;
   // The needle sweeps clockwise, the surface draws counter-clockwise.
+  // A negative radius lies on the other side of the pivot, where the marks are too.
+  const double turn = support.StartDistance < 0 ? Pi : 0;
   run.Surface.Circle(origin.X, origin.Y - support.CentreOffset, support.StartDistance, colour,
-                     wholeTurn ? CircleForm::Full : CircleForm::Arc, support.EndDirection,
-                     support.StartDirection);
+                     wholeTurn ? CircleForm::Full : CircleForm::Arc, turn + support.EndDirection,
+                     turn + support.StartDirection);
 }
 
 void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
@@ -208,6 +211,7 @@ void RunGrad1(RunContext& run, const Parameters& parameters) {
     const MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
                                           run.ColourOr(parameters.Text(n + 3)));
     for (const ScaleValue& value : ReadScaleValues(run, parameters.Text(n))) {
+      if (run.Support.LogScale && !value.IsDirect) PositiveAndFinite(value.Value);
       DrawMark(run, run.Support.PlaceOf(value), style);
     }
   }

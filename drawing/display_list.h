@@ -95,7 +95,7 @@ class CoordinateOverflow : public std::overflow_error {
  public:
   CoordinateOverflow() : std::overflow_error("coordinate out of range") {}
 };
-inline constexpr double MaxCoordinate = 1e9;
+inline constexpr double MaxCoordinate = 100'000;
 
 class DisplayList {
  public:

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
+#include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text.h"
-#include "scale/rounding.h"
 
 namespace vaxel {
 namespace {

@@ -43,26 +43,29 @@ std::optional<double> Parameters::Number(std::size_t n) const {
 
 double Parameters::RequiredNumber(std::size_t n) const {
   const std::optional<double> value = Number(n);
-  if (!value) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
-  return *value;
+  if (value) return *value;
+  if (!Trimmed(n).empty()) FailExpression(Trimmed(n));
+  throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
 }
 
 std::optional<double> NumberOf(std::string_view parameter, const Separators& separators) {
   parameter = Trim(parameter);
   if (parameter.empty()) return std::nullopt;
-  const std::size_t part = parameter.find(separators.Second);
-  if (part != std::string_view::npos) parameter = Trim(parameter.substr(0, part));
-  if (!parameter.empty() && !IsDigit(parameter.back()) && parameter.back() != ')') {
-    parameter = DropLastCharacter(parameter);
-  }
-  return StrictValue(parameter, separators);
+  std::string_view number = Trim(parameter.substr(0, parameter.find(separators.Second)));
+  if (!number.empty() && !IsDigit(number.back()) && number.back() != ')') number = DropLastCharacter(number);
+  return StrictValue(number, separators, parameter);
 }
 
-std::optional<double> StrictValue(std::string_view expression, const Separators& separators) {
+std::optional<double> StrictValue(std::string_view expression, const Separators& separators,
+                                  std::string_view shown) {
   const Evaluation evaluation = Evaluate(expression, separators.First);
   if (!evaluation.HasValue) return std::nullopt;
-  if (!evaluation.Complete) throw ScriptFault(FaultReason::Expression, Shorten(Trim(expression), 60));
+  if (!evaluation.Complete) FailExpression(shown.empty() ? expression : shown);
   return evaluation.Value;
+}
+
+void FailExpression(std::string_view shown) {
+  throw ScriptFault(FaultReason::Expression, Shorten(Trim(shown), 60));
 }
 
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator) {

@@ -43,8 +43,12 @@ class Parameters {
 
 // The value of a numeric parameter's text, see Parameters::Number.
 std::optional<double> NumberOf(std::string_view parameter, const Separators& separators);
-// The value of an expression that must be one throughout; none for an empty text.
-std::optional<double> StrictValue(std::string_view expression, const Separators& separators);
+// The value of an expression that must be one throughout; none for an empty text. A fault shows the
+// expression, or the text of which it is a part.
+std::optional<double> StrictValue(std::string_view expression, const Separators& separators,
+                                  std::string_view shown = {});
+// A fault that shows what is no expression.
+[[noreturn]] void FailExpression(std::string_view shown);
 
 // The parts of a text between the occurrences of a separator; one part for an empty text.
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);

@@ -91,7 +91,7 @@ void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
   run.Keyword = UpperCase(command.Keyword);
   if (const CommandRow* row = run.Commands.Find(run.Keyword)) {
     RunCommand(run, *row, command.Parameters, parameters);
-  } else if (!IsLabelLine(line)) {
+  } else if (!run.Keyword.ends_with(':') && !IsLabelLine(line)) {
     const std::string_view suggestion = run.Commands.Suggest(run.Keyword);
     throw ScriptFault(FaultKind::UnknownCommand,
                       suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,

@@ -105,23 +105,21 @@ bool IsValidUtf8(std::string_view text) {
   return true;
 }
 
-std::optional<DecodedText> DecodeText(std::string_view bytes) {
+std::optional<DecodedText> DecodeText(std::string bytes) {
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
   DecodedText decoded;
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
     const bool bigEndian = bytes.front() == '\xFE';
     decoded.Encoding = bigEndian ? TextEncoding::Utf16BigEndian : TextEncoding::Utf16LittleEndian;
-    decoded.Text = FromUtf16(bytes.substr(2), bigEndian);
-  } else {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    decoded.Text = FromUtf16(std::string_view(bytes).substr(2), bigEndian);
+  } else if (IsValidUtf8(bytes)) {
     const bool marked = bytes.starts_with(mark);
-    if (marked) bytes.remove_prefix(mark.size());
-    if (IsValidUtf8(bytes)) {
-      decoded.Encoding = marked ? TextEncoding::Utf8WithMark : TextEncoding::Utf8;
-      decoded.Text = bytes;
-    } else {
-      decoded.Encoding = TextEncoding::Windows1252;
-      decoded.Text = FromWindows1252(bytes);
-    }
+    if (marked) bytes.erase(0, mark.size());
+    decoded.Encoding = marked ? TextEncoding::Utf8WithMark : TextEncoding::Utf8;
+    decoded.Text = std::move(bytes);
+  } else {
+    decoded.Encoding = TextEncoding::Windows1252;
+    decoded.Text = FromWindows1252(bytes);
   }
   if (HasNul(decoded.Text)) return std::nullopt;
   return decoded;

@@ -17,7 +17,7 @@ struct DecodedText {
 
 // UTF-16 when a byte-order mark says so, UTF-8 when the bytes are valid UTF-8, else Windows-1252. None for
 // bytes that are no text: those that hold a NUL character. A lone surrogate becomes U+FFFD.
-std::optional<DecodedText> DecodeText(std::string_view bytes);
+std::optional<DecodedText> DecodeText(std::string bytes);
 
 // Every line end (CR LF, LF or CR) as one LF.
 std::string NormaliseLineEnds(std::string text);

@@ -6,6 +6,7 @@
 #include <ctime>
 #include <exception>
 
+#include "render/cairo_handles.h"
 #include "render/cairo_module.h"
 #include "render/cairo_png.h"
 #include "render/cairo_renderer.h"
@@ -44,20 +45,19 @@ std::string TimeText(std::int64_t seconds) {
 }
 
 std::string WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
-  cairo_surface_t* surface = cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1);
-  cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
+  const UniqueSurface surface(cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1));
+  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
   const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));
-  cairo_pdf_surface_set_metadata(surface, CAIRO_PDF_METADATA_CREATE_DATE, time.c_str());
-  cairo_t* context = cairo_create(surface);
-  cairo_scale(context, PointsPerMillimetre, PointsPerMillimetre);
-  PdfRenderer renderer(context, surface);
+  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, time.c_str());
+  const UniqueContext context(cairo_create(surface.get()));
+  cairo_scale(context.get(), PointsPerMillimetre, PointsPerMillimetre);
+  PdfRenderer renderer(context.get(), surface.get());
   PlayAll(list, renderer);
-  cairo_status_t status = cairo_status(context);
-  cairo_destroy(context);
-  cairo_surface_finish(surface);
-  if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface);
-  cairo_surface_destroy(surface);
-  return status == CAIRO_STATUS_SUCCESS ? std::string() : cairo_status_to_string(status);
+  cairo_surface_finish(surface.get());
+  const cairo_status_t drawn = cairo_status(context.get());
+  const cairo_status_t written = cairo_surface_status(surface.get());
+  if (drawn != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(drawn);
+  return written == CAIRO_STATUS_SUCCESS ? std::string() : cairo_status_to_string(written);
 }
 
 // Nothing may be thrown into the program: it may have a C++ runtime of its own.

@@ -6,10 +6,10 @@
 #include <cmath>
 #include <csetjmp>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
+#include "render/cairo_handles.h"
 #include "render/cairo_renderer.h"
 
 namespace vaxel {
@@ -17,15 +17,7 @@ namespace {
 
 constexpr double MillimetresPerInch = 25.4;
 constexpr double MaxSide = 32767;  // of a Cairo picture, pixels
-
-struct SurfaceDeleter {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-struct ContextDeleter {
-  void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-using UniqueSurface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
-using UniqueContext = std::unique_ptr<cairo_t, ContextDeleter>;
+constexpr double MaxArea = 400e6;  // pixels: 1.6 GB while it is drawn
 
 void WriteToSink(png_structp png, png_bytep bytes, png_size_t count) {
   auto* sink = static_cast<ByteSink*>(png_get_io_ptr(png));
@@ -85,8 +77,8 @@ std::string WritePng(const DisplayList& list, std::size_t page, double dpi, Byte
   const double scale = dpi / MillimetresPerInch;
   const double width = std::ceil(drawn.Width * scale - 1e-6);
   const double height = std::ceil(drawn.Height * scale - 1e-6);
-  if (!(width >= 1 && height >= 1 && width <= MaxSide && height <= MaxSide)) {
-    return "a PNG picture has 1 to 32767 pixels a side; choose another --dpi";
+  if (!(width >= 1 && height >= 1 && width <= MaxSide && height <= MaxSide && width * height <= MaxArea)) {
+    return "a PNG picture has 1 to 32767 pixels a side and 400 million in all; choose another --dpi";
   }
   const UniqueSurface surface(
       cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)));

@@ -8,21 +8,12 @@
 namespace vaxel {
 namespace {
 
-// Cairo counts in 1/256 of a device unit with 32 bits: beyond this many millimetres its coordinates wrap
-// round. Nothing so far away is on any page, but a line may cross the page on its way there.
-constexpr double Reach = 100'000;
-
-bool WithinReach(const CircleShape& circle) {
-  return std::abs(circle.Centre.X) + circle.RadiusX < Reach &&
-         std::abs(circle.Centre.Y) + circle.RadiusY < Reach;
-}
-
 // Cuts the line to the square within reach, side by side; false when nothing of it is left.
-bool CutToReach(Point& from, Point& to) {
+bool CutToReach(Point& from, Point& to, double reach) {
   double enter = 0, leave = 1;
   const Point along = to - from;
   const std::array<double, 4> directions = {-along.X, along.X, -along.Y, along.Y};
-  const std::array<double, 4> distances = {from.X + Reach, Reach - from.X, from.Y + Reach, Reach - from.Y};
+  const std::array<double, 4> distances = {from.X + reach, reach - from.X, from.Y + reach, reach - from.Y};
   for (std::size_t side = 0; side < directions.size(); ++side) {
     if (directions[side] == 0) {
       if (distances[side] < 0) return false;
@@ -46,6 +37,11 @@ CairoRenderer::CairoRenderer(cairo_t* context) : context_(context) {
   cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
   // In device units, of which a millimetre has at least 2.8: curves are exact far below what can be seen.
   cairo_set_tolerance(context_, 0.005);
+  // Cairo counts in 1/256 of a device unit with 32 bits: beyond 2^23 units its coordinates wrap round.
+  constexpr double maxUnits = 8'000'000;
+  cairo_matrix_t matrix;
+  cairo_get_matrix(context_, &matrix);
+  reach_ = maxUnits / matrix.xx;
 }
 
 void CairoRenderer::BeginPage(const Page&, std::size_t) {}
@@ -70,14 +66,14 @@ void CairoRenderer::Paint(const Operation& operation, const Fill& inside) {
 
 void CairoRenderer::Line(const Operation& operation, const LineShape& line) {
   Point from = line.From, to = line.To;
-  if (!CutToReach(from, to)) return;
+  if (!CutToReach(from, to, reach_)) return;
   cairo_move_to(context_, from.X, from.Y);
   cairo_line_to(context_, to.X, to.Y);
   Paint(operation, {});
 }
 
 void CairoRenderer::Rectangle(const Operation& operation, const RectangleShape& rectangle) {
-  const auto within = [](double value) { return std::clamp(value, -Reach, Reach); };
+  const auto within = [this](double value) { return std::clamp(value, -reach_, reach_); };
   const double left = within(rectangle.Corner.X), top = within(rectangle.Corner.Y);
   cairo_rectangle(context_, left, top, within(rectangle.Opposite.X) - left,
                   within(rectangle.Opposite.Y) - top);
@@ -87,14 +83,16 @@ void CairoRenderer::Rectangle(const Operation& operation, const RectangleShape& 
 void CairoRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                             std::span<const Point> corners) {
   for (const Point& corner : corners) {
-    cairo_line_to(context_, std::clamp(corner.X, -Reach, Reach), std::clamp(corner.Y, -Reach, Reach));
+    cairo_line_to(context_, std::clamp(corner.X, -reach_, reach_), std::clamp(corner.Y, -reach_, reach_));
   }
   cairo_close_path(context_);
   Paint(operation, polygon.Inside);
 }
 
 void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle) {
-  if (!WithinReach(circle)) return;
+  const double farX = std::abs(circle.Centre.X) + circle.RadiusX;
+  const double farY = std::abs(circle.Centre.Y) + circle.RadiusY;
+  if (std::max(farX, farY) > reach_) return;
   const bool flat = circle.RadiusX == 0 || circle.RadiusY == 0;
   cairo_save(context_);
   cairo_translate(context_, circle.Centre.X, circle.Centre.Y);

@@ -6,7 +6,9 @@
 
 namespace vaxel {
 
-// Draws pages on a Cairo context whose unit is a millimetre.
+// Draws pages on a Cairo context whose unit is a millimetre. Where the resolution is so high that Cairo
+// cannot count to the end of a figure, a line is cut, a polygon bent and a circle left out far outside the
+// page.
 class CairoRenderer : public Renderer {
  public:
   // The context must outlive the renderer.
@@ -26,6 +28,7 @@ class CairoRenderer : public Renderer {
   void Paint(const Operation& operation, const Fill& inside);
 
   cairo_t* context_;
+  double reach_;  // mm from the origin
 };
 
 }  // namespace vaxel

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "scale/rounding.h"
+#include "geometry/rounding.h"
 
 namespace vaxel {
 

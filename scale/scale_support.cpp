@@ -24,8 +24,7 @@ SupportKind ScaleSupport::Kind() const {
 
 // The triangle of pivot, arc's centre and point: the direction of the needle's ray, turned by the angle
 // under which pivot and centre are seen from the point. It holds also where the point lies below the centre.
-double ScaleSupport::DirectionFromCentre(double angleDegrees, double distance) const {
-  const double theta = angleDegrees * RadiansPerDegree;
+double ScaleSupport::DirectionFromCentre(double theta, double distance) const {
   if (CentreOffset == 0) return Pi - theta;
   return Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / distance);
 }
@@ -36,8 +35,8 @@ void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
   Radius = radius;
   StartDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, startAngle);
   EndDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, endAngle);
-  StartDirection = DirectionFromCentre(startAngle, StartDistance);
-  EndDirection = DirectionFromCentre(endAngle, EndDistance);
+  StartDirection = DirectionFromCentre(startAngle * RadiansPerDegree, StartDistance);
+  EndDirection = DirectionFromCentre(endAngle * RadiansPerDegree, EndDistance);
   if (StartAngle > EndAngle) std::swap(StartDirection, EndDirection);
 }
 
@@ -116,7 +115,7 @@ Point ScaleSupport::ScalePoint(double theta, double rho) const {
   }
   if (CentreOffset == 0) return {-rho * std::cos(theta), rho * std::sin(theta)};
   const double distance = PivotDistance(CentreOffset, rho, StartAngle);
-  const double direction = Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / distance);
+  const double direction = DirectionFromCentre(theta, distance);
   return {distance * std::cos(direction), distance * std::sin(direction) - CentreOffset};
 }
 

@@ -80,7 +80,8 @@ class ScaleSupport {
   double PlaceAtFraction(double fraction) const;
 
  private:
-  double DirectionFromCentre(double angleDegrees, double distance) const;
+  // Of the point at that distance from the arc's centre on the ray of scale angle theta (radians).
+  double DirectionFromCentre(double theta, double distance) const;
 };
 
 // Distance from the arc's centre, which lies offset below the pivot, to the point at distance rho from the

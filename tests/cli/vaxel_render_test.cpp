@@ -167,6 +167,10 @@ TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
   EXPECT_EQ(FileCount(), 2U);
   EXPECT_EQ(Run("--language en - < dial.dat").Printed,
             "<stdin>:3: Error in the line: X = 1/0 of the file: \n\nDivision by zero\n");
+  // What fails on paper alone leaves no drawing for the screen either.
+  Write("paper.dat", "FormatI = A4\n");
+  EXPECT_EQ(Run("-o b.svg -o b.pdf paper.dat").Status, 1);
+  EXPECT_FALSE(fs::exists(folder_ / "b.svg"));
   Write("comment.dat", "EpaisT = 2\nEpaisT\n");
   EXPECT_EQ(Run("-o b.svg comment.dat").Printed, "comment.dat:2: '  2 pixels, 0.53mm\n");
 }
@@ -194,6 +198,20 @@ TEST_F(VaxelRender, SaysWhatCannotBeWrittenAndLeavesNothingHalfWritten) {
   EXPECT_EQ(Read("a.svg"), "old");
   EXPECT_EQ(FileCount(), 3U);
   EXPECT_EQ(Run("--dpi 20000 -o big.png dial.dat").Status, 3);
+}
+
+TEST_F(VaxelRender, WritesThroughLinksAndKeepsPermissions) {
+  Write("dial.dat", Line);
+  fs::create_symlink("real.svg", folder_ / "link.svg");
+  EXPECT_EQ(Run("-o link.svg dial.dat").Status, 0);
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link.svg"));
+  EXPECT_TRUE(Read("real.svg").starts_with("<svg "));
+  fs::permissions(folder_ / "real.svg", fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(Run("-o link.svg dial.dat").Status, 0);
+  EXPECT_EQ(fs::status(folder_ / "real.svg").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  Write("dial.txt", Line);
+  EXPECT_EQ(Run("-o dial.txt dial.txt").Printed, "vaxel-render: -o dial.txt would overwrite the script\n");
+  EXPECT_EQ(Read("dial.txt"), Line);
 }
 
 TEST_F(VaxelRender, TakesHugeAndBrokenScripts) {

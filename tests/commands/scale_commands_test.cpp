@@ -25,6 +25,9 @@ TEST(ScaleCommands, DrawTheSupport) {
       {"Arc = -45, 225, 50", "arc 1  #000000 0.265  100.000,100.000 50.000 50.000 -45.000 225.000\n"},
       {"Arc = 0, 360, 50", "circle 1  #000000 0.265  100.000,100.000 50.000 50.000\n"},
       {"Arc = 45, 135, 50, n", ""},
+      {"Arc = 90, 90, 50", ""},
+      // The other side of the pivot, where the marks of a negative radius are.
+      {"Arc = 45, 135, -50", "arc 1  #000000 0.265  100.000,100.000 50.000 50.000 -135.000 -45.000\n"},
       // √(20² + 50² + 2·20·50·sin 45°) = 65.683; the ends are seen at 90° ± asin(50·sin 45° / 65.683)
       // = 32.566°.
       {"Decal = 20, N\nArc = 45, 135, 50",
@@ -81,6 +84,8 @@ TEST(ScaleCommands, CountMarksFromFirstToLast) {
   EXPECT_EQ(CountMarks(arc + "Grad = 2.5, 5"), 3);
   EXPECT_EQ(CountMarks("Exposant = L, 2\n" + arc + "Grad = 1, 5, 3, 40"), 11);
   EXPECT_EQ(CountMarks("Exposant = L, 2\n" + arc + "Grad = 1E300, 5"), 3);
+  // From 20 to 200.
+  EXPECT_EQ(CountMarks("Exposant = L, 2, 20, 2\n" + arc + "Grad = 1, 5"), 10);
 }
 
 TEST(ScaleCommands, MarksTakePenAndColour) {
@@ -125,6 +130,8 @@ TEST(ScaleCommands, FailWithTheirReason) {
       {"Arc = 45,135,50\nGrad = 10, 5, 40000", overflow},
       {"Exposant = L\nArc = 45,135,50\nGrad1 = 0, 5", domain},
       {"Exposant = L\nArc = 45,135,50\nGrad = 1, 5, -3", domain},
+      {"Exposant = L\nDroite = 0,50\nGrad1 = 0, 5", domain},
+      {"Exposant = a", "Expression incorrecte : a"},
       {"Exposant = L, 400\nArc = 45,135,50\nGrad = 1, 5", overflow},
       {"Exposant = L\nArc = 45,135,50\nGrad = 0, 5", "L'intervalle doit être au moins 0.0001 : 0"},
       {"Exposant = L\nArc = 45,135,50\nGrad = 1E-9, 5", "L'intervalle doit être au moins 0.0001 : 1E-9"},

@@ -20,7 +20,7 @@ TEST(Run, AnEmptyTextDrawsNothingAndClearsNothing) {
 }
 
 TEST(Run, CommentsAndLabelsDrawNothing) {
-  const ScriptRun run = RunText("' title\r\n\r\nDébut:\r\nFin : ' end\r\n%spare:\r\n",
+  const ScriptRun run = RunText("' title\r\n\r\nDébut:\r\nFin : ' end\r\nFin: = 3\r\n%spare:\r\n",
                                 {.Variables = {{"%spare:", "' nothing"}}});
   EXPECT_EQ(run.End, RunEnd::Completed);
   EXPECT_EQ(ListText(run.List), "");
@@ -109,7 +109,8 @@ TEST(Run, SeparatorsChangeForTheRestOfTheRun) {
 }
 
 TEST(Run, BoundsWhatItRecords) {
-  EXPECT_EQ(RunText("Trait = 0, 0, 1E6, 0, §§0.1").Reason(), "Plus de 5 millions d'opérations de dessin");
+  EXPECT_EQ(RunText("Trait = 0, 0, 10000, 0, §§0.0001").Reason(),
+            "Plus de 5 millions d'opérations de dessin");
   EXPECT_EQ(RunText("Trait = 0, 0, 1E300, 0").Reason(), "Dépassement de capacité");
 }
 
