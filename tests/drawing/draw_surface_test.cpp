@@ -4,8 +4,6 @@
 
 #include <limits>
 
-#include "drawing/pen.h"
-
 namespace vaxel {
 namespace {
 
@@ -66,18 +64,6 @@ TEST_F(DrawSurfaceTest, RefusesCoordinatesThatNoFormatHolds) {
   EXPECT_THROW(surface_.PSet(std::numeric_limits<double>::quiet_NaN(), 0, 0), CoordinateOverflow);
   EXPECT_THROW(surface_.Circle(0, 0, -1e10, 0), CoordinateOverflow);
   EXPECT_EQ(list_.Size(), 0U);
-}
-
-TEST_F(DrawSurfaceTest, StrokesLeaveTheWidthAndEndAtTheirLastPiece) {
-  surface_.Begin({.PixelMm = 0.5});
-  surface_.DrawWidth = 9;
-  EXPECT_TRUE(DrawStroke(surface_, {.Width = 4, .SquareEnds = true, .L1 = 2}, {0, 0}, {7, 0}, 255));
-  EXPECT_EQ(surface_.DrawWidth, 9);
-  EXPECT_EQ(surface_.CurrentX, 6);
-  EXPECT_EQ(list_.Size(), 2U);
-  EXPECT_FALSE(DrawStroke(surface_, {.L1 = 2}, {3, 3}, {3, 3}, 0));
-  EXPECT_EQ(list_.Size(), 2U);
-  EXPECT_TRUE(DrawStroke(surface_, {}, {3, 3}, {3, 3}, 0));
 }
 
 }  // namespace

@@ -1,11 +1,10 @@
-// What a run does with a script as a whole: order of commands, reports, variables in parameters.
+// What a run does with a script as a whole, beyond what it draws.
 #include "interpreter/run.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tests/support/script_run.h"
@@ -17,13 +16,6 @@ TEST(Run, AnEmptyTextDrawsNothingAndClearsNothing) {
   const ScriptRun run = RunText("");
   EXPECT_EQ(run.End, RunEnd::Empty);
   EXPECT_TRUE(run.List.Pages().empty());
-}
-
-TEST(Run, CommentsAndLabelsDrawNothing) {
-  const ScriptRun run = RunText("' title\r\n\r\nDébut:\r\nFin : ' end\r\nFin: = 3\r\n%spare:\r\n",
-                                {.Variables = {{"%spare:", "' nothing"}}});
-  EXPECT_EQ(run.End, RunEnd::Completed);
-  EXPECT_EQ(ListText(run.List), "");
 }
 
 TEST(Run, ReportsNameTheLineAndTheFile) {
@@ -65,53 +57,15 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
   EXPECT_LT(RunText("X = 1/0 '" + std::string(100000, 'x')).Errors[0].Text.size(), 500U);
 }
 
-TEST(Run, ChecksTheOrderOfCommands) {
-  const std::pair<const char*, bool> cases[] = {
-      {"FormatI = Portrait\nCentreE = 1,1", true},
-      {"CentreE = 1,1\nCentreI = 1,1\nX = 0,0,1", true},
-      {"FormatI = Portrait\nFormatI = Portrait", false},
-      {"CentreE = 1,1\nFormatI = Portrait", false},
-      {"X = 0,0,1\nFormatI = Portrait", false},
-      {"CT = 1,1\nCentreE = 1,1", false},
-      {"Arc = 0,90,50\nCentreE = 1,1", false},
-      {"EpaisT = 2\nCouleur = Rouge\nExposant = 2\nInversion\nFormatI = Paysage", true},
-      {"X = 0,0,1\nNPage\nFormatI = Portrait\nCentreE = 1,1\nX = 0,0,1", true}};
-  for (const auto& [script, allowed] : cases) EXPECT_EQ(RunText(script).Errors.empty(), allowed) << script;
-
-  // The printer passes over CentreE, the screen over CentreI, with their places in the order.
-  const std::string centreI = "CentreI = 1,1\nCentreI = 2,2";
-  EXPECT_TRUE(RunText(centreI).Errors.empty());
-  EXPECT_FALSE(RunText(centreI, ForPrinter()).Errors.empty());
-  EXPECT_LT(RunText(centreI, ForPrinter()).OrderState, 0);
-}
-
-TEST(Run, VariablesCarryParametersAndLines) {
-  const RunSettings settings = {.Variables = {{"%P", "1, 2"}, {"%L", "X = %P, 3"}, {"%C", "' nothing"}}};
-  const std::string expected = Drawn("X = 1, 2, 3");
-  EXPECT_EQ(Drawn("X = %p, 3", settings), expected);
-  EXPECT_EQ(Drawn("%L", settings), expected);
-  EXPECT_EQ(Drawn("%C\nX = %P,%P", settings), Drawn("\nX = 1, 2, 1"));
-  // A command in a variable still reads names where it reads names.
-  EXPECT_EQ(RunText("%Q", {.Variables = {{"%Q", "%Next"}, {"%Next", "? = %X, %Y"}}}).Variables.size(), 4U);
-  EXPECT_EQ(RunText("%Q", {.Variables = {{"%Q", "%q"}}}).Reason().substr(0, 20), "Variables imbriquée");
-  EXPECT_EQ(RunText("%None", settings).Reason(), "Variable inconnue : %None");
-  EXPECT_EQ(RunText("X = 0, 0, %None", settings).Reason(), "Variable inconnue : %None");
-  EXPECT_EQ(RunText("%A = 3").Reason(), "La commande %Var n'est pas encore disponible");
-}
-
-TEST(Run, SeparatorsChangeForTheRestOfTheRun) {
-  EXPECT_EQ(Drawn("Separateur = ;\nTrait = 0;0;10;0;2#C;Rouge\nSeparateur = ;#\nTrait = 0;0;10;0;2#C;Rouge")
-                .substr(0, 6),
-            "error:");
-  EXPECT_EQ(Drawn("Separateur = ,#\nTrait = 0,0,10,0,2#C,Rouge"), Drawn("\nTrait = 0,0,10,0,2§C,Rouge"));
-  EXPECT_EQ(Drawn("Separateur = <>, ::\nTrait = 0<>0<>10<>0<>2::C<>RVB 255"),
-            Drawn("\nTrait = 0,0,10,0,2§C,RVB 255"));
-}
-
-TEST(Run, BoundsWhatItRecords) {
-  EXPECT_EQ(RunText("Trait = 0, 0, 10000, 0, §§0.0001").Reason(),
-            "Plus de 5 millions d'opérations de dessin");
-  EXPECT_EQ(RunText("Trait = 0, 0, 1E300, 0").Reason(), "Dépassement de capacité");
+TEST(Run, PagesHaveTheirOwnOrientation) {
+  const ScriptRun run =
+      RunText("FormatI = Paysage\nX = 0,0,1\nNPage\nFormatI = Portrait\nX = 0,0,1\nNPage", ForPrinter());
+  ASSERT_EQ(run.List.Pages().size(), 3U);
+  EXPECT_EQ(run.List.Pages()[0].Width, 297);
+  EXPECT_EQ(run.List.Pages()[1].Width, 210);
+  EXPECT_EQ(run.List.Pages()[1].Count, 2U);
+  EXPECT_EQ(run.OrderState, 0);
+  EXPECT_LT(RunText("CentreE = 1,1\nCentreE = 2,2").OrderState, 0);
 }
 
 // Scripts that nobody would write: parts of lines that the language knows, put together by chance. They end

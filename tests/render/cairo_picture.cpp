@@ -6,6 +6,7 @@
 #include <cmath>
 
 namespace vaxel::test {
+
 Picture::Picture(const std::string& fileName, double pixelsPerMm) : scale_(pixelsPerMm) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
