@@ -50,12 +50,10 @@ fs::path TemporaryBeside(const fs::path& target) {
 }  // namespace
 
 fs::path PathOf(const std::string& name) {
-  const auto* const text = reinterpret_cast<const char8_t*>(name.data());
 #ifdef _WIN32
-  return {std::u8string(text, text + name.size())};
+  return {std::u8string(name.begin(), name.end())};
 #else
   // Here a file's name is bytes, not always UTF-8.
-  static_cast<void>(text);
   return {name};
 #endif
 }

@@ -37,9 +37,9 @@ void DrawArcSupport(RunContext& run, Colour colour) {
     return;
   }
   const bool wholeTurn = std::abs(support.EndAngle - support.StartAngle) >= 360;
-  // The needle sweeps clockwise, the surface draws counter-clockwise.
   // A negative radius lies on the other side of the pivot, where the marks are too.
   const double turn = support.StartDistance < 0 ? Pi : 0;
+  // The needle sweeps clockwise, the surface draws counter-clockwise.
   run.Surface.Circle(origin.X, origin.Y - support.CentreOffset, support.StartDistance, colour,
                      wholeTurn ? CircleForm::Full : CircleForm::Arc, turn + support.EndDirection,
                      turn + support.StartDirection);
