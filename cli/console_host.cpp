@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 

@@ -7,9 +7,9 @@
 #include <iostream>
 #include <string_view>
 
-#include "interpreter/text.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -9,8 +9,8 @@
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/colour_value.h"
-#include "interpreter/number_text.h"
-#include "interpreter/text.h"
+#include "text/number_text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

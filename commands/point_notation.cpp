@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

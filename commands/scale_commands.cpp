@@ -9,8 +9,8 @@
 #include "commands/pen_notation.h"
 #include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
 #include "scale/graduation.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -4,7 +4,7 @@
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

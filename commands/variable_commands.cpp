@@ -3,9 +3,9 @@
 #include <string_view>
 
 #include "commands/handlers.h"
-#include "interpreter/number_text.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/number_text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

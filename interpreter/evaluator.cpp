@@ -8,7 +8,7 @@
 
 #include "geometry/point.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,7 +1,7 @@
 #include "interpreter/label_table.h"
 
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

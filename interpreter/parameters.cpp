@@ -4,7 +4,7 @@
 
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "interpreter/script_fault.h"
-#include "interpreter/text.h"
 #include "interpreter/text_encoding.h"
 #include "resources/string_table.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

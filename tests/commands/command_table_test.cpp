@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "interpreter/text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -13,8 +13,8 @@
 #include <sstream>
 #include <string>
 
-#include "interpreter/text.h"
 #include "tests/support/script_run.h"
+#include "text/text.h"
 
 namespace vaxel::test {
 namespace {

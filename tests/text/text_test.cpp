@@ -1,11 +1,11 @@
-#include "interpreter/text.h"
+#include "text/text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "interpreter/number_text.h"
 #include "interpreter/text_encoding.h"
+#include "text/number_text.h"
 
 namespace vaxel {
 namespace {

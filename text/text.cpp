@@ -1,4 +1,4 @@
-#include "interpreter/text.h"
+#include "text/text.h"
 
 #include <algorithm>
 #include <array>
