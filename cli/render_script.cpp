@@ -18,6 +18,7 @@
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
+#include "text/utf8.h"
 
 namespace vaxel {
 namespace {

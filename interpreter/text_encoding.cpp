@@ -5,29 +5,10 @@
 #include <cstring>
 #include <utility>
 
+#include "text/utf8.h"
+
 namespace vaxel {
 namespace {
-
-constexpr std::uint32_t Replacement = 0xFFFD;
-
-void AppendUtf8(std::string& text, std::uint32_t code) {
-  const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0 | code >> 6);
-    put(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    put(0xE0 | code >> 12);
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  } else {
-    put(0xF0 | code >> 18);
-    put(0x80 | (code >> 12 & 0x3F));
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  }
-}
 
 // The bytes 0x80 to 0x9F of Windows code page 1252; the five that it leaves open stand for themselves.
 constexpr std::array<std::uint16_t, 32> Windows1252High = {
@@ -60,7 +41,7 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
         code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
         i += 2;
       } else {
-        code = Replacement;
+        code = ReplacementCharacter;
       }
     }
     AppendUtf8(text, code);
@@ -68,42 +49,11 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
   return text;
 }
 
-// The length of the well-formed UTF-8 sequence at the start of the text; 0 when there is none.
-std::size_t SequenceLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned lead = byte(0);
-  const std::size_t length = lead < 0x80   ? 1
-                             : lead < 0xC2 ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-  if (length == 0 || length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-  }
-  if (length < 3) return length;
-  // Overlong forms, surrogates and code points beyond the last one.
-  const unsigned second = byte(1);
-  const bool overlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
-  const bool beyond = (lead == 0xED && second >= 0xA0) || (lead == 0xF4 && second >= 0x90);
-  return overlong || beyond ? 0 : length;
-}
-
 bool HasNul(std::string_view text) {
   return text.find('\0') != std::string_view::npos;
 }
 
 }  // namespace
-
-bool IsValidUtf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = SequenceLength(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
 
 std::optional<DecodedText> DecodeText(std::string bytes) {
   constexpr std::string_view mark = "\xEF\xBB\xBF";

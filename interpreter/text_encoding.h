@@ -22,7 +22,4 @@ std::optional<DecodedText> DecodeText(std::string bytes);
 // Every line end (CR LF, LF or CR) as one LF.
 std::string NormaliseLineEnds(std::string text);
 
-// Whether the text is well-formed UTF-8.
-bool IsValidUtf8(std::string_view text);
-
 }  // namespace vaxel
