@@ -1,5 +1,7 @@
 #include "drawing/display_list.h"
 
+#include <utility>
+
 namespace vaxel {
 
 std::span<const Point> DisplayList::Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const {
@@ -20,6 +22,8 @@ void DisplayList::ResizePage(double width, double height) {
 void DisplayList::Clear() {
   operations_.clear();
   corners_.clear();
+  texts_.clear();
+  textBytes_ = 0;
   if (pages_.empty()) return;
   const Page current = pages_.back();
   pages_.clear();
@@ -39,6 +43,25 @@ void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside,
                                   static_cast<std::uint32_t>(corners.size()), inside};
   Add(operation);
   for (const Point& corner : corners) corners_.push_back(corner);
+}
+
+void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
+  if (textBytes_ + text.size() > MaxTextBytes) throw OperationLimitExceeded();
+  textBytes_ += text.size();
+  shape.Content = static_cast<std::uint32_t>(texts_.size());
+  shape.Face = IndexOf(face);
+  operation.Figure = shape;
+  Add(operation);
+  texts_.push_back(std::move(text));
+}
+
+std::uint32_t DisplayList::IndexOf(const FontFace& face) {
+  if (lastFace_ >= faces_.size() || faces_[lastFace_] != face) {
+    const auto [place, isNew] = faceIndex_.try_emplace(face, static_cast<std::uint32_t>(faces_.size()));
+    if (isNew) faces_.push_back(face);
+    lastFace_ = place->second;
+  }
+  return lastFace_;
 }
 
 }  // namespace vaxel

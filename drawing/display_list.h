@@ -7,13 +7,17 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 #include "drawing/chunked_vector.h"
 #include "drawing/colour.h"
+#include "drawing/font_face.h"
 #include "geometry/point.h"
 
 namespace vaxel {
@@ -66,11 +70,22 @@ struct PointShape {
   Point At;
 };
 
-using Shape = std::variant<LineShape, RectangleShape, PolygonShape, CircleShape, PointShape>;
+// Text on a straight baseline, without kerning and ligatures. A renderer whose font gives it another length
+// stretches it to this one.
+struct TextShape {
+  Point Start;                // of the baseline
+  double Angle = 0;           // of the baseline
+  double Size = 0;            // of the font, greater than 0
+  double Length = 0;          // of the baseline
+  std::uint32_t Content = 0;  // see DisplayList::TextOf()
+  std::uint32_t Face = 0;     // index into DisplayList::Faces()
+};
+
+using Shape = std::variant<LineShape, RectangleShape, PolygonShape, CircleShape, PointShape, TextShape>;
 
 struct Operation {
-  double Width = 0;              // of the stroke, greater than 0
-  Colour Ink = Black;            // of the stroke
+  double Width = 0;              // of the stroke, greater than 0; a text has none
+  Colour Ink = Black;            // of the stroke, or of the text
   std::uint32_t SourceLine = 0;  // the line of the main script that drew it, from 1
   Shape Figure{};
 };
@@ -100,12 +115,19 @@ inline constexpr double MaxCoordinate = 100'000;
 class DisplayList {
  public:
   static constexpr std::size_t MaxOperations = 5'000'000;
+  // Of all texts together, so that the limits bound the memory whatever is drawn.
+  static constexpr std::size_t MaxTextBytes = 100'000'000;
 
   const std::vector<Page>& Pages() const { return pages_; }
   std::size_t Size() const { return operations_.size(); }
   const Operation& At(std::size_t index) const { return operations_[index]; }
   // Copies the corners of a polygon into buffer, which grows as needed, and returns them.
   std::span<const Point> Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const;
+
+  // Well-formed UTF-8 without control characters.
+  const std::string& TextOf(const TextShape& text) const { return texts_[text.Content]; }
+  // The faces of its texts, also of those that a Clear() has removed.
+  const std::vector<FontFace>& Faces() const { return faces_; }
 
   // Begins a page; the operations that follow belong to it.
   void BeginPage(double width, double height);
@@ -116,11 +138,20 @@ class DisplayList {
   // Needs a page.
   void Add(const Operation& operation);
   void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation);
+  // Fills in what the shape refers to.
+  void AddText(std::string text, const FontFace& face, TextShape shape, Operation operation);
 
  private:
+  std::uint32_t IndexOf(const FontFace& face);
+
   std::vector<Page> pages_;
   ChunkedVector<Operation> operations_;
   ChunkedVector<Point> corners_;
+  ChunkedVector<std::string> texts_;
+  std::size_t textBytes_ = 0;
+  std::vector<FontFace> faces_;
+  std::map<FontFace, std::uint32_t> faceIndex_;
+  std::uint32_t lastFace_ = 0;
 };
 
 }  // namespace vaxel

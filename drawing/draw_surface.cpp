@@ -2,9 +2,12 @@
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace vaxel {
 namespace {
+
+constexpr double MillimetresPerPoint = 25.4 / 72;
 
 double Checked(double value) {
   if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();
@@ -15,6 +18,7 @@ double Checked(double value) {
 
 void DrawSurface::Begin(const RunTarget& target) {
   target_ = target;
+  measurer_ = target.Measurer ? target.Measurer : &standIn_;
   deviceSize_ = {target.WidthMm, target.HeightMm};
   Z = IsPrinter() ? target.Zoom : target.Zmm * target.Zoom;
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
@@ -50,8 +54,14 @@ void DrawSurface::ResetState() {
   DrawWidth = 1;
   FillStyle = false;
   Font = {};
-  FontSizes = {Font.Size, Font.Size, Font.Size};
-  if (!IsPrinter()) Font.Size = FontSizes.Base * Z;
+  FontSizes = {Font.Size, Font.Size, 1};
+  SetFontSizes(FontSizes.Base, 1);
+}
+
+void DrawSurface::SetFontSizes(double standard, double coefficient) {
+  FontSizes.Standard = standard;
+  FontSizes.Coefficient = coefficient;
+  Font.Size = FontSizes.Current() * Z;
 }
 
 void DrawSurface::Clear() {
@@ -114,6 +124,82 @@ void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, Cir
 
 void DrawSurface::PSet(double x, double y, Colour colour) {
   list_->Add(NewOperation(colour, PointShape{ToDevice(x, y)}));
+}
+
+void DrawSurface::SelectFace() {
+  if (table_ || metrics_.UnderlineThickness > 0) {
+    if (face_.Bold == Font.Bold && face_.Italic == Font.Italic && face_.Name == Font.Name) return;
+  }
+  face_ = {Font.Name, Font.Bold, Font.Italic};
+  table_ = StandardFace(face_);
+  metrics_ = table_ ? table_->Metrics() : measurer_->Metrics(face_);
+}
+
+double DrawSurface::WidthInFace(std::string_view text) {
+  const std::optional<double> width = table_ ? table_->Width(text) : std::nullopt;
+  return width ? *width : measurer_->Width(face_, text);
+}
+
+template <class Use>
+void DrawSurface::ForEachPiece(std::string text, Use use) {
+  // The superscripts that a font may lack begin with these bytes.
+  if (table_ && text.find("\xE2\x81") != std::string::npos) {
+    for (TextPiece& piece : PiecesOf(text, *table_)) use(std::move(piece));
+  } else {
+    use(TextPiece{std::move(text)});
+  }
+}
+
+TextExtent DrawSurface::MeasureText(std::string_view text) {
+  SelectFace();
+  const double size = Checked(Font.Size * MillimetresPerPoint) / Z;
+  double length = 0;
+  ForEachPiece(DrawableText(text),
+               [&](const TextPiece& piece) { length += WidthInFace(piece.Text) * piece.Scale; });
+  return {length * size, metrics_.Ascent * size, metrics_.Descent * size};
+}
+
+void DrawSurface::TextOut(double x, double y, std::string_view text, Colour colour) {
+  SelectFace();
+  const double ascent = metrics_.Ascent * Font.Size * MillimetresPerPoint / Z;
+  TextOutRotated({x, y - ascent}, 0, text, colour);
+  CurrentY = y;
+}
+
+void DrawSurface::TextOutRotated(Point start, double rotation, std::string_view text, Colour colour) {
+  SelectFace();
+  const double size = Checked(Font.Size * MillimetresPerPoint);
+  const TextFrame frame(rotation);
+  const double angle = std::remainder(rotation, 360) * RadiansPerDegree;
+  double length = 0;
+  ForEachPiece(DrawableText(text), [&](TextPiece piece) {
+    const double pieceSize = size * piece.Scale;
+    const double pieceLength = Checked(WidthInFace(piece.Text) * pieceSize);
+    const Point from = start + frame.Along * (length / Z) + frame.Up * (piece.Rise * size / Z);
+    list_->AddText(std::move(piece.Text), face_, {ToDevice(from.X, from.Y), angle, pieceSize, pieceLength},
+                   {0, colour, SourceLine, {}});
+    length += pieceLength;
+  });
+  const Point end = start + frame.Along * (length / Z);
+  ToDevice(end.X, end.Y);  // an end that is out of range is a fault too
+  if (Font.Underline) Underline(start, frame, length / Z, colour);
+  MoveTo(end);
+}
+
+// The line's round ends reach from the text's start to its end.
+void DrawSurface::Underline(Point start, const TextFrame& frame, double length, Colour colour) {
+  const double unit = Font.Size * MillimetresPerPoint / Z;
+  const double thickness = metrics_.UnderlineThickness * unit;
+  if (length <= thickness) return;
+  const Point from = start + frame.Up * (metrics_.UnderlinePosition * unit) + frame.Along * (thickness / 2);
+  const Point to = from + frame.Along * (length - thickness);
+  list_->Add({Checked(thickness * Z), colour, SourceLine,
+              LineShape{ToDevice(from.X, from.Y), ToDevice(to.X, to.Y)}});
+}
+
+std::string DrawSurface::FontReplacement() {
+  SelectFace();
+  return table_ ? std::string() : measurer_->Replacement(face_);
 }
 
 void DrawSurface::SetOrientation(PageOrientation orientation) {

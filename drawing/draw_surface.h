@@ -10,10 +10,14 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
+#include "drawing/font_face.h"
+#include "drawing/standard_faces.h"
+#include "drawing/text_layout.h"
 #include "geometry/point.h"
 
 namespace vaxel {
@@ -30,19 +34,23 @@ struct RunTarget {
   double Zoom = 1;                       // screen zoom, or printer zoom; greater than 0
   double Zmm = 1;                        // reported millimetres of the screen that show a true one
   double OffX = 0, OffY = 0;             // shift of the default screen centre, device mm, y upward
+  // Of all fonts but the standard ones; null: a stand-in. It must outlive the run.
+  TextMeasurer* Measurer = nullptr;
 };
 
 struct Font {
   std::string Name = "Times New Roman";
-  double Size = 10;  // points
+  double Size = 10;  // points of the device, of which Z make a point of the drawing
   bool Bold = false, Italic = false, Underline = false;
 };
 
-// Sizes in points at zoom 1.
+// Points of the drawing: 25.4/72 drawing units.
 struct FontSizeRegisters {
-  double Base = 10;     // the size in force when the run began
-  double Current = 10;  // for all following text
-  double Next = 10;     // for the next text
+  double Base = 10;        // the size when the run began
+  double Standard = 10;    // the standing size that the script has set
+  double Coefficient = 1;  // by which the font in force multiplies it
+
+  double Current() const { return Standard * Coefficient; }
 };
 
 class DrawSurface {
@@ -62,6 +70,7 @@ class DrawSurface {
   // Maps the surface's rectangle to the whole device; a negative height makes y grow upward.
   void SetScale(double left, double top, double width, double height);
   Point SizeInMm() const { return deviceSize_; }
+  const RunTarget& Target() const { return target_; }
   // The current point moves to the second point.
   void Line(double x1, double y1, double x2, double y2, Colour colour);
   // Opposite corners; filled with FillColor.
@@ -73,6 +82,17 @@ class DrawSurface {
   void Circle(double cx, double cy, double radius, Colour colour, CircleForm form = CircleForm::Full,
               double startAngle = 0, double endAngle = 0, double aspect = 1);
   void PSet(double x, double y, Colour colour);
+  // Text in Font. Its extent, in drawing units.
+  TextExtent MeasureText(std::string_view text);
+  double TextWidth(std::string_view text) { return MeasureText(text).Length; }
+  double TextHeight(std::string_view text) { return MeasureText(text).Height(); }
+  // The upper-left corner of the text's cell; the current point moves to its upper-right one.
+  void TextOut(double x, double y, std::string_view text, Colour colour);
+  // The start of the baseline, which is turned counter-clockwise by an angle in degrees; the current point
+  // moves to its end.
+  void TextOutRotated(Point start, double rotation, std::string_view text, Colour colour);
+  // The family that the target uses in place of Font's; empty where it has that one.
+  std::string FontReplacement();
   // Printer only: turns the page that is being drawn and sets the scale anew. A centre that the script has
   // set stays; one that it has not is the middle of the turned page.
   void SetOrientation(PageOrientation orientation);
@@ -90,6 +110,8 @@ class DrawSurface {
     CurrentX = surfacePoint.X;
     CurrentY = surfacePoint.Y;
   }
+  // Sets the standing size of all following text, and its coefficient, as FontSizes and Font have it.
+  void SetFontSizes(double standard, double coefficient);
   // Places the graphic centre, returns the CT shift to 0 and moves the current point to the centre.
   void SetCentre(Point surfacePoint);
 
@@ -112,9 +134,19 @@ class DrawSurface {
   void ResetState();
   Point ToDevice(double x, double y) const;
   Operation NewOperation(Colour colour, Shape figure = {}) const;
+  void SelectFace();
+  double WidthInFace(std::string_view text);
+  void Underline(Point start, const TextFrame& frame, double length, Colour colour);
+  template <class Use>
+  void ForEachPiece(std::string text, Use use);
 
   DisplayList* list_;
   RunTarget target_;
+  StandInMeasurer standIn_;
+  TextMeasurer* measurer_ = &standIn_;
+  FontFace face_;                     // for which the two below hold
+  const FaceTable* table_ = nullptr;  // of a standard face
+  FaceMetrics metrics_;
   Point deviceSize_;  // mm, the page as it is turned now
   bool centreSet_ = false;
   std::vector<Point> corners_;  // of the polygon being drawn; kept for its memory

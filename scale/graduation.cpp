@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "geometry/rounding.h"
+#include "text/number_text.h"
 
 namespace vaxel {
 
@@ -103,6 +104,10 @@ void LogGraduation::CoarsenStep() {
   } else if (step != finer.end()) {
     logStep_ = *(step + 1);
   }
+}
+
+float LogGraduation::Value() const {
+  return static_cast<float>(ShortestDecimal(current_.Mantissa) * std::pow(10.0, current_.Exponent));
 }
 
 double LogGraduation::Place() const {

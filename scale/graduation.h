@@ -22,6 +22,7 @@ class LinearGraduation {
 
   StepResult Next();
   std::int16_t Index() const { return static_cast<std::int16_t>(gradIndex_); }
+  bool IsLast() const { return gradIndex_ == gradLast_; }
   // Where the mark lies: see ScaleSupport::MarkAt.
   double Place() const;
 
@@ -59,6 +60,8 @@ class LogGraduation {
   StepResult Next();
   float Mantissa() const { return current_.Mantissa; }
   int Exponent() const { return current_.Exponent; }
+  // Mantissa · 10^Exponent, as it is written in decimals.
+  float Value() const;
   double Place() const;
 
  private:

@@ -131,4 +131,16 @@ ScaleSupport::Mark ScaleSupport::MarkAt(double place, double length) const {
   return {{LinePos, place}, {LinePos + length, place}};
 }
 
+double ScaleSupport::RayDirection(double place) const {
+  if (Kind() == SupportKind::Arc) return 180 - place / RadiansPerDegree;
+  return Kind() == SupportKind::Horizontal ? 90 : 0;
+}
+
+double ScaleSupport::OutwardDirection(double place, double length) const {
+  if (Kind() != SupportKind::Arc || CentreOffset == 0) return RayDirection(place);
+  if (IsStraightArc()) return 90;
+  const double distance = PivotDistance(CentreOffset, Radius + length, StartAngle);
+  return DirectionFromCentre(place, distance) / RadiansPerDegree;
+}
+
 }  // namespace vaxel

@@ -75,6 +75,10 @@ class ScaleSupport {
     Point Inner, Outer;
   };
   Mark MarkAt(double place, double length) const;
+  // Drawing directions in degrees at such a place: of the needle's ray, and of the perpendicular to the
+  // support (through the end of a mark of that length), both outward. On a straight support they are one.
+  double RayDirection(double place) const;
+  double OutwardDirection(double place, double length) const;
   // The place of a value, and of a fraction, on whichever support is current.
   double PlaceOf(ScaleValue value) const;
   double PlaceAtFraction(double fraction) const;

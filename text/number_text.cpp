@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 
 namespace vaxel {
@@ -15,6 +16,22 @@ std::string NumberText(double value) {
   const std::size_t exponent = text.find('e');
   if (exponent != std::string::npos) text[exponent] = 'E';
   return text;
+}
+
+std::string FloatText(float value) {
+  return NumberText(ShortestDecimal(value));
+}
+
+double ShortestDecimal(float value) {
+  std::array<char, 24> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  double decimal = 0;
+  std::from_chars(buffer.data(), end, decimal);
+  return decimal;
+}
+
+std::string CoordinateText(double value) {
+  return NumberText(std::round(value * 1e9) / 1e9);
 }
 
 std::string FixedText(double value, int decimals) {

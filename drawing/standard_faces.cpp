@@ -1,0 +1,77 @@
+#include "drawing/standard_faces.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+
+#include "text/text.h"
+#include "text/utf8.h"
+
+namespace vaxel {
+namespace {
+
+#include "drawing/standard_faces.def"
+
+constexpr double UnitsPerSize = 2048;
+
+constexpr std::array<std::string_view, 3> Families = {"Times New Roman", "Arial", "Courier New"};
+
+}  // namespace
+
+FaceMetrics FaceTable::Metrics() const {
+  return {Ascent / UnitsPerSize, Descent / UnitsPerSize, UnderlinePosition / UnitsPerSize,
+          UnderlineThickness / UnitsPerSize};
+}
+
+std::optional<std::uint16_t> FaceTable::WidthOf(char32_t character) const {
+  const auto behind =
+      std::upper_bound(Ranges.begin(), Ranges.end(), character,
+                       [](char32_t c, const CharacterRange& range) { return c < range.First; });
+  if (behind == Ranges.begin()) return std::nullopt;
+  const CharacterRange& range = *std::prev(behind);
+  const std::size_t index = character - range.First;
+  if (index >= range.Count) return std::nullopt;
+  return Widths[range.Offset + index];
+}
+
+std::optional<double> FaceTable::Width(std::string_view text) const {
+  std::uint64_t sum = 0;
+  while (!text.empty()) {
+    const auto width = WidthOf(TakeCharacter(text));
+    if (!width) return std::nullopt;
+    sum += *width;
+  }
+  return static_cast<double>(sum) / UnitsPerSize;
+}
+
+const FaceTable* StandardFace(const FontFace& face) {
+  const auto* family = std::find_if(Families.begin(), Families.end(), [&](std::string_view name) {
+    return EqualIgnoringCase(name, face.Name);
+  });
+  if (family == Families.end()) return nullptr;
+  const auto index = static_cast<std::size_t>(family - Families.begin());
+  return &FaceTables[index * 4 + (face.Bold ? 1U : 0U) + (face.Italic ? 2U : 0U)];
+}
+
+FaceMetrics StandInMeasurer::Metrics(const FontFace& face) {
+  return StandardFace({"Arial", face.Bold, face.Italic})->Metrics();
+}
+
+double StandInMeasurer::Width(const FontFace& face, std::string_view text) {
+  const FaceTable* own = StandardFace(face);
+  const FaceTable& table = own ? *own : *StandardFace({"Arial", face.Bold, face.Italic});
+  double width = 0;
+  while (!text.empty()) {
+    const std::string_view before = text;
+    TakeCharacter(text);
+    width += table.Width(before.substr(0, before.size() - text.size())).value_or(1);
+  }
+  return width;
+}
+
+std::string StandInMeasurer::Replacement(const FontFace&) {
+  return "Arial";
+}
+
+}  // namespace vaxel

@@ -1,0 +1,168 @@
+#include "scale/value_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+struct PrefixRow {
+  float Threshold;
+  double Divisor, Multiplier;  // one of them is 1: a quotient by a power of ten is exact, its inverse is not
+  std::string_view Prefix;
+};
+
+constexpr std::array<PrefixRow, 13> Prefixes = {{{1e18F, 1e18, 1, "E"},
+                                                 {1e15F, 1e15, 1, "P"},
+                                                 {1e12F, 1e12, 1, "T"},
+                                                 {1e9F, 1e9, 1, "G"},
+                                                 {1e6F, 1e6, 1, "M"},
+                                                 {1e3F, 1e3, 1, "k"},
+                                                 {1.0F, 1, 1, ""},
+                                                 {1e-3F, 1, 1e3, "m"},
+                                                 {1e-6F, 1, 1e6, "µ"},
+                                                 {1e-9F, 1, 1e9, "n"},
+                                                 {1e-12F, 1, 1e12, "p"},
+                                                 {1e-15F, 1, 1e15, "f"},
+                                                 {1e-18F, 1, 1e18, "a"}}};
+
+// The shortest decimal form of a value: mantissa · 10^exponent, the mantissa from 1 to below 10, or 0.
+struct ScientificText {
+  std::string Mantissa;
+  int Exponent = 0;
+};
+
+ScientificText SplitShortest(float value) {
+  std::array<char, 24> buffer{};
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific).ptr;
+  const auto mark = std::find(buffer.data(), end, 'e');
+  ScientificText split{std::string(buffer.data(), mark), 0};
+  const char* digits = mark[1] == '+' ? mark + 2 : mark + 1;
+  std::from_chars(digits, end, split.Exponent);
+  return split;
+}
+
+std::string PatternText(float value, const ValueFormat& format) {
+  const ScientificText split = SplitShortest(value);
+  double mantissa = 0;
+  std::from_chars(split.Mantissa.data(), split.Mantissa.data() + split.Mantissa.size(), mantissa);
+  int exponent = split.Exponent - (format.WholeDigits - 1);
+  mantissa *= std::pow(10.0, format.WholeDigits - 1);
+  std::string text = FixedText(mantissa, format.Decimals);
+  double rounded = 0;
+  std::from_chars(text.data(), text.data() + text.size(), rounded);
+  if (std::abs(rounded) >= std::pow(10.0, format.WholeDigits)) {
+    text = FixedText(mantissa / 10, format.Decimals);
+    ++exponent;
+  }
+  for (int i = format.Decimals; i > format.FixedDecimals && text.back() == '0'; --i) text.pop_back();
+  if (text.back() == '.') text.pop_back();
+  std::string digits = std::to_string(std::abs(exponent));
+  const auto width = static_cast<std::size_t>(format.ExponentDigits);
+  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  const char* sign = exponent < 0 ? "-" : format.SignedExponent ? "+" : "";
+  return text + "E" + sign + digits;
+}
+
+std::string SuperscriptText(float value) {
+  static constexpr std::array<std::string_view, 10> superscripts = {"⁰", "¹", "²", "³", "⁴",
+                                                                    "⁵", "⁶", "⁷", "⁸", "⁹"};
+  const ScientificText split = SplitShortest(value);
+  std::string text = split.Mantissa == "1" ? "10" : split.Mantissa + "×10";
+  for (char c : std::to_string(split.Exponent)) {
+    text += c == '-' ? "⁻" : superscripts[static_cast<std::size_t>(c - '0')];
+  }
+  return text;
+}
+
+// The pattern's part before the "E".
+bool ReadMantissaPattern(std::string_view text, ValueFormat& format) {
+  if (text.empty() || text.find_first_not_of("0#.") != std::string_view::npos) return false;
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::string_view decimals = text.substr(std::min(point + 1, text.size()));
+  constexpr std::size_t mostDigits = 15;
+  if (point == 0 || text.size() > mostDigits || decimals.find('.') != std::string_view::npos) return false;
+  format.WholeDigits = static_cast<int>(point);
+  format.Decimals = static_cast<int>(decimals.size());
+  format.FixedDecimals = static_cast<int>(decimals.find_last_of('0') + 1);
+  return true;
+}
+
+bool ReadExponentPattern(std::string_view text, ValueFormat& format) {
+  format.SignedExponent = text.starts_with('+');
+  if (format.SignedExponent || text.starts_with('-')) text.remove_prefix(1);
+  constexpr std::size_t mostDigits = 4;
+  if (text.empty() || text.size() > mostDigits || text.find_first_not_of("0#") != std::string_view::npos) {
+    return false;
+  }
+  format.ExponentDigits = static_cast<int>(std::count(text.begin(), text.end(), '0'));
+  return true;
+}
+
+}  // namespace
+
+float ValueAt(std::int16_t index, float number, float start, float end) {
+  const double span = double{end} - double{start};
+  return static_cast<float>(double{start} + span * index / std::trunc(double{number}));
+}
+
+PrefixedValue EngineeringPrefix(float value) {
+  const double decimal = ShortestDecimal(value);
+  for (const PrefixRow& row : Prefixes) {
+    if (value >= row.Threshold) return {decimal / row.Divisor * row.Multiplier, row.Prefix};
+  }
+  return {decimal, ""};
+}
+
+std::optional<ValueFormat> ReadValueFormat(std::string_view text) {
+  const std::string upper = UpperCase(Trim(text));
+  ValueFormat format;
+  const std::size_t e = upper.find('E');
+  if (upper.starts_with('P')) {
+    format.Notation = ValueNotation::Prefix;
+  } else if (upper == "E") {
+    format.Notation = ValueNotation::Exponent;
+  } else if (e != std::string::npos) {
+    format.Notation = ValueNotation::Pattern;
+    const std::string_view whole = upper;
+    if (!ReadMantissaPattern(whole.substr(0, e), format) ||
+        !ReadExponentPattern(whole.substr(e + 1), format)) {
+      return std::nullopt;
+    }
+  } else if (upper.find('S') != std::string::npos) {
+    format.Notation = ValueNotation::Superscript;
+  }
+  return format;
+}
+
+std::string ValueText(float value, const ValueFormat& format, std::string_view unit) {
+  const auto with = [&](const std::string& text) { return text + std::string(unit); };
+  switch (format.Notation) {
+    case ValueNotation::Prefix: {
+      const PrefixedValue prefixed = EngineeringPrefix(value);
+      const bool apart = unit.starts_with(' ');
+      return NumberText(prefixed.Value) + (apart ? " " : "") + std::string(prefixed.Prefix) +
+             std::string(unit.substr(apart ? 1 : 0));
+    }
+    case ValueNotation::Exponent: {
+      const ScientificText split = SplitShortest(value);
+      return with(split.Mantissa + "E" + std::to_string(split.Exponent));
+    }
+    case ValueNotation::Pattern:
+      return with(PatternText(value, format));
+    case ValueNotation::Superscript:
+      return with(SuperscriptText(value));
+    case ValueNotation::Plain:
+      break;
+  }
+  return with(FloatText(value));
+}
+
+}  // namespace vaxel

@@ -1,0 +1,46 @@
+// The numbers written along a scale: which value stands at a mark, and its text.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vaxel {
+
+// The value at mark index of a power-law scale of number intervals, from start to end. Not finite where
+// number has no whole part.
+float ValueAt(std::int16_t index, float number, float start, float end);
+
+// A value with one of the prefixes from "a" to "E", or without.
+struct PrefixedValue {
+  double Value = 0;
+  std::string_view Prefix;
+};
+// The prefix changes at the powers of ten in single precision: a value just below one has the smaller prefix.
+PrefixedValue EngineeringPrefix(float value);
+
+enum class ValueNotation : std::uint8_t {
+  Plain,        // 1500
+  Prefix,       // 1.5k
+  Exponent,     // 1.5E3
+  Pattern,      // "0.00E+00": 1.50E+03
+  Superscript,  // 1.5×10³, and 10³ for 1000
+};
+
+struct ValueFormat {
+  ValueNotation Notation = ValueNotation::Plain;
+  // Of a pattern: figures before the decimal mark, figures behind it, how many of those are always written.
+  int WholeDigits = 1, Decimals = 0, FixedDecimals = 0;
+  int ExponentDigits = 1;  // at least
+  bool SignedExponent = false;
+};
+
+// "P", "E", "S" or a pattern of 0, #, . and + around an "E", in any case; anything else without "E" is plain.
+// None for a malformed pattern.
+std::optional<ValueFormat> ReadValueFormat(std::string_view text);
+
+// The value, which is finite, with its unit. A blank at the unit's beginning stands before the prefix too.
+std::string ValueText(float value, const ValueFormat& format, std::string_view unit);
+
+}  // namespace vaxel
