@@ -5,11 +5,13 @@
 #include <array>
 #include <ctime>
 #include <exception>
+#include <memory>
 
 #include "render/cairo_handles.h"
 #include "render/cairo_module.h"
 #include "render/cairo_png.h"
 #include "render/cairo_renderer.h"
+#include "render/cairo_text.h"
 
 namespace vaxel {
 namespace {
@@ -76,7 +78,8 @@ constexpr CairoFunctions Functions = {
     },
     [](const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
       return WithoutThrowing([&] { return WritePng(list, page, dpi, sink); });
-    }};
+    },
+    ReplacedFonts, []() -> std::unique_ptr<TextMeasurer> { return std::make_unique<CairoText>(); }};
 
 }  // namespace
 }  // namespace vaxel

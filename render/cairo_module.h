@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "drawing/display_list.h"
 #include "render/byte_sink.h"
@@ -18,12 +20,20 @@ struct DocumentInfo {
   std::optional<std::int64_t> CreationTime;
 };
 
-// What the module exports. Each function writes to the sink and returns an empty text, or says in English
-// what failed.
+// A font that is not there, and the one that is used in its place.
+struct FontReplacement {
+  std::string Wanted, Used;
+};
+
+// What the module exports. The functions that write return an empty text, or say in English what failed.
 struct CairoFunctions {
   std::string (*WritePdf)(const DisplayList& list, const DocumentInfo& info, ByteSink& sink);
   // One page (from 0), so many pixels an inch.
   std::string (*WritePng)(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
+  // Of the standard fonts that the list uses, those that neither are there nor have one of the same widths.
+  std::vector<FontReplacement> (*ReplacedFonts)(const DisplayList& list);
+  // Measures what has no table of widths, as the two formats draw it.
+  std::unique_ptr<TextMeasurer> (*MakeMeasurer)();
 };
 
 // Loads the module on first use. Null, with the reason in error, where there is none.

@@ -119,4 +119,11 @@ void CairoRenderer::Dot(const Operation& operation, const PointShape& point) {
   Line(operation, {point.At, point.At});
 }
 
+void CairoRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
+                         const FontFace& face) {
+  if (!texts_) texts_ = std::make_unique<CairoText>();
+  SetInk(operation.Ink);
+  texts_->Draw(context_, shape, text, face, reach_);
+}
+
 }  // namespace vaxel

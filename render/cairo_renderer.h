@@ -2,6 +2,9 @@
 
 #include <cairo.h>
 
+#include <memory>
+
+#include "render/cairo_text.h"
 #include "render/renderer.h"
 
 namespace vaxel {
@@ -22,13 +25,16 @@ class CairoRenderer : public Renderer {
                std::span<const Point> corners) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
   void Dot(const Operation& operation, const PointShape& point) override;
+  void Text(const Operation& operation, const TextShape& shape, std::string_view text,
+            const FontFace& face) override;
 
  private:
   void SetInk(Colour colour);
   void Paint(const Operation& operation, const Fill& inside);
 
   cairo_t* context_;
-  double reach_;  // mm from the origin
+  double reach_;                      // mm from the origin
+  std::unique_ptr<CairoText> texts_;  // made for the first text
 };
 
 }  // namespace vaxel

@@ -30,11 +30,15 @@ void ListRenderer::EndLine() {
   text_.clear();
 }
 
-void ListRenderer::Begin(const char* kind, const Operation& operation, const Fill& inside) {
+void ListRenderer::BeginLine(const char* kind, const Operation& operation) {
   (text_ += kind) += ' ';
   AppendFixed(text_, operation.SourceLine, 0);
   text_ += "  ";
   AppendColour(text_, operation.Ink);
+}
+
+void ListRenderer::Begin(const char* kind, const Operation& operation, const Fill& inside) {
+  BeginLine(kind, operation);
   Put(" ", operation.Width);
   if (inside.Solid) {
     text_ += " fill ";
@@ -95,6 +99,21 @@ void ListRenderer::Circle(const Operation& operation, const CircleShape& circle)
 void ListRenderer::Dot(const Operation& operation, const PointShape& point) {
   Begin("point", operation, {});
   Put(point.At);
+  EndLine();
+}
+
+void ListRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
+                        const FontFace& face) {
+  BeginLine("text", operation);
+  text_ += ' ';
+  Put(shape.Start);
+  Put(" ", shape.Angle * DegreesPerRadian);
+  Put(" ", shape.Size);
+  Put(" ", shape.Length);
+  (text_ += "  ") += face.Name;
+  if (face.Bold) text_ += " bold";
+  if (face.Italic) text_ += " italic";
+  (text_ += ": ") += text;
   EndLine();
 }
 

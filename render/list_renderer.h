@@ -15,7 +15,9 @@ namespace vaxel {
 //
 // Behind the kind stand the script line, the stroke's colour and width and, where the figure is filled,
 // "fill" with the colour of its inside. A circle is its centre, its two radii and, for a part of it, the
-// angles from which and to which it runs counter-clockwise.
+// angles from which and to which it runs counter-clockwise. A text has no stroke: behind its colour stand the
+// start of its baseline, the baseline's angle, the size of the font, the baseline's length, the font's name
+// and style, ": " and the text to the end of the line.
 class ListRenderer : public Renderer {
  public:
   explicit ListRenderer(ByteSink& sink) : sink_(sink) {}
@@ -28,8 +30,11 @@ class ListRenderer : public Renderer {
                std::span<const Point> corners) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
   void Dot(const Operation& operation, const PointShape& point) override;
+  void Text(const Operation& operation, const TextShape& shape, std::string_view text,
+            const FontFace& face) override;
 
  private:
+  void BeginLine(const char* kind, const Operation& operation);
   void Begin(const char* kind, const Operation& operation, const Fill& inside);
   void Put(const char* before, double value);
   void Put(Point point);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string_view>
 
 #include "drawing/display_list.h"
 
@@ -22,6 +23,8 @@ class Renderer {
                        std::span<const Point> corners) = 0;
   virtual void Circle(const Operation& operation, const CircleShape& circle) = 0;
   virtual void Dot(const Operation& operation, const PointShape& point) = 0;
+  virtual void Text(const Operation& operation, const TextShape& shape, std::string_view text,
+                    const FontFace& face) = 0;
 };
 
 // Plays one page (from 0), or all of them, in the order in which they were drawn.

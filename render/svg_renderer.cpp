@@ -2,14 +2,55 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "render/decimal_text.h"
+#include "text/text.h"
 
 namespace vaxel {
 namespace {
 
 constexpr int Decimals = 4;
 constexpr std::size_t FlushSize = 1U << 16;
+constexpr double DegreesPerRadian = 180 / std::numbers::pi;
+
+// The families that are as wide as a standard one, for a reader that has not got it.
+std::string_view FamiliesAfter(std::string_view name) {
+  if (EqualIgnoringCase(name, "Times New Roman")) return ",'Liberation Serif',Tinos,serif";
+  if (EqualIgnoringCase(name, "Courier New")) return ",'Liberation Mono',Cousine,monospace";
+  return ",'Liberation Sans',Arimo,sans-serif";
+}
+
+void AppendEscaped(std::string& text, std::string_view content) {
+  for (char c : content) {
+    switch (c) {
+      case '&':
+        text += "&amp;";
+        break;
+      case '<':
+        text += "&lt;";
+        break;
+      case '>':
+        text += "&gt;";
+        break;
+      case '"':
+        text += "&quot;";
+        break;
+      default:
+        text += c;
+    }
+  }
+}
+
+// As a string of CSS inside an attribute of XML.
+void AppendFamily(std::string& text, std::string_view name) {
+  std::string quoted = "'";
+  for (char c : name) {
+    if (c == '\'' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  AppendEscaped(text, quoted += '\'');
+}
 
 }  // namespace
 
@@ -37,7 +78,10 @@ void SvgRenderer::BeginPage(const Page& page, std::size_t) {
   Number(page.Width);
   text_ += ' ';
   Number(page.Height);
-  text_ += "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+  text_ += "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\"";
+  // Text is set as it was measured: outlines as designed, no kerning, no ligatures, every blank.
+  text_ += " text-rendering=\"geometricPrecision\" style=\"font-kerning:none;font-variant-ligatures:none;";
+  text_ += "font-feature-settings:'kern' 0,'liga' 0;white-space:pre\" xml:space=\"preserve\">\n";
 }
 
 void SvgRenderer::EndPage() {
@@ -140,6 +184,41 @@ void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) 
 void SvgRenderer::Dot(const Operation& operation, const PointShape& point) {
   // A line without length and with round ends is drawn as a dot.
   Line(operation, {point.At, point.At});
+}
+
+void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
+                       const FontFace& face) {
+  text_ += "<text";
+  Attribute("x", shape.Start.X);
+  Attribute("y", shape.Start.Y);
+  if (shape.Angle != 0) {
+    text_ += " transform=\"rotate(";
+    Number(-shape.Angle * DegreesPerRadian);
+    text_ += ' ';
+    Number(shape.Start.X);
+    text_ += ' ';
+    Number(shape.Start.Y);
+    text_ += ")\"";
+  }
+  text_ += " font-family=\"";
+  AppendFamily(text_, face.Name);
+  text_ += FamiliesAfter(face.Name);
+  text_ += '"';
+  if (face.Bold) text_ += " font-weight=\"bold\"";
+  if (face.Italic) text_ += " font-style=\"italic\"";
+  Attribute("font-size", shape.Size);
+  if (shape.Length > 0) {
+    Attribute("textLength", shape.Length);
+    text_ += " lengthAdjust=\"spacingAndGlyphs\"";
+  }
+  text_ += " fill=\"";
+  AppendColour(text_, operation.Ink);
+  text_ += "\" data-line=\"";
+  AppendFixed(text_, operation.SourceLine, 0);
+  text_ += "\">";
+  AppendEscaped(text_, text);
+  text_ += "</text>\n";
+  if (text_.size() >= FlushSize) Flush();
 }
 
 }  // namespace vaxel

@@ -21,6 +21,8 @@ class SvgRenderer : public Renderer {
                std::span<const Point> corners) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
   void Dot(const Operation& operation, const PointShape& point) override;
+  void Text(const Operation& operation, const TextShape& shape, std::string_view text,
+            const FontFace& face) override;
 
  private:
   void Number(double value);

@@ -1,0 +1,140 @@
+#include "render/gdi_text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include "drawing/standard_faces.h"
+#include "text/text.h"
+#include "text/utf8.h"
+
+namespace vaxel {
+namespace {
+
+std::wstring Widen(std::string_view text) {
+  const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(count), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), count);
+  return wide;
+}
+
+std::string Narrow(std::wstring_view wide) {
+  const int length = static_cast<int>(wide.size());
+  const int count = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string text(static_cast<std::size_t>(count), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, text.data(), count, nullptr, nullptr);
+  return text;
+}
+
+// Measures in a font of this many pixels, so that the rounding to pixels does not count.
+constexpr int FontPixels = 2048;
+
+class GdiMeasurer : public TextMeasurer {
+ public:
+  GdiMeasurer() : context_(CreateCompatibleDC(nullptr)), font_(fonts_) {}
+  ~GdiMeasurer() override {
+    SelectObject(context_, GetStockObject(SYSTEM_FONT));
+    DeleteDC(context_);
+  }
+  GdiMeasurer(const GdiMeasurer&) = delete;
+  GdiMeasurer& operator=(const GdiMeasurer&) = delete;
+
+  FaceMetrics Metrics(const FontFace& face) override {
+    SelectFace(face);
+    OUTLINETEXTMETRICW metrics{};
+    metrics.otmSize = sizeof metrics;
+    if (GetOutlineTextMetricsW(context_, sizeof metrics, &metrics) == 0) return standIn_.Metrics(face);
+    const double thickness = std::max(InSizes(metrics.otmsUnderscoreSize), 0.01);
+    return {InSizes(metrics.otmTextMetrics.tmAscent), InSizes(metrics.otmTextMetrics.tmDescent),
+            InSizes(metrics.otmsUnderscorePosition) - thickness / 2, thickness};
+  }
+
+  double Width(const FontFace& face, std::string_view text) override {
+    SelectFace(face);
+    // Long texts in stretches: the extent's numbers are small on some systems.
+    constexpr std::size_t stretch = 1000;
+    double width = 0;
+    const std::wstring wide = Widen(text);
+    for (std::size_t i = 0; i < wide.size(); i += stretch) {
+      SIZE size{};
+      const auto count = static_cast<int>(std::min(stretch, wide.size() - i));
+      GetTextExtentPoint32W(context_, wide.data() + i, count, &size);
+      width += InSizes(size.cx);
+    }
+    return width;
+  }
+
+  std::string Replacement(const FontFace& face) override {
+    SelectFace(face);
+    wchar_t name[LF_FACESIZE] = {};
+    GetTextFaceW(context_, LF_FACESIZE, name);
+    const std::string used = Narrow(name);
+    return EqualIgnoringCase(used, face.Name) ? std::string() : used;
+  }
+
+ private:
+  static double InSizes(double pixels) { return pixels / FontPixels; }
+
+  void SelectFace(const FontFace& face) {
+    if (face == face_ && font_.Handle()) return;
+    face_ = face;
+    FontDescription description;
+    description.Name = face.Name;
+    description.Size = FontPixels * 72.0 / fonts_.PixelsPerInch();
+    description.Weight = face.Bold ? FW_BOLD : FW_NORMAL;
+    description.Italic = face.Italic;
+    // A font in use cannot be deleted.
+    SelectObject(context_, GetStockObject(SYSTEM_FONT));
+    font_.LogFont(description);
+    SelectObject(context_, font_.Handle());
+  }
+
+  HDC context_;
+  GdiDeviceFonts fonts_;
+  CLogFont font_;
+  FontFace face_;
+  StandInMeasurer standIn_;
+};
+
+}  // namespace
+
+int GdiDeviceFonts::PixelsPerInch() {
+  const HWND desktop = GetDesktopWindow();
+  const HDC context = GetDC(desktop);
+  const int pixels = GetDeviceCaps(context, LOGPIXELSY);
+  ReleaseDC(desktop, context);
+  return pixels > 0 ? pixels : 96;
+}
+
+DeviceFonts::Handle GdiDeviceFonts::Create(const DeviceFontRequest& request) {
+  LOGFONTW font{};
+  font.lfHeight = request.Height;
+  font.lfWidth = request.Width;
+  font.lfEscapement = request.Escapement;
+  font.lfOrientation = request.Orientation;
+  font.lfWeight = request.Weight;
+  font.lfItalic = request.Italic;
+  font.lfUnderline = request.Underline;
+  font.lfStrikeOut = request.Strikethrough;
+  font.lfCharSet = static_cast<BYTE>(request.CharacterSet);
+  font.lfOutPrecision = static_cast<BYTE>(request.OutPrecision);
+  font.lfClipPrecision = static_cast<BYTE>(request.ClipPrecision);
+  font.lfQuality = static_cast<BYTE>(request.Quality);
+  font.lfPitchAndFamily = static_cast<BYTE>(request.PitchAndFamily);
+  const std::wstring name = Widen(request.FaceName);
+  // The last place is the terminator's.
+  name.copy(font.lfFaceName, LF_FACESIZE - 1);
+  return CreateFontIndirectW(&font);
+}
+
+void GdiDeviceFonts::Delete(Handle font) {
+  DeleteObject(font);
+}
+
+std::unique_ptr<TextMeasurer> MakeGdiMeasurer() {
+  return std::make_unique<GdiMeasurer>();
+}
+
+}  // namespace vaxel
