@@ -1,7 +1,16 @@
 #include "cli/console_host.h"
 
+#include <array>
+#include <charconv>
+#include <cstddef>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <cwchar>
+#include <filesystem>
+#include <system_error>
 
+#include "cli/output_file.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -12,7 +21,7 @@ void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std
   message += std::to_string(lineNumber);
   message += ": ";
   // A script's own control characters must not reach the terminal.
-  for (char c : text) message += (c < ' ' && c >= '\0' && c != '\n') || c == '\x7F' ? '?' : c;
+  for (char c : text) message += (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F' ? '?' : c;
   message += '\n';
   std::fwrite(message.data(), 1, message.size(), stderr);
 }
@@ -24,6 +33,45 @@ void ConsoleHost::ShowError(const ErrorReport& report) {
 void ConsoleHost::WriteComment(std::string_view fileName, std::uint32_t lineNumber,
                                std::string_view comment) {
   Print(fileName, lineNumber, Trim(comment));
+}
+
+void ConsoleHost::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+  if (notices_.emplace(text).second) Print(fileName, lineNumber, text);
+}
+
+bool ConsoleHost::Confirm(std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
+                          std::string_view text) {
+  Print(fileName, lineNumber, std::string(title) + "\n" + std::string(text));
+  return true;
+}
+
+std::string ConsoleHost::Today() {
+  const std::optional<std::int64_t> source = SourceDate();
+  const auto now = static_cast<std::time_t>(source.value_or(std::time(nullptr)));
+  // A date that stands for another must not depend on where it is read.
+  const std::tm* parts = source ? std::gmtime(&now) : std::localtime(&now);
+  std::array<wchar_t, 100> text{};
+  const std::size_t length = parts ? std::wcsftime(text.data(), text.size(), L"%x", parts) : 0;
+  const std::u8string date = std::filesystem::path(std::wstring(text.data(), length)).u8string();
+  return {date.begin(), date.end()};
+}
+
+std::string ConsoleHost::FullFileName(std::string_view fileName) {
+  if (fileName.empty()) return {};
+  std::error_code failed;
+  const std::filesystem::path full = std::filesystem::absolute(PathOf(std::string(fileName)), failed);
+  const std::u8string name = full.lexically_normal().u8string();
+  return failed ? std::string(fileName) : std::string(name.begin(), name.end());
+}
+
+std::optional<std::int64_t> SourceDate() {
+  const char* text = std::getenv("SOURCE_DATE_EPOCH");
+  if (!text) return std::nullopt;
+  const std::string_view digits = text;
+  std::int64_t seconds = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
+  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  return seconds;
 }
 
 }  // namespace vaxel

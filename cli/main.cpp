@@ -1,3 +1,4 @@
+#include <clocale>
 #include <cstdio>
 #include <new>
 #include <string>
@@ -18,6 +19,8 @@ namespace {
 
 int Run(std::vector<std::string> arguments) {
   vaxel::ExitStatus status = vaxel::ExitStatus::Drawn;
+  // Dates alone follow the user's locale; numbers have their "." everywhere.
+  std::setlocale(LC_TIME, "");
   try {
     const auto options = vaxel::ReadOptions(std::move(arguments), status);
     if (options) status = vaxel::RenderScript(*options);

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "interpreter/system_variables.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
 #include "text/text.h"
@@ -85,8 +86,11 @@ std::pair<std::string, std::string> ReadVariable(const std::string& text) {
   const std::size_t equals = text.find('=');
   std::string name = text.substr(0, equals);
   if (!name.starts_with('%')) name.insert(name.begin(), '%');
-  if (equals == std::string::npos || name.size() == 1 || ReferenceName(name, {}) != name) {
+  if (equals == std::string::npos || !IsVariableName(name, {})) {
     throw CLI::ValidationError("-D", "'" + text + "' is not NAME=VALUE");
+  }
+  if (IsSystemVariable(name)) {
+    throw CLI::ValidationError("-D", "'" + name + "' belongs to the system and cannot be set");
   }
   return {name, text.substr(equals + 1)};
 }

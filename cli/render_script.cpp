@@ -1,13 +1,12 @@
 #include "cli/render_script.h"
 
-#include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "cli/console_host.h"
 #include "cli/output_file.h"
@@ -18,6 +17,8 @@
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
+#include "render/system_measurer.h"
+#include "resources/string_table.h"
 #include "text/utf8.h"
 
 namespace vaxel {
@@ -70,16 +71,6 @@ RunTarget TargetFor(TargetKind kind, const RenderOptions& options) {
   target.Zoom = options.Zoom;
   target.Zmm = options.Zmm;
   return target;
-}
-
-std::optional<std::int64_t> SourceDate() {
-  const char* text = std::getenv("SOURCE_DATE_EPOCH");
-  if (!text) return std::nullopt;
-  const std::string_view digits = text;
-  std::int64_t seconds = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
-  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
-  return seconds;
 }
 
 std::string Title(const RenderOptions& options) {
@@ -141,15 +132,21 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
   return ExitStatus::Drawn;
 }
 
+// Everything of the script that its runs share.
+struct Script {
+  std::string FileName;  // "-": standard input
+  std::string Text;
+};
+
 // Runs the script for one kind of target; the list gets at least one page.
-ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const std::string& text,
-                  const std::string& fileName, DisplayList& list) {
-  ConsoleHost host(DisplayName(fileName, "<stdin>"));
+ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& script, ConsoleHost& host,
+                  TextMeasurer& measurer, DisplayList& list) {
   RunContext run(host, AllCommands(), list);
   run.LangBase = options.LangBase;
   for (const auto& [name, value] : options.Variables) run.Level().Variables.Set(name, value);
-  const RunTarget target = TargetFor(kind, options);
-  switch (RunScript(run, target, text, fileName == "-" ? "" : fileName)) {
+  RunTarget target = TargetFor(kind, options);
+  target.Measurer = &measurer;
+  switch (RunScript(run, target, script.Text, script.FileName == "-" ? "" : script.FileName)) {
     case RunEnd::Failed:
       return ExitStatus::ScriptFailed;
     case RunEnd::Empty:
@@ -160,6 +157,19 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const std::stri
       break;
   }
   return ExitStatus::Drawn;
+}
+
+// The standard fonts are measured from tables, so that only an output that draws them itself misses one.
+void TellOfReplacedFonts(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
+                         ConsoleHost& host) {
+  std::string error;
+  const bool draws = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::Png;
+  const CairoFunctions* const cairo = draws && !list.Faces().empty() ? LoadCairo(error) : nullptr;
+  if (!cairo) return;
+  for (const FontReplacement& font : cairo->ReplacedFonts(list)) {
+    constexpr int fontReplaced = 257;
+    host.ShowNotice("", 0, TableString(options.LangBase + fontReplaced, font.Wanted) + font.Used);
+  }
 }
 
 bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileName) {
@@ -178,20 +188,25 @@ bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileN
 }  // namespace
 
 ExitStatus RenderScript(const RenderOptions& options) {
-  const std::string fileName = FindScript(options.Script);
-  if (WouldOverwriteScript(options, fileName)) return ExitStatus::WrongUsage;
-  const std::optional<std::string> text = ReadScript(fileName);
+  Script script{FindScript(options.Script), {}};
+  if (WouldOverwriteScript(options, script.FileName)) return ExitStatus::WrongUsage;
+  std::optional<std::string> text = ReadScript(script.FileName);
   if (!text) return ExitStatus::FileFailed;
+  script.Text = std::move(*text);
+  ConsoleHost host(DisplayName(script.FileName, "<stdin>"));
+  SystemMeasurer measurer;
   // Every run comes before the first output: a script that fails on paper alone writes nothing.
   std::map<TargetKind, DisplayList> lists;
   for (const OutputRequest& output : options.Outputs) {
     const auto [place, isNew] = lists.try_emplace(output.Target);
     if (!isNew) continue;
-    const ExitStatus status = RunFor(output.Target, options, *text, fileName, place->second);
+    const ExitStatus status = RunFor(output.Target, options, script, host, measurer, place->second);
     if (status != ExitStatus::Drawn) return status;
   }
   for (const OutputRequest& output : options.Outputs) {
-    const ExitStatus status = WriteOutput(options, output, lists[output.Target]);
+    const DisplayList& list = lists[output.Target];
+    TellOfReplacedFonts(options, output, list, host);
+    const ExitStatus status = WriteOutput(options, output, list);
     if (status != ExitStatus::Drawn) return status;
   }
   return ExitStatus::Drawn;

@@ -37,7 +37,23 @@ void RunInversion(RunContext& run, const Parameters& parameters);
 void RunGrad(RunContext& run, const Parameters& parameters);
 void RunGrad1(RunContext& run, const Parameters& parameters);
 
+// text_commands.cpp
+void RunPolice(RunContext& run, const Parameters& parameters);
+void RunTailleP(RunContext& run, const Parameters& parameters);
+void RunTexte(RunContext& run, const Parameters& parameters);
+void RunTexteC(RunContext& run, const Parameters& parameters);
+
+// value_commands.cpp
+void RunVal(RunContext& run, const Parameters& parameters);
+void RunValD(RunContext& run, const Parameters& parameters);
+void RunValR(RunContext& run, const Parameters& parameters);
+void RunVal1(RunContext& run, const Parameters& parameters);
+void RunVal1D(RunContext& run, const Parameters& parameters);
+void RunVal1R(RunContext& run, const Parameters& parameters);
+
 // variable_commands.cpp
+void RunAssignment(RunContext& run, const Parameters& parameters);
 void RunCurrentPoint(RunContext& run, const Parameters& parameters);
+void RunListeVar(RunContext& run, const Parameters& parameters);
 
 }  // namespace vaxel

@@ -1,12 +1,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
+#include "commands/scale_notation.h"
 #include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
 #include "scale/graduation.h"
@@ -14,15 +16,6 @@
 
 namespace vaxel {
 namespace {
-
-Point RequireFinitePoint(Point point) {
-  return {RequireFinite(point.X), RequireFinite(point.Y)};
-}
-
-// Without a support there is no scale: the line fails as a division by zero does.
-void RequireSupport(const RunContext& run) {
-  if ((run.OrderState & OrderSupport) == 0) throw ScriptFault(FaultReason::DivisionByZero);
-}
 
 void DrawArcSupport(RunContext& run, Colour colour) {
   const ScaleSupport& support = run.Support;
@@ -76,59 +69,7 @@ void DrawMark(RunContext& run, double place, const MarkStyle& style) {
 
 template <class Graduation>
 void DrawMarks(RunContext& run, Graduation graduation, const MarkStyle& style) {
-  for (;;) {
-    const StepResult step = graduation.Next();
-    if (step == StepResult::Overflow) throw ScriptFault(FaultReason::Overflow);
-    if (step == StepResult::End) return;
-    DrawMark(run, graduation.Place(), style);
-  }
-}
-
-double PositiveAndFinite(double value) {
-  if (value <= 0) throw ScriptFault(FaultReason::Domain);
-  return RequireFinite(value);
-}
-
-// "Interval[§End[§Start]]".
-LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
-  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
-  const auto part = [&](std::size_t i, double otherwise) {
-    return i < parts.size() ? NumberOf(parts[i], run.Separators).value_or(otherwise) : otherwise;
-  };
-  const auto interval = NumberOf(parts[0], run.Separators);
-  if (!interval) throw ScriptFault(FaultReason::MissingParameter, "1");
-  // Any interval above a decade leads from decade to decade.
-  constexpr double largest = 1000;
-  const LogStepping stepping{static_cast<float>(std::min(*interval, largest)),
-                             static_cast<float>(part(1, 10)), static_cast<float>(part(2, 1))};
-  if (stepping.LogInterval < LogStepping::SmallestInterval) {
-    throw ScriptFault(FaultReason::BadInterval, Shorten(Trim(parts[0]), 40));
-  }
-  return stepping;
-}
-
-ScaleValue ReadScaleValue(std::string_view text, const Separators& separators) {
-  text = Trim(text);
-  const auto value = NumberOf(text, separators);
-  if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
-  return {*value, text.ends_with("°")};
-}
-
-// "Scale%[§%Var_List]": the value itself, if there is one, and those that the listed variables hold.
-std::vector<ScaleValue> ReadScaleValues(const RunContext& run, std::string_view text) {
-  std::vector<ScaleValue> values;
-  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
-  if (parts.size() == 1 || !Trim(parts[0]).empty())
-    values.push_back(ReadScaleValue(parts[0], run.Separators));
-  for (std::size_t i = 1; i < parts.size(); ++i) {
-    const std::string_view name = Trim(parts[i]);
-    if (!name.starts_with('%')) throw ScriptFault(FaultReason::NotAList, Shorten(name, 40));
-    const std::string list = Substitute(name, run.Level().Variables, run.Separators);
-    for (std::string_view item : SplitAt(list, run.Separators.First)) {
-      if (!Trim(item).empty()) values.push_back(ReadScaleValue(item, run.Separators));
-    }
-  }
-  return values;
+  ForEachMark(graduation, [&] { DrawMark(run, graduation.Place(), style); });
 }
 
 }  // namespace
@@ -196,10 +137,7 @@ void RunGrad(RunContext& run, const Parameters& parameters) {
     DrawMarks(run, LinearGraduation(support, parameters.RequiredNumber(1), first, last), style);
     return;
   }
-  const LogStepping stepping = ReadLogStepping(run, parameters.Text(1));
-  const double start = first == 0 ? double{support.LogStart} : first;
-  const double end = last == 0 ? double{support.LogEnd} * std::pow(10.0, support.Decades) : last;
-  DrawMarks(run, LogGraduation(support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)), style);
+  DrawMarks(run, ReadLogGraduation(run, parameters.Text(1), first, last), style);
 }
 
 void RunGrad1(RunContext& run, const Parameters& parameters) {
@@ -210,9 +148,8 @@ void RunGrad1(RunContext& run, const Parameters& parameters) {
     if (isEmpty && n > 1) continue;
     const MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
                                           run.ColourOr(parameters.Text(n + 3)));
-    for (const ScaleValue& value : ReadScaleValues(run, parameters.Text(n))) {
-      if (run.Support.LogScale && !value.IsDirect) PositiveAndFinite(value.Value);
-      DrawMark(run, run.Support.PlaceOf(value), style);
+    for (const std::optional<ScaleValue>& value : ReadScaleValues(run, parameters.Text(n))) {
+      if (value) DrawMark(run, run.Support.PlaceOf(*value), style);
     }
   }
 }

@@ -25,6 +25,7 @@ void PlaceCentre(RunContext& run, Point centre, const Parameters& parameters) {
 
 void RunCentreE(RunContext& run, const Parameters& parameters) {
   Point place = {parameters.RequiredNumber(1), parameters.RequiredNumber(2)};
+  run.ScreenCentre = place;
   if (!run.InMainScript()) {
     place = {IncludedPosition(run.Level().PositionX, place.X),
              IncludedPosition(run.Level().PositionY, place.Y)};

@@ -1,27 +1,60 @@
-#include <cmath>
+#include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "commands/handlers.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/system_variables.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
 namespace vaxel {
 namespace {
 
-// The current point is kept as a place on the surface; taking the origin from it leaves a remainder far
-// below anything that can be drawn.
-std::string CoordinateText(double value) {
-  return NumberText(std::round(value * 1e9) / 1e9);
+// "%Name<TAB>= value" of system variables, a line of the box.
+std::string SystemLine(const RunContext& run, std::initializer_list<std::string_view> names) {
+  const RunVariables system(run);
+  std::string line;
+  for (std::string_view name : names) {
+    if (!line.empty()) line += '\t';
+    line += name;
+    line += "\t= ";
+    line += system.Find(name).value_or("");
+  }
+  return line + '\n';
 }
 
-void StoreIn(RunContext& run, std::string_view name, const std::string& value) {
-  if (!name.starts_with('%')) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
-  run.Level().Variables.Set(name, value);
+std::string VariableList(const RunContext& run) {
+  const bool dataEnded = run.Level().DataEnded;
+  std::string list = SystemLine(run, {"%iRec", "%Date"}) + SystemLine(run, {"%File", "%Path"});
+  std::string names = SystemLine(run, {"%Fil1"});
+  names.pop_back();
+  list += names + (dataEnded ? "\t%EOF\t= 1\n" : "\t%EOF = 0\n");
+  list += SystemLine(run, {"%TaP", "%EpT"}) + SystemLine(run, {"%CEx", "%CEy"}) +
+          SystemLine(run, {"%CTx", "%CTy", "%Zoom", "%Imp"});
+  const VariableTable& variables = run.Level().Variables;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(variables.VarCount); ++i) {
+    list += variables.VarNames[i] + "= " + variables.VarValues[i] + '\n';
+  }
+  return list;
 }
 
 }  // namespace
+
+void RunAssignment(RunContext& run, const Parameters& parameters) {
+  const std::string_view text = parameters.Whole();
+  if (text.starts_with('=')) {
+    const std::string expression = run.Substitute(text.substr(1));
+    const auto value = StrictValue(expression, run.Separators);
+    if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
+    run.SetVariable(run.KeywordText, NumberText(*value));
+  } else if (text.starts_with('<')) {
+    run.SetVariable(run.KeywordText, Trim(text.substr(1)));
+  } else {
+    run.SetVariable(run.KeywordText, Trim(run.Substitute(text)));
+  }
+}
 
 void RunCurrentPoint(RunContext& run, const Parameters& parameters) {
   const Point point = run.Surface.CurrentScriptPoint();
@@ -31,8 +64,15 @@ void RunCurrentPoint(RunContext& run, const Parameters& parameters) {
     run.WriteComment("  ' " + x + ", " + y);
     return;
   }
-  StoreIn(run, parameters.Trimmed(1), x);
-  StoreIn(run, parameters.Trimmed(2), y);
+  run.SetVariable(parameters.Trimmed(1), x);
+  run.SetVariable(parameters.Trimmed(2), y);
+}
+
+void RunListeVar(RunContext& run, const Parameters& parameters) {
+  const ScriptLevel& level = run.Level();
+  std::string title = "Vaxel        ListeVar (n=" + std::to_string(level.Variables.VarCount) + ")    ";
+  title += Trim(parameters.Whole());
+  if (!run.Host.Confirm(level.FileName, level.Line.Number, title, VariableList(run))) run.EndLevel();
 }
 
 }  // namespace vaxel

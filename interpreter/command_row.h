@@ -19,9 +19,13 @@ enum OrderBit : std::int16_t {
 
 // How the references to variables in a command's parameters are replaced before it is run.
 enum class VariableUse : std::uint8_t {
-  Replaced,    // all of them; one variable may then carry several parameters
-  ValueLists,  // the same, but in the parameters 1, 5, 9, … the parts behind a second separator stay
-  Raw          // none: the command reads names
+  Replaced,  // all of them; one variable may then carry several parameters
+  // The same, but the parts behind a second separator stay where they name lists: in the parameters 1, 5, 9,
+  // …
+  ValueLists,
+  ValueTextLists,          // 1, 2, 5, 6, 9, 10, …
+  OrientedValueTextLists,  // 2, 3, 6, 7, 10, 11, …
+  Raw                      // none: the command reads names
 };
 
 // Where a command counts. Elsewhere it is passed over.
@@ -40,7 +44,9 @@ struct CommandRow {
   std::int16_t Sets = 0;             // order bits
   Scope Where = Scope::Everywhere;
   VariableUse Variables = VariableUse::Replaced;
-  bool KeepsApostrophe = false;       // an apostrophe belongs to its text and begins no comment
+  // The parameter from which all that follows is one text, in which separators and apostrophes are ordinary
+  // characters; 0: none. An apostrophe then begins no comment in the whole line.
+  std::uint8_t TextFrom = 0;
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
 };
 

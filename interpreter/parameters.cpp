@@ -68,6 +68,15 @@ void FailExpression(std::string_view shown) {
   throw ScriptFault(FaultReason::Expression, Shorten(Trim(shown), 60));
 }
 
+bool IsLiteral(std::string_view parameter) {
+  return TrimLeft(parameter).starts_with('=') || parameter.starts_with('<');
+}
+
+std::string_view TextOf(std::string_view parameter) {
+  if (!IsLiteral(parameter)) return Trim(parameter);
+  return parameter.substr(parameter.find_first_not_of(' ') + 1);
+}
+
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator) {
   std::vector<std::string_view> parts;
   for (std::size_t found; (found = text.find(separator)) != std::string_view::npos;) {

@@ -50,6 +50,12 @@ std::optional<double> StrictValue(std::string_view expression, const Separators&
 // A fault that shows what is no expression.
 [[noreturn]] void FailExpression(std::string_view shown);
 
+// Whether a parameter is literal text, in which "%" is an ordinary character: "=", blanks before it allowed,
+// or "<" stands before it as a mark.
+bool IsLiteral(std::string_view parameter);
+// The text that is drawn for a parameter: what stands behind a literal's mark, else without blanks around it.
+std::string_view TextOf(std::string_view parameter);
+
 // The parts of a text between the occurrences of a separator; one part for an empty text.
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);
 

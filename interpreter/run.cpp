@@ -21,34 +21,49 @@ constexpr int OfTheFileInError = 172;
 
 constexpr std::size_t ReportedLineLength = 300;
 
-// A parameter that begins with "=" or "<" is text in which "%" is an ordinary character.
-bool IsLiteral(std::string_view parameter) {
-  return TrimLeft(parameter).starts_with('=') || parameter.starts_with('<');
+bool NamesList(VariableUse use, std::size_t parameter) {
+  switch (use) {
+    case VariableUse::ValueLists:
+      return parameter % 4 == 1;
+    case VariableUse::ValueTextLists:
+      return parameter % 4 == 1 || parameter % 4 == 2;
+    case VariableUse::OrientedValueTextLists:
+      return parameter % 4 == 2 || parameter % 4 == 3;
+    case VariableUse::Replaced:
+    case VariableUse::Raw:
+      break;
+  }
+  return false;
 }
 
 // Replaces the references of each parameter as written. One value may bring several parameters, which then
 // count in the numbers of those behind it.
-std::string ReplaceVariables(RunContext& run, std::string_view text, VariableUse use) {
+std::string ReplaceVariables(const RunContext& run, std::string_view text, const CommandRow& row) {
   const Separators& separators = run.Separators;
   std::string replaced;
-  std::size_t number = 1;
-  for (std::string_view parameter : SplitAt(text, separators.First)) {
-    if (number > 1) replaced += separators.First;
+  for (std::size_t number = 1;;) {
+    const bool isText = row.TextFrom != 0 && number >= row.TextFrom;
+    const std::size_t end = isText ? std::string_view::npos : text.find(separators.First);
+    std::string_view parameter = text.substr(0, end);
     std::string_view kept;
     if (IsLiteral(parameter)) {
       std::swap(kept, parameter);
-    } else if (use == VariableUse::ValueLists && number % 4 == 1) {
+    } else if (NamesList(row.Variables, number)) {
       const std::size_t part = std::min(parameter.size(), parameter.find(separators.Second));
       kept = parameter.substr(part);
       parameter = parameter.substr(0, part);
     }
-    const std::string value = Substitute(parameter, run.Level().Variables, separators);
-    if (replaced.size() + value.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
+    const std::string value = run.Substitute(parameter);
+    if (replaced.size() + value.size() + kept.size() > MaxTextLength) {
+      throw ScriptFault(FaultReason::TextTooLong);
+    }
     replaced += value;
     replaced += kept;
+    if (end == std::string_view::npos) return replaced;
+    replaced += separators.First;
+    text.remove_prefix(end + separators.First.size());
     number += 1 + CountOf(value, separators.First);
   }
-  return replaced;
 }
 
 void CheckOrder(RunContext& run, const CommandRow& row) {
@@ -76,9 +91,9 @@ bool Applies(const RunContext& run, Scope scope) {
 void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, Parameters& parameters) {
   if (!Applies(run, row.Where)) return;
   if (!row.Handler) throw ScriptFault(FaultReason::NotAvailable, std::string(row.Spelling));
-  if (!row.KeepsApostrophe) text = WithoutComment(text);
+  if (row.TextFrom == 0) text = WithoutComment(text);
   if (row.Variables != VariableUse::Raw && text.find('%') != std::string_view::npos) {
-    run.ParamText = ReplaceVariables(run, text, row.Variables);
+    run.ParamText = ReplaceVariables(run, text, row);
     text = run.ParamText;
   }
   CheckOrder(run, row);
@@ -89,6 +104,7 @@ void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, P
 void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
   const CommandLine command = SplitCommand(line);
   run.Keyword = UpperCase(command.Keyword);
+  run.KeywordText = command.Keyword;
   if (const CommandRow* row = run.Commands.Find(run.Keyword)) {
     RunCommand(run, *row, command.Parameters, parameters);
   } else if (!run.Keyword.ends_with(':') && !IsLabelLine(line)) {
@@ -171,6 +187,9 @@ void Reset(RunContext& run) {
   run.OrderState = 0;
   run.Support = {};
   run.NextZoom.reset();
+  run.LastText.reset();
+  run.ScreenCentre = {};
+  run.ReplacedFonts.clear();
   run.LastError.clear();
   run.SetPen({});
 }

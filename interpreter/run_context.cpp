@@ -1,6 +1,9 @@
 #include "interpreter/run_context.h"
 
 #include "interpreter/colour_value.h"
+#include "interpreter/script_fault.h"
+#include "interpreter/system_variables.h"
+#include "text/text.h"
 
 namespace vaxel {
 
@@ -15,6 +18,20 @@ Colour RunContext::ColourOr(std::string_view text) const {
 
 void RunContext::WriteComment(std::string_view comment) {
   Host.WriteComment(Level().FileName, Level().Line.Number, comment);
+}
+
+std::string RunContext::Substitute(std::string_view text) const {
+  return vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators);
+}
+
+void RunContext::SetVariable(std::string_view name, std::string_view value) {
+  if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
+  if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, std::string(name));
+  Level().Variables.Set(name, value);
+}
+
+void RunContext::EndLevel() {
+  Level().Reader.Seek(Level().Text.size(), Level().Line.Number);
 }
 
 }  // namespace vaxel

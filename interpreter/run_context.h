@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,16 @@ struct ScriptLevel {
   VariableTable Variables;
   Pen CurrentPen;
   double PositionX = 0, PositionY = 0;  // where the including line placed it
+  bool DataEnded = true;                // no line of the data file remains, or none was opened
+};
+
+// Where the last text was written, in surface coordinates: the next line of it begins below.
+struct WrittenText {
+  Point Anchor;    // the point that it was placed at
+  Point Corner;    // upper left of its cell
+  Point Baseline;  // its start
+  double Height = 0;
+  std::optional<double> Rotation;  // degrees, as the text was given one
 };
 
 // The state of one run, shared by all commands.
@@ -51,11 +62,15 @@ struct RunContext {
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
-  std::string Keyword;             // of the line being run, upper case
-  std::string ParamText;           // its parameters where they are not a part of the line
-  std::string LastError;           // the text of the last reported error
-  int LangBase = 0;                // of the language of messages
-  std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
+  std::string Keyword;           // of the line being run, upper case
+  std::string_view KeywordText;  // the same as it is written
+  std::string ParamText;         // its parameters where they are not a part of the line
+  std::string LastError;         // the text of the last reported error
+  int LangBase = 0;              // of the language of messages
+  std::optional<WrittenText> LastText;
+  Point ScreenCentre;                   // the x and y of CentreE
+  std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
+  std::optional<double> NextZoom;       // with which the next zoom view opens, when the script says so
 
   ScriptLevel& Level() { return Levels[CurrentLevel - 1]; }
   const ScriptLevel& Level() const { return Levels[CurrentLevel - 1]; }
@@ -66,6 +81,13 @@ struct RunContext {
   // The colour that the text gives; the current one for an empty or unknown colour.
   Colour ColourOr(std::string_view text) const;
   void WriteComment(std::string_view comment);
+  // The text with the references to variables of the current level replaced.
+  std::string Substitute(std::string_view text) const;
+  // Creates or overwrites a variable of the current level. A fault for what is no name of a variable, for a
+  // system variable and for one too many.
+  void SetVariable(std::string_view name, std::string_view value);
+  // The current level ends as if its text ended behind the line being run.
+  void EndLevel();
 };
 
 }  // namespace vaxel

@@ -26,6 +26,15 @@ class RunHost {
   // script or of the included file named.
   virtual void WriteComment(std::string_view fileName, std::uint32_t lineNumber,
                             std::string_view comment) = 0;
+  // Tells the user something about a line that is carried out all the same.
+  virtual void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) = 0;
+  // Shows a box with OK and Cancel for a line; whether the answer is OK.
+  virtual bool Confirm(std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
+                       std::string_view text) = 0;
+  // Today's date as the user's short dates are written.
+  virtual std::string Today() = 0;
+  // The name of a script's file with all its folders; empty for an unsaved text.
+  virtual std::string FullFileName(std::string_view fileName) = 0;
 };
 
 }  // namespace vaxel

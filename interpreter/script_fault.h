@@ -34,8 +34,15 @@ enum class FaultReason : std::int16_t {
   BadInterval = 192,
   NotAList = 193,
   DidYouMean = 194,
-  SystemVariableNotAvailable = 195,
-  OutOfMemory = 197
+  ReadOnlyVariable = 195,
+  BadVariableName = 196,
+  OutOfMemory = 197,
+  BadTextOption = 198,
+  BadFontSize = 199,
+  MissingParenthesis = 200,
+  ListLengths = 255,
+  BadValueFormat = 256,
+  BadBaseline = 258
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which

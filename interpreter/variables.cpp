@@ -14,14 +14,10 @@ constexpr std::size_t MaxDepth = 100;
 constexpr std::size_t MaxReferences = 1'000'000;
 constexpr std::size_t ReportedLength = 60;
 
-constexpr std::array<std::string_view, 15> SystemNames = {"%IREC", "%FILE", "%FIL1", "%PATH", "%DATE",
-                                                          "%ZOOM", "%FCMM", "%IMP",  "%EOF",  "%TAP",
-                                                          "%EPT",  "%CEX",  "%CEY",  "%CTX",  "%CTY"};
-
 class Substitution {
  public:
-  Substitution(const VariableTable& variables, const Separators& separators)
-      : variables_(variables), separators_(separators) {}
+  Substitution(const VariableTable& variables, const SystemVariables& system, const Separators& separators)
+      : variables_(variables), system_(system), separators_(separators) {}
 
   void Expand(std::string_view text) {
     for (std::size_t mark; (mark = text.find('%')) != std::string_view::npos;) {
@@ -43,14 +39,12 @@ class Substitution {
 
   void ExpandReference(std::string_view name) {
     if (++references_ > MaxReferences) throw ScriptFault(FaultReason::TextTooLong);
-    const std::string* value = variables_.Find(name);
-    if (!value) {
-      const bool isSystem = std::any_of(SystemNames.begin(), SystemNames.end(), [&](std::string_view known) {
-        return EqualIgnoringCase(name, known);
-      });
-      throw ScriptFault(isSystem ? FaultReason::SystemVariableNotAvailable : FaultReason::UnknownVariable,
-                        Shorten(name, ReportedLength));
+    if (const std::optional<std::string> value = system_.Find(name)) {
+      Append(*value);
+      return;
     }
+    const std::string* value = variables_.Find(name);
+    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, ReportedLength));
     const bool circular = std::find(active_.begin(), active_.end(), value) != active_.end();
     if (circular || active_.size() == MaxDepth) {
       throw ScriptFault(FaultReason::CircularVariable, Shorten(name, ReportedLength));
@@ -61,6 +55,7 @@ class Substitution {
   }
 
   const VariableTable& variables_;
+  const SystemVariables& system_;
   const Separators& separators_;
   std::vector<const std::string*> active_;
   std::size_t references_ = 0;
@@ -100,8 +95,13 @@ std::string_view ReferenceName(std::string_view text, const Separators& separato
   return text;
 }
 
-std::string Substitute(std::string_view text, const VariableTable& variables, const Separators& separators) {
-  Substitution substitution(variables, separators);
+bool IsVariableName(std::string_view text, const Separators& separators) {
+  return text.size() > 1 && text.front() == '%' && ReferenceName(text, separators) == text;
+}
+
+std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
+                       const Separators& separators) {
+  Substitution substitution(variables, system, separators);
   substitution.Expand(text);
   return substitution.result;
 }

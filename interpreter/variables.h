@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,12 +37,25 @@ class VariableTable {
   std::size_t IndexOf(std::string_view name) const;
 };
 
+// The values that the language itself gives names to. They come before a script's own variables.
+class SystemVariables {
+ public:
+  virtual ~SystemVariables() = default;
+  // None for any other name.
+  virtual std::optional<std::string> Find(std::string_view name) const = 0;
+};
+
 // The name of the reference at the start of the text, which begins with "%": up to the first blank, "=",
 // "°", "+", "-", "*", "/", "^", ")", "<", ">" or separator.
 std::string_view ReferenceName(std::string_view text, const Separators& separators);
 
-// The text with every reference replaced by its value, in which references are replaced in turn. A fault for
-// a name that is no variable, for a value that leads back to itself and for a result beyond all measure.
-std::string Substitute(std::string_view text, const VariableTable& variables, const Separators& separators);
+// Whether the text, "%" included, can be the name of a variable as a whole.
+bool IsVariableName(std::string_view text, const Separators& separators);
+
+// The text with every reference replaced by its value, in which references are replaced in turn; the value of
+// a system variable is left as it is. A fault for a name that is no variable, for a value that leads back to
+// itself and for a result beyond all measure.
+std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
+                       const Separators& separators);
 
 }  // namespace vaxel

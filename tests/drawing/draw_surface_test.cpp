@@ -19,11 +19,11 @@ class DrawSurfaceTest : public testing::Test {
   DrawSurface surface_{list_};
 };
 
-TEST_F(DrawSurfaceTest, TextGrowsWithTheZoomOfTheScreenAlone) {
+TEST_F(DrawSurfaceTest, TextGrowsWithTheDrawing) {
   surface_.Begin({.WidthMm = 300, .HeightMm = 200, .Zoom = 2, .Zmm = 1.25});
   EXPECT_EQ(surface_.Font.Size, surface_.FontSizes.Base * 2.5);
   surface_.Begin({.Kind = TargetKind::Printer, .Zoom = 2});
-  EXPECT_EQ(surface_.Font.Size, surface_.FontSizes.Base);
+  EXPECT_EQ(surface_.Font.Size, surface_.FontSizes.Base * 2);
 }
 
 TEST_F(DrawSurfaceTest, BoxesAndDotsAreRecorded) {

@@ -2,16 +2,31 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "interpreter/script_fault.h"
 
 namespace vaxel {
 namespace {
 
+// Its value looks like a reference.
+class OneSystemVariable : public SystemVariables {
+ public:
+  std::optional<std::string> Find(std::string_view name) const override {
+    return name == "%FILE" ? std::optional<std::string>("C:\\%A.dat") : std::nullopt;
+  }
+};
+
+std::string Replaced(const std::string& text, const VariableTable& variables,
+                     const Separators& separators = {}) {
+  return Substitute(text, variables, OneSystemVariable(), separators);
+}
+
 FaultReason ReasonOf(const VariableTable& variables, const std::string& text) {
   try {
-    Substitute(text, variables, {});
+    Replaced(text, variables);
   } catch (const ScriptFault& fault) {
     return fault.Reason();
   }
@@ -26,10 +41,12 @@ TEST(Variables, ReferencesAreReplacedByValues) {
   variables.Set("%r", "21");
   EXPECT_EQ(variables.VarCount, 3);
   EXPECT_EQ(variables.VarNames[0], "%R");
-  EXPECT_EQ(Substitute("%R+%RAYON°,(%deux)%R", variables, {}), "21+50°,(2*21)21");
-  EXPECT_EQ(Substitute("%R§%R", variables, {}), "21§21");
-  EXPECT_EQ(Substitute("%R;%R", variables, {";", "#"}), "21;21");
-  EXPECT_EQ(Substitute("none", variables, {}), "none");
+  EXPECT_EQ(Replaced("%R+%RAYON°,(%deux)%R", variables), "21+50°,(2*21)21");
+  EXPECT_EQ(Replaced("%R§%R", variables), "21§21");
+  EXPECT_EQ(Replaced("%R;%R", variables, {";", "#"}), "21;21");
+  EXPECT_EQ(Replaced("none", variables), "none");
+  variables.Set("%FILE", "hidden");
+  EXPECT_EQ(Replaced("%FILE %R", variables), "C:\\%A.dat 21");
 }
 
 TEST(Variables, ReportsWhatCannotBeReplaced) {
@@ -39,7 +56,6 @@ TEST(Variables, ReportsWhatCannotBeReplaced) {
   EXPECT_EQ(ReasonOf(variables, "%A"), FaultReason::CircularVariable);
   EXPECT_EQ(ReasonOf(variables, "%C"), FaultReason::UnknownVariable);
   EXPECT_EQ(ReasonOf(variables, "50 %"), FaultReason::UnknownVariable);
-  EXPECT_EQ(ReasonOf(variables, "%zoom"), FaultReason::SystemVariableNotAvailable);
 
   // Ten references in each value to the one before, 10^9 in all, of a long text or an empty one.
   for (const std::string& value : {std::string(5000, '1'), std::string()}) {

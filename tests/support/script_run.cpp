@@ -8,16 +8,29 @@ namespace {
 
 class RecordingHost : public RunHost {
  public:
-  explicit RecordingHost(ScriptRun& run) : run_(run) {}
+  RecordingHost(ScriptRun& run, const RunSettings& settings) : run_(run), settings_(settings) {}
 
   void ShowError(const ErrorReport& report) override { run_.Errors.push_back(report); }
   void ProcessPendingEvents() override {}
   void WriteComment(std::string_view, std::uint32_t lineNumber, std::string_view comment) override {
     run_.Comments.push_back(std::to_string(lineNumber) + ":" + std::string(comment));
   }
+  void ShowNotice(std::string_view, std::uint32_t lineNumber, std::string_view text) override {
+    run_.Notices.push_back(std::to_string(lineNumber) + ":" + std::string(text));
+  }
+  bool Confirm(std::string_view, std::uint32_t lineNumber, std::string_view title,
+               std::string_view text) override {
+    run_.Boxes.push_back(std::to_string(lineNumber) + ":" + std::string(title) + "\n" + std::string(text));
+    return settings_.AnswersOk;
+  }
+  std::string Today() override { return "21/11/2026"; }
+  std::string FullFileName(std::string_view fileName) override {
+    return fileName.empty() ? "" : "C:\\Cadrans\\" + std::string(fileName);
+  }
 
  private:
   ScriptRun& run_;
+  const RunSettings& settings_;
 };
 
 class StringSink : public ByteSink {
@@ -42,7 +55,7 @@ std::string ScriptRun::Reason() const {
 
 ScriptRun RunText(std::string_view script, const RunSettings& settings) {
   ScriptRun result;
-  RecordingHost host(result);
+  RecordingHost host(result, settings);
   RunContext run(host, AllCommands(), result.List);
   run.LangBase = settings.LangBase;
   for (const auto& [name, value] : settings.Variables) run.Level().Variables.Set(name, value);

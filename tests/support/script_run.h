@@ -16,6 +16,7 @@ struct RunSettings {
   std::vector<std::pair<std::string, std::string>> Variables{};
   std::string FileName = "dial.dat";
   int LangBase = 0;
+  bool AnswersOk = true;  // to boxes with OK and Cancel
 };
 
 RunSettings ForPrinter();
@@ -25,6 +26,8 @@ struct ScriptRun {
   DisplayList List;
   std::vector<ErrorReport> Errors;
   std::vector<std::string> Comments;  // "LINE: comment"
+  std::vector<std::string> Notices;   // "LINE:text"
+  std::vector<std::string> Boxes;     // "LINE:title", "\n" and the text
   std::int16_t OrderState = 0;
   std::vector<std::pair<std::string, std::string>> Variables{};
 

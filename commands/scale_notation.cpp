@@ -1,0 +1,83 @@
+#include "commands/scale_notation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "interpreter/script_fault.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+double PositiveAndFinite(double value) {
+  if (value <= 0) throw ScriptFault(FaultReason::Domain);
+  return RequireFinite(value);
+}
+
+LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
+  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
+  const auto part = [&](std::size_t i, double otherwise) {
+    return i < parts.size() ? NumberOf(parts[i], run.Separators).value_or(otherwise) : otherwise;
+  };
+  const auto interval = NumberOf(parts[0], run.Separators);
+  if (!interval) throw ScriptFault(FaultReason::MissingParameter, "1");
+  // Any interval above a decade leads from decade to decade.
+  constexpr double largest = 1000;
+  const LogStepping stepping{static_cast<float>(std::min(*interval, largest)),
+                             static_cast<float>(part(1, 10)), static_cast<float>(part(2, 1))};
+  if (stepping.LogInterval < LogStepping::SmallestInterval) {
+    throw ScriptFault(FaultReason::BadInterval, Shorten(Trim(parts[0]), 40));
+  }
+  return stepping;
+}
+
+}  // namespace
+
+void RequireSupport(const RunContext& run) {
+  if ((run.OrderState & OrderSupport) == 0) throw ScriptFault(FaultReason::DivisionByZero);
+}
+
+Point RequireFinitePoint(Point point) {
+  return {RequireFinite(point.X), RequireFinite(point.Y)};
+}
+
+LogGraduation ReadLogGraduation(const RunContext& run, std::string_view text, double first, double last) {
+  const ScaleSupport& support = run.Support;
+  const LogStepping stepping = ReadLogStepping(run, text);
+  const double start = first == 0 ? double{support.LogStart} : first;
+  const double end = last == 0 ? double{support.LogEnd} * std::pow(10.0, support.Decades) : last;
+  return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
+}
+
+std::vector<std::string> ReadList(const RunContext& run, std::string_view text) {
+  std::vector<std::string> items;
+  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
+  if (parts.size() == 1 || !Trim(parts[0]).empty()) items.emplace_back(parts[0]);
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    const std::string_view name = Trim(parts[i]);
+    if (!name.starts_with('%')) throw ScriptFault(FaultReason::NotAList, Shorten(name, 40));
+    const std::string list = run.Substitute(name);
+    for (std::string_view item : SplitAt(list, run.Separators.First)) items.emplace_back(item);
+  }
+  return items;
+}
+
+std::optional<ScaleValue> ReadScaleValue(const RunContext& run, std::string_view text) {
+  text = Trim(text);
+  const auto value = NumberOf(text, run.Separators);
+  if (!value) return std::nullopt;
+  const ScaleValue scaleValue{*value, text.ends_with("°")};
+  if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
+  return scaleValue;
+}
+
+std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, std::string_view text) {
+  std::vector<std::optional<ScaleValue>> values;
+  const bool isList = text.find(run.Separators.Second) != std::string_view::npos;
+  for (const std::string& item : ReadList(run, text)) values.push_back(ReadScaleValue(run, item));
+  if (!isList && !values.front()) throw ScriptFault(FaultReason::MissingParameter, "1");
+  return values;
+}
+
+}  // namespace vaxel

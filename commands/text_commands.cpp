@@ -1,0 +1,205 @@
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands/handlers.h"
+#include "commands/point_notation.h"
+#include "commands/text_notation.h"
+#include "interpreter/script_fault.h"
+#include "resources/string_table.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int FontReplaced = 257;
+constexpr std::string_view TextLetters = "R#GBISUCXYDHV";
+constexpr std::string_view ArcTextLetters = "GBISUX";
+constexpr std::string_view StyleLetters = "GBISU";
+
+double AboveZero(double value) {
+  if (!(value > 0)) throw ScriptFault(FaultReason::BadFontSize, NumberText(value));
+  return value;
+}
+
+// A font that is not there is told once a run.
+void TellOfReplacement(RunContext& run) {
+  const std::string used = run.Surface.FontReplacement();
+  const std::string& wanted = run.Surface.Font.Name;
+  if (used.empty() || !run.ReplacedFonts.insert(UpperCase(wanted)).second) return;
+  run.Host.ShowNotice(run.Level().FileName, run.Level().Line.Number,
+                      TableString(run.LangBase + FontReplaced, wanted) + used);
+}
+
+// The first text of a page is preceded by a blank, with which a device takes its font up.
+void WriteFirstBlank(RunContext& run, Colour colour) {
+  if (run.OrderState < OrderDrawn) {
+    DrawSurface& surface = run.Surface;
+    const Point point = {surface.CurrentX, surface.CurrentY};
+    const Font font = surface.Font;
+    surface.Font.Underline = false;
+    surface.TextOut(point.X, point.Y, " ", colour);
+    surface.Font = font;
+    surface.MoveTo(point);
+  }
+  run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
+}
+
+// One cell height below the last text, in its frame. An alignment counts from where the last text had its
+// own, so that lines of one alignment stand below one another.
+Point NextLinePoint(const WrittenText& last, const TextOptions& options) {
+  const TextFrame frame(last.Rotation.value_or(0));
+  const Point start = options.Rotation ? last.Baseline : last.Corner;
+  const Point anchor = last.Anchor - start;
+  Point point = start - frame.Up * last.Height;
+  const auto component = [&](Point direction) {
+    return direction * (anchor.X * direction.X + anchor.Y * direction.Y);
+  };
+  if (options.Along != AnchorAlong::Start) point = point + component(frame.Along);
+  if (options.Across) point = point + component(frame.Up);
+  return point;
+}
+
+// Upright characters below one another, each centred on the line through the point.
+WrittenText WriteVertical(RunContext& run, std::string_view text, Point point, const TextOptions& options,
+                          Colour colour) {
+  DrawSurface& surface = run.Surface;
+  const double rotation = options.Rotation.value_or(0);
+  const TextFrame frame(rotation);
+  const std::string drawable = DrawableText(text);
+  const std::vector<std::string_view> characters = CharactersOf(drawable);
+  const double cell = surface.TextHeight(" ");
+  const double height = cell * static_cast<double>(characters.size());
+  const double above = options.Along == AnchorAlong::End        ? height
+                       : options.Across == AnchorAcross::Middle ? height / 2
+                                                                : 0;
+  const Point top = point + frame.Up * above;
+  Point place = top;
+  for (std::string_view character : characters) {
+    WriteText(surface, character, place, rotation, AnchorAlong::Middle, AnchorAcross::Top, colour);
+    place = place - frame.Up * cell;
+  }
+  surface.MoveTo(place);
+  const double ascent = surface.MeasureText(" ").Ascent;
+  return {point, top, top - frame.Up * ascent, cell, options.Rotation};
+}
+
+WrittenText WriteStraight(RunContext& run, std::string_view text, Point point, const TextOptions& options,
+                          Colour colour) {
+  DrawSurface& surface = run.Surface;
+  const double rotation = options.Rotation.value_or(0);
+  const TextFrame frame(rotation);
+  const TextExtent extent = surface.MeasureText(text);
+  const AnchorAcross standard = options.Rotation ? AnchorAcross::Baseline : AnchorAcross::Top;
+  const Point baseline =
+      WriteText(surface, text, point, rotation, options.Along, options.Across.value_or(standard), colour);
+  const Point toCorner = frame.Up * extent.Ascent;
+  // The next text goes on where this one ends, measured as this one was.
+  Point end = baseline + frame.Along * extent.Length;
+  if (!options.Rotation) end = end + toCorner;
+  surface.MoveTo(end);
+  return {point, baseline + toCorner, baseline, extent.Height(), options.Rotation};
+}
+
+struct SizeAndStyle {
+  std::string_view Size;  // empty when none is given
+  std::string_view Letters;
+};
+
+// "*k Style", "size Style" or the style alone.
+SizeAndStyle SplitStyle(std::string_view text) {
+  const std::size_t end = text.find_last_not_of(" GBISUgbisu") + 1;
+  return {Trim(text.substr(0, end)), text.substr(end)};
+}
+
+void SetSizeAndStyle(RunContext& run, std::string_view text) {
+  const SizeAndStyle parts = SplitStyle(text);
+  DrawSurface& surface = run.Surface;
+  const FontSizeRegisters sizes = surface.FontSizes;
+  if (parts.Size.starts_with('*')) {
+    const double multiplier = ReadTextOptions(parts.Size, {}, run.Separators).Multiplier;
+    surface.SetFontSizes(AboveZero(sizes.Standard * multiplier), sizes.Coefficient);
+  } else if (const auto size = StrictValue(parts.Size, run.Separators)) {
+    surface.SetFontSizes(AboveZero(*size), sizes.Coefficient);
+  }
+  const TextOptions style = ReadTextOptions(parts.Letters, StyleLetters, run.Separators);
+  surface.Font.Bold = style.Bold;
+  surface.Font.Italic = style.Italic;
+  surface.Font.Underline = style.Underline;
+}
+
+}  // namespace
+
+void RunPolice(RunContext& run, const Parameters& parameters) {
+  const double coefficient = AboveZero(parameters.NumberOr(2, 1));
+  const std::string name = DrawableText(parameters.Trimmed(1));
+  if (!name.empty()) run.Surface.Font.Name = name;
+  run.Surface.SetFontSizes(run.Surface.FontSizes.Standard, coefficient);
+  TellOfReplacement(run);
+}
+
+void RunTailleP(RunContext& run, const Parameters& parameters) {
+  const std::string first = run.Substitute(parameters.Text(1));
+  if (!Trim(first).empty()) SetSizeAndStyle(run, first);
+  if (parameters.Count() < 2) return;
+  const bool literal = IsLiteral(parameters.Text(2));
+  const std::string text = literal ? std::string(parameters.Text(2)) : run.Substitute(parameters.Text(2));
+  const TextExtent extent = run.Surface.MeasureText(TextOf(text));
+  const auto store = [&](std::size_t n, double value) {
+    if (!parameters.Trimmed(n).empty()) run.SetVariable(parameters.Trimmed(n), CoordinateText(value));
+  };
+  store(3, extent.Length);
+  store(4, extent.Height());
+}
+
+void RunTexte(RunContext& run, const Parameters& parameters) {
+  TextOptions options = ReadTextOptions(parameters.Text(4), TextLetters, run.Separators);
+  const Colour colour = run.ColourOr(parameters.Text(3));
+  const std::string_view text = TextOf(parameters.Rest(5));
+  DrawSurface& surface = run.Surface;
+  const TextFont font(surface, options);
+  WriteFirstBlank(run, colour);
+
+  Point point;
+  if (options.NextLine && run.LastText) {
+    if (!options.Rotation) options.Rotation = run.LastText->Rotation;
+    point = NextLinePoint(*run.LastText, options) + ReadPoint(parameters, 1, {}, EmptyCoordinate::Reference);
+  } else {
+    point =
+        surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  }
+  run.LastText = options.Vertical ? WriteVertical(run, text, point, options, colour)
+                                  : WriteStraight(run, text, point, options, colour);
+}
+
+void RunTexteC(RunContext& run, const Parameters& parameters) {
+  const TextOptions options = ReadTextOptions(parameters.Text(6), ArcTextLetters, run.Separators);
+  DrawSurface& surface = run.Surface;
+  const TextFont font(surface, options);
+  const Point centre =
+      surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  const double radius = parameters.RequiredNumber(3);
+  double angle = parameters.RequiredNumber(4);
+  if (radius == 0) throw ScriptFault(FaultReason::DivisionByZero);
+  const Colour colour = run.ColourOr(parameters.Text(5));
+  const std::string text = DrawableText(TextOf(parameters.Rest(7)));
+
+  // Along the outside the text runs clockwise with its tops outward, along the inside the other way.
+  const double side = radius > 0 ? 1 : -1;
+  const double degreesPerUnit = 1 / (radius * RadiansPerDegree);
+  if (options.Along == AnchorAlong::Middle) angle += surface.TextWidth(text) / 2 * degreesPerUnit;
+  for (std::string_view character : CharactersOf(text)) {
+    const double half = surface.TextWidth(character) / 2 * degreesPerUnit;
+    angle -= half;
+    const Point outward = TextFrame(angle).Along;
+    WriteText(surface, character, centre + outward * std::abs(radius), angle - 90 * side, AnchorAlong::Middle,
+              AnchorAcross::Baseline, colour);
+    angle -= half;
+  }
+  surface.MoveTo(centre);
+}
+
+}  // namespace vaxel

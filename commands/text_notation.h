@@ -1,0 +1,44 @@
+// The option letters of texts, and how a text is written at its place.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "drawing/text_layout.h"
+#include "interpreter/run_context.h"
+
+namespace vaxel {
+
+struct TextOptions {
+  double Multiplier = 1;  // of the font's size
+  bool Bold = false, Italic = false, Underline = false;
+  std::optional<double> Rotation;  // degrees, counter-clockwise
+  bool NextLine = false, Vertical = false;
+  AnchorAlong Along = AnchorAlong::Start;
+  std::optional<AnchorAcross> Across;
+};
+
+// "*kRa#GBISUCXYDHV" in any order, with blanks anywhere. A fault for a letter that is not among those that
+// count.
+TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators);
+
+// While it lives, the surface's font is that of one text with these options. A fault for a size that is not
+// above 0.
+class TextFont {
+ public:
+  TextFont(DrawSurface& surface, const TextOptions& options);
+  ~TextFont() { surface_.Font = standing_; }
+  TextFont(const TextFont&) = delete;
+  TextFont& operator=(const TextFont&) = delete;
+
+ private:
+  DrawSurface& surface_;
+  Font standing_;
+};
+
+// Writes a text in the surface's font, anchored at a point of the surface. Returns the start of its baseline;
+// the current point is at its end.
+Point WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation, AnchorAlong along,
+                AnchorAcross across, Colour colour);
+
+}  // namespace vaxel

@@ -1,0 +1,27 @@
+// The variables that tell of the run's own state: %ZOOM, %DATE and the like.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "interpreter/variables.h"
+
+namespace vaxel {
+
+struct RunContext;
+
+bool IsSystemVariable(std::string_view name);
+
+// As they are now, with the current script level's file. The context must outlive it.
+class RunVariables : public SystemVariables {
+ public:
+  explicit RunVariables(const RunContext& run) : run_(run) {}
+
+  std::optional<std::string> Find(std::string_view name) const override;
+
+ private:
+  const RunContext& run_;
+};
+
+}  // namespace vaxel
