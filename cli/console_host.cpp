@@ -17,8 +17,7 @@ namespace vaxel {
 
 void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const {
   std::string message(fileName.empty() ? std::string_view(scriptName_) : fileName);
-  message += ':';
-  message += std::to_string(lineNumber);
+  if (lineNumber > 0) (message += ':') += std::to_string(lineNumber);
   message += ": ";
   // A script's own control characters must not reach the terminal.
   for (char c : text) message += (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F' ? '?' : c;

@@ -80,6 +80,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"SIT", "IFT", Later, 224, 0, Scope::Everywhere, VariableUse::Raw},
     {"STOP", "Stop", Later, 240},
     {"TAILLEP", "TailleP", RunTailleP, 241, 0, Scope::Everywhere, VariableUse::Raw},
+    // Sets its bit itself, when it has written the blank that precedes the first text of a page.
     {"TEXTE", "Texte", RunTexte, 242, 0, Scope::Everywhere, VariableUse::Replaced, 5},
     {"TEXTEC", "TexteC", RunTexteC, 243, Drawn, Scope::Everywhere, VariableUse::Replaced, 7},
     {"TRAIT", "Trait", RunTrait, 244, Drawn},

@@ -102,12 +102,20 @@ class ValueWriter {
   TextStyle style_;
 };
 
+float FloatOf(double value) {
+  const auto narrow = static_cast<float>(value);
+  RequireFinite(double{narrow});
+  return narrow;
+}
+
 // "Value[§U]", the value without the unit. The mark of a literal, which a unit with "%" needs, is passed
 // over.
 float ValueOf(const RunContext& run, const Parameters& parameters, std::size_t n) {
-  const auto value = NumberOf(TextOf(parameters.Text(n)), run.Separators);
-  if (!value) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
-  return static_cast<float>(*value);
+  const std::string_view text = TextOf(parameters.Text(n));
+  const auto value = NumberOf(text, run.Separators);
+  if (value) return FloatOf(*value);
+  if (!text.empty()) FailExpression(text);
+  throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
 }
 
 // What stands behind the second separator; none where there is no separator.
@@ -129,7 +137,7 @@ struct ValueSeries {
 };
 
 ValueSeries ReadSeries(const RunContext& run, const Parameters& parameters, std::size_t before) {
-  return {static_cast<double>(static_cast<float>(parameters.RequiredNumber(before + 4))),
+  return {double{FloatOf(parameters.RequiredNumber(before + 4))},
           parameters.NumberOr(before + 5, 0),
           parameters.NumberOr(before + 6, 0),
           run.ColourOr(parameters.Rest(before + 7)),
@@ -140,9 +148,9 @@ ValueSeries ReadSeries(const RunContext& run, const Parameters& parameters, std:
 void WriteLinearValues(const RunContext& run, const Parameters& parameters, std::size_t before,
                        const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
-  const auto number = static_cast<float>(parameters.RequiredNumber(before + 1));
-  const auto start = ValueOf(run, parameters, before + 2);
-  const auto end = ValueOf(run, parameters, before + 3);
+  const float number = FloatOf(parameters.RequiredNumber(before + 1));
+  const float start = ValueOf(run, parameters, before + 2);
+  const float end = ValueOf(run, parameters, before + 3);
   LinearGraduation graduation(run.Support, double{number}, series.First, series.Last);
   ForEachMark(graduation, [&] {
     const float value = ValueAt(graduation.Index(), number, start, end);

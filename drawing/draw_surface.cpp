@@ -145,7 +145,7 @@ void DrawSurface::ForEachPiece(std::string text, Use use) {
   // The superscripts that a font may lack begin with these bytes.
   if (table_ && text.find("\xE2\x81") != std::string::npos) {
     for (TextPiece& piece : PiecesOf(text, *table_)) use(std::move(piece));
-  } else {
+  } else if (!text.empty()) {
     use(TextPiece{std::move(text)});
   }
 }

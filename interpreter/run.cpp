@@ -116,7 +116,7 @@ void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
 }
 
 bool IsVariableLine(std::string_view line) {
-  return line.front() == '%' && line.find('=') == std::string_view::npos;
+  return line.front() == '%' && WithoutComment(line).find('=') == std::string_view::npos;
 }
 
 // A line that is nothing but a reference to a variable is the command line that the variable holds, as it

@@ -49,26 +49,38 @@ ScientificText SplitShortest(float value) {
   return split;
 }
 
-std::string PatternText(float value, const ValueFormat& format) {
-  const ScientificText split = SplitShortest(value);
-  double mantissa = 0;
-  std::from_chars(split.Mantissa.data(), split.Mantissa.data() + split.Mantissa.size(), mantissa);
-  int exponent = split.Exponent - (format.WholeDigits - 1);
-  mantissa *= std::pow(10.0, format.WholeDigits - 1);
-  std::string text = FixedText(mantissa, format.Decimals);
-  double rounded = 0;
-  std::from_chars(text.data(), text.data() + text.size(), rounded);
-  if (std::abs(rounded) >= std::pow(10.0, format.WholeDigits)) {
-    text = FixedText(mantissa / 10, format.Decimals);
-    ++exponent;
+// Rounds a row of figures to so many, halves up; true when that made it one figure longer, as from 99 to 100.
+bool RoundDigits(std::string& digits, std::size_t count) {
+  const bool up = digits.size() > count && digits[count] >= '5';
+  digits.resize(count, '0');
+  if (!up) return false;
+  std::size_t i = count;
+  while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
+  if (i > 0) {
+    ++digits[i - 1];
+    return false;
   }
-  for (int i = format.Decimals; i > format.FixedDecimals && text.back() == '0'; --i) text.pop_back();
-  if (text.back() == '.') text.pop_back();
-  std::string digits = std::to_string(std::abs(exponent));
+  digits.insert(digits.begin(), '1');
+  return true;
+}
+
+std::string PatternText(float value, const ValueFormat& format) {
+  const ScientificText split = SplitShortest(std::abs(value));
+  std::string digits = split.Mantissa;
+  std::erase(digits, '.');
+  const auto whole = static_cast<std::size_t>(format.WholeDigits);
+  int exponent = split.Exponent - format.WholeDigits + 1;
+  if (RoundDigits(digits, whole + static_cast<std::size_t>(format.Decimals))) ++exponent;
+  std::string decimals = digits.substr(whole, static_cast<std::size_t>(format.Decimals));
+  const std::size_t needed = decimals.find_last_not_of('0') + 1;
+  decimals.resize(std::max(needed, static_cast<std::size_t>(format.FixedDecimals)));
+
+  std::string exponentText = std::to_string(std::abs(exponent));
   const auto width = static_cast<std::size_t>(format.ExponentDigits);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  if (exponentText.size() < width) exponentText.insert(0, width - exponentText.size(), '0');
   const char* sign = exponent < 0 ? "-" : format.SignedExponent ? "+" : "";
-  return text + "E" + sign + digits;
+  return (value < 0 ? "-" : "") + digits.substr(0, whole) + (decimals.empty() ? "" : ".") + decimals + "E" +
+         sign + exponentText;
 }
 
 std::string SuperscriptText(float value) {

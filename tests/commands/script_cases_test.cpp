@@ -2,10 +2,13 @@
 // are apart by blank lines:
 //
 //   # why, or how the numbers were worked out
-//   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value     the target and the variables, if need
-//   be the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
-//   ==> what comes of it, a line each: the display list, "comment LINE:text", "error LINE: reason";
-//       "nothing"; or only how many operations there are, "11 operations"
+//   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, the variables and
+//   the answer to boxes, if need be
+//   the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
+//   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (with
+//   "\n"
+//       and "\t" for line ends and TABs), the display list, "error LINE: reason"; "nothing"; or only how many
+//       operations there are, "11 operations"
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -32,6 +35,7 @@ void ReadDirective(std::istringstream line, RunSettings& settings) {
   if (name == "@printer") settings = ForPrinter();
   if (name == "@zoom") line >> settings.Target.Zoom;
   if (name == "@zmm") line >> settings.Target.Zmm;
+  if (name == "@cancel") settings.AnswersOk = false;
   if (name == "@offset") line >> settings.Target.OffX >> settings.Target.OffY;
   if (name != "@set") return;
   line >> name;
@@ -40,10 +44,24 @@ void ReadDirective(std::istringstream line, RunSettings& settings) {
   settings.Variables.emplace_back(name, Trim(value));
 }
 
+std::string InOneLine(std::string_view text) {
+  std::string line;
+  for (char c : text) {
+    if (c == '\n' || c == '\t') {
+      line += c == '\n' ? "\\n" : "\\t";
+    } else {
+      line += c;
+    }
+  }
+  return line;
+}
+
 std::string OutcomeOf(const ScriptCase& scriptCase) {
   const ScriptRun run = RunText(scriptCase.Script, scriptCase.Settings);
   std::string outcome;
   for (const std::string& comment : run.Comments) outcome += "comment " + comment + "\n";
+  for (const std::string& notice : run.Notices) outcome += "notice " + notice + "\n";
+  for (const std::string& box : run.Boxes) outcome += "box " + InOneLine(box) + "\n";
   for (const ErrorReport& error : run.Errors) {
     outcome += "error " + std::to_string(error.LineNumber) + ": " + std::string(Trim(run.Reason())) + "\n";
   }
@@ -83,7 +101,9 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
   EXPECT_GT(cases, 5);
 }
 
-INSTANTIATE_TEST_SUITE_P(, ScriptCases, testing::Values("language", "lines", "pens", "scale", "surface"),
+INSTANTIATE_TEST_SUITE_P(, ScriptCases,
+                         testing::Values("language", "lines", "pens", "scale", "surface", "text", "values",
+                                         "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
 }  // namespace
