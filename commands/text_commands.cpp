@@ -1,4 +1,3 @@
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -46,21 +45,6 @@ void WriteFirstBlank(RunContext& run, Colour colour) {
     surface.MoveTo(point);
   }
   run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
-}
-
-// One cell height below the last text, in its frame. An alignment counts from where the last text had its
-// own, so that lines of one alignment stand below one another.
-Point NextLinePoint(const WrittenText& last, const TextOptions& options) {
-  const TextFrame frame(last.Rotation.value_or(0));
-  const Point start = options.Rotation ? last.Baseline : last.Corner;
-  const Point anchor = last.Anchor - start;
-  Point point = start - frame.Up * last.Height;
-  const auto component = [&](Point direction) {
-    return direction * (anchor.X * direction.X + anchor.Y * direction.Y);
-  };
-  if (options.Along != AnchorAlong::Start) point = point + component(frame.Along);
-  if (options.Across) point = point + component(frame.Up);
-  return point;
 }
 
 // Upright characters below one another, each centred on the line through the point.
@@ -166,7 +150,9 @@ void RunTexte(RunContext& run, const Parameters& parameters) {
   Point point;
   if (options.NextLine && run.LastText) {
     if (!options.Rotation) options.Rotation = run.LastText->Rotation;
-    point = NextLinePoint(*run.LastText, options) + ReadPoint(parameters, 1, {}, EmptyCoordinate::Reference);
+    point = NextLinePoint(*run.LastText, options.Rotation.has_value(), options.Along != AnchorAlong::Start,
+                          options.Across.has_value()) +
+            ReadPoint(parameters, 1, {}, EmptyCoordinate::Reference);
   } else {
     point =
         surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
@@ -182,22 +168,19 @@ void RunTexteC(RunContext& run, const Parameters& parameters) {
   const Point centre =
       surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
   const double radius = parameters.RequiredNumber(3);
-  double angle = parameters.RequiredNumber(4);
+  const double angle = parameters.RequiredNumber(4);
   if (radius == 0) throw ScriptFault(FaultReason::DivisionByZero);
   const Colour colour = run.ColourOr(parameters.Text(5));
   const std::string text = DrawableText(TextOf(parameters.Rest(7)));
 
-  // Along the outside the text runs clockwise with its tops outward, along the inside the other way.
-  const double side = radius > 0 ? 1 : -1;
-  const double degreesPerUnit = 1 / (radius * RadiansPerDegree);
-  if (options.Along == AnchorAlong::Middle) angle += surface.TextWidth(text) / 2 * degreesPerUnit;
-  for (std::string_view character : CharactersOf(text)) {
-    const double half = surface.TextWidth(character) / 2 * degreesPerUnit;
-    angle -= half;
-    const Point outward = TextFrame(angle).Along;
-    WriteText(surface, character, centre + outward * std::abs(radius), angle - 90 * side, AnchorAlong::Middle,
+  const std::vector<std::string_view> characters = CharactersOf(text);
+  std::vector<double> widths;
+  for (std::string_view character : characters) widths.push_back(surface.TextWidth(character));
+  const std::vector<CirclePlace> places =
+      PlacesOnCircle(radius, angle, options.Along == AnchorAlong::Middle, widths);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    WriteText(surface, characters[i], centre + places[i].Middle, places[i].Rotation, AnchorAlong::Middle,
               AnchorAcross::Baseline, colour);
-    angle -= half;
   }
   surface.MoveTo(centre);
 }

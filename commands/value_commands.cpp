@@ -1,4 +1,3 @@
-#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -60,20 +59,6 @@ TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view t
   return style;
 }
 
-// Turns the text so that it can be read upright, and anchors the side that faces the scale.
-void FaceScale(TextStyle& style, double& rotation, Point towardScale) {
-  TextFrame frame(rotation);
-  if (frame.Up.Y < -1e-6) {
-    rotation += 180;
-    frame = TextFrame(rotation);
-  }
-  const double along = towardScale.X * frame.Along.X + towardScale.Y * frame.Along.Y;
-  const double up = towardScale.X * frame.Up.X + towardScale.Y * frame.Up.Y;
-  const bool sideways = std::abs(along) > std::abs(up);
-  style.Along = !sideways ? AnchorAlong::Middle : along < 0 ? AnchorAlong::Start : AnchorAlong::End;
-  style.Across = sideways ? AnchorAcross::Middle : up < 0 ? AnchorAcross::Baseline : AnchorAcross::Top;
-}
-
 class ValueWriter {
  public:
   ValueWriter(RunContext& run, const TextStyle& style) : run_(run), style_(style) {}
@@ -85,16 +70,17 @@ class ValueWriter {
     const double length = distance * double{support.GradSide};
     const Point point = RequireFinitePoint(support.MarkAt(place, length).Outer);
     const double outward = RequireFinite(support.OutwardDirection(place, length));
-    TextStyle style = style_;
-    double rotation = style.Form == Baseline::Tangent ? outward - 90
-                      : style.Form == Baseline::Ray   ? support.RayDirection(place)
-                                                      : 0;
-    if (style.Angle) rotation = style.Relative ? rotation + *style.Angle : *style.Angle;
-    if (style.FacesScale) {
+    double rotation = style_.Form == Baseline::Tangent ? outward - 90
+                      : style_.Form == Baseline::Ray   ? support.RayDirection(place)
+                                                       : 0;
+    if (style_.Angle) rotation = style_.Relative ? rotation + *style_.Angle : *style_.Angle;
+    FacingAnchor anchor{rotation, style_.Along, style_.Across};
+    if (style_.FacesScale) {
       const bool inside = length < 0 || (length == 0 && support.GradSide < 0);
-      FaceScale(style, rotation, TextFrame(outward).Along * (inside ? 1 : -1));
+      anchor = AnchorFacing(TextFrame(outward).Along * (inside ? 1 : -1), rotation);
     }
-    WriteText(run_.Surface, text, run_.Surface.Origin() + point, rotation, style.Along, style.Across, colour);
+    WriteText(run_.Surface, text, run_.Surface.Origin() + point, anchor.Rotation, anchor.Along, anchor.Across,
+              colour);
   }
 
  private:

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 #include "text/utf8.h"
@@ -60,6 +61,10 @@ char32_t OrdinaryForm(char32_t c) {
     default:
       return c == 0x2070 || (c >= 0x2074 && c <= 0x2079) ? U'0' + (c - 0x2070) : 0;
   }
+}
+
+double Dot(Point a, Point b) {
+  return a.X * b.X + a.Y * b.Y;
 }
 
 }  // namespace
@@ -137,6 +142,46 @@ Point BaselineStart(Point point, const TextFrame& frame, const TextExtent& exten
                       : across == AnchorAcross::Top    ? extent.Ascent
                                                        : (extent.Ascent - extent.Descent) / 2;
   return point - frame.Along * back - frame.Up * down;
+}
+
+Point NextLinePoint(const WrittenText& last, bool turned, bool alignedAlong, bool alignedAcross) {
+  const TextFrame frame(last.Rotation.value_or(0));
+  const Point start = turned ? last.Baseline : last.Corner;
+  const Point toAnchor = last.Anchor - start;
+  Point point = start - frame.Up * last.Height;
+  if (alignedAlong) point = point + frame.Along * Dot(toAnchor, frame.Along);
+  if (alignedAcross) point = point + frame.Up * Dot(toAnchor, frame.Up);
+  return point;
+}
+
+std::vector<CirclePlace> PlacesOnCircle(double radius, double angle, bool centred,
+                                        std::span<const double> widths) {
+  const double degreesPerUnit = 1 / (radius * RadiansPerDegree);
+  const double turn = radius > 0 ? 90 : -90;
+  if (centred) angle += std::accumulate(widths.begin(), widths.end(), 0.0) / 2 * degreesPerUnit;
+  std::vector<CirclePlace> places;
+  for (double width : widths) {
+    const double middle = angle - width / 2 * degreesPerUnit;
+    places.push_back({TextFrame(middle).Along * std::abs(radius), middle - turn});
+    angle -= width * degreesPerUnit;
+  }
+  return places;
+}
+
+FacingAnchor AnchorFacing(Point direction, double rotation) {
+  // Upright on its side is not upside down, whatever the last digit of the sine.
+  if (TextFrame(rotation).Up.Y < -1e-6) rotation += 180;
+  const TextFrame frame(rotation);
+  const double along = Dot(direction, frame.Along);
+  const double up = Dot(direction, frame.Up);
+  FacingAnchor anchor;
+  anchor.Rotation = rotation;
+  if (std::abs(along) > std::abs(up)) {
+    anchor.Along = along < 0 ? AnchorAlong::Start : AnchorAlong::End;
+  } else {
+    anchor.Across = up < 0 ? AnchorAcross::Baseline : AnchorAcross::Top;
+  }
+  return anchor;
 }
 
 }  // namespace vaxel

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,5 +52,41 @@ struct TextFrame {
 // The start of the baseline of a text anchored at a point.
 Point BaselineStart(Point point, const TextFrame& frame, const TextExtent& extent, AnchorAlong along,
                     AnchorAcross across);
+
+// Where a text was written.
+struct WrittenText {
+  Point Anchor;    // the point that it was placed at
+  Point Corner;    // upper left of its cell
+  Point Baseline;  // its start
+  double Height = 0;
+  std::optional<double> Rotation;  // degrees; none for a text that is placed by its corner
+};
+
+// The point of the next line below a text, which is turned as that is or placed by its corner. A line that is
+// aligned along or across its baseline counts from where the last text had its point, so that lines of one
+// alignment stand below one another.
+Point NextLinePoint(const WrittenText& last, bool turned, bool alignedAlong, bool alignedAcross);
+
+// A character on a circle: the middle of its baseline, and how that is turned, in degrees.
+struct CirclePlace {
+  Point Middle;
+  double Rotation = 0;
+};
+
+// The places of characters of these widths on a circle about 0,0, from an angle in degrees (0 right, 90 up)
+// on, or with the middle of the text there. With a positive radius they run clockwise with their tops
+// outward, with a negative one along the inside, counter-clockwise, with their tops to the centre. The radius
+// is not 0.
+std::vector<CirclePlace> PlacesOnCircle(double radius, double angle, bool centred,
+                                        std::span<const double> widths);
+
+// How a text is turned and anchored so that the side that faces a direction lies at its point and that it
+// does not stand on its head.
+struct FacingAnchor {
+  double Rotation = 0;
+  AnchorAlong Along = AnchorAlong::Middle;
+  AnchorAcross Across = AnchorAcross::Middle;
+};
+FacingAnchor AnchorFacing(Point direction, double rotation);
 
 }  // namespace vaxel

@@ -11,6 +11,7 @@
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
 #include "drawing/pen.h"
+#include "drawing/text_layout.h"
 #include "interpreter/command_row.h"
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
@@ -34,15 +35,6 @@ struct ScriptLevel {
   bool DataEnded = true;                // no line of the data file remains, or none was opened
 };
 
-// Where the last text was written, in surface coordinates: the next line of it begins below.
-struct WrittenText {
-  Point Anchor;    // the point that it was placed at
-  Point Corner;    // upper left of its cell
-  Point Baseline;  // its start
-  double Height = 0;
-  std::optional<double> Rotation;  // degrees, as the text was given one
-};
-
 // The state of one run, shared by all commands.
 struct RunContext {
   static constexpr std::size_t MaxLevels = 5;
@@ -62,12 +54,12 @@ struct RunContext {
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
-  std::string Keyword;           // of the line being run, upper case
-  std::string_view KeywordText;  // the same as it is written
-  std::string ParamText;         // its parameters where they are not a part of the line
-  std::string LastError;         // the text of the last reported error
-  int LangBase = 0;              // of the language of messages
-  std::optional<WrittenText> LastText;
+  std::string Keyword;                  // of the line being run, upper case
+  std::string_view KeywordText;         // the same as it is written
+  std::string ParamText;                // its parameters where they are not a part of the line
+  std::string LastError;                // the text of the last reported error
+  int LangBase = 0;                     // of the language of messages
+  std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
   std::optional<double> NextZoom;       // with which the next zoom view opens, when the script says so
