@@ -39,7 +39,7 @@ TEST(Golden, ExamplesDrawWhatTheyDrew) {
     CompareWithGolden(entry.path(), ".screen", {});
     CompareWithGolden(entry.path(), ".printer", ForPrinter());
   }
-  EXPECT_GE(examples, 4);
+  EXPECT_GE(examples, 9);
 }
 
 }  // namespace
