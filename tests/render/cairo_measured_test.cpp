@@ -3,87 +3,16 @@
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <numbers>
 #include <string>
 
-#include "render/cairo_module.h"
-#include "render/svg_renderer.h"
-#include "tests/render/cairo_picture.h"
+#include "tests/render/cairo_outputs.h"
 #include "tests/support/script_run.h"
 
 namespace vaxel::test {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr double Dpi = 1016;  // 40 pixels a millimetre
-constexpr double Scale = Dpi / 25.4;
-
-class FileSink : public ByteSink {
- public:
-  explicit FileSink(const fs::path& path) : file_(path, std::ios::binary) {}
-  void Write(std::string_view bytes) override {
-    file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  }
-
- private:
-  std::ofstream file_;
-};
-
-fs::path Folder() {
-  const fs::path folder = fs::path(VAXEL_BINARY_DIR) / "measured";
-  fs::create_directories(folder);
-  return folder;
-}
-
-void Execute(const std::string& command) {
-  ASSERT_EQ(std::system(command.c_str()), 0) << command;
-}
-
-const CairoFunctions& Cairo() {
-  std::string error;
-  const CairoFunctions* functions = LoadCairo(error);
-  if (!functions) throw std::runtime_error(error);
-  return *functions;
-}
-
-Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi, std::size_t page = 0) {
-  const fs::path pdf = Folder() / (name + ".pdf");
-  {
-    FileSink sink(pdf);
-    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink), "");
-  }
-  const std::string number = std::to_string(page + 1);
-  const std::string picture = (Folder() / (name + "-pdf-" + number)).string();
-  Execute("pdftoppm -gray -png -singlefile -f " + number + " -r " + std::to_string(dpi) + " '" +
-          pdf.string() + "' '" + picture + "'");
-  return {picture + ".png", dpi / 25.4};
-}
-
-Picture ThroughSvg(const DisplayList& list, const std::string& name, std::size_t page) {
-  const fs::path svg = Folder() / (name + ".svg");
-  {
-    FileSink sink(svg);
-    SvgRenderer renderer(sink);
-    PlayPage(list, page, renderer);
-  }
-  const std::string picture = (Folder() / (name + "-svg.png")).string();
-  const std::string dpi = std::to_string(static_cast<int>(Dpi));
-  Execute("rsvg-convert -b white -d " + dpi + " -p " + dpi + " -o '" + picture + "' '" + svg.string() + "'");
-  return {picture, Scale};
-}
-
-Picture ThroughPng(const DisplayList& list, const std::string& name, std::size_t page) {
-  const fs::path png = Folder() / (name + ".png");
-  {
-    FileSink sink(png);
-    EXPECT_EQ(Cairo().WritePng(list, page, Dpi, sink), "");
-  }
-  return {png.string(), Scale};
-}
 
 struct Figure {
   const char* Name;
@@ -144,7 +73,7 @@ TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
     const bool isPolygon = page >= Figures.size();
     const std::string name = isPolygon ? "polygon-" + std::to_string(page) : Figures[page].Name;
     const Picture::Box expected = isPolygon ? Picture::Box{9.9, 4.9, 30.1, 25.1} : Figures[page].Ink;
-    const std::array pictures = {ThroughPng(list, name, page), ThroughSvg(list, name, page),
+    const std::array pictures = {ThroughPng(list, name, Dpi, page), ThroughSvg(list, name, Dpi, page),
                                  ThroughPdf(list, "figures", Dpi, page)};
     const Picture::Place centre = pictures[0].CentreOfInk(pictures[0].Whole());
     const double ink = pictures[0].InkIn(pictures[0].Whole());
@@ -214,7 +143,7 @@ TEST(MeasuredOutput, StrokesThatLeaveThePageFarAwayStillCrossIt) {
   list.BeginPage(40, 30);
   list.Add({0.2, Black, 1, LineShape{{-1e7, 15}, {1e7, 15}}});
   list.Add({0.2, Black, 1, CircleShape{{20, 15}, 1e7, 1e7}});
-  const Picture picture = ThroughPng(list, "far", 0);
+  const Picture picture = ThroughPng(list, "far", Dpi);
   ExpectBox(picture.InkBox(), {0, 14.9, 40, 15.1}, "far");
 }
 

@@ -17,6 +17,7 @@ Picture::Picture(const std::string& fileName, double pixelsPerMm) : scale_(pixel
   if (!png_image_finish_read(&image, &white, grey.data(), 0, nullptr)) return;
   width_ = image.width;
   height_ = image.height;
+  ink_.reserve(width_ * height_);
   for (png_byte value : grey) ink_.push_back(1 - static_cast<float>(value) / 255);
 }
 
@@ -32,9 +33,9 @@ void Picture::ForEachPixel(const Box& box, Use use) const {
   }
 }
 
-Picture::Box Picture::InkBox() const {
+Picture::Box Picture::InkBox(const Box& within) const {
   Box box{1e9, 1e9, -1e9, -1e9};
-  ForEachPixel(Whole(), [&](double x, double y, double ink) {
+  ForEachPixel(within, [&](double x, double y, double ink) {
     if (ink < 0.5) return;
     box = {std::min(box.Left, x / scale_), std::min(box.Top, y / scale_),
            std::max(box.Right, (x + 1) / scale_), std::max(box.Bottom, (y + 1) / scale_)};

@@ -19,8 +19,9 @@ class Picture {
 
   double WidthMm() const { return static_cast<double>(width_) / scale_; }
   double HeightMm() const { return static_cast<double>(height_) / scale_; }
-  // The pixels that are at least half inked, in mm.
-  Box InkBox() const;
+  // The pixels, of all or inside a box, that are at least half inked, in mm.
+  Box InkBox() const { return InkBox(Whole()); }
+  Box InkBox(const Box& within) const;
   // Sum of the ink inside a box, in mm².
   double InkIn(const Box& box) const;
   // The centre of gravity of the ink inside a box, in mm.

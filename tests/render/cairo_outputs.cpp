@@ -1,0 +1,88 @@
+#include "tests/render/cairo_outputs.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+
+#include "render/cairo_module.h"
+#include "render/svg_renderer.h"
+
+namespace vaxel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double MillimetresPerInch = 25.4;
+
+class FileSink : public ByteSink {
+ public:
+  explicit FileSink(const fs::path& path) : file_(path, std::ios::binary) {}
+  void Write(std::string_view bytes) override {
+    file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+
+ private:
+  std::ofstream file_;
+};
+
+const CairoFunctions& Cairo() {
+  std::string error;
+  const CairoFunctions* functions = LoadCairo(error);
+  if (!functions) throw std::runtime_error(error);
+  return *functions;
+}
+
+}  // namespace
+
+fs::path MeasuredFolder() {
+  const fs::path folder = fs::path(VAXEL_BINARY_DIR) / "measured";
+  fs::create_directories(folder);
+  return folder;
+}
+
+void Execute(const std::string& command) {
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+fs::path WriteSvgPage(const DisplayList& list, const std::string& name, std::size_t page) {
+  const fs::path svg = MeasuredFolder() / (name + ".svg");
+  FileSink sink(svg);
+  SvgRenderer renderer(sink);
+  PlayPage(list, page, renderer);
+  return svg;
+}
+
+Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi, std::size_t page) {
+  const fs::path pdf = MeasuredFolder() / (name + ".pdf");
+  {
+    FileSink sink(pdf);
+    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink), "");
+  }
+  const std::string number = std::to_string(page + 1);
+  const std::string picture = (MeasuredFolder() / (name + "-pdf-" + number)).string();
+  Execute("pdftoppm -gray -png -singlefile -f " + number + " -r " + std::to_string(dpi) + " '" +
+          pdf.string() + "' '" + picture + "'");
+  return {picture + ".png", dpi / MillimetresPerInch};
+}
+
+Picture ThroughSvg(const DisplayList& list, const std::string& name, double dpi, std::size_t page) {
+  const fs::path svg = WriteSvgPage(list, name, page);
+  const std::string picture = (MeasuredFolder() / (name + "-svg.png")).string();
+  const std::string resolution = std::to_string(static_cast<int>(dpi));
+  Execute("rsvg-convert -b white -d " + resolution + " -p " + resolution + " -o '" + picture + "' '" +
+          svg.string() + "'");
+  return {picture, dpi / MillimetresPerInch};
+}
+
+Picture ThroughPng(const DisplayList& list, const std::string& name, double dpi, std::size_t page) {
+  const fs::path png = MeasuredFolder() / (name + ".png");
+  {
+    FileSink sink(png);
+    EXPECT_EQ(Cairo().WritePng(list, page, dpi, sink), "");
+  }
+  return {png.string(), dpi / MillimetresPerInch};
+}
+
+}  // namespace vaxel::test
