@@ -52,6 +52,11 @@ void AppendFamily(std::string& text, std::string_view name) {
   AppendEscaped(text, quoted += '\'');
 }
 
+// Blanks that a reader would drop: at the ends, and beside one another.
+bool HasBlanksToKeep(std::string_view text) {
+  return text.starts_with(' ') || text.ends_with(' ') || text.find("  ") != std::string_view::npos;
+}
+
 }  // namespace
 
 void SvgRenderer::Number(double value) {
@@ -79,9 +84,9 @@ void SvgRenderer::BeginPage(const Page& page, std::size_t) {
   text_ += ' ';
   Number(page.Height);
   text_ += "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\"";
-  // Text is set as it was measured: outlines as designed, no kerning, no ligatures, every blank.
+  // Text is set as it was measured: outlines as designed, no kerning, no ligatures.
   text_ += " text-rendering=\"geometricPrecision\" style=\"font-kerning:none;font-variant-ligatures:none;";
-  text_ += "font-feature-settings:'kern' 0,'liga' 0;white-space:pre\" xml:space=\"preserve\">\n";
+  text_ += "font-feature-settings:'kern' 0,'liga' 0\">\n";
 }
 
 void SvgRenderer::EndPage() {
@@ -211,6 +216,8 @@ void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::
     Attribute("textLength", shape.Length);
     text_ += " lengthAdjust=\"spacingAndGlyphs\"";
   }
+  // Browsers do not let a text inherit this.
+  if (HasBlanksToKeep(text)) text_ += " xml:space=\"preserve\"";
   text_ += " fill=\"";
   AppendColour(text_, operation.Ink);
   text_ += "\" data-line=\"";

@@ -42,14 +42,13 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
   add(8, PointShape{{7, 7}});
   const Operation red{0, MakeColour(255, 0, 0), 9, {}};
   list.AddText("1 < 2 & \"µ\"", {"Arial", true, true}, {{4, 5}, -turn / 12, 3.5, 10.25}, red);
-  list.AddText("x", {"D'Or \\", false, false}, {{4, 5}, 0, 3.5, 0}, red);
+  list.AddText("x ", {"D'Or \\", false, false}, {{4, 5}, 0, 3.5, 0}, red);
   EXPECT_EQ(
       SvgOf(list),
       "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"200mm\" height=\"99.5mm\" viewBox=\"0 0 200 99.5\" "
       "fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\" "
       "text-rendering=\"geometricPrecision\" "
-      "style=\"font-kerning:none;font-variant-ligatures:none;font-feature-settings:'kern' 0,'liga' 0;"
-      "white-space:pre\" xml:space=\"preserve\">\n"
+      "style=\"font-kerning:none;font-variant-ligatures:none;font-feature-settings:'kern' 0,'liga' 0\">\n"
       "<line x1=\"1\" y1=\"2\" x2=\"3\" y2=\"-4.5679\" stroke=\"#ff0000\" stroke-width=\"0.25\" "
       "data-line=\"1\"/>\n"
       "<rect x=\"1\" y=\"2\" width=\"4\" height=\"6\" fill=\"#0000ff\" stroke=\"#ff0000\" "
@@ -72,7 +71,7 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
       "lengthAdjust=\"spacingAndGlyphs\" fill=\"#ff0000\" data-line=\"9\">1 &lt; 2 &amp; "
       "&quot;µ&quot;</text>\n"
       "<text x=\"4\" y=\"5\" font-family=\"'D\\'Or \\\\','Liberation Sans',Arimo,sans-serif\" "
-      "font-size=\"3.5\" fill=\"#ff0000\" data-line=\"9\">x</text>\n"
+      "font-size=\"3.5\" xml:space=\"preserve\" fill=\"#ff0000\" data-line=\"9\">x </text>\n"
       "</svg>\n");
 }
 
