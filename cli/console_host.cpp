@@ -19,8 +19,17 @@ void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std
   std::string message(fileName.empty() ? std::string_view(scriptName_) : fileName);
   if (lineNumber > 0) (message += ':') += std::to_string(lineNumber);
   message += ": ";
-  // A script's own control characters must not reach the terminal.
-  for (char c : text) message += (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F' ? '?' : c;
+  // A script's own control characters must not reach the terminal; those from 0x80 to 0x9F begin with 0xC2.
+  char last = 0;
+  for (char c : text) {
+    const bool isControl = (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F';
+    if (last == '\xC2' && static_cast<unsigned char>(c) < 0xA0) {
+      message.back() = '?';
+    } else {
+      message += isControl ? '?' : c;
+    }
+    last = c;
+  }
   message += '\n';
   std::fwrite(message.data(), 1, message.size(), stderr);
 }

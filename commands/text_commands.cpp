@@ -15,6 +15,8 @@ namespace vaxel {
 namespace {
 
 constexpr int FontReplaced = 257;
+// No font's name is as long; looking one up would take minutes, and every text would carry it.
+constexpr std::size_t MaxFontName = 200;
 constexpr std::string_view TextLetters = "R#GBISUCXYDHV";
 constexpr std::string_view ArcTextLetters = "GBISUX";
 constexpr std::string_view StyleLetters = "GBISU";
@@ -119,7 +121,7 @@ void SetSizeAndStyle(RunContext& run, std::string_view text) {
 
 void RunPolice(RunContext& run, const Parameters& parameters) {
   const double coefficient = AboveZero(parameters.NumberOr(2, 1));
-  const std::string name = DrawableText(parameters.Trimmed(1));
+  const std::string name = DrawableText(Shorten(parameters.Trimmed(1), MaxFontName));
   if (!name.empty()) run.Surface.Font.Name = name;
   run.Surface.SetFontSizes(run.Surface.FontSizes.Standard, coefficient);
   TellOfReplacement(run);
