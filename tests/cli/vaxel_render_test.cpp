@@ -43,6 +43,11 @@ class VaxelRender : public testing::Test {
     return outcome;
   }
 
+  // The exit status of a command in the test's folder.
+  int Shell(const std::string& command) const {
+    return std::system(("cd '" + folder_.string() + "' && { " + command + "; } >log 2>&1").c_str());
+  }
+
   void Write(const std::string& name, const std::string& contents) const {
     std::ofstream(folder_ / name, std::ios::binary) << contents;
   }
@@ -242,6 +247,93 @@ TEST_F(VaxelRender, TakesHugeAndBrokenScripts) {
         << shown << ": " << outcome.Printed.substr(0, 500);
     EXPECT_LT(outcome.Printed.size(), 1000U) << shown;
   }
+}
+
+TEST_F(VaxelRender, SaysWhatIsWrongWithATextInFewWords) {
+  const std::string megabyte = [] {
+    std::string text;
+    while (text.size() < 1'000'000) text += "Ab é";
+    return text;
+  }();
+  std::string variables;
+  for (int i = 0; i <= 32; ++i) variables += "%V" + std::to_string(i) + " == 1\n";
+  const std::pair<std::string, const char*> cases[] = {
+      {"TailleP = 0", "doit être supérieure à 0 : 0\n"},
+      {"Texte = 0,0,,*-1,x", "doit être supérieure à 0 : -1\n"},
+      {"TailleP = 1E9\nTexte = 0,0,,,x", "dial.dat:2: "},
+      {"Texte = 0,0,,*1E308,x", "Dépassement"},
+      {"Texte = 0,0,,*(1+2,x", "(1+2"},
+      {"Texte = 0,0,,Q,x", ": Q\n"},
+      {"Texte = 0,0,,,%Nix", "Variable inconnue : %Nix\n"},
+      {"Texte = 0,0,,,\x1B[2J\xC2\x9B%Nix", "?[2J?%Nix"},
+      {variables, "dial.dat:33: "},
+      {"Texte = 0,0,,," + megabyte, "Dépassement"},
+      {"Police = " + megabyte + "\nTexte = 0,0,,Q,x", ": Q\n"}};
+  for (const auto& [script, message] : cases) {
+    Write("dial.dat", script);
+    const Outcome outcome = Run("-o a.svg -o a.pdf dial.dat");
+    const std::string what = script.substr(0, 40) + ": " + outcome.Printed.substr(0, 1000);
+    EXPECT_EQ(outcome.Status, 1) << what;
+    EXPECT_NE(outcome.Printed.find(message), std::string::npos) << what;
+    EXPECT_LT(outcome.Printed.size(), 1000U) << what;
+    EXPECT_FALSE(fs::exists(folder_ / "a.svg")) << what;
+  }
+}
+
+TEST_F(VaxelRender, MakesValidFilesOfBadTexts) {
+  std::string bad =
+      "Police = A\"r<i>&\\ al\n"
+      "Texte = 0,0,,,a\x01\x0B\x1B[31mb\x7F\xC2\x85\xE2\x80\xA8\xEF\xBF\xBE\xF0\x9F\xBF\xBE\xEF\xB7\x90\tc\n"
+      "Texte = 0,10,,,=<\"&]]>'--\n"
+      "Texte = 0,20,,R1E300,x\n"
+      "TexteC = 0,0,1E-300,0,,,x\n"
+      "Texte = 0,30,,V,a\xCC\x81\xE2\x80\xAE"
+      "b\n"
+      "Texte = 0,40,,*1E-9,x\n"
+      "Texte = 0,50,,*0.005,";
+  while (bad.size() < 1'000'000) bad += "Ab é";
+  // UTF-16 with a surrogate of the second kind, one of the first, a pair, and one of the first at the end.
+  std::string wide = "\xFF\xFE";
+  for (char16_t unit : std::u16string(u"Texte = 0,0,,,a\xDC00"
+                                      u"b\xD800"
+                                      u"c\xD83D\xDE00\xFFFE"
+                                      u"d\xD83D")) {
+    wide += static_cast<char>(unit & 0xFF);
+    wide += static_cast<char>(unit >> 8);
+  }
+  const std::pair<std::string, const char*> cases[] = {{bad, ">a[31mb c</text>"},
+                                                       {wide, ">a\uFFFDb\uFFFDc\U0001F600d\uFFFD</text>"}};
+  for (const auto& [script, content] : cases) {
+    Write("dial.dat", script);
+    EXPECT_EQ(Run("-o a.svg -o a.pdf -o a.png dial.dat").Status, 0) << content;
+    EXPECT_NE(Read("a.svg").find(content), std::string::npos) << content;
+    for (const char* check : {"xmllint --noout --huge a.svg", "qpdf --check a.pdf",
+                              "pdftocairo -r 20 -png -singlefile a.pdf b && test -s b.png"}) {
+      EXPECT_EQ(Shell(check), 0) << check << ": " << content;
+    }
+  }
+}
+
+TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
+  Write("dial.dat",
+        "Texte = 0,0,,,a\nPolice = Nosuchfont\nTexte = 0,10,,,b\nPolice = Arial\nPolice = NOSUCHFONT\n"
+        "Texte = 0,20,,G,c\n");
+  const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
+  EXPECT_EQ(outcome.Status, 0);
+  const std::string message = "dial.dat:2: La police Nosuchfont manque, remplacée par ";
+  ASSERT_TRUE(outcome.Printed.starts_with(message)) << outcome.Printed;
+  EXPECT_EQ(outcome.Printed.find('\n'), outcome.Printed.size() - 1) << outcome.Printed;
+  // What is said to be used is what the PDF holds.
+  std::string used = outcome.Printed.substr(message.size());
+  std::erase_if(used, [](char c) { return c == ' ' || c == '\n'; });
+  EXPECT_EQ(Shell("pdffonts a.pdf | grep -F '+" + used + "'"), 0) << used;
+
+  std::string standard;
+  for (const char* name : {"Arial", "Courier New", "times new roman"}) {
+    standard += "Police = " + std::string(name) + "\nTexte = 0,0,,,a\nTexte = 0,0,,GI,10⁻³ ∞\n";
+  }
+  Write("dial.dat", standard);
+  EXPECT_EQ(Run("-o a.svg -o a.pdf -o a.png dial.dat").Printed, "");
 }
 
 }  // namespace
