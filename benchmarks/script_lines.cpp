@@ -20,6 +20,10 @@ class SilentHost : public RunHost {
   }
   void ProcessPendingEvents() override {}
   void WriteComment(std::string_view, std::uint32_t, std::string_view) override {}
+  void ShowNotice(std::string_view, std::uint32_t, std::string_view) override {}
+  bool Confirm(std::string_view, std::uint32_t, std::string_view, std::string_view) override { return true; }
+  std::string Today() override { return {}; }
+  std::string FullFileName(std::string_view fileName) override { return std::string(fileName); }
 };
 
 // Most numbers of a script have one or two decimals, some have none, few have three.
