@@ -5,7 +5,6 @@
 #include <array>
 #include <ctime>
 #include <exception>
-#include <memory>
 
 #include "render/cairo_handles.h"
 #include "render/cairo_module.h"
@@ -55,6 +54,7 @@ std::string WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink
   cairo_scale(context.get(), PointsPerMillimetre, PointsPerMillimetre);
   PdfRenderer renderer(context.get(), surface.get());
   PlayAll(list, renderer);
+  if (!renderer.Failure().empty()) return renderer.Failure();
   cairo_surface_finish(surface.get());
   const cairo_status_t drawn = cairo_status(context.get());
   const cairo_status_t written = cairo_surface_status(surface.get());
@@ -79,7 +79,7 @@ constexpr CairoFunctions Functions = {
     [](const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
       return WithoutThrowing([&] { return WritePng(list, page, dpi, sink); });
     },
-    ReplacedFonts, []() -> std::unique_ptr<TextMeasurer> { return std::make_unique<CairoText>(); }};
+    ReplacedFonts};
 
 }  // namespace
 }  // namespace vaxel

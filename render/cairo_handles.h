@@ -9,8 +9,14 @@ namespace vaxel {
 struct CairoDeleter {
   void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
   void operator()(cairo_t* context) const { cairo_destroy(context); }
+  void operator()(cairo_font_face_t* face) const { cairo_font_face_destroy(face); }
+  void operator()(cairo_scaled_font_t* font) const { cairo_scaled_font_destroy(font); }
+  void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
 };
 using UniqueSurface = std::unique_ptr<cairo_surface_t, CairoDeleter>;
 using UniqueContext = std::unique_ptr<cairo_t, CairoDeleter>;
+using UniqueFontFace = std::unique_ptr<cairo_font_face_t, CairoDeleter>;
+using UniqueScaledFont = std::unique_ptr<cairo_scaled_font_t, CairoDeleter>;
+using UniqueFontOptions = std::unique_ptr<cairo_font_options_t, CairoDeleter>;
 
 }  // namespace vaxel

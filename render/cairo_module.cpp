@@ -18,20 +18,34 @@ const CairoFunctions* LoadCairo(std::string& error) {
 
 #else
 
-const CairoFunctions* LoadCairo(std::string& error) {
-  using Entry = const CairoFunctions* (*)();
-  // It lies beside the program and stays loaded as long as the program runs.
+namespace {
+
+// The function by which a module beside the program is entered. The module stays loaded as long as the
+// program runs.
+template <class Entry>
+Entry EntryOf(const char* fileName, const char* function, std::string& error) {
   std::error_code unreadable;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
-  const std::filesystem::path name = program.parent_path() / "vaxel-cairo.so";
+  const std::filesystem::path name = program.parent_path() / fileName;
   void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* const entry = module ? dlsym(module, "VaxelCairo") : nullptr;
+  void* const entry = module ? dlsym(module, function) : nullptr;
   if (!entry) {
     const char* reason = dlerror();
     error = reason ? reason : name.string();
-    return nullptr;
   }
-  return reinterpret_cast<Entry>(entry)();
+  return reinterpret_cast<Entry>(entry);
+}
+
+}  // namespace
+
+const CairoFunctions* LoadCairo(std::string& error) {
+  const auto entry = EntryOf<const CairoFunctions* (*)()>("vaxel-cairo.so", "VaxelCairo", error);
+  return entry ? entry() : nullptr;
+}
+
+std::unique_ptr<SystemText> LoadPango(std::string& error) {
+  const auto entry = EntryOf<SystemText* (*)()>("vaxel-pango.so", "VaxelPango", error);
+  return std::unique_ptr<SystemText>(entry ? entry() : nullptr);
 }
 
 #endif

@@ -88,6 +88,7 @@ std::string WritePng(const DisplayList& list, std::size_t page, double dpi, Byte
   cairo_scale(context.get(), scale, scale);
   CairoRenderer renderer(context.get());
   PlayPage(list, page, renderer);
+  if (!renderer.Failure().empty()) return renderer.Failure();
   cairo_surface_flush(surface.get());
   const cairo_status_t status = cairo_status(context.get());
   if (status != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(status);

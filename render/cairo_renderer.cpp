@@ -121,9 +121,9 @@ void CairoRenderer::Dot(const Operation& operation, const PointShape& point) {
 
 void CairoRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                          const FontFace& face) {
-  if (!texts_) texts_ = std::make_unique<CairoText>();
+  if (!texts_) texts_ = std::make_unique<CairoText>(context_, reach_);
   SetInk(operation.Ink);
-  texts_->Draw(context_, shape, text, face, reach_);
+  texts_->Draw(shape, text, face);
 }
 
 }  // namespace vaxel

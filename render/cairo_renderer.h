@@ -3,6 +3,7 @@
 #include <cairo.h>
 
 #include <memory>
+#include <string>
 
 #include "render/cairo_text.h"
 #include "render/renderer.h"
@@ -27,6 +28,9 @@ class CairoRenderer : public Renderer {
   void Dot(const Operation& operation, const PointShape& point) override;
   void Text(const Operation& operation, const TextShape& shape, std::string_view text,
             const FontFace& face) override;
+
+  // Why there are texts that could not be drawn; empty when there are none.
+  std::string Failure() const { return texts_ ? texts_->Failure() : std::string(); }
 
  private:
   void SetInk(Colour colour);

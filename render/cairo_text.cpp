@@ -1,48 +1,48 @@
 #include "render/cairo_text.h"
 
-#include <pango/pangocairo.h>
+#include <cairo-ft.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
-#include <numbers>
+#include <map>
 
 #include "drawing/standard_faces.h"
+#include "render/cairo_handles.h"
 #include "text/text.h"
 
 namespace vaxel {
 namespace {
 
-// Pango counts in 1/1024 of a unit with 32 bits: in a font of this size a stretch of this many characters is
-// measured to a millionth of the size and stays far below the largest number.
-constexpr double FontUnits = 1000;
-constexpr std::size_t MaxStretch = 1000;
+// What this machine has for a standard face.
+struct StandardFont {
+  UniqueFontFace Face;
+  std::string Family;
+};
 
-using UniqueDescription =
-    std::unique_ptr<PangoFontDescription,
-                    decltype([](PangoFontDescription* d) { pango_font_description_free(d); })>;
-
-double InSizes(int pangoUnits) {
-  return pangoUnits / (FontUnits * PANGO_SCALE);
+UniqueScaledFont Scaled(cairo_font_face_t* face) {
+  cairo_matrix_t identity;
+  cairo_matrix_init_identity(&identity);
+  const UniqueFontOptions options(cairo_font_options_create());
+  return UniqueScaledFont(cairo_scaled_font_create(face, &identity, &identity, options.get()));
 }
 
-UniqueDescription DescriptionOf(const FontFace& face) {
-  UniqueDescription description(pango_font_description_new());
-  pango_font_description_set_family(description.get(), face.Name.c_str());
-  pango_font_description_set_weight(description.get(), face.Bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-  pango_font_description_set_style(description.get(), face.Italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-  pango_font_description_set_absolute_size(description.get(), FontUnits * PANGO_SCALE);
-  return description;
+StandardFont FindFont(const FontFace& face) {
+  UniqueFontFace found(cairo_toy_font_face_create(
+      face.Name.c_str(), face.Italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+      face.Bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL));
+  const UniqueScaledFont scaled = Scaled(found.get());
+  const FT_Face file = cairo_ft_scaled_font_lock_face(scaled.get());
+  std::string family = file && file->family_name ? file->family_name : "";
+  if (file) cairo_ft_scaled_font_unlock_face(scaled.get());
+  return {std::move(found), std::move(family)};
 }
 
-// Takes a stretch off the text, between characters.
-std::string_view TakeStretch(std::string_view& text) {
-  std::size_t length = std::min(text.size(), MaxStretch);
-  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) ++length;
-  const std::string_view stretch = text.substr(0, length);
-  text.remove_prefix(length);
-  return stretch;
+// Finding a font takes long: each is looked for once.
+const StandardFont& FontOf(const FontFace& face, const FaceTable& table) {
+  static std::map<const FaceTable*, StandardFont> fonts;
+  const auto known = fonts.find(&table);
+  return known != fonts.end() ? known->second : fonts.emplace(&table, FindFont(face)).first->second;
 }
 
 bool IsMetricallySame(std::string_view standard, std::string_view family) {
@@ -56,113 +56,100 @@ bool IsMetricallySame(std::string_view standard, std::string_view family) {
   });
 }
 
+// The glyphs of a text in the context's font, from 0, 0 along its baseline.
+class Glyphs {
+ public:
+  Glyphs(cairo_t* context, std::string_view text) : text_(text) {
+    cairo_scaled_font_t* const font = cairo_get_scaled_font(context);
+    cairo_scaled_font_text_to_glyphs(font, 0, 0, text.data(), static_cast<int>(text.size()), &glyphs_,
+                                     &count_, &clusters_, &clusterCount_, &flags_);
+    cairo_text_extents_t extents{};
+    cairo_scaled_font_glyph_extents(font, glyphs_, count_, &extents);
+    length_ = extents.x_advance;
+  }
+  ~Glyphs() {
+    cairo_glyph_free(glyphs_);
+    cairo_text_cluster_free(clusters_);
+  }
+  Glyphs(const Glyphs&) = delete;
+  Glyphs& operator=(const Glyphs&) = delete;
+
+  double Length() const { return length_; }
+  bool Complete() const {
+    return count_ > 0 && std::none_of(glyphs_, glyphs_ + count_,
+                                      [](const cairo_glyph_t& glyph) { return glyph.index == 0; });
+  }
+  // Also gives the text itself, for documents that can be searched.
+  void Show(cairo_t* context) const {
+    cairo_show_text_glyphs(context, text_.data(), static_cast<int>(text_.size()), glyphs_, count_, clusters_,
+                           clusterCount_, flags_);
+  }
+
+ private:
+  std::string_view text_;
+  cairo_glyph_t* glyphs_ = nullptr;
+  int count_ = 0;
+  cairo_text_cluster_t* clusters_ = nullptr;
+  int clusterCount_ = 0;
+  cairo_text_cluster_flags_t flags_{};
+  double length_ = 0;
+};
+
 }  // namespace
 
-void PangoDeleter::operator()(void* object) const {
-  g_object_unref(object);
+CairoText::CairoText(cairo_t* context, double reach) : context_(context), reach_(reach) {
+  // Unhinted, so that a text is as long in every size and on every device.
+  const UniqueFontOptions options(cairo_font_options_create());
+  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+  cairo_set_font_options(context_, options.get());
 }
 
-CairoText::CairoText()
-    : fonts_(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT)),
-      context_(pango_font_map_create_context(fonts_.get())),
-      layout_(pango_layout_new(context_.get())) {
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-  pango_cairo_context_set_font_options(context_.get(), options);
-  cairo_font_options_destroy(options);
-  pango_context_set_round_glyph_positions(context_.get(), FALSE);
-  pango_layout_context_changed(layout_.get());
-  pango_layout_set_single_paragraph_mode(layout_.get(), TRUE);
-  PangoAttrList* attributes = pango_attr_list_new();
-  pango_attr_list_insert(attributes, pango_attr_font_features_new("kern=0, liga=0, clig=0"));
-  pango_layout_set_attributes(layout_.get(), attributes);
-  pango_attr_list_unref(attributes);
-}
-
-void CairoText::SelectFace(const FontFace& face) {
-  if (face == face_) return;
-  face_ = face;
-  pango_layout_set_font_description(layout_.get(), DescriptionOf(face).get());
-}
-
-// Returns the length in parts of the size.
-double CairoText::LayOut(std::string_view stretch) {
-  pango_layout_set_text(layout_.get(), stretch.data(), static_cast<int>(stretch.size()));
-  PangoRectangle logical{};
-  pango_layout_line_get_extents(pango_layout_get_line_readonly(layout_.get(), 0), nullptr, &logical);
-  return InSizes(logical.width);
-}
-
-FaceMetrics CairoText::Metrics(const FontFace& face) {
-  PangoFontMetrics* metrics = pango_context_get_metrics(context_.get(), DescriptionOf(face).get(), nullptr);
-  const double thickness = InSizes(pango_font_metrics_get_underline_thickness(metrics));
-  const FaceMetrics result = {
-      InSizes(pango_font_metrics_get_ascent(metrics)), InSizes(pango_font_metrics_get_descent(metrics)),
-      InSizes(pango_font_metrics_get_underline_position(metrics)) - thickness / 2, thickness};
-  pango_font_metrics_unref(metrics);
-  return result;
-}
-
-double CairoText::Width(const FontFace& face, std::string_view text) {
-  SelectFace(face);
-  double width = 0;
-  while (!text.empty()) width += LayOut(TakeStretch(text));
-  return width;
-}
-
-std::string CairoText::Replacement(const FontFace& face) {
-  PangoFont* font = pango_context_load_font(context_.get(), DescriptionOf(face).get());
-  if (!font) return {};
-  const std::string family =
-      pango_font_family_get_name(pango_font_face_get_family(pango_font_get_face(font)));
-  g_object_unref(font);
-  return EqualIgnoringCase(family, face.Name) || IsMetricallySame(face.Name, family) ? std::string() : family;
-}
-
-void CairoText::Draw(cairo_t* context, const TextShape& shape, std::string_view text, const FontFace& face,
-                     double reach) {
+void CairoText::Draw(const TextShape& shape, std::string_view text, const FontFace& face) {
   // Smaller than any device can show, and soon too small for Cairo to compute with.
   constexpr double smallest = 0.001;
-  if (shape.Size < smallest) return;
-  const double width = Width(face, text);
-  if (width == 0) return;
-  const double scale = shape.Size / FontUnits;
-  // A fallback font, or one in place of a standard one, may be wider or narrower than what was measured.
-  const double fit = std::abs(shape.Length - width * shape.Size) > shape.Size * 1e-3 * width
-                         ? shape.Length / (width * shape.Size)
-                         : 1;
-  const Point along = {std::cos(shape.Angle), -std::sin(shape.Angle)};
-  double before = 0;  // mm
-  while (!text.empty()) {
-    const double length = LayOut(TakeStretch(text)) * shape.Size * fit;
-    const Point from = shape.Start + along * before;
-    const Point to = from + along * length;
-    before += length;
-    const double farthest = std::max({std::abs(from.X), std::abs(from.Y), std::abs(to.X), std::abs(to.Y)});
-    if (farthest + 2 * shape.Size > reach || fit == 0) continue;
-    cairo_save(context);
-    cairo_translate(context, from.X, from.Y);
-    cairo_rotate(context, -shape.Angle);
-    cairo_scale(context, scale * fit, scale);
-    cairo_move_to(context, 0, 0);
-    pango_cairo_show_layout_line(context, pango_layout_get_line_readonly(layout_.get(), 0));
-    cairo_restore(context);
-    cairo_new_path(context);
+  if (shape.Size < smallest || !failure_.empty() || DrawPlainly(shape, text, face)) return;
+  if (!system_) system_ = LoadPango(failure_);
+  if (system_) system_->Draw(context_, shape, text, face, reach_);
+}
+
+// False when the text needs more than glyphs beside one another, or leads too far.
+bool CairoText::DrawPlainly(const TextShape& shape, std::string_view text, const FontFace& face) {
+  const FaceTable* const table = StandardFace(face);
+  const Point end = shape.Start + Point{std::cos(shape.Angle), -std::sin(shape.Angle)} * shape.Length;
+  const double farthest =
+      std::max({std::abs(shape.Start.X), std::abs(shape.Start.Y), std::abs(end.X), std::abs(end.Y)});
+  if (!table || !table->Width(text) || farthest + 2 * shape.Size > reach_) return false;
+  cairo_save(context_);
+  cairo_translate(context_, shape.Start.X, shape.Start.Y);
+  cairo_rotate(context_, -shape.Angle);
+  cairo_set_font_face(context_, FontOf(face, *table).Face.get());
+  cairo_set_font_size(context_, shape.Size);
+  const Glyphs glyphs(context_, text);
+  const bool complete = glyphs.Complete();
+  if (complete) {
+    // A font in place of a standard one may be wider or narrower than what was measured.
+    const double fit = shape.Length / glyphs.Length();
+    if (std::abs(fit - 1) > 1e-3) cairo_scale(context_, fit, 1);
+    glyphs.Show(context_);
   }
+  cairo_restore(context_);
+  return complete;
 }
 
 std::vector<FontReplacement> ReplacedFonts(const DisplayList& list) {
   std::vector<FontReplacement> replaced;
-  CairoText texts;
   for (const FontFace& face : list.Faces()) {
-    if (!StandardFace(face)) continue;
-    const std::string used = texts.Replacement(face);
+    const FaceTable* const table = StandardFace(face);
+    if (!table) continue;
+    const std::string& used = FontOf(face, *table).Family;
     const bool isKnown = std::any_of(replaced.begin(), replaced.end(), [&](const FontReplacement& other) {
       return EqualIgnoringCase(other.Wanted, face.Name);
     });
-    if (!used.empty() && !isKnown) replaced.push_back({face.Name, used});
+    const bool isRight =
+        used.empty() || EqualIgnoringCase(used, face.Name) || IsMetricallySame(face.Name, used);
+    if (!isRight && !isKnown) replaced.push_back({face.Name, used});
   }
   return replaced;
 }

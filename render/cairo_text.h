@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cairo.h>
-#include <pango/pango.h>
 
 #include <memory>
 #include <string>
@@ -14,32 +13,25 @@
 
 namespace vaxel {
 
-struct PangoDeleter {
-  void operator()(void* object) const;
-};
-
-// Text through Pango, with the system's fonts: unhinted, so that it is as long in every size and on every
-// device, and without kerning and ligatures.
-class CairoText : public TextMeasurer {
+// Draws text. In the standard faces, whose characters stand beside one another as they are, Cairo does it
+// alone; everything else is for the module with Pango.
+class CairoText {
  public:
-  CairoText();
+  // The context must outlive the object. reach: how far from its origin it can count, in mm.
+  CairoText(cairo_t* context, double reach);
 
-  FaceMetrics Metrics(const FontFace& face) override;
-  double Width(const FontFace& face, std::string_view text) override;
-  std::string Replacement(const FontFace& face) override;
-
-  // Draws with the context's source. reach: how far from its origin the context can count, in mm.
-  void Draw(cairo_t* context, const TextShape& shape, std::string_view text, const FontFace& face,
-            double reach);
+  // Draws with the context's source.
+  void Draw(const TextShape& shape, std::string_view text, const FontFace& face);
+  // Why there are texts that could not be drawn; empty when there are none.
+  const std::string& Failure() const { return failure_; }
 
  private:
-  void SelectFace(const FontFace& face);
-  double LayOut(std::string_view stretch);
+  bool DrawPlainly(const TextShape& shape, std::string_view text, const FontFace& face);
 
-  std::unique_ptr<PangoFontMap, PangoDeleter> fonts_;
-  std::unique_ptr<PangoContext, PangoDeleter> context_;
-  std::unique_ptr<PangoLayout, PangoDeleter> layout_;
-  FontFace face_;
+  cairo_t* context_;
+  double reach_;
+  std::unique_ptr<SystemText> system_;  // loaded for the first text that needs it
+  std::string failure_;
 };
 
 // The fonts of the list that are not there, the standard ones alone: of the others the run has told already.

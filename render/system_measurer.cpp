@@ -18,8 +18,7 @@ std::unique_ptr<TextMeasurer> MakeMeasurer() {
   return MakeGdiMeasurer();
 #else
   std::string error;
-  const CairoFunctions* cairo = LoadCairo(error);
-  return cairo ? cairo->MakeMeasurer() : nullptr;
+  return LoadPango(error);
 #endif
 }
 
