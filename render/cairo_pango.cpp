@@ -77,7 +77,10 @@ void PangoText::SelectFace(const FontFace& face) {
 
 // Returns the length in parts of the size.
 double PangoText::LayOut(std::string_view stretch) {
-  pango_layout_set_text(layout_.get(), stretch.data(), static_cast<int>(stretch.size()));
+  // A text is measured before it is drawn: the layout is then there already.
+  if (stretch != pango_layout_get_text(layout_.get())) {
+    pango_layout_set_text(layout_.get(), stretch.data(), static_cast<int>(stretch.size()));
+  }
   PangoRectangle logical{};
   pango_layout_line_get_extents(pango_layout_get_line_readonly(layout_.get(), 0), nullptr, &logical);
   return InSizes(logical.width);
