@@ -25,9 +25,9 @@ class NullSink : public ByteSink {
 };
 
 template <class Target>
-void Render(benchmark::State& state, StrokeEnds ends) {
+void Render(benchmark::State& state, LineKind kind) {
   DisplayList list;
-  RunInto(list, TraitScript(Operations, ends));
+  RunInto(list, ScriptOf(kind, Operations));
   NullSink sink;
   for (auto _ : state) {
     Target renderer(sink);
@@ -38,17 +38,19 @@ void Render(benchmark::State& state, StrokeEnds ends) {
       benchmark::Counter(static_cast<double>(list.Size()), benchmark::Counter::kIsIterationInvariantRate);
 }
 
-void BM_Svg(benchmark::State& state, StrokeEnds ends) {
-  Render<SvgRenderer>(state, ends);
+void BM_Svg(benchmark::State& state, LineKind kind) {
+  Render<SvgRenderer>(state, kind);
 }
-void BM_List(benchmark::State& state, StrokeEnds ends) {
-  Render<ListRenderer>(state, ends);
+void BM_List(benchmark::State& state, LineKind kind) {
+  Render<ListRenderer>(state, kind);
 }
 
-BENCHMARK_CAPTURE(BM_Svg, Lines, StrokeEnds::Round)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_Svg, Polygons, StrokeEnds::Square)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_List, Lines, StrokeEnds::Round)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_List, Polygons, StrokeEnds::Square)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Svg, Lines, LineKind::Stroke)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Svg, Polygons, LineKind::SquareStroke)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Svg, Texts, LineKind::Text)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_List, Lines, LineKind::Stroke)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_List, Polygons, LineKind::SquareStroke)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_List, Texts, LineKind::Text)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vaxel

@@ -19,9 +19,9 @@ void MeasureHeap(benchmark::State& state, const std::string& script, double line
   state.counters["peak_per_line"] = meter.Peak() / lines;
 }
 
-void BM_ScriptToList(benchmark::State& state, StrokeEnds ends) {
+void BM_ScriptToList(benchmark::State& state, LineKind kind) {
   const auto lines = static_cast<std::size_t>(state.range(0));
-  const std::string script = TraitScript(lines, ends);
+  const std::string script = ScriptOf(kind, lines);
   for (auto _ : state) {
     auto list = std::make_unique<DisplayList>();
     RunInto(*list, script);
@@ -37,14 +37,15 @@ void BM_ScriptToList(benchmark::State& state, StrokeEnds ends) {
   MeasureHeap(state, script, count);
 }
 
-BENCHMARK_CAPTURE(BM_ScriptToList, Round, StrokeEnds::Round)
-    ->RangeMultiplier(10)
-    ->Range(10'000, 1'000'000)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_ScriptToList, Square, StrokeEnds::Square)
-    ->RangeMultiplier(10)
-    ->Range(10'000, 1'000'000)
-    ->Unit(benchmark::kMillisecond);
+void Counts(benchmark::internal::Benchmark* benchmark) {
+  benchmark->RangeMultiplier(10)->Range(10'000, 1'000'000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK_CAPTURE(BM_ScriptToList, Stroke, LineKind::Stroke)->Apply(Counts);
+BENCHMARK_CAPTURE(BM_ScriptToList, SquareStroke, LineKind::SquareStroke)->Apply(Counts);
+BENCHMARK_CAPTURE(BM_ScriptToList, Step, LineKind::Step)->Apply(Counts);
+BENCHMARK_CAPTURE(BM_ScriptToList, Text, LineKind::Text)->Apply(Counts);
+BENCHMARK_CAPTURE(BM_ScriptToList, Mark, LineKind::Mark)->Apply(Counts);
+BENCHMARK_CAPTURE(BM_ScriptToList, Value, LineKind::Value)->Apply(Counts);
 
 }  // namespace
 }  // namespace vaxel

@@ -36,20 +36,43 @@ void AppendNumber(std::string& text, std::mt19937& random) {
   text.append(digits.data(), static_cast<std::size_t>(length));
 }
 
-}  // namespace
-
-std::string TraitScript(std::size_t lines, StrokeEnds ends) {
-  std::mt19937 random(270);
-  std::string text = ends == StrokeEnds::Square ? "EpaisT = 3§C\n" : "";
-  for (std::size_t i = 0; i < lines; ++i) {
-    text += "Trait = ";
-    for (int n = 0; n < 4; ++n) {
-      if (n > 0) text += ", ";
+std::string LineOf(LineKind kind, std::size_t index, std::mt19937& random) {
+  static constexpr std::array<std::string_view, 5> texts = {"47.5 kV", "Volts", "Class 1.5", "Direct current",
+                                                            "of the outer bearing"};
+  const auto numbers = [&](int count, std::string text) {
+    for (int i = 0; i < count; ++i) {
+      if (i > 0) text += ", ";
       AppendNumber(text, random);
     }
-    text += '\n';
+    return text;
+  };
+  switch (kind) {
+    case LineKind::Stroke:
+    case LineKind::SquareStroke:
+      return numbers(4, "Trait = ");
+    case LineKind::Step:
+      return numbers(2, "Trait = , , ");
+    case LineKind::Text:
+      return numbers(2, "Texte = ").append(", , , ").append(texts[index % texts.size()]);
+    case LineKind::Mark:
+      return "Grad = 99, 5";
+    case LineKind::Value:
+      break;
   }
-  return text;
+  return "Val = 99, 0, 49.5, 5";
+}
+
+}  // namespace
+
+std::string ScriptOf(LineKind kind, std::size_t count) {
+  std::mt19937 random(270);
+  const bool isScale = kind == LineKind::Mark || kind == LineKind::Value;
+  const std::size_t lines = isScale ? count / 100 : count;
+  std::string script = isScale                          ? "Arc = -45, 225, 50\n"
+                       : kind == LineKind::SquareStroke ? "EpaisT = 3§C\n"
+                                                        : "";
+  for (std::size_t i = 0; i < lines; ++i) (script += LineOf(kind, i, random)) += '\n';
+  return script;
 }
 
 void RunInto(DisplayList& list, std::string script) {
