@@ -25,14 +25,17 @@ FaceMetrics FaceTable::Metrics() const {
 }
 
 std::optional<std::uint16_t> FaceTable::WidthOf(char32_t character) const {
+  const auto widthIn = [&](const CharacterRange& range) -> std::optional<std::uint16_t> {
+    const std::size_t index = character - range.First;
+    if (character < range.First || index >= range.Count) return std::nullopt;
+    return Widths[range.Offset + index];
+  };
+  // Nearly all characters of a dial are in the first range.
+  if (const auto width = widthIn(Ranges.front())) return width;
   const auto behind =
       std::upper_bound(Ranges.begin(), Ranges.end(), character,
                        [](char32_t c, const CharacterRange& range) { return c < range.First; });
-  if (behind == Ranges.begin()) return std::nullopt;
-  const CharacterRange& range = *std::prev(behind);
-  const std::size_t index = character - range.First;
-  if (index >= range.Count) return std::nullopt;
-  return Widths[range.Offset + index];
+  return behind == Ranges.begin() ? std::nullopt : widthIn(*std::prev(behind));
 }
 
 std::optional<double> FaceTable::Width(std::string_view text) const {
