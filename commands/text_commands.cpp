@@ -78,9 +78,8 @@ WrittenText WriteStraight(RunContext& run, std::string_view text, Point point, c
   DrawSurface& surface = run.Surface;
   const double rotation = options.Rotation.value_or(0);
   const TextFrame frame(rotation);
-  const TextExtent extent = surface.MeasureText(text);
   const AnchorAcross standard = options.Rotation ? AnchorAcross::Baseline : AnchorAcross::Top;
-  const Point baseline =
+  const auto [baseline, extent] =
       WriteText(surface, text, point, rotation, options.Along, options.Across.value_or(standard), colour);
   const Point toCorner = frame.Up * extent.Ascent;
   // The next text goes on where this one ends, measured as this one was.

@@ -114,12 +114,12 @@ TextFont::TextFont(DrawSurface& surface, const TextOptions& options)
   surface_.Font.Underline = standing_.Underline || options.Underline;
 }
 
-Point WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation, AnchorAlong along,
-                AnchorAcross across, Colour colour) {
+PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation,
+                     AnchorAlong along, AnchorAcross across, Colour colour) {
   const TextExtent extent = surface.MeasureText(text);
   const Point start = BaselineStart(point, TextFrame(rotation), extent, along, across);
   surface.TextOutRotated(start, rotation, text, colour);
-  return start;
+  return {start, extent};
 }
 
 }  // namespace vaxel

@@ -36,9 +36,13 @@ class TextFont {
   Font standing_;
 };
 
-// Writes a text in the surface's font, anchored at a point of the surface. Returns the start of its baseline;
-// the current point is at its end.
-Point WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation, AnchorAlong along,
-                AnchorAcross across, Colour colour);
+struct PlacedText {
+  Point Baseline;  // its start
+  TextExtent Extent;
+};
+
+// Writes a text in the surface's font, anchored at a point of the surface; the current point is at its end.
+PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation,
+                     AnchorAlong along, AnchorAcross across, Colour colour);
 
 }  // namespace vaxel
