@@ -32,7 +32,7 @@ StandardFont FindFont(const FontFace& face) {
       face.Name.c_str(), face.Italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
       face.Bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL));
   const UniqueScaledFont scaled = Scaled(found.get());
-  const FT_Face file = cairo_ft_scaled_font_lock_face(scaled.get());
+  FT_Face file = cairo_ft_scaled_font_lock_face(scaled.get());
   std::string family = file && file->family_name ? file->family_name : "";
   if (file) cairo_ft_scaled_font_unlock_face(scaled.get());
   return {std::move(found), std::move(family)};

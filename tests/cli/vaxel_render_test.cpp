@@ -20,6 +20,8 @@ struct Outcome {
   std::string Printed;  // standard output and error
 };
 
+const fs::path Programs = fs::path(VAXEL_BINARY_DIR) / "bin";
+
 class VaxelRender : public testing::Test {
  protected:
   VaxelRender() {
@@ -29,9 +31,10 @@ class VaxelRender : public testing::Test {
   ~VaxelRender() override { fs::remove_all(folder_); }
 
   // Runs the program in the test's folder; arguments as a shell reads them.
-  Outcome Run(const std::string& arguments, const std::string& environment = "") const {
-    const std::string command = "cd '" + folder_.string() + "' && " + environment +
-                                " '" VAXEL_BINARY_DIR "/bin/vaxel-render' " + arguments + " 2>&1";
+  Outcome Run(const std::string& arguments, const std::string& environment = "",
+              const fs::path& program = Programs / "vaxel-render") const {
+    const std::string command = "cd '" + folder_.string() + "' && " + environment + " '" + program.string() +
+                                "' " + arguments + " 2>&1";
     Outcome outcome;
     FILE* pipe = popen(command.c_str(), "r");
     std::array<char, 4096> buffer{};
@@ -334,6 +337,25 @@ TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
   }
   Write("dial.dat", standard);
   EXPECT_EQ(Run("-o a.svg -o a.pdf -o a.png dial.dat").Printed, "");
+}
+
+TEST_F(VaxelRender, LoadsPangoOnlyForWhatTheStandardFacesLack) {
+  const fs::path copies = folder_ / "bin";
+  fs::create_directory(copies);
+  for (const char* name : {"vaxel-render", "vaxel-cairo.so"}) fs::copy(Programs / name, copies / name);
+  const auto run = [&](const std::string& text) {
+    Write("dial.dat", "Texte = 0,0,,," + text + "\n");
+    return Run("-o a.svg -o a.pdf -o a.png dial.dat", "", copies / "vaxel-render");
+  };
+  const Outcome standard = run("12 µA ± 0.5 °C");
+  EXPECT_EQ(standard.Status, 0) << standard.Printed;
+  EXPECT_TRUE(Read("a.pdf").starts_with("%PDF-"));
+  fs::remove(folder_ / "a.pdf");
+  const Outcome other = run("漢字");
+  EXPECT_EQ(other.Status, 3);
+  EXPECT_NE(other.Printed.find("cannot write a.pdf: "), std::string::npos) << other.Printed;
+  EXPECT_NE(other.Printed.find("vaxel-pango.so"), std::string::npos) << other.Printed;
+  EXPECT_FALSE(fs::exists(folder_ / "a.pdf"));
 }
 
 }  // namespace
