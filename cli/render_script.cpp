@@ -28,6 +28,7 @@ constexpr double MillimetresPerInch = 25.4;
 constexpr double ScreenDpi = 96;
 constexpr double PrinterDpi = 600;
 constexpr double PngDpi = 300;
+constexpr int FontReplaced = 257;  // a message's id
 
 void Complain(const std::string& text) {
   std::fprintf(stderr, "vaxel-render: %s\n", text.c_str());
@@ -79,27 +80,27 @@ std::string Title(const RenderOptions& options) {
   return IsValidUtf8(title) ? title : "Vaxel";
 }
 
-// Writes one page, or the whole list in the formats that hold several. Returns what failed.
-std::string WriteFormat(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
+// Writes one page, or the whole list in the formats that hold several.
+WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
                         std::size_t page, ByteSink& sink) {
-  std::string error;
+  WriteResult result;
   switch (output.Format) {
     case OutputFormat::Svg: {
       SvgRenderer renderer(sink);
       PlayPage(list, page, renderer);
-      return error;
+      return result;
     }
     case OutputFormat::List: {
       ListRenderer renderer(sink);
       PlayAll(list, renderer);
-      return error;
+      return result;
     }
     case OutputFormat::Pdf:
     case OutputFormat::Png:
       break;
   }
-  const CairoFunctions* const cairo = LoadCairo(error);
-  if (!cairo) return error;
+  const CairoFunctions* const cairo = LoadCairo(result.Error);
+  if (!cairo) return result;
   return output.Format == OutputFormat::Pdf ? cairo->WritePdf(list, {Title(options), SourceDate()}, sink)
                                             : cairo->WritePng(list, page, options.Dpi.value_or(PngDpi), sink);
 }
@@ -113,7 +114,8 @@ std::string PageFileName(const std::string& fileName, std::size_t page) {
   return fileName.substr(0, at) + "-" + std::to_string(page + 1) + fileName.substr(at);
 }
 
-ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list) {
+ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
+                       ConsoleHost& host) {
   const bool oneFile = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
   const std::size_t files = oneFile ? 1 : list.Pages().size();
   if (files > 1 && output.FileName == "-") {
@@ -123,10 +125,13 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
   for (std::size_t page = 0; page < files; ++page) {
     const std::string name = PageFileName(output.FileName, page);
     OutputFile file(name);
-    std::string error = WriteFormat(options, output, list, page, file);
-    if (error.empty()) error = file.Commit();
-    if (error.empty()) continue;
-    Complain("cannot write " + DisplayName(name, "standard output") + ": " + error);
+    WriteResult result = WriteFormat(options, output, list, page, file);
+    for (const FontReplacement& font : result.Replaced) {
+      host.ShowNotice("", 0, TableString(options.LangBase + FontReplaced, font.Wanted) + font.Used);
+    }
+    if (result.Error.empty()) result.Error = file.Commit();
+    if (result.Error.empty()) continue;
+    Complain("cannot write " + DisplayName(name, "standard output") + ": " + result.Error);
     return ExitStatus::FileFailed;
   }
   return ExitStatus::Drawn;
@@ -157,19 +162,6 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
       break;
   }
   return ExitStatus::Drawn;
-}
-
-// The standard fonts are measured from tables, so that only an output that draws them itself misses one.
-void TellOfReplacedFonts(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
-                         ConsoleHost& host) {
-  std::string error;
-  const bool draws = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::Png;
-  const CairoFunctions* const cairo = draws && !list.Faces().empty() ? LoadCairo(error) : nullptr;
-  if (!cairo) return;
-  for (const FontReplacement& font : cairo->ReplacedFonts(list)) {
-    constexpr int fontReplaced = 257;
-    host.ShowNotice("", 0, TableString(options.LangBase + fontReplaced, font.Wanted) + font.Used);
-  }
 }
 
 bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileName) {
@@ -205,8 +197,7 @@ ExitStatus RenderScript(const RenderOptions& options) {
   }
   for (const OutputRequest& output : options.Outputs) {
     const DisplayList& list = lists[output.Target];
-    TellOfReplacedFonts(options, output, list, host);
-    const ExitStatus status = WriteOutput(options, output, list);
+    const ExitStatus status = WriteOutput(options, output, list, host);
     if (status != ExitStatus::Drawn) return status;
   }
   return ExitStatus::Drawn;

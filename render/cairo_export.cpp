@@ -45,7 +45,7 @@ std::string TimeText(std::int64_t seconds) {
   return {text.data(), length};
 }
 
-std::string WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
+WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
   const UniqueSurface surface(cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
   const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));
@@ -54,21 +54,21 @@ std::string WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink
   cairo_scale(context.get(), PointsPerMillimetre, PointsPerMillimetre);
   PdfRenderer renderer(context.get(), surface.get());
   PlayAll(list, renderer);
-  if (!renderer.Failure().empty()) return renderer.Failure();
+  WriteResult result = renderer.Result();
+  if (!result.Error.empty()) return result;
   cairo_surface_finish(surface.get());
-  const cairo_status_t drawn = cairo_status(context.get());
   const cairo_status_t written = cairo_surface_status(surface.get());
-  if (drawn != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(drawn);
-  return written == CAIRO_STATUS_SUCCESS ? std::string() : cairo_status_to_string(written);
+  if (written != CAIRO_STATUS_SUCCESS) result.Error = cairo_status_to_string(written);
+  return result;
 }
 
 // Nothing may be thrown into the program: it may have a C++ runtime of its own.
 template <class Function>
-std::string WithoutThrowing(Function function) {
+WriteResult WithoutThrowing(Function function) {
   try {
     return function();
   } catch (const std::exception& error) {
-    return error.what();
+    return {error.what()};
   }
 }
 
@@ -78,8 +78,7 @@ constexpr CairoFunctions Functions = {
     },
     [](const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
       return WithoutThrowing([&] { return WritePng(list, page, dpi, sink); });
-    },
-    ReplacedFonts};
+    }};
 
 }  // namespace
 }  // namespace vaxel

@@ -30,13 +30,18 @@ struct FontReplacement {
   std::string Wanted, Used;
 };
 
-// What the module exports. The functions that write return an empty text, or say in English what failed.
+// What came of writing a document.
+struct WriteResult {
+  std::string Error;  // in English; empty when it was written
+  // The standard fonts in it that neither are there nor have one of the same widths, faces apart.
+  std::vector<FontReplacement> Replaced{};
+};
+
+// What the module exports.
 struct CairoFunctions {
-  std::string (*WritePdf)(const DisplayList& list, const DocumentInfo& info, ByteSink& sink);
+  WriteResult (*WritePdf)(const DisplayList& list, const DocumentInfo& info, ByteSink& sink);
   // One page (from 0), so many pixels an inch.
-  std::string (*WritePng)(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
-  // Of the standard fonts that the list uses, those that neither are there nor have one of the same widths.
-  std::vector<FontReplacement> (*ReplacedFonts)(const DisplayList& list);
+  WriteResult (*WritePng)(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
 };
 
 // Text in any font of this machine and in any script.

@@ -72,13 +72,13 @@ std::string EncodeSurface(cairo_surface_t* surface, double dpi, ByteSink& sink) 
 
 }  // namespace
 
-std::string WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
+WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
   const Page& drawn = list.Pages()[page];
   const double scale = dpi / MillimetresPerInch;
   const double width = std::ceil(drawn.Width * scale - 1e-6);
   const double height = std::ceil(drawn.Height * scale - 1e-6);
   if (!(width >= 1 && height >= 1 && width <= MaxSide && height <= MaxSide && width * height <= MaxArea)) {
-    return "a PNG picture has 1 to 32767 pixels a side and 400 million in all; choose another --dpi";
+    return {"a PNG picture has 1 to 32767 pixels a side and 400 million in all; choose another --dpi"};
   }
   const UniqueSurface surface(
       cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)));
@@ -88,11 +88,11 @@ std::string WritePng(const DisplayList& list, std::size_t page, double dpi, Byte
   cairo_scale(context.get(), scale, scale);
   CairoRenderer renderer(context.get());
   PlayPage(list, page, renderer);
-  if (!renderer.Failure().empty()) return renderer.Failure();
+  WriteResult result = renderer.Result();
+  if (!result.Error.empty()) return result;
   cairo_surface_flush(surface.get());
-  const cairo_status_t status = cairo_status(context.get());
-  if (status != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(status);
-  return EncodeSurface(surface.get(), dpi, sink);
+  result.Error = EncodeSurface(surface.get(), dpi, sink);
+  return result;
 }
 
 }  // namespace vaxel

@@ -1,14 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 
 #include "drawing/display_list.h"
 #include "render/byte_sink.h"
+#include "render/cairo_module.h"
 
 namespace vaxel {
 
 // See CairoFunctions::WritePng.
-std::string WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
+WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
 
 }  // namespace vaxel

@@ -44,6 +44,14 @@ CairoRenderer::CairoRenderer(cairo_t* context) : context_(context) {
   reach_ = maxUnits / matrix.xx;
 }
 
+WriteResult CairoRenderer::Result() const {
+  WriteResult result;
+  const cairo_status_t status = cairo_status(context_);
+  if (texts_) result = {texts_->Failure(), texts_->Replaced()};
+  if (status != CAIRO_STATUS_SUCCESS) result.Error = cairo_status_to_string(status);
+  return result;
+}
+
 void CairoRenderer::BeginPage(const Page&, std::size_t) {}
 
 void CairoRenderer::EndPage() {

@@ -30,7 +30,8 @@ class CairoRenderer : public Renderer {
             const FontFace& face) override;
 
   // Why there are texts that could not be drawn; empty when there are none.
-  std::string Failure() const { return texts_ ? texts_->Failure() : std::string(); }
+  // What has come of the drawing so far.
+  WriteResult Result() const;
 
  private:
   void SetInk(Colour colour);

@@ -5,47 +5,27 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 
-#include "drawing/standard_faces.h"
-#include "render/cairo_handles.h"
 #include "text/text.h"
 
 namespace vaxel {
 namespace {
 
-// What this machine has for a standard face.
-struct StandardFont {
-  UniqueFontFace Face;
-  std::string Family;
-};
-
-UniqueScaledFont Scaled(cairo_font_face_t* face) {
+// The family of the font that this machine has for a face; empty when it cannot be told.
+std::string FamilyOf(cairo_font_face_t* face) {
   cairo_matrix_t identity;
   cairo_matrix_init_identity(&identity);
   const UniqueFontOptions options(cairo_font_options_create());
-  return UniqueScaledFont(cairo_scaled_font_create(face, &identity, &identity, options.get()));
-}
-
-StandardFont FindFont(const FontFace& face) {
-  UniqueFontFace found(cairo_toy_font_face_create(
-      face.Name.c_str(), face.Italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
-      face.Bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL));
-  const UniqueScaledFont scaled = Scaled(found.get());
-  FT_Face file = cairo_ft_scaled_font_lock_face(scaled.get());
-  std::string family = file && file->family_name ? file->family_name : "";
-  if (file) cairo_ft_scaled_font_unlock_face(scaled.get());
-  return {std::move(found), std::move(family)};
-}
-
-// Finding a font takes long: each is looked for once.
-const StandardFont& FontOf(const FontFace& face, const FaceTable& table) {
-  static std::map<const FaceTable*, StandardFont> fonts;
-  const auto known = fonts.find(&table);
-  return known != fonts.end() ? known->second : fonts.emplace(&table, FindFont(face)).first->second;
+  const UniqueScaledFont font(cairo_scaled_font_create(face, &identity, &identity, options.get()));
+  FT_Face file = cairo_ft_scaled_font_lock_face(font.get());
+  if (!file) return {};
+  std::string family = file->family_name ? file->family_name : "";
+  cairo_ft_scaled_font_unlock_face(font.get());
+  return family;
 }
 
 bool IsMetricallySame(std::string_view standard, std::string_view family) {
+  if (EqualIgnoringCase(standard, family)) return true;
   static constexpr std::array<std::array<std::string_view, 3>, 3> same = {
       {{"Times New Roman", "Liberation Serif", "Tinos"},
        {"Arial", "Liberation Sans", "Arimo"},
@@ -79,6 +59,20 @@ class Glyphs {
     return count_ > 0 && std::none_of(glyphs_, glyphs_ + count_,
                                       [](const cairo_glyph_t& glyph) { return glyph.index == 0; });
   }
+  void Fill(cairo_t* context) const {
+    cairo_glyph_path(context, glyphs_, count_);
+    cairo_fill(context);
+  }
+  // A PDF file gives the widths of its glyphs in thousandths of the size, cut off, and Cairo does not count
+  // what that takes away: a long text would come out short. A step of the baseline that cannot be seen makes
+  // it state the place anew.
+  void KeepPlaces(double size) {
+    constexpr int stretch = 4;
+    constexpr double step = 0.0012;
+    for (int i = 0; i < count_; ++i) {
+      if (i / stretch % 2 == 1) glyphs_[i].y += step * size;
+    }
+  }
   // Also gives the text itself, for documents that can be searched.
   void Show(cairo_t* context) const {
     cairo_show_text_glyphs(context, text_.data(), static_cast<int>(text_.size()), glyphs_, count_, clusters_,
@@ -97,7 +91,11 @@ class Glyphs {
 
 }  // namespace
 
-CairoText::CairoText(cairo_t* context, double reach) : context_(context), reach_(reach) {
+CairoText::CairoText(cairo_t* context, double reach)
+    : context_(context),
+      reach_(reach),
+      // Cairo would move every glyph of a picture to whole pixels.
+      asOutlines_(cairo_surface_get_type(cairo_get_target(context)) == CAIRO_SURFACE_TYPE_IMAGE) {
   // Unhinted, so that a text is as long in every size and on every device.
   const UniqueFontOptions options(cairo_font_options_create());
   cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -117,41 +115,48 @@ void CairoText::Draw(const TextShape& shape, std::string_view text, const FontFa
 // False when the text needs more than glyphs beside one another, or leads too far.
 bool CairoText::DrawPlainly(const TextShape& shape, std::string_view text, const FontFace& face) {
   const FaceTable* const table = StandardFace(face);
+  if (!table) return false;
+  cairo_font_face_t* const font = FontOf(face, *table);
   const Point end = shape.Start + Point{std::cos(shape.Angle), -std::sin(shape.Angle)} * shape.Length;
   const double farthest =
       std::max({std::abs(shape.Start.X), std::abs(shape.Start.Y), std::abs(end.X), std::abs(end.Y)});
-  if (!table || !table->Width(text) || farthest + 2 * shape.Size > reach_) return false;
+  if (!table->Width(text) || farthest + 2 * shape.Size > reach_) return false;
   cairo_save(context_);
   cairo_translate(context_, shape.Start.X, shape.Start.Y);
   cairo_rotate(context_, -shape.Angle);
-  cairo_set_font_face(context_, FontOf(face, *table).Face.get());
+  cairo_set_font_face(context_, font);
   cairo_set_font_size(context_, shape.Size);
-  const Glyphs glyphs(context_, text);
-  const bool complete = glyphs.Complete();
+  Glyphs glyphs(context_, text);
+  const bool complete = glyphs.Complete() && glyphs.Length() > 0;
   if (complete) {
     // A font in place of a standard one may be wider or narrower than what was measured.
     const double fit = shape.Length / glyphs.Length();
     if (std::abs(fit - 1) > 1e-3) cairo_scale(context_, fit, 1);
-    glyphs.Show(context_);
+    if (asOutlines_) {
+      glyphs.Fill(context_);
+    } else {
+      glyphs.KeepPlaces(shape.Size);
+      glyphs.Show(context_);
+    }
   }
   cairo_restore(context_);
   return complete;
 }
 
-std::vector<FontReplacement> ReplacedFonts(const DisplayList& list) {
-  std::vector<FontReplacement> replaced;
-  for (const FontFace& face : list.Faces()) {
-    const FaceTable* const table = StandardFace(face);
-    if (!table) continue;
-    const std::string& used = FontOf(face, *table).Family;
-    const bool isKnown = std::any_of(replaced.begin(), replaced.end(), [&](const FontReplacement& other) {
-      return EqualIgnoringCase(other.Wanted, face.Name);
-    });
-    const bool isRight =
-        used.empty() || EqualIgnoringCase(used, face.Name) || IsMetricallySame(face.Name, used);
-    if (!isRight && !isKnown) replaced.push_back({face.Name, used});
+cairo_font_face_t* CairoText::FontOf(const FontFace& face, const FaceTable& table) {
+  const auto [place, isNew] = fonts_.try_emplace(&table);
+  if (!isNew) return place->second.get();
+  place->second.reset(cairo_toy_font_face_create(
+      face.Name.c_str(), face.Italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
+      face.Bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL));
+  const std::string used = FamilyOf(place->second.get());
+  const bool isKnown = std::any_of(replaced_.begin(), replaced_.end(), [&](const FontReplacement& other) {
+    return EqualIgnoringCase(other.Wanted, face.Name);
+  });
+  if (!used.empty() && !isKnown && !IsMetricallySame(face.Name, used)) {
+    replaced_.push_back({face.Name, used});
   }
-  return replaced;
+  return place->second.get();
 }
 
 }  // namespace vaxel

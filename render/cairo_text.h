@@ -2,6 +2,7 @@
 
 #include <cairo.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,8 @@
 
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
+#include "drawing/standard_faces.h"
+#include "render/cairo_handles.h"
 #include "render/cairo_module.h"
 
 namespace vaxel {
@@ -24,17 +27,20 @@ class CairoText {
   void Draw(const TextShape& shape, std::string_view text, const FontFace& face);
   // Why there are texts that could not be drawn; empty when there are none.
   const std::string& Failure() const { return failure_; }
+  // The standard fonts of what was drawn that neither are there nor have one of the same widths.
+  const std::vector<FontReplacement>& Replaced() const { return replaced_; }
 
  private:
   bool DrawPlainly(const TextShape& shape, std::string_view text, const FontFace& face);
+  cairo_font_face_t* FontOf(const FontFace& face, const FaceTable& table);
 
   cairo_t* context_;
   double reach_;
+  bool asOutlines_;
+  std::map<const FaceTable*, UniqueFontFace> fonts_;  // finding one takes long: each is looked for once
+  std::vector<FontReplacement> replaced_;
   std::unique_ptr<SystemText> system_;  // loaded for the first text that needs it
   std::string failure_;
 };
-
-// The fonts of the list that are not there, the standard ones alone: of the others the run has told already.
-std::vector<FontReplacement> ReplacedFonts(const DisplayList& list);
 
 }  // namespace vaxel

@@ -58,7 +58,7 @@ Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi,
   const fs::path pdf = MeasuredFolder() / (name + ".pdf");
   {
     FileSink sink(pdf);
-    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink), "");
+    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink).Error, "");
   }
   const std::string number = std::to_string(page + 1);
   const std::string picture = (MeasuredFolder() / (name + "-pdf-" + number)).string();
@@ -80,7 +80,7 @@ Picture ThroughPng(const DisplayList& list, const std::string& name, double dpi,
   const fs::path png = MeasuredFolder() / (name + ".png");
   {
     FileSink sink(png);
-    EXPECT_EQ(Cairo().WritePng(list, page, dpi, sink), "");
+    EXPECT_EQ(Cairo().WritePng(list, page, dpi, sink).Error, "");
   }
   return {png.string(), dpi / MillimetresPerInch};
 }
