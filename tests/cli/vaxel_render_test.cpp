@@ -339,6 +339,23 @@ TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
   EXPECT_EQ(Run("-o a.svg -o a.pdf -o a.png dial.dat").Printed, "");
 }
 
+TEST_F(VaxelRender, GivesAScriptItsVariables) {
+  fs::create_directory(folder_ / "sub");
+  Write("sub/dial.dat", "ListeVar = ici\n%Name = %FILE %PATH %FIL1\nTexte = 0, 0, , , %Name %date %R\n");
+  const std::string folder = fs::canonical(folder_ / "sub").string() + "/";
+  const Outcome outcome = Run("-D R=2*3 --format list sub/dial.dat", "LC_ALL=C SOURCE_DATE_EPOCH=1700000000");
+  EXPECT_EQ(outcome.Status, 0);
+  // The box is answered with OK. 1,700,000,000 seconds after 1970 it was the 14th of November 2023.
+  EXPECT_NE(outcome.Printed.find(
+                "sub/dial.dat:1: Vaxel        ListeVar (n=1)    ici\n%iRec\t= 1\t%Date\t= 11/14/23\n"),
+            std::string::npos)
+      << outcome.Printed;
+  EXPECT_NE(outcome.Printed.find(": " + folder + "dial.dat " + folder + " dial.dat 11/14/23 2*3\n"),
+            std::string::npos)
+      << outcome.Printed;
+  EXPECT_EQ(Run("-D zoom=2 sub/dial.dat").Status, 2);
+}
+
 TEST_F(VaxelRender, LoadsPangoOnlyForWhatTheStandardFacesLack) {
   const fs::path copies = folder_ / "bin";
   fs::create_directory(copies);
