@@ -29,7 +29,6 @@ class CairoRenderer : public Renderer {
   void Text(const Operation& operation, const TextShape& shape, std::string_view text,
             const FontFace& face) override;
 
-  // Why there are texts that could not be drawn; empty when there are none.
   // What has come of the drawing so far.
   WriteResult Result() const;
 
