@@ -19,6 +19,8 @@ double Checked(double value) {
 void DrawSurface::Begin(const RunTarget& target) {
   target_ = target;
   measurer_ = target.Measurer ? target.Measurer : &standIn_;
+  table_ = nullptr;
+  metrics_ = {};
   deviceSize_ = {target.WidthMm, target.HeightMm};
   Z = IsPrinter() ? target.Zoom : target.Zmm * target.Zoom;
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
