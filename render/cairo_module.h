@@ -44,6 +44,12 @@ struct CairoFunctions {
   WriteResult (*WritePng)(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
 };
 
+// A PDF file gives the widths of its glyphs in thousandths of the size, cut off, and Cairo does not count
+// what that takes away: a long text would come out short. A step of the baseline that cannot be seen makes it
+// state the place anew; every second stretch of so many glyphs is moved by so much of the size.
+inline constexpr int PlacedStretch = 4;
+inline constexpr double PlacedStep = 0.0012;
+
 // Text in any font of this machine and in any script.
 class SystemText : public TextMeasurer {
  public:

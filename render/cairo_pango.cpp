@@ -44,6 +44,17 @@ std::string_view TakeStretch(std::string_view& text) {
   return stretch;
 }
 
+// Moves every second stretch of glyphs by PlacedStep times the factor.
+void StepBaseline(PangoLayoutLine* line, int factor) {
+  constexpr auto step = static_cast<int>(PlacedStep * FontUnits * PANGO_SCALE);
+  for (const GSList* run = line->runs; run; run = run->next) {
+    const PangoGlyphString* glyphs = static_cast<PangoGlyphItem*>(run->data)->glyphs;
+    for (int i = 0; i < glyphs->num_glyphs; ++i) {
+      if (i / PlacedStretch % 2 == 1) glyphs->glyphs[i].geometry.y_offset += factor * step;
+    }
+  }
+}
+
 }  // namespace
 
 void PangoDeleter::operator()(void* object) const {
@@ -135,7 +146,10 @@ void PangoText::Draw(cairo_t* context, const TextShape& shape, std::string_view 
     cairo_rotate(context, -shape.Angle);
     cairo_scale(context, scale * fit, scale);
     cairo_move_to(context, 0, 0);
-    pango_cairo_show_layout_line(context, pango_layout_get_line_readonly(layout_.get(), 0));
+    PangoLayoutLine* const line = pango_layout_get_line_readonly(layout_.get(), 0);
+    StepBaseline(line, 1);
+    pango_cairo_show_layout_line(context, line);
+    StepBaseline(line, -1);
     cairo_restore(context);
     cairo_new_path(context);
   }

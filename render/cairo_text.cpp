@@ -63,14 +63,9 @@ class Glyphs {
     cairo_glyph_path(context, glyphs_, count_);
     cairo_fill(context);
   }
-  // A PDF file gives the widths of its glyphs in thousandths of the size, cut off, and Cairo does not count
-  // what that takes away: a long text would come out short. A step of the baseline that cannot be seen makes
-  // it state the place anew.
   void KeepPlaces(double size) {
-    constexpr int stretch = 4;
-    constexpr double step = 0.0012;
     for (int i = 0; i < count_; ++i) {
-      if (i / stretch % 2 == 1) glyphs_[i].y += step * size;
+      if (i / PlacedStretch % 2 == 1) glyphs_[i].y += PlacedStep * size;
     }
   }
   // Also gives the text itself, for documents that can be searched.

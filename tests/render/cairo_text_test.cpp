@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "render/system_measurer.h"
 #include "tests/render/cairo_outputs.h"
 #include "tests/support/script_run.h"
 
@@ -252,6 +253,24 @@ TEST(MeasuredText, LiesWhereItsOptionsPutIt) {
   expect({}, 1, [](const DisplayList& list) { return ThroughPng(list, "texts", Dpi); });
   expect(paper, 1, [](const DisplayList& list) { return ThroughPdf(list, "texts-on-paper", Dpi); });
   expect(zoomed, 2, [](const DisplayList& list) { return ThroughPng(list, "texts-zoomed", Dpi / 2); });
+}
+
+// The second font is the first one's outlines as a font that is not a standard one.
+TEST(MeasuredText, LongTextsEndWhereTheyShould) {
+  const std::string letters(70, 'L');
+  SystemMeasurer measurer;
+  RunSettings settings;
+  settings.Target.Measurer = &measurer;
+  for (const char* font : {"Times New Roman", "Liberation Serif"}) {
+    const ScriptRun run = RunText(std::string("CentreE = -90, 0, N\nPolice = ") + font +
+                                      "\nTailleP = 11 \nTexte = 0, 0, , R0, " + letters,
+                                  settings);
+    ASSERT_EQ(run.End, RunEnd::Completed) << run.Reason();
+    const Case text{"", {{letters, {10, -100}, 0, 0, Baseline}}, &Times};
+    const Picture::Box expected = InkOf(text);
+    ExpectBox(ThroughPdf(run.List, "long-text", Dpi / 2).InkBox(), expected, Tolerance, font);
+    ExpectBox(ThroughPng(run.List, "long-text", Dpi / 2).InkBox(), expected, Tolerance, font);
+  }
 }
 
 // A page as a browser shows it, so many pixels a millimetre.
