@@ -28,7 +28,6 @@ constexpr double MillimetresPerInch = 25.4;
 constexpr double ScreenDpi = 96;
 constexpr double PrinterDpi = 600;
 constexpr double PngDpi = 300;
-constexpr int FontReplaced = 257;  // a message's id
 
 void Complain(const std::string& text) {
   std::fprintf(stderr, "vaxel-render: %s\n", text.c_str());
@@ -127,7 +126,7 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     OutputFile file(name);
     WriteResult result = WriteFormat(options, output, list, page, file);
     for (const FontReplacement& font : result.Replaced) {
-      host.ShowNotice("", 0, TableString(options.LangBase + FontReplaced, font.Wanted) + font.Used);
+      host.ShowNotice("", 0, TableString(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
     }
     if (result.Error.empty()) result.Error = file.Commit();
     if (result.Error.empty()) continue;
@@ -195,6 +194,7 @@ ExitStatus RenderScript(const RenderOptions& options) {
     const ExitStatus status = RunFor(output.Target, options, script, host, measurer, place->second);
     if (status != ExitStatus::Drawn) return status;
   }
+  if (!measurer.Failure().empty()) Complain("texts are measured roughly: " + measurer.Failure());
   for (const OutputRequest& output : options.Outputs) {
     const DisplayList& list = lists[output.Target];
     const ExitStatus status = WriteOutput(options, output, list, host);

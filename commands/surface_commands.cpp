@@ -71,6 +71,7 @@ void RunNPage(RunContext& run, const Parameters&) {
     run.Surface.Clear();
   }
   run.OrderState = 0;
+  run.LastText.reset();
 }
 
 }  // namespace vaxel

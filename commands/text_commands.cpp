@@ -14,7 +14,6 @@
 namespace vaxel {
 namespace {
 
-constexpr int FontReplaced = 257;
 // No font's name is as long; looking one up would take minutes, and every text would carry it.
 constexpr std::size_t MaxFontName = 200;
 constexpr std::string_view TextLetters = "R#GBISUCXYDHV";
@@ -32,10 +31,11 @@ void TellOfReplacement(RunContext& run) {
   const std::string& wanted = run.Surface.Font.Name;
   if (used.empty() || !run.ReplacedFonts.insert(UpperCase(wanted)).second) return;
   run.Host.ShowNotice(run.Level().FileName, run.Level().Line.Number,
-                      TableString(run.LangBase + FontReplaced, wanted) + used);
+                      TableString(run.LangBase + FontReplacedNotice, wanted, used));
 }
 
-// The first text of a page is preceded by a blank, with which a device takes its font up.
+// The first text of a page is preceded by a blank, with which a device takes its font up; then something is
+// drawn on the page.
 void WriteFirstBlank(RunContext& run, Colour colour) {
   if (run.OrderState < OrderDrawn) {
     DrawSurface& surface = run.Surface;

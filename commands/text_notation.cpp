@@ -1,6 +1,7 @@
 #include "commands/text_notation.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string>
 
@@ -21,85 +22,71 @@ std::size_t ParenthesisLength(std::string_view text) {
   throw ScriptFault::Arithmetic(FaultReason::MissingParenthesis, Shorten(text, 60));
 }
 
-// The length of the number, sign included, at the start of the text.
-std::size_t NumberLength(std::string_view text) {
-  const std::size_t sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
-  double ignored = 0;
-  const std::size_t digits = ReadUnsignedNumber(text.substr(sign), ignored);
-  return digits == 0 ? 0 : sign + digits;
-}
-
 // Takes the value behind an option's sign off the text: a number, or an expression in parentheses.
-double TakeValue(std::string& text, std::size_t at, const Separators& separators) {
-  const std::string_view rest = std::string_view(text).substr(at);
-  const bool expression = rest.starts_with('(');
-  const std::size_t length = expression ? ParenthesisLength(rest) : NumberLength(rest);
-  const double value = expression ? StrictValue(rest.substr(0, length), separators).value_or(0)
-                                  : LeadingNumber(rest.substr(0, length));
-  text.erase(at, length);
-  return value;
+double TakeValue(std::string_view& text, const Separators& separators) {
+  const std::size_t sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+  const std::string_view rest = text.substr(sign);
+  double value = 0;
+  std::size_t length = 0;
+  if (rest.starts_with('(')) {
+    length = ParenthesisLength(rest);
+    value = StrictValue(rest.substr(0, length), separators).value_or(0);
+  } else {
+    length = ReadUnsignedNumber(rest, value);
+  }
+  const bool negative = text.starts_with('-');
+  text.remove_prefix(length == 0 ? 0 : sign + length);
+  return negative ? -value : value;
 }
 
-void ReadLetter(char letter, TextOptions& options) {
-  switch (letter) {
-    case '#':
-      options.NextLine = true;
-      break;
-    case 'G':
-    case 'B':
-      options.Bold = true;
-      break;
-    case 'I':
-      options.Italic = true;
-      break;
-    case 'S':
-    case 'U':
-      options.Underline = true;
-      break;
-    case 'C':
-      options.Along = AnchorAlong::Middle;
-      options.Across = AnchorAcross::Middle;
-      break;
-    case 'X':
-      options.Along = AnchorAlong::Middle;
-      break;
-    case 'Y':
-      options.Across = AnchorAcross::Middle;
-      break;
-    case 'D':
-      options.Along = AnchorAlong::End;
-      break;
-    case 'H':
-      options.Across = AnchorAcross::Top;
-      break;
-    case 'V':
-      options.Vertical = true;
-      break;
-    default:
-      break;
-  }
-}
+struct LetterRow {
+  char Letter;
+  void (*Set)(TextOptions& options);
+};
+
+constexpr std::array<LetterRow, 12> Letters = {
+    {{'#', [](TextOptions& options) { options.NextLine = true; }},
+     {'G', [](TextOptions& options) { options.Bold = true; }},
+     {'B', [](TextOptions& options) { options.Bold = true; }},
+     {'I', [](TextOptions& options) { options.Italic = true; }},
+     {'S', [](TextOptions& options) { options.Underline = true; }},
+     {'U', [](TextOptions& options) { options.Underline = true; }},
+     {'C',
+      [](TextOptions& options) {
+        options.Along = AnchorAlong::Middle;
+        options.Across = AnchorAcross::Middle;
+      }},
+     {'X', [](TextOptions& options) { options.Along = AnchorAlong::Middle; }},
+     {'Y', [](TextOptions& options) { options.Across = AnchorAcross::Middle; }},
+     {'D', [](TextOptions& options) { options.Along = AnchorAlong::End; }},
+     {'H', [](TextOptions& options) { options.Across = AnchorAcross::Top; }},
+     {'V', [](TextOptions& options) { options.Vertical = true; }}}};
 
 }  // namespace
 
 TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators) {
   TextOptions options;
-  std::string rest = UpperCase(text);
-  std::erase(rest, ' ');
-  if (const std::size_t star = rest.find('*'); star != std::string::npos) {
-    options.Multiplier = TakeValue(rest, star + 1, separators);
-    rest.erase(star, 1);
-  }
-  const bool turns = letters.find('R') != std::string_view::npos;
-  if (const std::size_t turn = rest.find('R'); turns && turn != std::string::npos) {
-    options.Rotation = TakeValue(rest, turn + 1, separators);
-    rest.erase(turn, rest.substr(turn + 1).starts_with("°") ? 1 + std::string_view("°").size() : 1);
-  }
-  for (char letter : rest) {
-    if (letters.find(letter) == std::string_view::npos) {
-      throw ScriptFault(FaultReason::BadTextOption, Shorten(rest.substr(rest.find(letter)), 40));
+  std::string compact = UpperCase(text);
+  std::erase(compact, ' ');
+  bool multiplied = false;
+  for (std::string_view rest = compact; !rest.empty();) {
+    const std::string_view from = rest;
+    const char letter = rest.front();
+    rest.remove_prefix(1);
+    const auto* row = std::find_if(Letters.begin(), Letters.end(),
+                                   [letter](const LetterRow& known) { return known.Letter == letter; });
+    const bool allowed = letters.find(letter) != std::string_view::npos;
+    if (letter == '*' && !multiplied) {
+      options.Multiplier = TakeValue(rest, separators);
+      multiplied = true;
+    } else if (letter == 'R' && allowed && !options.Rotation) {
+      options.Rotation = TakeValue(rest, separators);
+      if (rest.starts_with("°")) rest.remove_prefix(std::string_view("°").size());
+    } else if (allowed && row != Letters.end()) {
+      row->Set(options);
+    } else {
+      throw ScriptFault(FaultReason::BadTextOption, Shorten(from, 40));
     }
-    ReadLetter(letter, options);
   }
   return options;
 }

@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,7 +34,8 @@ TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view t
   style.Form = form;
   const std::string upper = UpperCase(Trim(text));
   std::string_view rest = upper;
-  style.Relative = rest.starts_with('R');
+  // A letter behind it makes it the beginning of a function's name.
+  style.Relative = rest.starts_with('R') && !(rest.size() > 2 && rest[1] >= 'A' && rest[1] <= 'Z');
   if (style.Relative) rest = TrimLeft(rest.substr(1));
   for (; !rest.empty(); rest.remove_suffix(1)) {
     const char letter = rest.back();
@@ -52,9 +54,6 @@ TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view t
     }
   }
   if (rest.ends_with("°")) rest = DropLastCharacter(rest);
-  if (rest.find_first_of("JGDBHR") != std::string_view::npos && !rest.ends_with(')')) {
-    throw ScriptFault(FaultReason::BadBaseline, Shorten(Trim(text), 40));
-  }
   style.Angle = StrictValue(rest, run.Separators, text);
   return style;
 }
@@ -149,6 +148,7 @@ void WriteLinearValues(const RunContext& run, const Parameters& parameters, std:
 void WriteLogValues(const RunContext& run, const Parameters& parameters, std::size_t before,
                     const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
+  // The scale itself says where it begins; what stands there must be a number all the same.
   NumberOf(TextOf(parameters.Text(before + 2)), run.Separators);
   const std::string_view notation = TextOf(parameters.Text(before + 3));
   const auto format = ReadValueFormat(notation.substr(0, notation.find(run.Separators.Second)));

@@ -64,6 +64,9 @@ void RunCurrentPoint(RunContext& run, const Parameters& parameters) {
     run.WriteComment("  ' " + x + ", " + y);
     return;
   }
+  for (std::size_t n : {1U, 2U}) {
+    if (parameters.Trimmed(n).empty()) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
+  }
   run.SetVariable(parameters.Trimmed(1), x);
   run.SetVariable(parameters.Trimmed(2), y);
 }
@@ -71,7 +74,7 @@ void RunCurrentPoint(RunContext& run, const Parameters& parameters) {
 void RunListeVar(RunContext& run, const Parameters& parameters) {
   const ScriptLevel& level = run.Level();
   std::string title = "Vaxel        ListeVar (n=" + std::to_string(level.Variables.VarCount) + ")    ";
-  title += Trim(parameters.Whole());
+  title += TextOf(parameters.Whole());
   if (!run.Host.Confirm(level.FileName, level.Line.Number, title, VariableList(run))) run.EndLevel();
 }
 

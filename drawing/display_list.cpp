@@ -46,7 +46,7 @@ void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside,
 }
 
 void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
-  if (textBytes_ + text.size() > MaxTextBytes) throw OperationLimitExceeded();
+  if (textBytes_ + text.size() > MaxTextBytes) throw TextLimitExceeded();
   textBytes_ += text.size();
   shape.Content = static_cast<std::uint32_t>(texts_.size());
   shape.Face = IndexOf(face);

@@ -104,6 +104,12 @@ class OperationLimitExceeded : public std::length_error {
   OperationLimitExceeded() : std::length_error("too many drawing operations") {}
 };
 
+// Thrown by a text that would exceed DisplayList::MaxTextBytes.
+class TextLimitExceeded : public std::length_error {
+ public:
+  TextLimitExceeded() : std::length_error("too much text") {}
+};
+
 // Thrown for a coordinate, radius or width that is not finite or beyond MaxCoordinate: so every renderer
 // gets numbers that its format can hold.
 class CoordinateOverflow : public std::overflow_error {

@@ -19,8 +19,7 @@ double Checked(double value) {
 void DrawSurface::Begin(const RunTarget& target) {
   target_ = target;
   measurer_ = target.Measurer ? target.Measurer : &standIn_;
-  table_ = nullptr;
-  metrics_ = {};
+  faceSelected_ = false;
   deviceSize_ = {target.WidthMm, target.HeightMm};
   Z = IsPrinter() ? target.Zoom : target.Zmm * target.Zoom;
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
@@ -129,9 +128,9 @@ void DrawSurface::PSet(double x, double y, Colour colour) {
 }
 
 void DrawSurface::SelectFace() {
-  if (table_ || metrics_.UnderlineThickness > 0) {
-    if (face_.Bold == Font.Bold && face_.Italic == Font.Italic && face_.Name == Font.Name) return;
-  }
+  if (faceSelected_ && face_.Bold == Font.Bold && face_.Italic == Font.Italic && face_.Name == Font.Name)
+    return;
+  faceSelected_ = true;
   face_ = {Font.Name, Font.Bold, Font.Italic};
   table_ = StandardFace(face_);
   metrics_ = table_ ? table_->Metrics() : measurer_->Metrics(face_);

@@ -144,6 +144,7 @@ class DrawSurface {
   RunTarget target_;
   StandInMeasurer standIn_;
   TextMeasurer* measurer_ = &standIn_;
+  bool faceSelected_ = false;
   FontFace face_;                     // for which the two below hold
   const FaceTable* table_ = nullptr;  // of a standard face
   FaceMetrics metrics_;

@@ -1,5 +1,6 @@
 #include "drawing/log_font.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -48,8 +49,10 @@ DeviceFontRequest CLogFont::Request() const {
   const double rotation = double{rotation_};
   const bool turned = std::fmod(rotation, 360) != 0;
   DeviceFontRequest request;
-  request.Height = -static_cast<int>(font_->Size * fonts_.PixelsPerInch() / 72);
-  request.Orientation = static_cast<int>(std::nearbyint(rotation * 10));
+  // Far beyond what any device can draw, and within what it can be asked for.
+  constexpr double most = 1e6;
+  request.Height = -static_cast<int>(std::clamp(font_->Size * fonts_.PixelsPerInch() / 72, 0.0, most));
+  request.Orientation = static_cast<int>(std::clamp(std::nearbyint(rotation * 10), -most, most));
   request.Escapement = request.Orientation;
   const bool isRightAngle = request.Escapement % 900 == 0 && std::abs(request.Escapement) <= 2700;
   if (nudgesRightAngles_ && isRightAngle) request.Escapement += Nudge;

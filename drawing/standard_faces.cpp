@@ -15,7 +15,11 @@ namespace {
 
 constexpr double UnitsPerSize = 2048;
 
-constexpr std::array<std::string_view, 3> Families = {"Times New Roman", "Arial", "Courier New"};
+// In the order of the tables.
+constexpr std::array<StandardFamily, 3> Families = {
+    {{"Times New Roman", {"Liberation Serif", "Tinos"}, "serif"},
+     {"Arial", {"Liberation Sans", "Arimo"}, "sans-serif"},
+     {"Courier New", {"Liberation Mono", "Cousine"}, "monospace"}}};
 
 }  // namespace
 
@@ -48,12 +52,17 @@ std::optional<double> FaceTable::Width(std::string_view text) const {
   return static_cast<double>(sum) / UnitsPerSize;
 }
 
-const FaceTable* StandardFace(const FontFace& face) {
-  const auto* family = std::find_if(Families.begin(), Families.end(), [&](std::string_view name) {
-    return EqualIgnoringCase(name, face.Name);
+const StandardFamily* FindStandardFamily(std::string_view name) {
+  const auto* family = std::find_if(Families.begin(), Families.end(), [&](const StandardFamily& known) {
+    return EqualIgnoringCase(known.Name, name);
   });
-  if (family == Families.end()) return nullptr;
-  const auto index = static_cast<std::size_t>(family - Families.begin());
+  return family == Families.end() ? nullptr : family;
+}
+
+const FaceTable* StandardFace(const FontFace& face) {
+  const StandardFamily* family = FindStandardFamily(face.Name);
+  if (!family) return nullptr;
+  const auto index = static_cast<std::size_t>(family - Families.data());
   return &FaceTables[index * 4 + (face.Bold ? 1U : 0U) + (face.Italic ? 2U : 0U)];
 }
 

@@ -2,6 +2,7 @@
 // italic and both. They are measured from tables, so that a script gives the same drawing everywhere.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -31,7 +32,14 @@ struct FaceTable {
   std::optional<std::uint16_t> WidthOf(char32_t character) const;
 };
 
-// Null for any other family. Names are compared without regard to case.
+struct StandardFamily {
+  std::string_view Name;
+  std::array<std::string_view, 2> SameWidths;  // families whose characters are as wide
+  std::string_view Generic;                    // what style sheets call its kind
+};
+
+// Both are null for any other family. Names are compared without regard to case.
+const StandardFamily* FindStandardFamily(std::string_view name);
 const FaceTable* StandardFace(const FontFace& face);
 
 // Where a target has no measurer of its own: every other font is as wide as Arial, every other character as

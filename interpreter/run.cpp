@@ -211,6 +211,8 @@ RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std
     return Report(run, fault);
   } catch (const OperationLimitExceeded&) {
     return Report(run, ScriptFault(FaultReason::TooManyOperations));
+  } catch (const TextLimitExceeded&) {
+    return Report(run, ScriptFault(FaultReason::TooMuchText));
   } catch (const CoordinateOverflow&) {
     return Report(run, ScriptFault(FaultReason::Overflow));
   } catch (const std::bad_alloc&) {

@@ -13,6 +13,9 @@ struct ErrorReport {
   std::string Text;              // may have several lines
 };
 
+// The notice that a font ("%1") is missing and which one ("%2") is used: an id of the string table.
+inline constexpr int FontReplacedNotice = 257;
+
 // Everything that a run asks for outside itself. Calls come on the run's own thread.
 class RunHost {
  public:

@@ -42,7 +42,7 @@ enum class FaultReason : std::int16_t {
   MissingParenthesis = 200,
   ListLengths = 255,
   BadValueFormat = 256,
-  BadBaseline = 258
+  TooMuchText = 258
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
 #include "text/text.h"
 
@@ -35,6 +36,10 @@ class Substitution {
   void Append(std::string_view text) {
     if (result.size() + text.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
     result += text;
+    const std::size_t separator = text.rfind(separators_.First);
+    const bool ends = separator != std::string_view::npos;
+    if (ends) text.remove_prefix(separator + separators_.First.size());
+    begins_ = (begins_ || ends) && text.find_first_not_of(' ') == std::string_view::npos;
   }
 
   void ExpandReference(std::string_view name) {
@@ -50,14 +55,31 @@ class Substitution {
       throw ScriptFault(FaultReason::CircularVariable, Shorten(name, ReportedLength));
     }
     active_.push_back(value);
-    Expand(*value);
+    ExpandParameters(*value);
     active_.pop_back();
+  }
+
+  // A value may bring parameters, of which those that begin with a mark are left as they stand.
+  void ExpandParameters(std::string_view value) {
+    for (;;) {
+      const std::size_t end = value.find(separators_.First);
+      const std::string_view parameter = value.substr(0, end);
+      if (begins_ && IsLiteral(parameter)) {
+        Append(parameter);
+      } else {
+        Expand(parameter);
+      }
+      if (end == std::string_view::npos) return;
+      Append(separators_.First);
+      value.remove_prefix(end + separators_.First.size());
+    }
   }
 
   const VariableTable& variables_;
   const SystemVariables& system_;
   const Separators& separators_;
   std::vector<const std::string*> active_;
+  bool begins_ = true;  // nothing but blanks stands in the result behind its last separator
   std::size_t references_ = 0;
 };
 

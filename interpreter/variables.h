@@ -52,9 +52,9 @@ std::string_view ReferenceName(std::string_view text, const Separators& separato
 // Whether the text, "%" included, can be the name of a variable as a whole.
 bool IsVariableName(std::string_view text, const Separators& separators);
 
-// The text with every reference replaced by its value, in which references are replaced in turn; the value of
-// a system variable is left as it is. A fault for a name that is no variable, for a value that leads back to
-// itself and for a result beyond all measure.
+// The text with every reference replaced by its value, in which references are replaced in turn, save in
+// parameters that begin with the mark of a literal; the value of a system variable is left as it is. A fault
+// for a name that is no variable, for a value that leads back to itself and for a result beyond all measure.
 std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
                        const Separators& separators);
 

@@ -19,4 +19,13 @@ using UniqueFontFace = std::unique_ptr<cairo_font_face_t, CairoDeleter>;
 using UniqueScaledFont = std::unique_ptr<cairo_scaled_font_t, CairoDeleter>;
 using UniqueFontOptions = std::unique_ptr<cairo_font_options_t, CairoDeleter>;
 
+// Unhinted, so that a text is as long in every size and on every device, and as long drawn as measured.
+inline UniqueFontOptions UnhintedFontOptions() {
+  UniqueFontOptions options(cairo_font_options_create());
+  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+  return options;
+}
+
 }  // namespace vaxel

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <numbers>
 
+#include "render/cairo_handles.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -65,12 +66,7 @@ PangoText::PangoText()
     : fonts_(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT)),
       context_(pango_font_map_create_context(fonts_.get())),
       layout_(pango_layout_new(context_.get())) {
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-  pango_cairo_context_set_font_options(context_.get(), options);
-  cairo_font_options_destroy(options);
+  pango_cairo_context_set_font_options(context_.get(), UnhintedFontOptions().get());
   pango_context_set_round_glyph_positions(context_.get(), FALSE);
   pango_layout_context_changed(layout_.get());
   pango_layout_set_single_paragraph_mode(layout_.get(), TRUE);
@@ -99,7 +95,7 @@ double PangoText::LayOut(std::string_view stretch) {
 
 FaceMetrics PangoText::Metrics(const FontFace& face) {
   PangoFontMetrics* metrics = pango_context_get_metrics(context_.get(), DescriptionOf(face).get(), nullptr);
-  const double thickness = InSizes(pango_font_metrics_get_underline_thickness(metrics));
+  const double thickness = std::max(InSizes(pango_font_metrics_get_underline_thickness(metrics)), 0.01);
   const FaceMetrics result = {
       InSizes(pango_font_metrics_get_ascent(metrics)), InSizes(pango_font_metrics_get_descent(metrics)),
       InSizes(pango_font_metrics_get_underline_position(metrics)) - thickness / 2, thickness};

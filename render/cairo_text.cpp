@@ -3,7 +3,6 @@
 #include <cairo-ft.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "text/text.h"
@@ -26,14 +25,9 @@ std::string FamilyOf(cairo_font_face_t* face) {
 
 bool IsMetricallySame(std::string_view standard, std::string_view family) {
   if (EqualIgnoringCase(standard, family)) return true;
-  static constexpr std::array<std::array<std::string_view, 3>, 3> same = {
-      {{"Times New Roman", "Liberation Serif", "Tinos"},
-       {"Arial", "Liberation Sans", "Arimo"},
-       {"Courier New", "Liberation Mono", "Cousine"}}};
-  return std::any_of(same.begin(), same.end(), [&](const auto& names) {
-    return EqualIgnoringCase(names[0], standard) &&
-           std::find(names.begin(), names.end(), family) != names.end();
-  });
+  const StandardFamily* known = FindStandardFamily(standard);
+  return known &&
+         std::find(known->SameWidths.begin(), known->SameWidths.end(), family) != known->SameWidths.end();
 }
 
 // The glyphs of a text in the context's font, from 0, 0 along its baseline.
@@ -91,12 +85,7 @@ CairoText::CairoText(cairo_t* context, double reach)
       reach_(reach),
       // Cairo would move every glyph of a picture to whole pixels.
       asOutlines_(cairo_surface_get_type(cairo_get_target(context)) == CAIRO_SURFACE_TYPE_IMAGE) {
-  // Unhinted, so that a text is as long in every size and on every device.
-  const UniqueFontOptions options(cairo_font_options_create());
-  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-  cairo_set_font_options(context_, options.get());
+  cairo_set_font_options(context_, UnhintedFontOptions().get());
 }
 
 void CairoText::Draw(const TextShape& shape, std::string_view text, const FontFace& face) {

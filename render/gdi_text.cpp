@@ -57,11 +57,14 @@ class GdiMeasurer : public TextMeasurer {
     constexpr std::size_t stretch = 1000;
     double width = 0;
     const std::wstring wide = Widen(text);
-    for (std::size_t i = 0; i < wide.size(); i += stretch) {
+    for (std::size_t i = 0; i < wide.size();) {
       SIZE size{};
-      const auto count = static_cast<int>(std::min(stretch, wide.size() - i));
-      GetTextExtentPoint32W(context_, wide.data() + i, count, &size);
+      std::size_t count = std::min(stretch, wide.size() - i);
+      // Not between the two halves of one character.
+      if (i + count < wide.size() && wide[i + count] >= 0xDC00 && wide[i + count] < 0xE000) ++count;
+      GetTextExtentPoint32W(context_, wide.data() + i, static_cast<int>(count), &size);
       width += InSizes(size.cx);
+      i += count;
     }
     return width;
   }

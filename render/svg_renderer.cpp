@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "drawing/standard_faces.h"
 #include "render/decimal_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {
@@ -13,13 +13,6 @@ namespace {
 constexpr int Decimals = 4;
 constexpr std::size_t FlushSize = 1U << 16;
 constexpr double DegreesPerRadian = 180 / std::numbers::pi;
-
-// The families that are as wide as a standard one, for a reader that has not got it.
-std::string_view FamiliesAfter(std::string_view name) {
-  if (EqualIgnoringCase(name, "Times New Roman")) return ",'Liberation Serif',Tinos,serif";
-  if (EqualIgnoringCase(name, "Courier New")) return ",'Liberation Mono',Cousine,monospace";
-  return ",'Liberation Sans',Arimo,sans-serif";
-}
 
 void AppendEscaped(std::string& text, std::string_view content) {
   for (char c : content) {
@@ -43,13 +36,30 @@ void AppendEscaped(std::string& text, std::string_view content) {
 }
 
 // As a string of CSS inside an attribute of XML.
-void AppendFamily(std::string& text, std::string_view name) {
+void AppendQuoted(std::string& text, std::string_view name) {
   std::string quoted = "'";
   for (char c : name) {
     if (c == '\'' || c == '\\') quoted += '\\';
     quoted += c;
   }
   AppendEscaped(text, quoted += '\'');
+}
+
+// The family, and for a reader that has not got it those of the same widths.
+void AppendFamilies(std::string& text, std::string_view name) {
+  AppendQuoted(text, name);
+  const StandardFamily* standard = FindStandardFamily(name);
+  if (standard) {
+    for (std::string_view same : standard->SameWidths) {
+      text += ',';
+      if (same.find(' ') == std::string_view::npos) {
+        text += same;
+      } else {
+        AppendQuoted(text, same);
+      }
+    }
+  }
+  (text += ',') += standard ? standard->Generic : "sans-serif";
 }
 
 // Blanks that a reader would drop: at the ends, and beside one another.
@@ -206,8 +216,7 @@ void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::
     text_ += ")\"";
   }
   text_ += " font-family=\"";
-  AppendFamily(text_, face.Name);
-  text_ += FamiliesAfter(face.Name);
+  AppendFamilies(text_, face.Name);
   text_ += '"';
   if (face.Bold) text_ += " font-weight=\"bold\"";
   if (face.Italic) text_ += " font-style=\"italic\"";

@@ -5,19 +5,16 @@
 #ifdef _WIN32
 #include "render/gdi_text.h"
 #else
-#include <string>
-
 #include "render/cairo_module.h"
 #endif
 
 namespace vaxel {
 namespace {
 
-std::unique_ptr<TextMeasurer> MakeMeasurer() {
+std::unique_ptr<TextMeasurer> MakeMeasurer([[maybe_unused]] std::string& error) {
 #ifdef _WIN32
   return MakeGdiMeasurer();
 #else
-  std::string error;
   return LoadPango(error);
 #endif
 }
@@ -25,7 +22,7 @@ std::unique_ptr<TextMeasurer> MakeMeasurer() {
 }  // namespace
 
 TextMeasurer& SystemMeasurer::Loaded() {
-  if (!measurer_) measurer_ = MakeMeasurer();
+  if (!measurer_) measurer_ = MakeMeasurer(failure_);
   if (!measurer_) measurer_ = std::make_unique<StandInMeasurer>();
   return *measurer_;
 }

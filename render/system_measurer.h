@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "drawing/font_face.h"
 
@@ -13,11 +15,14 @@ class SystemMeasurer : public TextMeasurer {
   FaceMetrics Metrics(const FontFace& face) override { return Loaded().Metrics(face); }
   double Width(const FontFace& face, std::string_view text) override { return Loaded().Width(face, text); }
   std::string Replacement(const FontFace& face) override { return Loaded().Replacement(face); }
+  // In English, why the stand-in has measured; empty when it has not.
+  const std::string& Failure() const { return failure_; }
 
  private:
   TextMeasurer& Loaded();
 
   std::unique_ptr<TextMeasurer> measurer_;
+  std::string failure_;
 };
 
 }  // namespace vaxel

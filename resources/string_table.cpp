@@ -54,13 +54,13 @@ std::string_view TableString(int id) {
   return row ? row->Texts[static_cast<std::size_t>(id / LanguageBlock)] : std::string_view{};
 }
 
-std::string TableString(int id, std::string_view value) {
+std::string TableString(int id, std::string_view value, std::string_view second) {
   const std::string_view pattern = TableString(id);
   std::string text;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     const std::string_view mark = pattern.substr(i, 2);
-    if (mark == "%1" || mark == "%%") {
-      text += mark == "%1" ? value : "%";
+    if (mark == "%1" || mark == "%2" || mark == "%%") {
+      text += mark == "%1" ? value : mark == "%2" ? second : "%";
       ++i;
     } else {
       text += pattern[i];

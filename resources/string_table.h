@@ -43,7 +43,7 @@ int LanguageBaseOf(std::string_view code);
 // long as the program.
 std::string_view TableString(int id);
 
-// The same with "%1" replaced by value and "%%" by "%".
-std::string TableString(int id, std::string_view value);
+// The same with "%1" replaced by value, "%2" by second and "%%" by "%".
+std::string TableString(int id, std::string_view value, std::string_view second = {});
 
 }  // namespace vaxel

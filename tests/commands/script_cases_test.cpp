@@ -5,9 +5,8 @@
 //   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, the variables and
 //   the answer to boxes, if need be
 //   the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
-//   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (with
-//   "\n"
-//       and "\t" for line ends and TABs), the display list, "error LINE: reason"; "nothing"; or only how many
+//   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (line
+//       ends and TABs as "\n" and "\t"), the display list, "error LINE: reason"; "nothing"; or only how many
 //       operations there are, "11 operations"
 #include <gtest/gtest.h>
 

@@ -70,7 +70,7 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
       "sans-serif\" font-weight=\"bold\" font-style=\"italic\" font-size=\"3.5\" textLength=\"10.25\" "
       "lengthAdjust=\"spacingAndGlyphs\" fill=\"#ff0000\" data-line=\"9\">1 &lt; 2 &amp; "
       "&quot;µ&quot;</text>\n"
-      "<text x=\"4\" y=\"5\" font-family=\"'D\\'Or \\\\','Liberation Sans',Arimo,sans-serif\" "
+      "<text x=\"4\" y=\"5\" font-family=\"'D\\'Or \\\\',sans-serif\" "
       "font-size=\"3.5\" xml:space=\"preserve\" fill=\"#ff0000\" data-line=\"9\">x </text>\n"
       "</svg>\n");
 }

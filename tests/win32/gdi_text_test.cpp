@@ -2,6 +2,9 @@
 #include "render/gdi_text.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
 
 #include "drawing/standard_faces.h"
 
@@ -28,13 +31,18 @@ TEST(GdiText, SaysWhatReplacesAFont) {
   EXPECT_NE(measurer->Replacement({"Nosuchfont", false, false}), "");
 }
 
-TEST(GdiText, MakesTurnedFonts) {
+TEST(GdiText, MakesTheFontThatIsAskedFor) {
   GdiDeviceFonts fonts;
   CLogFont font(fonts);
-  font.LogFont(FontDescription{.Name = Name});
+  font.LogFont(FontDescription{.Name = "Ωριμη γραμματοσειρα με μακρυ ονομα", .Weight = 700, .Italic = true});
   font.Rotation(30);
-  EXPECT_NE(font.Handle(), nullptr);
-  EXPECT_GE(fonts.PixelsPerInch(), 72);
+  LOGFONTW made{};
+  ASSERT_NE(GetObjectW(font.Handle(), sizeof made, &made), 0);
+  EXPECT_EQ(made.lfEscapement, 300);
+  EXPECT_EQ(made.lfWeight, 700);
+  EXPECT_EQ(made.lfItalic, 1);
+  // One place of the 32 is the terminator's.
+  EXPECT_EQ(std::wstring(made.lfFaceName), L"Ωριμη γραμματοσειρα με μακρυ ον");
 }
 
 }  // namespace
