@@ -93,12 +93,12 @@ float FloatOf(double value) {
   return narrow;
 }
 
-// "Value[§U]", the value without the unit. The mark of a literal, which a unit with "%" needs, is passed
-// over.
-float ValueOf(const RunContext& run, const Parameters& parameters, std::size_t n) {
+// "Value[§U]", the value without the unit, in single precision. The mark of a literal, which a unit with "%"
+// needs, is passed over.
+double ValueOf(const RunContext& run, const Parameters& parameters, std::size_t n) {
   const std::string_view text = TextOf(parameters.Text(n));
   const auto value = NumberOf(text, run.Separators);
-  if (value) return FloatOf(*value);
+  if (value) return ShortestDecimal(FloatOf(*value));
   if (!text.empty()) FailExpression(text);
   throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
 }
@@ -134,8 +134,8 @@ void WriteLinearValues(const RunContext& run, const Parameters& parameters, std:
                        const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
   const float number = FloatOf(parameters.RequiredNumber(before + 1));
-  const float start = ValueOf(run, parameters, before + 2);
-  const float end = ValueOf(run, parameters, before + 3);
+  const double start = ValueOf(run, parameters, before + 2);
+  const double end = ValueOf(run, parameters, before + 3);
   LinearGraduation graduation(run.Support, double{number}, series.First, series.Last);
   ForEachMark(graduation, [&] {
     const float value = ValueAt(graduation.Index(), number, start, end);

@@ -120,14 +120,12 @@ bool ReadExponentPattern(std::string_view text, ValueFormat& format) {
 
 }  // namespace
 
-float ValueAt(std::int16_t index, float number, float start, float end) {
-  // As they were written, not as single precision holds them: 0.3 is not 0.30000001 here.
-  const double first = ShortestDecimal(start);
-  const double span = ShortestDecimal(end) - first;
-  const double value = first + span * index / std::trunc(double{number});
+float ValueAt(std::int16_t index, float number, double start, double end) {
+  const double span = end - start;
+  const double value = start + span * index / std::trunc(double{number});
   // What is left of a value of 0 is not one of its own.
   constexpr double noise = 1e-12;
-  return std::abs(value) < noise * std::max(std::abs(first), std::abs(span)) ? 0 : static_cast<float>(value);
+  return std::abs(value) < noise * std::max(std::abs(start), std::abs(span)) ? 0 : static_cast<float>(value);
 }
 
 PrefixedValue EngineeringPrefix(float value) {

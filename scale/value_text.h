@@ -8,9 +8,10 @@
 
 namespace vaxel {
 
-// The value at mark index of a power-law scale of number intervals, from start to end. Not finite where
-// number has no whole part.
-float ValueAt(std::int16_t index, float number, float start, float end);
+// The value at mark index of a power-law scale of number intervals, from start to end, which are as they were
+// written and not as single precision holds them: see ShortestDecimal(). Not finite where number has no whole
+// part.
+float ValueAt(std::int16_t index, float number, double start, double end);
 
 // A value with one of the prefixes from "a" to "E", or without.
 struct PrefixedValue {
