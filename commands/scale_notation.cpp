@@ -35,7 +35,7 @@ LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
 }  // namespace
 
 void RequireSupport(const RunContext& run) {
-  if ((run.OrderState & OrderSupport) == 0) throw ScriptFault(FaultReason::DivisionByZero);
+  if ((run.OrderState & OrderSupport) == 0) throw ScriptFault::Arithmetic(FaultReason::NoSupport);
 }
 
 Point RequireFinitePoint(Point point) {

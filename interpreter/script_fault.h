@@ -42,7 +42,8 @@ enum class FaultReason : std::int16_t {
   MissingParenthesis = 200,
   ListLengths = 255,
   BadValueFormat = 256,
-  TooMuchText = 258
+  TooMuchText = 258,
+  NoSupport = 259
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which
