@@ -23,7 +23,8 @@ void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std
   char last = 0;
   for (char c : text) {
     const bool isControl = (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F';
-    if (last == '\xC2' && static_cast<unsigned char>(c) < 0xA0) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (last == '\xC2' && byte >= 0x80 && byte < 0xA0) {
       message.back() = '?';
     } else {
       message += isControl ? '?' : c;

@@ -137,7 +137,7 @@ void RunGrad(RunContext& run, const Parameters& parameters) {
     DrawMarks(run, LinearGraduation(support, parameters.RequiredNumber(1), first, last), style);
     return;
   }
-  DrawMarks(run, ReadLogGraduation(run, parameters.Text(1), first, last), style);
+  DrawMarks(run, ReadLogGraduation(run, parameters, 1, first, last), style);
 }
 
 void RunGrad1(RunContext& run, const Parameters& parameters) {
@@ -148,7 +148,7 @@ void RunGrad1(RunContext& run, const Parameters& parameters) {
     if (isEmpty && n > 1) continue;
     const MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
                                           run.ColourOr(parameters.Text(n + 3)));
-    for (const std::optional<ScaleValue>& value : ReadScaleValues(run, parameters.Text(n))) {
+    for (const std::optional<ScaleValue>& value : ReadScaleValues(run, parameters, n)) {
       if (value) DrawMark(run, run.Support.PlaceOf(*value), style);
     }
   }

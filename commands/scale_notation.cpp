@@ -15,13 +15,13 @@ double PositiveAndFinite(double value) {
   return RequireFinite(value);
 }
 
-LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
-  const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
+LogStepping ReadLogStepping(const RunContext& run, const Parameters& parameters, std::size_t n) {
+  const std::vector<std::string_view> parts = SplitAt(parameters.Text(n), run.Separators.Second);
   const auto part = [&](std::size_t i, double otherwise) {
     return i < parts.size() ? NumberOf(parts[i], run.Separators).value_or(otherwise) : otherwise;
   };
   const auto interval = NumberOf(parts[0], run.Separators);
-  if (!interval) throw ScriptFault(FaultReason::MissingParameter, "1");
+  if (!interval) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
   // Any interval above a decade leads from decade to decade.
   constexpr double largest = 1000;
   const LogStepping stepping{static_cast<float>(std::min(*interval, largest)),
@@ -30,6 +30,15 @@ LogStepping ReadLogStepping(const RunContext& run, std::string_view text) {
     throw ScriptFault(FaultReason::BadInterval, Shorten(Trim(parts[0]), 40));
   }
   return stepping;
+}
+
+std::optional<ScaleValue> ReadScaleValue(const RunContext& run, std::string_view text) {
+  text = Trim(text);
+  const auto value = NumberOf(text, run.Separators);
+  if (!value) return std::nullopt;
+  const ScaleValue scaleValue{*value, text.ends_with("°")};
+  if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
+  return scaleValue;
 }
 
 }  // namespace
@@ -42,9 +51,10 @@ Point RequireFinitePoint(Point point) {
   return {RequireFinite(point.X), RequireFinite(point.Y)};
 }
 
-LogGraduation ReadLogGraduation(const RunContext& run, std::string_view text, double first, double last) {
+LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
+                                double first, double last) {
   const ScaleSupport& support = run.Support;
-  const LogStepping stepping = ReadLogStepping(run, text);
+  const LogStepping stepping = ReadLogStepping(run, parameters, n);
   const double start = first == 0 ? double{support.LogStart} : first;
   const double end = last == 0 ? double{support.LogEnd} * std::pow(10.0, support.Decades) : last;
   return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
@@ -63,20 +73,13 @@ std::vector<std::string> ReadList(const RunContext& run, std::string_view text) 
   return items;
 }
 
-std::optional<ScaleValue> ReadScaleValue(const RunContext& run, std::string_view text) {
-  text = Trim(text);
-  const auto value = NumberOf(text, run.Separators);
-  if (!value) return std::nullopt;
-  const ScaleValue scaleValue{*value, text.ends_with("°")};
-  if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
-  return scaleValue;
-}
-
-std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, std::string_view text) {
+std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, const Parameters& parameters,
+                                                       std::size_t n) {
   std::vector<std::optional<ScaleValue>> values;
-  const bool isList = text.find(run.Separators.Second) != std::string_view::npos;
+  const std::string_view text = parameters.Text(n);
   for (const std::string& item : ReadList(run, text)) values.push_back(ReadScaleValue(run, item));
-  if (!isList && !values.front()) throw ScriptFault(FaultReason::MissingParameter, "1");
+  const bool isList = text.find(run.Separators.Second) != std::string_view::npos;
+  if (!isList && !values.front()) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
   return values;
 }
 

@@ -1,6 +1,7 @@
 // How the commands of the scale read what they have in common.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,18 +30,17 @@ void ForEachMark(Graduation& graduation, Use use) {
   }
 }
 
-// The marks of a logarithmic scale that "Interval[§End[§Start]]" gives, from first to last; 0 is the end of
-// the scale. A fault for values that are not above 0.
-LogGraduation ReadLogGraduation(const RunContext& run, std::string_view text, double first, double last);
+// The marks of a logarithmic scale that parameter n gives as "Interval[§End[§Start]]", from first to last; 0
+// is the end of the scale. A fault for values that are not above 0.
+LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
+                                double first, double last);
 
 // "Item[§%List]": the item itself, if there is one, and those that the listed variables hold, empty ones too.
 std::vector<std::string> ReadList(const RunContext& run, std::string_view text);
 
-// A scale value, with "°" behind it when it is direct; none for an empty text. A fault for a value that a
-// logarithmic scale has no place for.
-std::optional<ScaleValue> ReadScaleValue(const RunContext& run, std::string_view text);
-
-// The same; an empty list is a missing parameter.
-std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, std::string_view text);
+// The scale values of such a list in parameter n, direct ones with "°" behind them; none in the place of an
+// empty item. A fault for an empty parameter and for a value that a logarithmic scale has no place for.
+std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, const Parameters& parameters,
+                                                       std::size_t n);
 
 }  // namespace vaxel

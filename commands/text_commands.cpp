@@ -82,10 +82,8 @@ WrittenText WriteStraight(RunContext& run, std::string_view text, Point point, c
   const auto [baseline, extent] =
       WriteText(surface, text, point, rotation, options.Along, options.Across.value_or(standard), colour);
   const Point toCorner = frame.Up * extent.Ascent;
-  // The next text goes on where this one ends, measured as this one was.
-  Point end = baseline + frame.Along * extent.Length;
-  if (!options.Rotation) end = end + toCorner;
-  surface.MoveTo(end);
+  // A text that is placed by its corner is gone on with from its upper right one.
+  if (!options.Rotation) surface.MoveTo(Point{surface.CurrentX, surface.CurrentY} + toCorner);
   return {point, baseline + toCorner, baseline, extent.Height(), options.Rotation};
 }
 

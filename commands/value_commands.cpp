@@ -34,8 +34,8 @@ TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view t
   style.Form = form;
   const std::string upper = UpperCase(Trim(text));
   std::string_view rest = upper;
-  // A letter behind it makes it the beginning of a function's name.
-  style.Relative = rest.starts_with('R') && !(rest.size() > 2 && rest[1] >= 'A' && rest[1] <= 'Z');
+  // The one function whose name begins like the prefix.
+  style.Relative = rest.starts_with('R') && !rest.starts_with("RND");
   if (style.Relative) rest = TrimLeft(rest.substr(1));
   for (; !rest.empty(); rest.remove_suffix(1)) {
     const char letter = rest.back();
@@ -153,7 +153,7 @@ void WriteLogValues(const RunContext& run, const Parameters& parameters, std::si
   const std::string_view notation = TextOf(parameters.Text(before + 3));
   const auto format = ReadValueFormat(notation.substr(0, notation.find(run.Separators.Second)));
   if (!format) throw ScriptFault(FaultReason::BadValueFormat, Shorten(Trim(notation), 40));
-  LogGraduation graduation = ReadLogGraduation(run, parameters.Text(before + 1), series.First, series.Last);
+  LogGraduation graduation = ReadLogGraduation(run, parameters, before + 1, series.First, series.Last);
 
   // Which mark is the last is known when there is no other: each is written one step late.
   std::optional<double> place;
@@ -200,7 +200,7 @@ void WriteSingleValues(RunContext& run, const Parameters& parameters, std::size_
     if (isEmpty && n > before + 1) continue;
     const double distance = parameters.RequiredNumber(n + 2);
     const Colour colour = run.ColourOr(parameters.Text(n + 3));
-    const auto values = ReadScaleValues(run, parameters.Text(n));
+    const auto values = ReadScaleValues(run, parameters, n);
     const std::vector<std::string> texts = ReadTexts(run, parameters.Text(n + 1), values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (values[i]) writer.Write(run.Support.PlaceOf(*values[i]), distance, TextOf(texts[i]), colour);

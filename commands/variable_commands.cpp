@@ -12,8 +12,8 @@
 namespace vaxel {
 namespace {
 
-// "%Name<TAB>= value" of system variables, a line of the box.
-std::string SystemLine(const RunContext& run, std::initializer_list<std::string_view> names) {
+// "%Name<TAB>= value" of system variables, as they stand in a line of the box.
+std::string SystemItems(const RunContext& run, std::initializer_list<std::string_view> names) {
   const RunVariables system(run);
   std::string line;
   for (std::string_view name : names) {
@@ -22,17 +22,15 @@ std::string SystemLine(const RunContext& run, std::initializer_list<std::string_
     line += "\t= ";
     line += system.Find(name).value_or("");
   }
-  return line + '\n';
+  return line;
 }
 
 std::string VariableList(const RunContext& run) {
   const bool dataEnded = run.Level().DataEnded;
-  std::string list = SystemLine(run, {"%iRec", "%Date"}) + SystemLine(run, {"%File", "%Path"});
-  std::string names = SystemLine(run, {"%Fil1"});
-  names.pop_back();
-  list += names + (dataEnded ? "\t%EOF\t= 1\n" : "\t%EOF = 0\n");
-  list += SystemLine(run, {"%TaP", "%EpT"}) + SystemLine(run, {"%CEx", "%CEy"}) +
-          SystemLine(run, {"%CTx", "%CTy", "%Zoom", "%Imp"});
+  std::string list = SystemItems(run, {"%iRec", "%Date"}) + '\n' + SystemItems(run, {"%File", "%Path"}) +
+                     '\n' + SystemItems(run, {"%Fil1"}) + (dataEnded ? "\t%EOF\t= 1\n" : "\t%EOF = 0\n") +
+                     SystemItems(run, {"%TaP", "%EpT"}) + '\n' + SystemItems(run, {"%CEx", "%CEy"}) + '\n' +
+                     SystemItems(run, {"%CTx", "%CTy", "%Zoom", "%Imp"}) + '\n';
   const VariableTable& variables = run.Level().Variables;
   for (std::size_t i = 0; i < static_cast<std::size_t>(variables.VarCount); ++i) {
     list += variables.VarNames[i] + "= " + variables.VarValues[i] + '\n';

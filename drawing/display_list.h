@@ -78,7 +78,7 @@ struct TextShape {
   double Size = 0;            // of the font, greater than 0
   double Length = 0;          // of the baseline
   std::uint32_t Content = 0;  // see DisplayList::TextOf()
-  std::uint32_t Face = 0;     // index into DisplayList::Faces()
+  std::uint32_t Face = 0;     // see DisplayList::FaceOf()
 };
 
 using Shape = std::variant<LineShape, RectangleShape, PolygonShape, CircleShape, PointShape, TextShape>;
@@ -132,8 +132,7 @@ class DisplayList {
 
   // Well-formed UTF-8 without control characters.
   const std::string& TextOf(const TextShape& text) const { return texts_[text.Content]; }
-  // The faces of its texts, also of those that a Clear() has removed.
-  const std::vector<FontFace>& Faces() const { return faces_; }
+  const FontFace& FaceOf(const TextShape& text) const { return faces_[text.Face]; }
 
   // Begins a page; the operations that follow belong to it.
   void BeginPage(double width, double height);

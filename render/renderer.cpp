@@ -25,7 +25,7 @@ class Player {
   void operator()(const CircleShape& circle) { renderer_.Circle(*operation_, circle); }
   void operator()(const PointShape& point) { renderer_.Dot(*operation_, point); }
   void operator()(const TextShape& shape) {
-    renderer_.Text(*operation_, shape, list_.TextOf(shape), list_.Faces()[shape.Face]);
+    renderer_.Text(*operation_, shape, list_.TextOf(shape), list_.FaceOf(shape));
   }
 
  private:
