@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "cli/output_file.h"
+#include "files/files.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -68,9 +68,17 @@ std::string ConsoleHost::Today() {
 std::string ConsoleHost::FullFileName(std::string_view fileName) {
   if (fileName.empty()) return {};
   std::error_code failed;
-  const std::filesystem::path full = std::filesystem::absolute(PathOf(std::string(fileName)), failed);
+  const std::filesystem::path full = std::filesystem::absolute(PathOf(fileName), failed);
   const std::u8string name = full.lexically_normal().u8string();
   return failed ? std::string(fileName) : std::string(name.begin(), name.end());
+}
+
+std::string ConsoleHost::FindFile(std::string_view scriptName, std::string_view name) {
+  return vaxel::FindFile(scriptName, name);
+}
+
+FileContent ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+  return ReadWholeFile(fileName, maxBytes);
 }
 
 std::optional<std::int64_t> SourceDate() {

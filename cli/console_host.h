@@ -27,6 +27,8 @@ class ConsoleHost : public RunHost {
   // In the format of the process's locale; the date of SOURCE_DATE_EPOCH where that is set.
   std::string Today() override;
   std::string FullFileName(std::string_view fileName) override;
+  std::string FindFile(std::string_view scriptName, std::string_view name) override;
+  FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override;
   const std::string& ScriptName() const { return scriptName_; }
 
  private:

@@ -1,30 +1,14 @@
 #include "cli/output_file.h"
 
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <random>
 #include <system_error>
+
+#include "files/files.h"
 
 namespace vaxel {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t MaxFileSize = std::size_t{512} << 20;
-
-std::string ErrnoText() {
-  return std::strerror(errno);
-}
-
-std::FILE* Open(const fs::path& path, const char* mode) {
-#ifdef _WIN32
-  const std::wstring wideMode(mode, mode + std::strlen(mode));
-  return _wfopen(path.c_str(), wideMode.c_str());
-#else
-  return std::fopen(path.c_str(), mode);
-#endif
-}
 
 // Through links the file that they name is written, not the link, even when it is not there yet.
 fs::path FollowLinks(fs::path path) {
@@ -49,40 +33,6 @@ fs::path TemporaryBeside(const fs::path& target) {
 
 }  // namespace
 
-fs::path PathOf(const std::string& name) {
-#ifdef _WIN32
-  return {std::u8string(name.begin(), name.end())};
-#else
-  // Here a file's name is bytes, not always UTF-8.
-  return {name};
-#endif
-}
-
-std::optional<std::string> ReadWholeFile(const std::string& name, std::string& error) {
-  const bool standard = name == "-";
-  std::error_code ignored;
-  if (!standard && fs::is_directory(PathOf(name), ignored)) {
-    error = "it is a folder";
-    return std::nullopt;
-  }
-  std::FILE* const file = standard ? stdin : Open(PathOf(name), "rb");
-  if (!file) {
-    error = ErrnoText();
-    return std::nullopt;
-  }
-  std::string bytes;
-  std::array<char, 1U << 16> buffer{};
-  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file)) {
-    bytes.append(buffer.data(), count);
-    if (bytes.size() > MaxFileSize) break;
-  }
-  if (std::ferror(file)) error = ErrnoText();
-  if (bytes.size() > MaxFileSize) error = "it is larger than 512 MB";
-  if (!standard) std::fclose(file);
-  if (!error.empty()) return std::nullopt;
-  return bytes;
-}
-
 OutputFile::OutputFile(const std::string& name) {
   if (name == "-") {
     file_ = stdout;
@@ -97,7 +47,7 @@ OutputFile::OutputFile(const std::string& name) {
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);
   if (!direct) temporary_ = TemporaryBeside(target_);
-  file_ = Open(direct ? target_ : temporary_, "wb");
+  file_ = OpenFile(direct ? target_ : temporary_, "wb");
   if (!file_) Fail();
   // Whoever may read the old drawing may read the new one, and nobody else.
   if (file_ && fs::is_regular_file(status)) fs::permissions(temporary_, status.permissions(), error);

@@ -1,19 +1,13 @@
-// Files as vaxel-render reads and writes them. Names are UTF-8, "-" is standard input or output.
+// Files as vaxel-render writes them. Names are UTF-8, "-" is standard output.
 #pragma once
 
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "render/byte_sink.h"
 
 namespace vaxel {
-
-std::filesystem::path PathOf(const std::string& name);
-
-// The whole file. None, with the reason, when it cannot be read or is larger than the memory of a run allows.
-std::optional<std::string> ReadWholeFile(const std::string& name, std::string& error);
 
 // A file that is there whole or not at all: it is written beside its place and moved there when it is
 // complete. A device or a pipe is written directly.

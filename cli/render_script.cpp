@@ -12,11 +12,13 @@
 #include "cli/output_file.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
+#include "files/files.h"
 #include "interpreter/run.h"
 #include "interpreter/text_encoding.h"
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
+#include "render/system_decoder.h"
 #include "render/system_measurer.h"
 #include "resources/string_table.h"
 #include "text/utf8.h"
@@ -46,13 +48,14 @@ std::string FindScript(const std::string& name) {
 }
 
 std::optional<std::string> ReadScript(const std::string& name) {
-  std::string error;
-  auto bytes = ReadWholeFile(name, error);
-  if (!bytes) {
-    Complain("cannot read " + DisplayName(name, "standard input") + ": " + error);
+  constexpr std::size_t maxBytes = std::size_t{512} << 20;
+  FileContent content = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
+  if (content.Status == FileStatus::TooLarge) content.Reason = "it is larger than 512 MB";
+  if (content.Status != FileStatus::Read) {
+    Complain("cannot read " + DisplayName(name, "standard input") + ": " + content.Reason);
     return std::nullopt;
   }
-  auto decoded = DecodeText(std::move(*bytes));
+  auto decoded = DecodeText(std::move(content.Bytes));
   if (!decoded) {
     Complain(DisplayName(name, "standard input") + " is not a text: it holds NUL characters");
     return std::nullopt;
@@ -79,9 +82,16 @@ std::string Title(const RenderOptions& options) {
   return IsValidUtf8(title) ? title : "Vaxel";
 }
 
+// What all runs and outputs share of this machine.
+struct Machine {
+  ConsoleHost Host;
+  SystemMeasurer Measurer{};
+  SystemDecoder Decoder{};
+};
+
 // Writes one page, or the whole list in the formats that hold several.
 WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
-                        std::size_t page, ByteSink& sink) {
+                        std::size_t page, Machine& machine, ByteSink& sink) {
   WriteResult result;
   switch (output.Format) {
     case OutputFormat::Svg: {
@@ -100,8 +110,9 @@ WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& outpu
   }
   const CairoFunctions* const cairo = LoadCairo(result.Error);
   if (!cairo) return result;
-  return output.Format == OutputFormat::Pdf ? cairo->WritePdf(list, {Title(options), SourceDate()}, sink)
-                                            : cairo->WritePng(list, page, options.Dpi.value_or(PngDpi), sink);
+  if (output.Format == OutputFormat::Pdf)
+    return cairo->WritePdf(list, {Title(options), SourceDate()}, &machine.Decoder, sink);
+  return cairo->WritePng(list, page, options.Dpi.value_or(PngDpi), &machine.Decoder, sink);
 }
 
 // "dial.svg" for the first page, then "dial-2.svg", "dial-3.svg", …
@@ -114,7 +125,7 @@ std::string PageFileName(const std::string& fileName, std::size_t page) {
 }
 
 ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
-                       ConsoleHost& host) {
+                       Machine& machine) {
   const bool oneFile = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
   const std::size_t files = oneFile ? 1 : list.Pages().size();
   if (files > 1 && output.FileName == "-") {
@@ -124,9 +135,10 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
   for (std::size_t page = 0; page < files; ++page) {
     const std::string name = PageFileName(output.FileName, page);
     OutputFile file(name);
-    WriteResult result = WriteFormat(options, output, list, page, file);
+    WriteResult result = WriteFormat(options, output, list, page, machine, file);
     for (const FontReplacement& font : result.Replaced) {
-      host.ShowNotice("", 0, TableString(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
+      machine.Host.ShowNotice("", 0,
+                              TableString(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
     }
     if (result.Error.empty()) result.Error = file.Commit();
     if (result.Error.empty()) continue;
@@ -143,18 +155,19 @@ struct Script {
 };
 
 // Runs the script for one kind of target; the list gets at least one page.
-ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& script, ConsoleHost& host,
-                  TextMeasurer& measurer, DisplayList& list) {
-  RunContext run(host, AllCommands(), list);
+ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& script, Machine& machine,
+                  DisplayList& list) {
+  RunContext run(machine.Host, AllCommands(), list);
   run.LangBase = options.LangBase;
   for (const auto& [name, value] : options.Variables) run.Level().Variables.Set(name, value);
   RunTarget target = TargetFor(kind, options);
-  target.Measurer = &measurer;
+  target.Measurer = &machine.Measurer;
+  target.Decoder = &machine.Decoder;
   switch (RunScript(run, target, script.Text, script.FileName == "-" ? "" : script.FileName)) {
     case RunEnd::Failed:
       return ExitStatus::ScriptFailed;
     case RunEnd::Empty:
-      std::fprintf(stderr, "%s: the script is empty, so is the drawing\n", host.ScriptName().c_str());
+      std::fprintf(stderr, "%s: the script is empty, so is the drawing\n", machine.Host.ScriptName().c_str());
       list.BeginPage(target.WidthMm, target.HeightMm);
       break;
     case RunEnd::Completed:
@@ -184,20 +197,22 @@ ExitStatus RenderScript(const RenderOptions& options) {
   std::optional<std::string> text = ReadScript(script.FileName);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
-  ConsoleHost host(DisplayName(script.FileName, "<stdin>"));
-  SystemMeasurer measurer;
+  Machine machine{ConsoleHost(DisplayName(script.FileName, "<stdin>"))};
   // Every run comes before the first output: a script that fails on paper alone writes nothing.
   std::map<TargetKind, DisplayList> lists;
   for (const OutputRequest& output : options.Outputs) {
     const auto [place, isNew] = lists.try_emplace(output.Target);
     if (!isNew) continue;
-    const ExitStatus status = RunFor(output.Target, options, script, host, measurer, place->second);
+    const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
+    if (!machine.Decoder.Failure().empty()) Complain("no picture can be drawn: " + machine.Decoder.Failure());
     if (status != ExitStatus::Drawn) return status;
   }
-  if (!measurer.Failure().empty()) Complain("texts are measured roughly: " + measurer.Failure());
+  if (!machine.Measurer.Failure().empty()) {
+    Complain("texts are measured roughly: " + machine.Measurer.Failure());
+  }
   for (const OutputRequest& output : options.Outputs) {
     const DisplayList& list = lists[output.Target];
-    const ExitStatus status = WriteOutput(options, output, list, host);
+    const ExitStatus status = WriteOutput(options, output, list, machine);
     if (status != ExitStatus::Drawn) return status;
   }
   return ExitStatus::Drawn;

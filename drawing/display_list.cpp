@@ -1,13 +1,39 @@
 #include "drawing/display_list.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vaxel {
+namespace {
+
+// Figures count for their corners too, so that the limit on operations bounds the memory whatever is drawn.
+constexpr std::size_t MaxCornerBytes = 4 * DisplayList::MaxOperations * sizeof(Point);
+
+template <class Item>
+std::span<const Item> Copied(const ChunkedVector<Item>& items, std::size_t first, std::size_t count,
+                             std::vector<Item>& buffer) {
+  buffer.clear();
+  for (std::size_t i = 0; i < count; ++i) buffer.push_back(items[first + i]);
+  return buffer;
+}
+
+template <class Kind, class Item>
+Kind Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fill& inside) {
+  if ((storage.size() + items.size()) * sizeof(Item) > MaxCornerBytes) throw OperationLimitExceeded();
+  const auto first = static_cast<std::uint32_t>(storage.size());
+  for (const Item& item : items) storage.push_back(item);
+  return {first, static_cast<std::uint32_t>(items.size()), inside};
+}
+
+}  // namespace
 
 std::span<const Point> DisplayList::Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const {
-  buffer.clear();
-  for (std::size_t i = 0; i < polygon.Count; ++i) buffer.push_back(corners_[polygon.First + i]);
-  return buffer;
+  return Copied(corners_, polygon.First, polygon.Count, buffer);
+}
+
+std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
+                                                std::vector<ContourArc>& buffer) const {
+  return Copied(pieces_, contour.First, contour.Count, buffer);
 }
 
 void DisplayList::BeginPage(double width, double height) {
@@ -22,8 +48,11 @@ void DisplayList::ResizePage(double width, double height) {
 void DisplayList::Clear() {
   operations_.clear();
   corners_.clear();
+  pieces_.clear();
   texts_.clear();
   textBytes_ = 0;
+  pictures_.clear();
+  pictureBytes_ = 0;
   if (pages_.empty()) return;
   const Page current = pages_.back();
   pages_.clear();
@@ -37,12 +66,13 @@ void DisplayList::Add(const Operation& operation) {
 }
 
 void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation) {
-  // A polygon counts for its corners too, so that the limit bounds the memory whatever is drawn.
-  if (corners_.size() + corners.size() > 4 * MaxOperations) throw OperationLimitExceeded();
-  operation.Figure = PolygonShape{static_cast<std::uint32_t>(corners_.size()),
-                                  static_cast<std::uint32_t>(corners.size()), inside};
+  operation.Figure = Stored<PolygonShape>(corners, corners_, inside);
   Add(operation);
-  for (const Point& corner : corners) corners_.push_back(corner);
+}
+
+void DisplayList::AddContour(std::span<const ContourArc> pieces, const Fill& inside, Operation operation) {
+  operation.Figure = Stored<ContourShape>(pieces, pieces_, inside);
+  Add(operation);
 }
 
 void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
@@ -53,6 +83,17 @@ void DisplayList::AddText(std::string text, const FontFace& face, TextShape shap
   operation.Figure = shape;
   Add(operation);
   texts_.push_back(std::move(text));
+}
+
+void DisplayList::AddPicture(std::shared_ptr<const Picture> picture, PictureShape shape,
+                             Operation operation) {
+  pictureBytes_ += picture->Bytes.size();
+  if (pictureBytes_ > MaxPictureBytes) throw PictureLimitExceeded();
+  const auto known = std::find(pictures_.begin(), pictures_.end(), picture);
+  shape.Content = static_cast<std::uint32_t>(known - pictures_.begin());
+  if (known == pictures_.end()) pictures_.push_back(std::move(picture));
+  operation.Figure = shape;
+  Add(operation);
 }
 
 std::uint32_t DisplayList::IndexOf(const FontFace& face) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -18,6 +19,8 @@
 #include "drawing/chunked_vector.h"
 #include "drawing/colour.h"
 #include "drawing/font_face.h"
+#include "drawing/picture.h"
+#include "geometry/contour.h"
 #include "geometry/point.h"
 
 namespace vaxel {
@@ -45,6 +48,13 @@ struct RectangleShape {
 
 // A closed polygon with round joins; its corners are DisplayList::Corners().
 struct PolygonShape {
+  std::uint32_t First = 0;
+  std::uint32_t Count = 0;
+  Fill Inside{};
+};
+
+// A closed contour of arcs and straight lines with round joins; its pieces are DisplayList::Pieces().
+struct ContourShape {
   std::uint32_t First = 0;
   std::uint32_t Count = 0;
   Fill Inside{};
@@ -81,11 +91,19 @@ struct TextShape {
   std::uint32_t Face = 0;     // see DisplayList::FaceOf()
 };
 
-using Shape = std::variant<LineShape, RectangleShape, PolygonShape, CircleShape, PointShape, TextShape>;
+// A picture that fills a box.
+struct PictureShape {
+  Point Corner;  // upper left
+  double Width = 0, Height = 0;
+  std::uint32_t Content = 0;  // see DisplayList::PictureOf()
+};
+
+using Shape = std::variant<LineShape, RectangleShape, PolygonShape, ContourShape, CircleShape, PointShape,
+                           TextShape, PictureShape>;
 
 struct Operation {
-  double Width = 0;              // of the stroke, greater than 0; a text has none
-  Colour Ink = Black;            // of the stroke, or of the text
+  double Width = 0;    // of the stroke; 0: a filled figure is not stroked. Texts and pictures have none
+  Colour Ink = Black;  // of the stroke, or of the text
   std::uint32_t SourceLine = 0;  // the line of the main script that drew it, from 1
   Shape Figure{};
 };
@@ -110,6 +128,12 @@ class TextLimitExceeded : public std::length_error {
   TextLimitExceeded() : std::length_error("too much text") {}
 };
 
+// Thrown by a picture that would exceed DisplayList::MaxPictureBytes.
+class PictureLimitExceeded : public std::length_error {
+ public:
+  PictureLimitExceeded() : std::length_error("too many pictures") {}
+};
+
 // Thrown for a coordinate, radius or width that is not finite or beyond MaxCoordinate: so every renderer
 // gets numbers that its format can hold.
 class CoordinateOverflow : public std::overflow_error {
@@ -123,6 +147,8 @@ class DisplayList {
   static constexpr std::size_t MaxOperations = 5'000'000;
   // Of all texts together, so that the limits bound the memory whatever is drawn.
   static constexpr std::size_t MaxTextBytes = 100'000'000;
+  // Of all pictures together, each counted as often as it is drawn: an output may hold it as often.
+  static constexpr std::size_t MaxPictureBytes = 500'000'000;
 
   const std::vector<Page>& Pages() const { return pages_; }
   std::size_t Size() const { return operations_.size(); }
@@ -130,9 +156,15 @@ class DisplayList {
   // Copies the corners of a polygon into buffer, which grows as needed, and returns them.
   std::span<const Point> Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const;
 
+  // The same for the pieces of a contour. Their angles are those that the reader sees.
+  std::span<const ContourArc> Pieces(const ContourShape& contour, std::vector<ContourArc>& buffer) const;
+
   // Well-formed UTF-8 without control characters.
   const std::string& TextOf(const TextShape& text) const { return texts_[text.Content]; }
   const FontFace& FaceOf(const TextShape& text) const { return faces_[text.Face]; }
+
+  // The same object for the same picture drawn again.
+  const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
 
   // Begins a page; the operations that follow belong to it.
   void BeginPage(double width, double height);
@@ -143,8 +175,10 @@ class DisplayList {
   // Needs a page.
   void Add(const Operation& operation);
   void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation);
-  // Fills in what the shape refers to.
+  void AddContour(std::span<const ContourArc> pieces, const Fill& inside, Operation operation);
+  // Fill in what the shape refers to.
   void AddText(std::string text, const FontFace& face, TextShape shape, Operation operation);
+  void AddPicture(std::shared_ptr<const Picture> picture, PictureShape shape, Operation operation);
 
  private:
   std::uint32_t IndexOf(const FontFace& face);
@@ -152,8 +186,11 @@ class DisplayList {
   std::vector<Page> pages_;
   ChunkedVector<Operation> operations_;
   ChunkedVector<Point> corners_;
+  ChunkedVector<ContourArc> pieces_;
   ChunkedVector<std::string> texts_;
   std::size_t textBytes_ = 0;
+  std::vector<std::shared_ptr<const Picture>> pictures_;
+  std::size_t pictureBytes_ = 0;
   std::vector<FontFace> faces_;
   std::map<FontFace, std::uint32_t> faceIndex_;
   std::uint32_t lastFace_ = 0;

@@ -104,6 +104,23 @@ void DrawSurface::Polygon(std::span<const Point> points, Colour colour, bool fil
   list_->AddPolygon(corners_, {filled, FillColor}, NewOperation(colour));
 }
 
+void DrawSurface::Contour(std::span<const ContourArc> pieces, Colour colour, bool filled) {
+  pieces_.clear();
+  for (const ContourArc& piece : pieces) {
+    pieces_.push_back({ToDevice(piece.Centre.X, piece.Centre.Y), std::abs(Checked(piece.Radius * scaleX_)),
+                       piece.StartAngle, piece.Sweep});
+  }
+  list_->AddContour(pieces_, {filled, FillColor}, NewOperation(colour));
+}
+
+void DrawSurface::PaintPicture(std::shared_ptr<const Picture> picture, Point corner, double width,
+                               double height) {
+  const Point upperLeft = ToDevice(corner.X, corner.Y + height);
+  const Point lowerRight = ToDevice(corner.X + width, corner.Y);
+  const Point size = lowerRight - upperLeft;
+  list_->AddPicture(std::move(picture), {upperLeft, size.X, size.Y}, {0, Black, SourceLine, {}});
+}
+
 void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, CircleForm form,
                          double startAngle, double endAngle, double aspect) {
   CircleShape circle{ToDevice(cx, cy),

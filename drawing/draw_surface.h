@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,8 +17,10 @@
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
+#include "drawing/picture.h"
 #include "drawing/standard_faces.h"
 #include "drawing/text_layout.h"
+#include "geometry/contour.h"
 #include "geometry/point.h"
 
 namespace vaxel {
@@ -36,6 +39,8 @@ struct RunTarget {
   double OffX = 0, OffY = 0;             // shift of the default screen centre, device mm, y upward
   // Of all fonts but the standard ones; null: a stand-in. It must outlive the run.
   TextMeasurer* Measurer = nullptr;
+  // Null: pictures are drawn without a look at their data. It must outlive the run.
+  PictureDecoder* Decoder = nullptr;
 };
 
 struct Font {
@@ -77,11 +82,15 @@ class DrawSurface {
   void Rectangle(double x1, double y1, double x2, double y2, Colour colour, bool filled);
   // Closed; filled with FillColor.
   void Polygon(std::span<const Point> points, Colour colour, bool filled);
+  // The same for arcs and the straight lines between them.
+  void Contour(std::span<const ContourArc> pieces, Colour colour, bool filled);
   // Angles in radians, counter-clockwise from startAngle to endAngle; aspect = height / width, the radius
   // being half the width. Filled with FillColor when FillStyle says so and form is not an arc.
   void Circle(double cx, double cy, double radius, Colour colour, CircleForm form = CircleForm::Full,
               double startAngle = 0, double endAngle = 0, double aspect = 1);
   void PSet(double x, double y, Colour colour);
+  // Scaled into the box whose lower left corner is given; its sizes must be above 0.
+  void PaintPicture(std::shared_ptr<const Picture> picture, Point corner, double width, double height);
   // Text in Font. Its extent, in drawing units.
   TextExtent MeasureText(std::string_view text);
   double TextWidth(std::string_view text) { return MeasureText(text).Length; }
@@ -121,7 +130,7 @@ class DrawSurface {
   double CTX = 0, CTY = 0;
   double CurrentX = 0, CurrentY = 0;
   Colour ForeColor = Black;
-  double DrawWidth = 1;  // device pixels, at least 1
+  double DrawWidth = 1;  // device pixels, at least 1; 0: filled figures have no outline
   bool FillStyle = false;
   Colour FillColor = Black;
   vaxel::Font Font;
@@ -150,7 +159,8 @@ class DrawSurface {
   FaceMetrics metrics_;
   Point deviceSize_;  // mm, the page as it is turned now
   bool centreSet_ = false;
-  std::vector<Point> corners_;  // of the polygon being drawn; kept for its memory
+  std::vector<Point> corners_;      // of the polygon being drawn; kept for its memory
+  std::vector<ContourArc> pieces_;  // of the contour being drawn, likewise
   double left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
 };
 

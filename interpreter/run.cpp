@@ -190,6 +190,7 @@ void Reset(RunContext& run) {
   run.LastText.reset();
   run.ScreenCentre = {};
   run.ReplacedFonts.clear();
+  run.Pictures.clear();
   run.LastError.clear();
   run.SetPen({});
 }
@@ -213,6 +214,8 @@ RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std
     return Report(run, ScriptFault(FaultReason::TooManyOperations));
   } catch (const TextLimitExceeded&) {
     return Report(run, ScriptFault(FaultReason::TooMuchText));
+  } catch (const PictureLimitExceeded&) {
+    return Report(run, ScriptFault(FaultReason::TooManyPictures));
   } catch (const CoordinateOverflow&) {
     return Report(run, ScriptFault(FaultReason::Overflow));
   } catch (const std::bad_alloc&) {

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -11,6 +13,7 @@
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
 #include "drawing/pen.h"
+#include "drawing/picture.h"
 #include "drawing/text_layout.h"
 #include "interpreter/command_row.h"
 #include "interpreter/label_table.h"
@@ -62,7 +65,8 @@ struct RunContext {
   std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
-  std::optional<double> NextZoom;       // with which the next zoom view opens, when the script says so
+  std::map<std::string, std::shared_ptr<const Picture>> Pictures;  // read so far, by the names of their files
+  std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
 
   ScriptLevel& Level() { return Levels[CurrentLevel - 1]; }
   const ScriptLevel& Level() const { return Levels[CurrentLevel - 1]; }

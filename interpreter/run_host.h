@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "files/files.h"
 
 namespace vaxel {
 
@@ -38,6 +41,9 @@ class RunHost {
   virtual std::string Today() = 0;
   // The name of a script's file with all its folders; empty for an unsaved text.
   virtual std::string FullFileName(std::string_view fileName) = 0;
+  // The file that a script means by a name, as ReadFile takes it; empty when there is none.
+  virtual std::string FindFile(std::string_view scriptName, std::string_view name) = 0;
+  virtual FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) = 0;
 };
 
 }  // namespace vaxel

@@ -43,7 +43,19 @@ enum class FaultReason : std::int16_t {
   ListLengths = 255,
   BadValueFormat = 256,
   TooMuchText = 258,
-  NoSupport = 259
+  NoSupport = 259,
+  UnknownOption = 260,
+  FileMissing = 261,
+  FileUnreadable = 262,
+  FileTooLarge = 263,
+  NotAPicture = 264,
+  PictureIncomplete = 265,
+  PictureTooLarge = 266,
+  TooManyPictures = 267,
+  BadPictureSize = 268,
+  BadOpening = 269,
+  BadNumber = 270,
+  NoRoomForDovetails = 271
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which

@@ -25,7 +25,8 @@ cairo_status_t WriteToSink(void* sink, const unsigned char* bytes, unsigned int 
 // Gives each page of the document its own size.
 class PdfRenderer : public CairoRenderer {
  public:
-  PdfRenderer(cairo_t* context, cairo_surface_t* surface) : CairoRenderer(context), surface_(surface) {}
+  PdfRenderer(cairo_t* context, cairo_surface_t* surface, PictureDecoder* decoder)
+      : CairoRenderer(context, decoder), surface_(surface) {}
 
   void BeginPage(const Page& page, std::size_t number) override {
     cairo_pdf_surface_set_size(surface_, page.Width * PointsPerMillimetre, page.Height * PointsPerMillimetre);
@@ -45,14 +46,15 @@ std::string TimeText(std::int64_t seconds) {
   return {text.data(), length};
 }
 
-WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
+WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder,
+                     ByteSink& sink) {
   const UniqueSurface surface(cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
   const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, time.c_str());
   const UniqueContext context(cairo_create(surface.get()));
   cairo_scale(context.get(), PointsPerMillimetre, PointsPerMillimetre);
-  PdfRenderer renderer(context.get(), surface.get());
+  PdfRenderer renderer(context.get(), surface.get(), decoder);
   PlayAll(list, renderer);
   WriteResult result = renderer.Result();
   if (!result.Error.empty()) return result;
@@ -73,11 +75,11 @@ WriteResult WithoutThrowing(Function function) {
 }
 
 constexpr CairoFunctions Functions = {
-    [](const DisplayList& list, const DocumentInfo& info, ByteSink& sink) {
-      return WithoutThrowing([&] { return WritePdf(list, info, sink); });
+    [](const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder, ByteSink& sink) {
+      return WithoutThrowing([&] { return WritePdf(list, info, decoder, sink); });
     },
-    [](const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
-      return WithoutThrowing([&] { return WritePng(list, page, dpi, sink); });
+    [](const DisplayList& list, std::size_t page, double dpi, PictureDecoder* decoder, ByteSink& sink) {
+      return WithoutThrowing([&] { return WritePng(list, page, dpi, decoder, sink); });
     }};
 
 }  // namespace

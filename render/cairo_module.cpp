@@ -48,6 +48,11 @@ std::unique_ptr<SystemText> LoadPango(std::string& error) {
   return std::unique_ptr<SystemText>(entry ? entry() : nullptr);
 }
 
+std::unique_ptr<PictureDecoder> LoadPixbuf(std::string& error) {
+  const auto entry = EntryOf<PictureDecoder* (*)()>("vaxel-pixbuf.so", "VaxelPixbuf", error);
+  return std::unique_ptr<PictureDecoder>(entry ? entry() : nullptr);
+}
+
 #endif
 
 }  // namespace vaxel

@@ -13,6 +13,7 @@
 
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
+#include "drawing/picture.h"
 #include "render/byte_sink.h"
 
 struct _cairo;
@@ -39,9 +40,12 @@ struct WriteResult {
 
 // What the module exports.
 struct CairoFunctions {
-  WriteResult (*WritePdf)(const DisplayList& list, const DocumentInfo& info, ByteSink& sink);
+  // Pictures are decoded by the decoder; without one there can be none.
+  WriteResult (*WritePdf)(const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder,
+                          ByteSink& sink);
   // One page (from 0), so many pixels an inch.
-  WriteResult (*WritePng)(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
+  WriteResult (*WritePng)(const DisplayList& list, std::size_t page, double dpi, PictureDecoder* decoder,
+                          ByteSink& sink);
 };
 
 // A PDF file gives the widths of its glyphs in thousandths of the size, cut off, and Cairo does not count
@@ -58,8 +62,9 @@ class SystemText : public TextMeasurer {
                     double reach) = 0;
 };
 
-// Both load their module on first use. Null, with the reason in error, where there is none.
+// Each loads its module on first use. Null, with the reason in error, where there is none.
 const CairoFunctions* LoadCairo(std::string& error);
 std::unique_ptr<SystemText> LoadPango(std::string& error);
+std::unique_ptr<PictureDecoder> LoadPixbuf(std::string& error);
 
 }  // namespace vaxel

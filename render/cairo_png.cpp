@@ -72,7 +72,8 @@ std::string EncodeSurface(cairo_surface_t* surface, double dpi, ByteSink& sink) 
 
 }  // namespace
 
-WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink) {
+WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, PictureDecoder* decoder,
+                     ByteSink& sink) {
   const Page& drawn = list.Pages()[page];
   const double scale = dpi / MillimetresPerInch;
   const double width = std::ceil(drawn.Width * scale - 1e-6);
@@ -86,7 +87,7 @@ WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, Byte
   cairo_set_source_rgb(context.get(), 1, 1, 1);
   cairo_paint(context.get());
   cairo_scale(context.get(), scale, scale);
-  CairoRenderer renderer(context.get());
+  CairoRenderer renderer(context.get(), decoder);
   PlayPage(list, page, renderer);
   WriteResult result = renderer.Result();
   if (!result.Error.empty()) return result;

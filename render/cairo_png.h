@@ -9,6 +9,7 @@
 namespace vaxel {
 
 // See CairoFunctions::WritePng.
-WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, ByteSink& sink);
+WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, PictureDecoder* decoder,
+                     ByteSink& sink);
 
 }  // namespace vaxel

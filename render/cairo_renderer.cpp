@@ -32,7 +32,8 @@ bool CutToReach(Point& from, Point& to, double reach) {
 
 }  // namespace
 
-CairoRenderer::CairoRenderer(cairo_t* context) : context_(context) {
+CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder)
+    : context_(context), pictures_(decoder) {
   cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
   // In device units, of which a millimetre has at least 2.8: curves are exact far below what can be seen.
@@ -48,6 +49,7 @@ WriteResult CairoRenderer::Result() const {
   WriteResult result;
   const cairo_status_t status = cairo_status(context_);
   if (texts_) result = {texts_->Failure(), texts_->Replaced()};
+  if (!failure_.empty()) result.Error = failure_;
   if (status != CAIRO_STATUS_SUCCESS) result.Error = cairo_status_to_string(status);
   return result;
 }
@@ -67,9 +69,12 @@ void CairoRenderer::Paint(const Operation& operation, const Fill& inside) {
     SetInk(inside.Ink);
     cairo_fill_preserve(context_);
   }
-  SetInk(operation.Ink);
-  cairo_set_line_width(context_, operation.Width);
-  cairo_stroke(context_);
+  if (operation.Width > 0) {
+    SetInk(operation.Ink);
+    cairo_set_line_width(context_, operation.Width);
+    cairo_stroke(context_);
+  }
+  cairo_new_path(context_);
 }
 
 void CairoRenderer::Line(const Operation& operation, const LineShape& line) {
@@ -95,6 +100,28 @@ void CairoRenderer::Polygon(const Operation& operation, const PolygonShape& poly
   }
   cairo_close_path(context_);
   Paint(operation, polygon.Inside);
+}
+
+void CairoRenderer::Contour(const Operation& operation, const ContourShape& contour,
+                            std::span<const ContourArc> pieces) {
+  for (const ContourArc& piece : pieces) {
+    const double farthest = std::max(std::abs(piece.Centre.X), std::abs(piece.Centre.Y)) + piece.Radius;
+    if (farthest > reach_) {
+      cairo_new_path(context_);
+      return;
+    }
+    // Cairo's angles run clockwise, because y runs downward.
+    const double start = -piece.StartAngle, end = start - piece.Sweep;
+    if (piece.Radius == 0) {
+      cairo_line_to(context_, piece.Centre.X, piece.Centre.Y);
+    } else if (piece.Sweep < 0) {
+      cairo_arc(context_, piece.Centre.X, piece.Centre.Y, piece.Radius, start, end);
+    } else {
+      cairo_arc_negative(context_, piece.Centre.X, piece.Centre.Y, piece.Radius, start, end);
+    }
+  }
+  cairo_close_path(context_);
+  Paint(operation, contour.Inside);
 }
 
 void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle) {
@@ -132,6 +159,28 @@ void CairoRenderer::Text(const Operation& operation, const TextShape& shape, std
   if (!texts_) texts_ = std::make_unique<CairoText>(context_, reach_);
   SetInk(operation.Ink);
   texts_->Draw(shape, text, face);
+}
+
+void CairoRenderer::Image(const Operation&, const PictureShape& shape, const Picture& picture) {
+  cairo_surface_t* const surface = pictures_.SurfaceOf(picture);
+  if (!surface) {
+    if (failure_.empty()) failure_ = "the picture " + picture.Name + " cannot be decoded";
+    return;
+  }
+  cairo_save(context_);
+  cairo_translate(context_, shape.Corner.X, shape.Corner.Y);
+  cairo_scale(context_, shape.Width / picture.Width, shape.Height / picture.Height);
+  cairo_set_source_surface(context_, surface, 0, 0);
+  if (cairo_surface_get_type(cairo_get_target(context_)) == CAIRO_SURFACE_TYPE_IMAGE) {
+    // Else the outermost pixels would fade into the paper.
+    cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_PAD);
+    cairo_rectangle(context_, 0, 0, picture.Width, picture.Height);
+    cairo_fill(context_);
+  } else {
+    // So a document takes the picture as it is, with its own resolution.
+    cairo_paint(context_);
+  }
+  cairo_restore(context_);
 }
 
 }  // namespace vaxel

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "render/cairo_pictures.h"
 #include "render/cairo_text.h"
 #include "render/renderer.h"
 
@@ -15,8 +16,8 @@ namespace vaxel {
 // page.
 class CairoRenderer : public Renderer {
  public:
-  // The context must outlive the renderer.
-  explicit CairoRenderer(cairo_t* context);
+  // Both must outlive the renderer; without a decoder there can be no pictures.
+  CairoRenderer(cairo_t* context, PictureDecoder* decoder);
 
   void BeginPage(const Page& page, std::size_t number) override;
   void EndPage() override;
@@ -24,10 +25,13 @@ class CairoRenderer : public Renderer {
   void Rectangle(const Operation& operation, const RectangleShape& rectangle) override;
   void Polygon(const Operation& operation, const PolygonShape& polygon,
                std::span<const Point> corners) override;
+  void Contour(const Operation& operation, const ContourShape& contour,
+               std::span<const ContourArc> pieces) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
   void Dot(const Operation& operation, const PointShape& point) override;
   void Text(const Operation& operation, const TextShape& shape, std::string_view text,
             const FontFace& face) override;
+  void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;
 
   // What has come of the drawing so far.
   WriteResult Result() const;
@@ -39,6 +43,8 @@ class CairoRenderer : public Renderer {
   cairo_t* context_;
   double reach_;                      // mm from the origin
   std::unique_ptr<CairoText> texts_;  // made for the first text
+  CairoPictures pictures_;
+  std::string failure_;
 };
 
 }  // namespace vaxel

@@ -81,6 +81,19 @@ void ListRenderer::Polygon(const Operation& operation, const PolygonShape& polyg
   EndLine();
 }
 
+void ListRenderer::Contour(const Operation& operation, const ContourShape& contour,
+                           std::span<const ContourArc> pieces) {
+  Begin("contour", operation, contour.Inside);
+  for (const ContourArc& piece : pieces) {
+    text_ += ' ';
+    Put(piece.Centre);
+    Put(" ", piece.Radius);
+    Put(" ", piece.StartAngle * DegreesPerRadian);
+    Put(" ", (piece.StartAngle + piece.Sweep) * DegreesPerRadian);
+  }
+  EndLine();
+}
+
 void ListRenderer::Circle(const Operation& operation, const CircleShape& circle) {
   const char* kind = circle.Form == CircleForm::Full  ? "circle"
                      : circle.Form == CircleForm::Arc ? "arc"
@@ -114,6 +127,21 @@ void ListRenderer::Text(const Operation& operation, const TextShape& shape, std:
   if (face.Bold) text_ += " bold";
   if (face.Italic) text_ += " italic";
   (text_ += ": ") += text;
+  EndLine();
+}
+
+void ListRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
+  text_ += "picture ";
+  AppendFixed(text_, operation.SourceLine, 0);
+  text_ += ' ';
+  Put(shape.Corner);
+  Put(" ", shape.Width);
+  Put(" ", shape.Height);
+  text_ += "  ";
+  AppendFixed(text_, picture.Width, 0);
+  text_ += 'x';
+  AppendFixed(text_, picture.Height, 0);
+  (text_ += ": ") += picture.Name;
   EndLine();
 }
 

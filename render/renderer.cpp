@@ -22,17 +22,22 @@ class Player {
   void operator()(const PolygonShape& polygon) {
     renderer_.Polygon(*operation_, polygon, list_.Corners(polygon, corners_));
   }
+  void operator()(const ContourShape& contour) {
+    renderer_.Contour(*operation_, contour, list_.Pieces(contour, pieces_));
+  }
   void operator()(const CircleShape& circle) { renderer_.Circle(*operation_, circle); }
   void operator()(const PointShape& point) { renderer_.Dot(*operation_, point); }
   void operator()(const TextShape& shape) {
     renderer_.Text(*operation_, shape, list_.TextOf(shape), list_.FaceOf(shape));
   }
+  void operator()(const PictureShape& shape) { renderer_.Image(*operation_, shape, list_.PictureOf(shape)); }
 
  private:
   const DisplayList& list_;
   Renderer& renderer_;
   const Operation* operation_ = nullptr;
   std::vector<Point> corners_;
+  std::vector<ContourArc> pieces_;
 };
 
 }  // namespace
@@ -52,6 +57,10 @@ void PlayAll(const DisplayList& list, Renderer& renderer) {
 Point PointOnCircle(const CircleShape& circle, double angle) {
   return {circle.Centre.X + circle.RadiusX * std::cos(angle),
           circle.Centre.Y - circle.RadiusY * std::sin(angle)};
+}
+
+Point PointOnArc(const ContourArc& arc, double angle) {
+  return {arc.Centre.X + arc.Radius * std::cos(angle), arc.Centre.Y - arc.Radius * std::sin(angle)};
 }
 
 }  // namespace vaxel

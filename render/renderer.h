@@ -21,17 +21,21 @@ class Renderer {
   virtual void Rectangle(const Operation& operation, const RectangleShape& rectangle) = 0;
   virtual void Polygon(const Operation& operation, const PolygonShape& polygon,
                        std::span<const Point> corners) = 0;
+  virtual void Contour(const Operation& operation, const ContourShape& contour,
+                       std::span<const ContourArc> pieces) = 0;
   virtual void Circle(const Operation& operation, const CircleShape& circle) = 0;
   virtual void Dot(const Operation& operation, const PointShape& point) = 0;
   virtual void Text(const Operation& operation, const TextShape& shape, std::string_view text,
                     const FontFace& face) = 0;
+  virtual void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) = 0;
 };
 
 // Plays one page (from 0), or all of them, in the order in which they were drawn.
 void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer);
 void PlayAll(const DisplayList& list, Renderer& renderer);
 
-// The point of a circle at an angle; y runs downward.
+// The point of a circle, or of a contour's piece, at an angle; y runs downward.
 Point PointOnCircle(const CircleShape& circle, double angle);
+Point PointOnArc(const ContourArc& arc, double angle);
 
 }  // namespace vaxel

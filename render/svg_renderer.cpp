@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 #include "drawing/standard_faces.h"
@@ -62,6 +63,22 @@ void AppendFamilies(std::string& text, std::string_view name) {
   (text += ',') += standard ? standard->Generic : "sans-serif";
 }
 
+// Bytes in each piece of a picture, a multiple of 3, so that the pieces join.
+constexpr std::size_t Base64Stretch = 3U << 13;
+
+void AppendBase64(std::string& text, std::string_view bytes) {
+  constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+      text += i <= bytes.size() ? digits[group >> (18 - 6 * i) & 63] : '=';
+    }
+  }
+}
+
 // Blanks that a reader would drop: at the ends, and beside one another.
 bool HasBlanksToKeep(std::string_view text) {
   return text.starts_with(' ') || text.ends_with(' ') || text.find("  ") != std::string_view::npos;
@@ -77,6 +94,12 @@ void SvgRenderer::Attribute(const char* name, double value) {
   ((text_ += ' ') += name) += "=\"";
   Number(value);
   text_ += '"';
+}
+
+void SvgRenderer::XY(Point point) {
+  Number(point.X);
+  text_ += ' ';
+  Number(point.Y);
 }
 
 void SvgRenderer::Flush() {
@@ -110,10 +133,12 @@ void SvgRenderer::Finish(const Operation& operation, const Fill& inside) {
     AppendColour(text_, inside.Ink);
     text_ += '"';
   }
-  text_ += " stroke=\"";
-  AppendColour(text_, operation.Ink);
-  text_ += '"';
-  Attribute("stroke-width", operation.Width);
+  if (operation.Width > 0) {
+    text_ += " stroke=\"";
+    AppendColour(text_, operation.Ink);
+    text_ += '"';
+    Attribute("stroke-width", operation.Width);
+  }
   text_ += " data-line=\"";
   AppendFixed(text_, operation.SourceLine, 0);
   text_ += "\"/>\n";
@@ -151,21 +176,31 @@ void SvgRenderer::Polygon(const Operation& operation, const PolygonShape& polygo
   Finish(operation, polygon.Inside);
 }
 
-// Two halves: the ends of an arc of nearly a whole turn are the same point when rounded, and an arc between
-// equal points is none.
-void SvgRenderer::Arc(const CircleShape& circle) {
-  const double middle = (circle.StartAngle + circle.EndAngle) / 2;
-  for (double angle : {middle, circle.EndAngle}) {
-    const Point to = PointOnCircle(circle, angle);
+// Two halves, by the middle: the ends of an arc of nearly a whole turn are the same point when rounded, and
+// an arc between equal points is none.
+void SvgRenderer::Arc(double radiusX, double radiusY, bool clockwise, Point middle, Point to) {
+  for (const Point end : {middle, to}) {
     text_ += " A";
-    Number(circle.RadiusX);
+    Number(radiusX);
     text_ += ' ';
-    Number(circle.RadiusY);
-    text_ += " 0 0 0 ";
-    Number(to.X);
-    text_ += ' ';
-    Number(to.Y);
+    Number(radiusY);
+    text_ += clockwise ? " 0 0 1 " : " 0 0 0 ";
+    XY(end);
   }
+}
+
+void SvgRenderer::Contour(const Operation& operation, const ContourShape& contour,
+                          std::span<const ContourArc> pieces) {
+  text_ += "<path d=\"M";
+  for (const ContourArc& piece : pieces) {
+    if (text_.back() != 'M') text_ += " L";
+    XY(PointOnArc(piece, piece.StartAngle));
+    if (piece.Radius == 0 || piece.Sweep == 0) continue;
+    Arc(piece.Radius, piece.Radius, piece.Sweep < 0, PointOnArc(piece, piece.StartAngle + piece.Sweep / 2),
+        PointOnArc(piece, piece.StartAngle + piece.Sweep));
+  }
+  text_ += " Z\"";
+  Finish(operation, contour.Inside);
 }
 
 void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) {
@@ -182,15 +217,12 @@ void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   const Point from = PointOnCircle(circle, circle.StartAngle);
   text_ += "<path d=\"M";
   if (circle.Form == CircleForm::Pie) {
-    Number(circle.Centre.X);
-    text_ += ' ';
-    Number(circle.Centre.Y);
+    XY(circle.Centre);
     text_ += " L";
   }
-  Number(from.X);
-  text_ += ' ';
-  Number(from.Y);
-  Arc(circle);
+  XY(from);
+  Arc(circle.RadiusX, circle.RadiusY, false, PointOnCircle(circle, (circle.StartAngle + circle.EndAngle) / 2),
+      PointOnCircle(circle, circle.EndAngle));
   if (circle.Form == CircleForm::Pie) text_ += " Z";
   text_ += '"';
   Finish(operation, circle.Inside);
@@ -235,6 +267,27 @@ void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::
   AppendEscaped(text_, text);
   text_ += "</text>\n";
   if (text_.size() >= FlushSize) Flush();
+}
+
+void SvgRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
+  text_ += "<image";
+  Attribute("x", shape.Corner.X);
+  Attribute("y", shape.Corner.Y);
+  Attribute("width", shape.Width);
+  Attribute("height", shape.Height);
+  // Browsers would turn a photograph as its camera says.
+  text_ +=
+      " preserveAspectRatio=\"none\" style=\"image-orientation:none\""
+      " xmlns:xlink=\"http://www.w3.org/1999/xlink\" data-line=\"";
+  AppendFixed(text_, operation.SourceLine, 0);
+  ((text_ += "\" xlink:href=\"data:") += MediaType(picture.Format)) += ";base64,";
+  for (std::string_view rest = picture.Bytes; !rest.empty();) {
+    const std::size_t length = std::min(rest.size(), Base64Stretch);
+    AppendBase64(text_, rest.substr(0, length));
+    rest.remove_prefix(length);
+    if (text_.size() >= FlushSize) Flush();
+  }
+  text_ += "\"/>\n";
 }
 
 }  // namespace vaxel

@@ -19,15 +19,19 @@ class SvgRenderer : public Renderer {
   void Rectangle(const Operation& operation, const RectangleShape& rectangle) override;
   void Polygon(const Operation& operation, const PolygonShape& polygon,
                std::span<const Point> corners) override;
+  void Contour(const Operation& operation, const ContourShape& contour,
+               std::span<const ContourArc> pieces) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
   void Dot(const Operation& operation, const PointShape& point) override;
   void Text(const Operation& operation, const TextShape& shape, std::string_view text,
             const FontFace& face) override;
+  void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;
 
  private:
   void Number(double value);
   void Attribute(const char* name, double value);
-  void Arc(const CircleShape& circle);
+  void XY(Point point);
+  void Arc(double radiusX, double radiusY, bool clockwise, Point middle, Point to);
   // What all elements end with.
   void Finish(const Operation& operation, const Fill& inside);
   void Flush();

@@ -8,6 +8,7 @@
 
 #include "render/cairo_module.h"
 #include "render/svg_renderer.h"
+#include "render/system_decoder.h"
 
 namespace vaxel::test {
 namespace {
@@ -58,7 +59,8 @@ Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi,
   const fs::path pdf = MeasuredFolder() / (name + ".pdf");
   {
     FileSink sink(pdf);
-    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, sink).Error, "");
+    SystemDecoder decoder;
+    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, &decoder, sink).Error, "");
   }
   const std::string number = std::to_string(page + 1);
   const std::string picture = (MeasuredFolder() / (name + "-pdf-" + number)).string();
@@ -80,7 +82,8 @@ Picture ThroughPng(const DisplayList& list, const std::string& name, double dpi,
   const fs::path png = MeasuredFolder() / (name + ".png");
   {
     FileSink sink(png);
-    EXPECT_EQ(Cairo().WritePng(list, page, dpi, sink).Error, "");
+    SystemDecoder decoder;
+    EXPECT_EQ(Cairo().WritePng(list, page, dpi, &decoder, sink).Error, "");
   }
   return {png.string(), dpi / MillimetresPerInch};
 }

@@ -27,6 +27,13 @@ class RecordingHost : public RunHost {
   std::string FullFileName(std::string_view fileName) override {
     return fileName.empty() ? "" : "C:\\Cadrans\\" + std::string(fileName);
   }
+  std::string FindFile(std::string_view, std::string_view name) override {
+    return settings_.Files.contains(std::string(name)) ? std::string(name) : "";
+  }
+  FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override {
+    const std::string& bytes = settings_.Files.at(std::string(fileName));
+    return bytes.size() > maxBytes ? FileContent{FileStatus::TooLarge} : FileContent{FileStatus::Read, bytes};
+  }
 
  private:
   ScriptRun& run_;

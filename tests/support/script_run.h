@@ -1,6 +1,7 @@
 // Runs a script as a program would and keeps all that comes of it.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,7 +17,8 @@ struct RunSettings {
   std::vector<std::pair<std::string, std::string>> Variables{};
   std::string FileName = "dial.dat";
   int LangBase = 0;
-  bool AnswersOk = true;  // to boxes with OK and Cancel
+  std::map<std::string, std::string> Files{};  // by name, for the script to read
+  bool AnswersOk = true;                       // to boxes with OK and Cancel
 };
 
 RunSettings ForPrinter();

@@ -1,0 +1,222 @@
+#include "drawing/picture.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace vaxel {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr double MillimetresPerInch = 25.4;
+constexpr double MillimetresPerMetre = 1000;
+
+// Numbers out of a file. What lies behind its end reads as 0 and is remembered.
+class ByteReader {
+ public:
+  explicit ByteReader(std::string_view bytes) : bytes_(bytes) {}
+
+  std::uint32_t Byte(std::size_t at) {
+    if (at < bytes_.size()) return static_cast<unsigned char>(bytes_[at]);
+    overrun_ = true;
+    return 0;
+  }
+  std::uint32_t Little16(std::size_t at) { return Byte(at) | Byte(at + 1) << 8; }
+  std::uint32_t Little32(std::size_t at) { return Little16(at) | Little16(at + 2) << 16; }
+  std::uint32_t Big16(std::size_t at) { return Byte(at) << 8 | Byte(at + 1); }
+  std::uint32_t Big32(std::size_t at) { return Big16(at) << 16 | Big16(at + 2); }
+  bool HasOverrun() const { return overrun_; }
+
+ private:
+  std::string_view bytes_;
+  bool overrun_ = false;
+};
+
+double DpiOfMetre(std::uint32_t pixelsPerMetre, double otherwise) {
+  return pixelsPerMetre == 0 ? otherwise : pixelsPerMetre * MillimetresPerInch / MillimetresPerMetre;
+}
+
+// A PNG file is a signature and chunks: length, type, data, checksum. Without the chunk that announces them
+// the further frames of a moving picture are not looked at.
+PictureFault ReadPng(Picture& picture) {
+  constexpr std::size_t firstChunk = 8, overhead = 12;
+  ByteReader reader(picture.Bytes);
+  std::optional<std::pair<std::size_t, std::size_t>> animation;
+  bool hasData = false;
+  for (std::size_t at = firstChunk;;) {
+    const std::size_t length = reader.Big32(at);
+    const std::size_t data = at + 8;
+    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length) return PictureFault::Incomplete;
+    const std::string_view type = std::string_view(picture.Bytes).substr(at + 4, 4);
+    if ((at == firstChunk) != (type == "IHDR")) return PictureFault::NotAPicture;
+    if (type == "IHDR") {
+      picture.Width = reader.Big32(data);
+      picture.Height = reader.Big32(data + 4);
+    } else if (type == "pHYs" && length >= 9 && reader.Byte(data + 8) == 1) {
+      picture.DpiX = DpiOfMetre(reader.Big32(data), picture.DpiX);
+      picture.DpiY = DpiOfMetre(reader.Big32(data + 4), picture.DpiY);
+    } else if (type == "acTL") {
+      animation = {at, overhead + length};
+    }
+    hasData = hasData || type == "IDAT";
+    at += overhead + length;
+    if (type != "IEND") continue;
+    picture.Bytes.resize(at);
+    if (animation) picture.Bytes.erase(animation->first, animation->second);
+    return hasData ? PictureFault::None : PictureFault::Incomplete;
+  }
+}
+
+bool IsJpegFrame(std::uint32_t marker) {
+  constexpr std::array<std::uint32_t, 3> others = {0xC4, 0xC8, 0xCC};
+  return marker >= 0xC0 && marker <= 0xCF && std::find(others.begin(), others.end(), marker) == others.end();
+}
+
+void ReadJpegDensity(ByteReader& reader, std::size_t data, Picture& picture) {
+  constexpr std::uint32_t dotsPerInch = 1, dotsPerCentimetre = 2;
+  const std::uint32_t unit = reader.Byte(data + 7);
+  const double factor = unit == dotsPerInch ? 1 : unit == dotsPerCentimetre ? MillimetresPerInch / 10 : 0;
+  const std::uint32_t x = reader.Big16(data + 8), y = reader.Big16(data + 10);
+  if (factor == 0 || x == 0 || y == 0) return;
+  picture.DpiX = x * factor;
+  picture.DpiY = y * factor;
+}
+
+// A JPEG file is a row of segments, marker, length and data; behind the last of them come the picture's data,
+// which end with a marker of their own.
+PictureFault ReadJpeg(Picture& picture) {
+  constexpr std::uint32_t startOfScan = 0xDA, application0 = 0xE0;
+  const std::string_view bytes = picture.Bytes;
+  ByteReader reader(bytes);
+  for (std::size_t at = 2;;) {
+    if (reader.Byte(at) != 0xFF)
+      return reader.HasOverrun() ? PictureFault::Incomplete : PictureFault::NotAPicture;
+    const std::uint32_t marker = reader.Byte(at + 1);
+    if (marker == 0xFF) {  // a byte of padding
+      ++at;
+      continue;
+    }
+    const std::size_t length = reader.Big16(at + 2);
+    const std::size_t data = at + 4;
+    if (reader.HasOverrun() || bytes.size() < at + 2 + length) return PictureFault::Incomplete;
+    if (length < 2) return PictureFault::NotAPicture;
+    if (marker == application0 && length >= 14 && bytes.substr(data, 5) == "JFIF\0"sv) {
+      ReadJpegDensity(reader, data, picture);
+    } else if (IsJpegFrame(marker)) {
+      picture.Height = reader.Big16(data + 1);
+      picture.Width = reader.Big16(data + 3);
+      picture.IsFourInks = reader.Byte(data + 5) == 4;
+    } else if (marker == startOfScan) {
+      const bool hasEnd = bytes.substr(at).rfind("\xFF\xD9"sv) != std::string_view::npos;
+      return hasEnd ? PictureFault::None : PictureFault::Incomplete;
+    }
+    at += 2 + length;
+  }
+}
+
+PictureFault ReadBmp(Picture& picture) {
+  constexpr std::uint32_t coreHeader = 12, infoHeader = 40, largestHeader = 124;
+  constexpr std::uint32_t runLength8 = 1, runLength4 = 2;
+  ByteReader reader(picture.Bytes);
+  const std::uint32_t pixels = reader.Little32(10);
+  const std::uint32_t header = reader.Little32(14);
+  std::uint32_t depth = 0, compression = 0;
+  if (header == coreHeader) {
+    picture.Width = reader.Little16(18);
+    picture.Height = reader.Little16(20);
+    depth = reader.Little16(24);
+  } else if (header >= infoHeader && header <= largestHeader) {
+    picture.Width = reader.Little32(18);
+    picture.Height = reader.Little32(22);
+    // Rows from the top are told by a negative height.
+    if (picture.Height > INT32_MAX) picture.Height = 0U - picture.Height;
+    depth = reader.Little16(28);
+    compression = reader.Little32(30);
+    picture.DpiX = DpiOfMetre(reader.Little32(38), picture.DpiX);
+    picture.DpiY = DpiOfMetre(reader.Little32(42), picture.DpiY);
+  } else {
+    return reader.HasOverrun() ? PictureFault::Incomplete : PictureFault::NotAPicture;
+  }
+  if (reader.HasOverrun()) return PictureFault::Incomplete;
+  const bool isPacked = compression == runLength8 || compression == runLength4;
+  // Only a size within the limit is of interest, so nothing here can overflow.
+  if (std::uint64_t{picture.Width} * picture.Height > Picture::MaxPixels) return PictureFault::TooLarge;
+  const std::uint64_t row = (std::uint64_t{picture.Width} * depth + 31) / 32 * 4;
+  const std::uint64_t needed = isPacked ? 1 : row * picture.Height;
+  return picture.Bytes.size() < pixels + needed ? PictureFault::Incomplete : PictureFault::None;
+}
+
+// Passes over blocks of up to 255 bytes, each with its length before it, and the 0 that ends them.
+std::size_t BehindBlocks(ByteReader& reader, std::size_t at) {
+  while (const std::size_t length = reader.Byte(at)) at += 1 + length;
+  return at + 1;
+}
+
+std::size_t ColourTableSize(std::uint32_t flags) {
+  return (flags & 0x80) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0;
+}
+
+// Keeps the first frame, which becomes the whole picture: not every reader sets it into the frame of the
+// file.
+PictureFault ReadGif(Picture& picture) {
+  constexpr std::uint32_t extension = 0x21, image = 0x2C;
+  std::string& bytes = picture.Bytes;
+  ByteReader reader(bytes);
+  std::size_t at = 13 + ColourTableSize(reader.Byte(10));
+  while (reader.Byte(at) == extension && !reader.HasOverrun()) at = BehindBlocks(reader, at + 2);
+  const bool isImage = reader.Byte(at) == image;
+  if (reader.HasOverrun()) return PictureFault::Incomplete;
+  if (!isImage) return PictureFault::NotAPicture;
+  picture.Width = reader.Little16(at + 5);
+  picture.Height = reader.Little16(at + 7);
+  const std::size_t end = BehindBlocks(reader, at + 10 + ColourTableSize(reader.Byte(at + 9)) + 1);
+  if (reader.HasOverrun() || end > bytes.size()) return PictureFault::Incomplete;
+  bytes.resize(end);
+  bytes += ';';
+  std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 5, 4, bytes.begin() + 6);
+  std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1, 4, '\0');
+  return PictureFault::None;
+}
+
+struct FormatRow {
+  PictureFormat Format;
+  std::string_view Signature;
+  const char* MediaType;
+  PictureFault (*Read)(Picture& picture);
+};
+
+constexpr std::array<FormatRow, 5> Formats = {
+    {{PictureFormat::Bmp, "BM"sv, "image/bmp", ReadBmp},
+     {PictureFormat::Gif, "GIF87a"sv, "image/gif", ReadGif},
+     {PictureFormat::Gif, "GIF89a"sv, "image/gif", ReadGif},
+     {PictureFormat::Jpeg, "\xFF\xD8\xFF"sv, "image/jpeg", ReadJpeg},
+     {PictureFormat::Png, "\x89PNG\r\n\x1A\n"sv, "image/png", ReadPng}}};
+
+}  // namespace
+
+PictureFault ReadPicture(std::string bytes, Picture& picture) {
+  for (const FormatRow& row : Formats) {
+    if (!bytes.starts_with(row.Signature)) continue;
+    picture = {};
+    picture.Format = row.Format;
+    picture.Bytes = std::move(bytes);
+    const PictureFault fault = row.Read(picture);
+    const std::uint64_t pixels = std::uint64_t{picture.Width} * picture.Height;
+    // What is too large is refused for that, whatever else may be wrong with it.
+    if (pixels > Picture::MaxPixels) return PictureFault::TooLarge;
+    if (fault != PictureFault::None) return fault;
+    return pixels == 0 ? PictureFault::NotAPicture : PictureFault::None;
+  }
+  return PictureFault::NotAPicture;
+}
+
+const char* MediaType(PictureFormat format) {
+  const auto* row = std::find_if(Formats.begin(), Formats.end(),
+                                 [format](const FormatRow& known) { return known.Format == format; });
+  return row->MediaType;
+}
+
+}  // namespace vaxel

@@ -1,0 +1,47 @@
+// Pictures as files hold them: what a file says of itself is read here, its pixels are for a decoder.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vaxel {
+
+enum class PictureFormat : std::uint8_t { Bmp, Gif, Jpeg, Png };
+
+struct Picture {
+  static constexpr std::size_t MaxPixels = 64'000'000;
+
+  PictureFormat Format = PictureFormat::Png;
+  std::uint32_t Width = 0, Height = 0;  // pixels, at least 1, MaxPixels together
+  double DpiX = 96, DpiY = 96;          // the file's own density, or 96
+  bool IsFourInks = false;              // of a JPEG: printing inks instead of red, green and blue
+  std::string Name;                     // as the script gives it
+  std::string Bytes;                    // the file; of a moving picture what shows its first frame alone
+};
+
+enum class PictureFault : std::uint8_t {
+  None,
+  NotAPicture,  // none of the formats, or its head makes no sense
+  Incomplete,   // it ends before its data do
+  TooLarge      // more than MaxPixels
+};
+
+// Reads the head of a BMP, GIF, JPEG or PNG file and walks through its parts, without decoding any; fills all
+// but Name. On a fault the picture means nothing.
+PictureFault ReadPicture(std::string bytes, Picture& picture);
+
+// "image/png" and the like.
+const char* MediaType(PictureFormat format);
+
+// Decodes with the libraries of the platform.
+class PictureDecoder {
+ public:
+  virtual ~PictureDecoder() = default;
+  // The pixels, row by row from the upper-left corner, each as 0xAARRGGBB with its colour multiplied by its
+  // alpha. False when the data cannot be decoded to the picture's size.
+  virtual bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
+};
+
+}  // namespace vaxel

@@ -1,0 +1,100 @@
+#include "files/files.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The entry of a folder, of just this name or of one that differs in case; empty when there is none.
+fs::path EntryOf(const fs::path& folder, const fs::path& name) {
+  std::error_code ignored;
+  if (fs::exists(folder / name, ignored)) return folder / name;
+  const std::string wanted = NameOf(name);
+  fs::path found;
+  const fs::path looked = folder.empty() ? fs::path(".") : folder;
+  for (fs::directory_iterator entry(looked, ignored), end; !ignored && entry != end;
+       entry.increment(ignored)) {
+    const fs::path file = entry->path().filename();
+    // Of several the first in order, whatever the order of the folder.
+    if (EqualIgnoringCase(NameOf(file), wanted) && (found.empty() || file < found)) found = file;
+  }
+  return found.empty() ? found : folder / found;
+}
+
+}  // namespace
+
+fs::path PathOf(std::string_view name) {
+#ifdef _WIN32
+  return {std::u8string(name.begin(), name.end())};
+#else
+  // Here a file's name is bytes, not always UTF-8.
+  return {std::string(name)};
+#endif
+}
+
+std::string NameOf(const fs::path& path) {
+#ifdef _WIN32
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+#else
+  return path.native();
+#endif
+}
+
+std::FILE* OpenFile(const fs::path& path, const char* mode) {
+#ifdef _WIN32
+  const std::wstring wideMode(mode, mode + std::strlen(mode));
+  return _wfopen(path.c_str(), wideMode.c_str());
+#else
+  return std::fopen(path.c_str(), mode);
+#endif
+}
+
+std::string ErrnoText() {
+  return std::strerror(errno);
+}
+
+FileContent ReadToEnd(std::FILE* file, std::size_t maxBytes) {
+  FileContent content;
+  std::array<char, 1U << 16> buffer{};
+  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file)) {
+    if (count > maxBytes - content.Bytes.size()) return {FileStatus::TooLarge};
+    content.Bytes.append(buffer.data(), count);
+  }
+  if (std::ferror(file)) return {FileStatus::Unreadable, {}, ErrnoText()};
+  return content;
+}
+
+FileContent ReadWholeFile(std::string_view name, std::size_t maxBytes) {
+  std::error_code ignored;
+  const fs::path path = PathOf(name);
+  if (fs::is_directory(path, ignored)) return {FileStatus::Unreadable, {}, "it is a folder"};
+  std::FILE* const file = OpenFile(path, "rb");
+  if (!file) return {FileStatus::Unreadable, {}, ErrnoText()};
+  FileContent content = ReadToEnd(file, maxBytes);
+  std::fclose(file);
+  return content;
+}
+
+std::string FindFile(std::string_view scriptName, std::string_view name) {
+  std::string portable(name);
+  std::replace(portable.begin(), portable.end(), '\\', '/');
+  const fs::path wanted = PathOf(portable);
+  fs::path found = wanted.is_absolute() ? wanted.root_path() : PathOf(scriptName).parent_path();
+  for (const fs::path& part : wanted.relative_path()) {
+    found = EntryOf(found, part);
+    if (found.empty()) return {};
+  }
+  std::error_code ignored;
+  return fs::is_regular_file(found, ignored) ? NameOf(found) : std::string();
+}
+
+}  // namespace vaxel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cairo.h>
+
+#include <map>
+
+#include "drawing/picture.h"
+#include "render/cairo_handles.h"
+
+namespace vaxel {
+
+// Pictures as Cairo draws them, decoded once however often they are drawn. They must outlive the document: a
+// JPEG picture goes into a PDF file as it is.
+class CairoPictures {
+ public:
+  explicit CairoPictures(PictureDecoder* decoder) : decoder_(decoder) {}
+
+  // Null when the picture cannot be decoded.
+  cairo_surface_t* SurfaceOf(const Picture& picture);
+
+ private:
+  PictureDecoder* decoder_;
+  std::map<const Picture*, UniqueSurface> surfaces_;
+};
+
+}  // namespace vaxel

@@ -1,0 +1,81 @@
+#include "render/gdi_pictures.h"
+
+#include <objbase.h>
+#include <wincodec.h>
+#include <windows.h>
+
+#include <cstddef>
+
+namespace vaxel {
+namespace {
+
+struct Releaser {
+  void operator()(IUnknown* object) const { object->Release(); }
+};
+
+template <class Interface>
+using UniqueCom = std::unique_ptr<Interface, Releaser>;
+
+// The object that a call hands out; none when it failed.
+template <class Interface, class Call>
+UniqueCom<Interface> Obtained(Call call) {
+  Interface* object = nullptr;
+  const bool succeeded = SUCCEEDED(call(&object));
+  UniqueCom<Interface> owned(object);
+  return succeeded ? std::move(owned) : nullptr;
+}
+
+class ImagingDecoder : public PictureDecoder {
+ public:
+  explicit ImagingDecoder(UniqueCom<IWICImagingFactory> factory) : factory_(std::move(factory)) {}
+
+  bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+    const auto stream = Obtained<IWICStream>([&](IWICStream** made) { return factory_->CreateStream(made); });
+    // The stream only reads, though it asks for memory that it could change.
+    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(picture.Bytes.data()));
+    if (!stream || FAILED(stream->InitializeFromMemory(bytes, static_cast<DWORD>(picture.Bytes.size()))))
+      return false;
+    const auto decoder = Obtained<IWICBitmapDecoder>([&](IWICBitmapDecoder** made) {
+      return factory_->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand, made);
+    });
+    if (!decoder) return false;
+    const auto frame = Obtained<IWICBitmapFrameDecode>(
+        [&](IWICBitmapFrameDecode** made) { return decoder->GetFrame(0, made); });
+    const auto converter = Obtained<IWICFormatConverter>(
+        [&](IWICFormatConverter** made) { return factory_->CreateFormatConverter(made); });
+    return frame && converter && CopyPixels(*frame, *converter, picture, pixels);
+  }
+
+ private:
+  static bool CopyPixels(IWICBitmapFrameDecode& frame, IWICFormatConverter& converter, const Picture& picture,
+                         std::vector<std::uint32_t>& pixels) {
+    UINT width = 0, height = 0;
+    if (FAILED(converter.Initialize(&frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr,
+                                    0, WICBitmapPaletteTypeCustom)) ||
+        FAILED(converter.GetSize(&width, &height)) || width != picture.Width || height != picture.Height) {
+      return false;
+    }
+    pixels.resize(std::size_t{width} * height);
+    const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
+    return SUCCEEDED(converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
+                                          reinterpret_cast<BYTE*>(pixels.data())));
+  }
+
+  UniqueCom<IWICImagingFactory> factory_;
+};
+
+}  // namespace
+
+std::unique_ptr<PictureDecoder> MakeImagingDecoder(std::string& error) {
+  // Whoever has set the thread up already has done it in a way that serves here too.
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  auto factory = Obtained<IWICImagingFactory>([](IWICImagingFactory** made) {
+    return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                            reinterpret_cast<void**>(made));
+  });
+  if (factory) return std::make_unique<ImagingDecoder>(std::move(factory));
+  error = "the imaging component of Windows is missing";
+  return nullptr;
+}
+
+}  // namespace vaxel

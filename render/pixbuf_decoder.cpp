@@ -1,0 +1,68 @@
+// The module that decodes pictures with GdkPixbuf.
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <cstddef>
+#include <memory>
+#include <new>
+
+#include "drawing/picture.h"
+
+namespace vaxel {
+namespace {
+
+struct ObjectDeleter {
+  void operator()(gpointer object) const { g_object_unref(object); }
+};
+
+using UniqueLoader = std::unique_ptr<GdkPixbufLoader, ObjectDeleter>;
+
+std::uint32_t Multiplied(std::uint32_t part, std::uint32_t alpha) {
+  return (part * alpha + 127) / 255;
+}
+
+std::uint32_t PixelOf(const guchar* parts, bool hasAlpha) {
+  const std::uint32_t alpha = hasAlpha ? parts[3] : 255;
+  return alpha << 24 | Multiplied(parts[0], alpha) << 16 | Multiplied(parts[1], alpha) << 8 |
+         Multiplied(parts[2], alpha);
+}
+
+class PixbufDecoder : public PictureDecoder {
+ public:
+  bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+    const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), nullptr));
+    if (!loader) return false;
+    const auto* bytes = reinterpret_cast<const guchar*>(picture.Bytes.data());
+    const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), nullptr);
+    // It must be closed either way.
+    if (!gdk_pixbuf_loader_close(loader.get(), nullptr) || !written) return false;
+    const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
+    return pixbuf && CopyPixels(*pixbuf, picture, pixels);
+  }
+
+ private:
+  static bool CopyPixels(const GdkPixbuf& pixbuf, const Picture& picture,
+                         std::vector<std::uint32_t>& pixels) try {
+    const auto width = static_cast<std::size_t>(gdk_pixbuf_get_width(&pixbuf));
+    const auto height = static_cast<std::size_t>(gdk_pixbuf_get_height(&pixbuf));
+    if (width != picture.Width || height != picture.Height) return false;
+    const auto channels = static_cast<std::size_t>(gdk_pixbuf_get_n_channels(&pixbuf));
+    const auto stride = static_cast<std::size_t>(gdk_pixbuf_get_rowstride(&pixbuf));
+    const guchar* const parts = gdk_pixbuf_read_pixels(&pixbuf);
+    pixels.resize(width * height);
+    for (std::size_t y = 0; y < height; ++y) {
+      for (std::size_t x = 0; x < width; ++x) {
+        pixels[y * width + x] = PixelOf(parts + y * stride + x * channels, channels == 4);
+      }
+    }
+    return true;
+  } catch (const std::bad_alloc&) {  // nothing may be thrown into the program
+    return false;
+  }
+};
+
+}  // namespace
+}  // namespace vaxel
+
+extern "C" __attribute__((visibility("default"))) vaxel::PictureDecoder* VaxelPixbuf() {
+  return new vaxel::PixbufDecoder;
+}
