@@ -37,6 +37,40 @@ void RunInversion(RunContext& run, const Parameters& parameters);
 void RunGrad(RunContext& run, const Parameters& parameters);
 void RunGrad1(RunContext& run, const Parameters& parameters);
 
+// sector_commands.cpp
+void RunSect(RunContext& run, const Parameters& parameters);
+void RunSectP(RunContext& run, const Parameters& parameters);
+
+// shape_commands.cpp
+void RunCadre(RunContext& run, const Parameters& parameters);
+void RunCadreA(RunContext& run, const Parameters& parameters);
+void RunCadreAP(RunContext& run, const Parameters& parameters);
+void RunCadreP(RunContext& run, const Parameters& parameters);
+void RunCercle(RunContext& run, const Parameters& parameters);
+void RunCercleI(RunContext& run, const Parameters& parameters);
+void RunCercleP(RunContext& run, const Parameters& parameters);
+void RunDemiLune(RunContext& run, const Parameters& parameters);
+void RunDemiLuneP(RunContext& run, const Parameters& parameters);
+void RunFleche(RunContext& run, const Parameters& parameters);
+void RunFlecheP(RunContext& run, const Parameters& parameters);
+void RunPercer(RunContext& run, const Parameters& parameters);
+void RunPercerX(RunContext& run, const Parameters& parameters);
+void RunVoyant(RunContext& run, const Parameters& parameters);
+
+// dovetail_commands.cpp
+void RunQA(RunContext& run, const Parameters& parameters);
+void RunQA1(RunContext& run, const Parameters& parameters);
+void RunQA2(RunContext& run, const Parameters& parameters);
+void RunQA12(RunContext& run, const Parameters& parameters);
+
+// palette_commands.cpp
+void RunPalCoul(RunContext& run, const Parameters& parameters);
+void RunPalCoul2(RunContext& run, const Parameters& parameters);
+void RunPalCoul3(RunContext& run, const Parameters& parameters);
+
+// picture_commands.cpp
+void RunImage(RunContext& run, const Parameters& parameters);
+
 // text_commands.cpp
 void RunPolice(RunContext& run, const Parameters& parameters);
 void RunTailleP(RunContext& run, const Parameters& parameters);

@@ -86,10 +86,7 @@ void RunPlus(RunContext& run, const Parameters& parameters) {
 
 void RunX(RunContext& run, const Parameters& parameters) {
   const Sign sign = ReadSign(run, parameters);
-  const Point up = {sign.Half, sign.Half};
-  const Point down = {sign.Half, -sign.Half};
-  DrawLine(run, sign.Stroke, sign.Centre - up, sign.Centre + up, sign.Ink);
-  DrawLine(run, sign.Stroke, sign.Centre - down, sign.Centre + down, sign.Ink);
+  DrawCross(run, sign.Stroke, sign.Centre, sign.Half, sign.Ink);
 }
 
 void RunPoly(RunContext& run, const Parameters& parameters) {

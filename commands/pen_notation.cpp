@@ -56,9 +56,27 @@ void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colo
   }
 }
 
+void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour) {
+  const Pen& pen = run.Level().CurrentPen;
+  if (!pen.Dashed()) {
+    run.Surface.Polygon(corners, colour, false);
+    return;
+  }
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    const Point to = corners[(i + 1) % corners.size()];
+    if (corners[i] != to) DrawLine(run, pen, corners[i], to, colour);
+  }
+}
+
 void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour) {
   DrawLine(run, pen, {centre.X - half, centre.Y}, {centre.X + half, centre.Y}, colour);
   DrawLine(run, pen, {centre.X, centre.Y - half}, {centre.X, centre.Y + half}, colour);
+}
+
+void DrawCross(RunContext& run, const Pen& pen, Point centre, double half, Colour colour) {
+  const Point up = {half, half}, down = {half, -half};
+  DrawLine(run, pen, centre - up, centre + up, colour);
+  DrawLine(run, pen, centre - down, centre + down, colour);
 }
 
 bool IsNotDrawn(const Parameters& parameters, std::size_t n) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 #include "drawing/pen.h"
@@ -19,8 +20,13 @@ Pen ReadStrokePen(const RunContext& run, std::string_view text);
 // The line routine: DrawStroke in surface coordinates, with a fault for a dashed stroke without length.
 void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colour);
 
-// A plus sign of that half-size around a point in surface coordinates.
+// The closed outline of a figure of straight sides with the level's pen: stroke by stroke when it is dashed,
+// where each side begins a pattern and one without length is left out.
+void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour);
+
+// A plus sign, and an X sign, of that half-size around a point in surface coordinates.
 void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);
+void DrawCross(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);
 
 // Whether the colour parameter n says that nothing is to be drawn: "N".
 bool IsNotDrawn(const Parameters& parameters, std::size_t n);

@@ -32,7 +32,7 @@ LogStepping ReadLogStepping(const RunContext& run, const Parameters& parameters,
   return stepping;
 }
 
-std::optional<ScaleValue> ReadScaleValue(const RunContext& run, std::string_view text) {
+std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view text) {
   text = Trim(text);
   const auto value = NumberOf(text, run.Separators);
   if (!value) return std::nullopt;
@@ -60,6 +60,12 @@ LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& paramet
   return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
 }
 
+ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, std::size_t n) {
+  const auto value = ScaleValueOf(run, parameters.Text(n));
+  if (!value) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
+  return *value;
+}
+
 std::vector<std::string> ReadList(const RunContext& run, std::string_view text) {
   std::vector<std::string> items;
   const std::vector<std::string_view> parts = SplitAt(text, run.Separators.Second);
@@ -77,7 +83,7 @@ std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, co
                                                        std::size_t n) {
   std::vector<std::optional<ScaleValue>> values;
   const std::string_view text = parameters.Text(n);
-  for (const std::string& item : ReadList(run, text)) values.push_back(ReadScaleValue(run, item));
+  for (const std::string& item : ReadList(run, text)) values.push_back(ScaleValueOf(run, item));
   const bool isList = text.find(run.Separators.Second) != std::string_view::npos;
   if (!isList && !values.front()) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
   return values;

@@ -35,6 +35,9 @@ void ForEachMark(Graduation& graduation, Use use) {
 LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
                                 double first, double last);
 
+// The scale value that parameter n gives. A fault for a missing one.
+ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, std::size_t n);
+
 // "Item[§%List]": the item itself, if there is one, and those that the listed variables hold, empty ones too.
 std::vector<std::string> ReadList(const RunContext& run, std::string_view text);
 

@@ -24,9 +24,13 @@ SupportKind ScaleSupport::Kind() const {
 
 // The triangle of pivot, arc's centre and point: the direction of the needle's ray, turned by the angle
 // under which pivot and centre are seen from the point. It holds also where the point lies below the centre.
-double ScaleSupport::DirectionFromCentre(double theta, double distance) const {
+double ScaleSupport::CircleDirection(double theta, double radius) const {
   if (CentreOffset == 0) return Pi - theta;
-  return Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / distance);
+  return Pi - theta - ArcSine(CentreOffset * std::sin(theta + Pi / 2) / radius);
+}
+
+double ScaleSupport::CircleRadius(double rho) const {
+  return CentreOffset == 0 ? rho : PivotDistance(CentreOffset, rho, StartAngle);
 }
 
 void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
@@ -35,8 +39,8 @@ void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
   Radius = radius;
   StartDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, startAngle);
   EndDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, endAngle);
-  StartDirection = DirectionFromCentre(startAngle * RadiansPerDegree, StartDistance);
-  EndDirection = DirectionFromCentre(endAngle * RadiansPerDegree, EndDistance);
+  StartDirection = CircleDirection(startAngle * RadiansPerDegree, StartDistance);
+  EndDirection = CircleDirection(endAngle * RadiansPerDegree, EndDistance);
   if (StartAngle > EndAngle) std::swap(StartDirection, EndDirection);
 }
 
@@ -114,8 +118,8 @@ Point ScaleSupport::ScalePoint(double theta, double rho) const {
     return {-height * std::cos(theta) / std::sin(theta), height};
   }
   if (CentreOffset == 0) return {-rho * std::cos(theta), rho * std::sin(theta)};
-  const double distance = PivotDistance(CentreOffset, rho, StartAngle);
-  const double direction = DirectionFromCentre(theta, distance);
+  const double distance = CircleRadius(rho);
+  const double direction = CircleDirection(theta, distance);
   return {distance * std::cos(direction), distance * std::sin(direction) - CentreOffset};
 }
 
@@ -139,8 +143,8 @@ double ScaleSupport::RayDirection(double place) const {
 double ScaleSupport::OutwardDirection(double place, double length) const {
   if (Kind() != SupportKind::Arc || CentreOffset == 0) return RayDirection(place);
   if (IsStraightArc()) return 90;
-  const double distance = PivotDistance(CentreOffset, Radius + length, StartAngle);
-  return DirectionFromCentre(place, distance) / RadiansPerDegree;
+  const double distance = CircleRadius(Radius + length);
+  return CircleDirection(place, distance) / RadiansPerDegree;
 }
 
 }  // namespace vaxel

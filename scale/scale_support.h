@@ -69,6 +69,10 @@ class ScaleSupport {
   // The point of the arc at scale angle theta (radians) on the circle that meets the start ray at distance
   // rho from the pivot.
   Point ScalePoint(double theta, double rho) const;
+  // The radius, about the arc's centre, of that circle, and the drawing direction in radians in which the ray
+  // of scale angle theta (radians) meets a circle of such a radius.
+  double CircleRadius(double rho) const;
+  double CircleDirection(double theta, double radius) const;
   // One graduation of the given length, already multiplied by GradSide: from the support outward.
   // The place is a scale angle in radians on an arc, a coordinate along a straight support.
   struct Mark {
@@ -82,10 +86,6 @@ class ScaleSupport {
   // The place of a value, and of a fraction, on whichever support is current.
   double PlaceOf(ScaleValue value) const;
   double PlaceAtFraction(double fraction) const;
-
- private:
-  // Of the point at that distance from the arc's centre on the ray of scale angle theta (radians).
-  double DirectionFromCentre(double theta, double distance) const;
 };
 
 // Distance from the arc's centre, which lies offset below the pivot, to the point at distance rho from the

@@ -40,8 +40,8 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
        "texte"},
       {"a:\nX = 0, 0, 1\nA: rest", 3,
        "Erreur dans la ligne : A: rest du fichier: dial.dat\n\nÉtiquette définie deux fois : A"},
-      {"Cercle = 0, 0, 1", 1,
-       "Erreur dans la ligne : Cercle = 0, 0, 1 du fichier: dial.dat\n\nLa commande Cercle n'est pas encore "
+      {"Open = a.txt", 1,
+       "Erreur dans la ligne : Open = a.txt du fichier: dial.dat\n\nLa commande Open n'est pas encore "
        "disponible"}};
   for (const Case& c : cases) {
     const ScriptRun run = RunText(c.Script);

@@ -1,0 +1,115 @@
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands/handlers.h"
+#include "commands/pen_notation.h"
+#include "commands/point_notation.h"
+#include "drawing/shapes.h"
+#include "geometry/rounding.h"
+#include "interpreter/colour_value.h"
+#include "interpreter/script_fault.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+struct DovetailParameters {
+  DovetailRow Row;
+  double Thickness = 0;
+  Pen Stroke{};
+  Colour Ink = Black, ReturnInk = Black;
+};
+
+DovetailParameters ReadDovetails(const RunContext& run, const Parameters& parameters) {
+  const Point origin = run.Surface.Origin();
+  const auto parts = [&](std::string_view text) {
+    std::vector<std::string_view> split = SplitAt(text, run.Separators.Second);
+    split.resize(3);
+    return split;
+  };
+  const auto number = [&](std::string_view text, double otherwise) {
+    return NumberOf(text, run.Separators).value_or(otherwise);
+  };
+  DovetailParameters dovetails;
+  DovetailRow& row = dovetails.Row;
+  const Point from = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  row.From = from + origin;
+  row.To = ReadPoint(parameters, 3, from, EmptyCoordinate::Reference) + origin;
+  const auto tails = RoundToInt16(parameters.RequiredNumber(5));
+  if (!tails || *tails < 1 || *tails > DovetailRow::MaxTails) {
+    throw ScriptFault(FaultReason::BadNumber, std::to_string(DovetailRow::MaxTails));
+  }
+  row.Tails = *tails;
+  row.Height = parameters.RequiredNumber(6);
+  dovetails.Thickness = number(parts(parameters.Text(6))[1], row.Height);
+  const std::vector<std::string_view> angles = parts(parameters.Text(7));
+  row.Slope = number(angles[0], row.Slope);
+  row.Inclination = number(angles[1], row.Inclination);
+  const std::string_view option = Trim(angles[2]);
+  if (!option.empty() && !EqualIgnoringCase(option, "T-")) {
+    throw ScriptFault(FaultReason::UnknownOption, Shorten(option, 40));
+  }
+  row.EndPins = option.empty();
+  row.Ratio = parameters.NumberOr(8, row.Ratio);
+  dovetails.Stroke = ReadStrokePen(run, parameters.Text(9));
+  const std::vector<std::string_view> colours = parts(parameters.Rest(10));
+  dovetails.Ink = run.ColourOr(colours[0]);
+  dovetails.ReturnInk = ColourValue(colours[1], run.Separators).value_or(dovetails.Ink);
+  return dovetails;
+}
+
+// The other face of a board, folded down along an edge of the row: a line from each corner across it, and its
+// far edge. A thickness below 0 lies to the right.
+void DrawReturns(RunContext& run, const DovetailParameters& dovetails, std::span<const Point> corners,
+                 double height, double thickness) {
+  const DovetailRow& row = dovetails.Row;
+  const Point way = row.To - row.From;
+  const Point along = way * (1 / std::hypot(way.X, way.Y));
+  const Point across = {-along.Y, along.X};
+  const Point edge = (across + along * std::tan(row.Inclination * RadiansPerDegree)) * height;
+  const Point fold = across * thickness;
+  const auto draw = [&](Point from, Point to) {
+    DrawLine(run, dovetails.Stroke, from, to, dovetails.ReturnInk);
+  };
+  for (const Point& corner : corners) draw(corner, corner + fold);
+  draw(row.From + edge, row.From + edge + fold);
+  draw(row.From + edge + fold, row.To + edge + fold);
+  draw(row.To + edge + fold, row.To + edge);
+}
+
+void DrawDovetails(RunContext& run, const Parameters& parameters, bool returnsAtEnds, bool returnsAtRoots) {
+  const DovetailParameters dovetails = ReadDovetails(run, parameters);
+  const Dovetails lines = DovetailsOf(dovetails.Row);
+  if (lines.Joint.empty()) throw ScriptFault(FaultReason::NoRoomForDovetails);
+  if (returnsAtEnds) DrawReturns(run, dovetails, lines.Ends, dovetails.Row.Height, dovetails.Thickness);
+  if (returnsAtRoots) DrawReturns(run, dovetails, lines.Roots, 0, -dovetails.Thickness);
+  for (std::size_t i = 1; i < lines.Joint.size(); ++i) {
+    DrawLine(run, dovetails.Stroke, lines.Joint[i - 1], lines.Joint[i], dovetails.Ink);
+  }
+  run.Surface.MoveTo(dovetails.Row.To);
+}
+
+}  // namespace
+
+void RunQA(RunContext& run, const Parameters& parameters) {
+  DrawDovetails(run, parameters, false, false);
+}
+
+void RunQA1(RunContext& run, const Parameters& parameters) {
+  DrawDovetails(run, parameters, true, false);
+}
+
+void RunQA2(RunContext& run, const Parameters& parameters) {
+  DrawDovetails(run, parameters, false, true);
+}
+
+void RunQA12(RunContext& run, const Parameters& parameters) {
+  DrawDovetails(run, parameters, true, true);
+}
+
+}  // namespace vaxel

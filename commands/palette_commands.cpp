@@ -1,0 +1,89 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands/handlers.h"
+#include "commands/text_notation.h"
+#include "drawing/shapes.h"
+#include "geometry/rounding.h"
+#include "interpreter/script_fault.h"
+
+namespace vaxel {
+namespace {
+
+constexpr double Margin = 0.95;  // how much of a patch its text may take
+
+Colour ReadableOn(Colour colour) {
+  // The weights of the primaries in the brightness of a colour, as television has them (ITU-R BT.601).
+  const double brightness = 0.299 * RedOf(colour) + 0.587 * GreenOf(colour) + 0.114 * BlueOf(colour);
+  return brightness < 128 ? White : Black;
+}
+
+// The values of the colour in one line, or below one another, as the patch has room.
+void WriteValues(DrawSurface& surface, const PalettePatch& patch, Point corner) {
+  const std::array<std::string, 3> parts = {std::to_string(RedOf(patch.Ink)),
+                                            std::to_string(GreenOf(patch.Ink)),
+                                            std::to_string(BlueOf(patch.Ink))};
+  const std::string whole = parts[0] + " " + parts[1] + " " + parts[2];
+  const double roomAcross = Margin * std::abs(patch.Width), roomUp = Margin * std::abs(patch.Height);
+  const Point middle = corner + Point{patch.Width, patch.Height} * 0.5;
+  const Colour ink = ReadableOn(patch.Ink);
+  const auto write = [&](const std::string& text, double above) {
+    WriteText(surface, text, middle + Point{0, above}, 0, AnchorAlong::Middle, AnchorAcross::Middle, ink);
+  };
+  // The longest text decides, so that all patches of a palette are written alike.
+  const TextExtent extent = surface.MeasureText("255 255 255");
+  if (extent.Height() > roomUp) return;
+  if (extent.Length <= roomAcross) {
+    write(whole, 0);
+    return;
+  }
+  if (3 * extent.Height() > roomUp || surface.TextWidth("255") > roomAcross) return;
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    write(parts[i], (1 - static_cast<double>(i)) * extent.Height());
+}
+
+using MakePalette = std::vector<PalettePatch> (*)(int number, double width, double height);
+
+void DrawPalette(RunContext& run, const Parameters& parameters, int most, MakePalette make) {
+  const auto number = RoundToInt16(parameters.RequiredNumber(1));
+  if (!number || *number < 1 || *number > most) {
+    throw ScriptFault(FaultReason::BadNumber, std::to_string(most));
+  }
+  DrawSurface& surface = run.Surface;
+  const Point corner = {surface.CurrentX, surface.CurrentY};
+  const double width = surface.DrawWidth;
+  surface.DrawWidth = 1;
+  const TextFont font(surface, {});
+  for (const PalettePatch& patch :
+       make(*number, parameters.RequiredNumber(2), parameters.RequiredNumber(3))) {
+    const Point place = corner + patch.Corner;
+    surface.FillColor = patch.Ink;
+    surface.Rectangle(place.X, place.Y, place.X + patch.Width, place.Y + patch.Height, patch.Ink, true);
+    WriteValues(surface, patch, place);
+  }
+  surface.DrawWidth = width;
+  surface.MoveTo(corner);
+}
+
+}  // namespace
+
+// No more hues than a colour has degrees, no more levels than it has values, no more mixtures than can be
+// told apart.
+void RunPalCoul(RunContext& run, const Parameters& parameters) {
+  DrawPalette(run, parameters, 360, HuePalette);
+}
+
+void RunPalCoul2(RunContext& run, const Parameters& parameters) {
+  DrawPalette(run, parameters, 256, LightnessPalette);
+}
+
+void RunPalCoul3(RunContext& run, const Parameters& parameters) {
+  DrawPalette(run, parameters, 32, MixturePalette);
+}
+
+}  // namespace vaxel
