@@ -19,7 +19,8 @@ std::string Contents(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void CompareWithGolden(const fs::path& script, const std::string& target, const RunSettings& settings) {
+void CompareWithGolden(const fs::path& script, const std::string& target, RunSettings settings) {
+  settings.Folder = script.parent_path().string() + "/";
   const ScriptRun run = RunText(Contents(script), settings);
   ASSERT_EQ(run.End, RunEnd::Completed) << script << ": " << run.Reason();
   const fs::path kept =

@@ -28,11 +28,14 @@ class RecordingHost : public RunHost {
     return fileName.empty() ? "" : "C:\\Cadrans\\" + std::string(fileName);
   }
   std::string FindFile(std::string_view, std::string_view name) override {
-    return settings_.Files.contains(std::string(name)) ? std::string(name) : "";
+    if (settings_.Files.contains(std::string(name))) return std::string(name);
+    return settings_.Folder.empty() ? "" : vaxel::FindFile(settings_.Folder, name);
   }
   FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override {
-    const std::string& bytes = settings_.Files.at(std::string(fileName));
-    return bytes.size() > maxBytes ? FileContent{FileStatus::TooLarge} : FileContent{FileStatus::Read, bytes};
+    const auto file = settings_.Files.find(std::string(fileName));
+    if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
+    return file->second.size() > maxBytes ? FileContent{FileStatus::TooLarge}
+                                          : FileContent{FileStatus::Read, file->second};
   }
 
  private:

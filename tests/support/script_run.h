@@ -18,7 +18,8 @@ struct RunSettings {
   std::string FileName = "dial.dat";
   int LangBase = 0;
   std::map<std::string, std::string> Files{};  // by name, for the script to read
-  bool AnswersOk = true;                       // to boxes with OK and Cancel
+  std::string Folder{};   // ends in a separator: where files are that are not among those
+  bool AnswersOk = true;  // to boxes with OK and Cancel
 };
 
 RunSettings ForPrinter();
