@@ -4,12 +4,15 @@
 //   # why, or how the numbers were worked out
 //   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, the variables and
 //   the answer to boxes, if need be
+//   @picture logo.png 120 60 300     a picture file that there is, so many pixels across and down and an inch
 //   the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
 //   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (line
 //       ends and TABs as "\n" and "\t"), the display list, "error LINE: reason"; "nothing"; or only how many
 //       operations there are, "11 operations"
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -28,6 +31,26 @@ struct ScriptCase {
   std::string Script, Expected;
 };
 
+std::string Big32(std::uint32_t value) {
+  std::string bytes;
+  for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFF);
+  return bytes;
+}
+
+// A PNG file as far as its size can be told from it: nothing decodes it here.
+std::string HeadOfPng(std::uint32_t width, std::uint32_t height, double dpi) {
+  const auto chunk = [](const std::string& type, const std::string& data) {
+    return Big32(static_cast<std::uint32_t>(data.size())) + type + data + Big32(0);
+  };
+  std::string file =
+      "\x89PNG\r\n\x1A\n" + chunk("IHDR", Big32(width) + Big32(height) + std::string("\x08\x02\0\0\0", 5));
+  if (dpi > 0) {
+    const std::string density = Big32(static_cast<std::uint32_t>(std::lround(dpi / 0.0254)));
+    file += chunk("pHYs", density + density + "\x01");
+  }
+  return file + chunk("IDAT", "") + chunk("IEND", "");
+}
+
 void ReadDirective(std::istringstream line, RunSettings& settings) {
   std::string name;
   line >> name;
@@ -35,6 +58,12 @@ void ReadDirective(std::istringstream line, RunSettings& settings) {
   if (name == "@zoom") line >> settings.Target.Zoom;
   if (name == "@zmm") line >> settings.Target.Zmm;
   if (name == "@cancel") settings.AnswersOk = false;
+  if (name == "@picture") {
+    std::uint32_t width = 0, height = 0;
+    double dpi = 0;
+    line >> name >> width >> height >> dpi;
+    settings.Files[name] = HeadOfPng(width, height, dpi);
+  }
   if (name == "@offset") line >> settings.Target.OffX >> settings.Target.OffY;
   if (name != "@set") return;
   line >> name;
@@ -101,8 +130,8 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("language", "lines", "pens", "scale", "surface", "text", "values",
-                                         "variables"),
+                         testing::Values("language", "lines", "pens", "pictures", "scale", "sectors",
+                                         "shapes", "surface", "text", "values", "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
 }  // namespace
