@@ -1,0 +1,140 @@
+// The heads of picture files, made here byte by byte.
+#include "drawing/picture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vaxel {
+namespace {
+
+using namespace std::string_literals;
+
+std::string Big32(std::uint32_t value) {
+  return {static_cast<char>(value >> 24), static_cast<char>(value >> 16), static_cast<char>(value >> 8),
+          static_cast<char>(value)};
+}
+
+std::string Little32(std::uint32_t value) {
+  const std::string big = Big32(value);
+  return {big.rbegin(), big.rend()};
+}
+
+std::string Chunk(const std::string& type, const std::string& data) {
+  return Big32(static_cast<std::uint32_t>(data.size())) + type + data + "\0\0\0\0"s;
+}
+
+std::string Png(const std::string& between, std::uint32_t width = 3, std::uint32_t height = 2) {
+  return "\x89PNG\r\n\x1A\n" + Chunk("IHDR", Big32(width) + Big32(height) + "\x08\x02\0\0\0"s) + between +
+         Chunk("IDAT", "data") + Chunk("IEND", "");
+}
+
+std::string Segment(char marker, const std::string& data) {
+  const auto length = static_cast<char>(data.size() + 2);
+  return "\xFF"s + marker + '\0' + length + data;
+}
+
+std::string Jpeg(const std::string& density) {
+  return "\xFF\xD8"s + Segment('\xE0', "JFIF\0\1\2"s + density + "\0\0"s) +
+         Segment('\xC2', "\x08\0\x02\0\x03\x03"s) + Segment('\xDA', "\1") + "data\xFF\xD9";
+}
+
+// 24 bits a pixel, so two rows of 9 bytes and 3 to fill them up.
+std::string Bmp(std::uint32_t height, std::uint32_t pixelsPerMetre) {
+  return "BM" + Little32(78) + Little32(0) + Little32(54) + Little32(40) + Little32(3) + Little32(height) +
+         "\1\0\x18\0"s + Little32(0) + Little32(24) + Little32(pixelsPerMetre) + Little32(pixelsPerMetre) +
+         Little32(0) + Little32(0) + std::string(24, '\x7F');
+}
+
+const std::string GifFrame = ",\1\0\2\0\3\0\2\0\0\2\2\x44\1\0"s;  // at 1, 2, of 3 x 2
+
+std::string Gif(const std::string& frames) {
+  return "GIF89a\x0A\0\x0A\0\x80\0\0\0\0\0\xFF\xFF\xFF"s + "!\xFF\x0BNETSCAPE2.0\3\1\0\0\0"s + frames + ";";
+}
+
+Picture Read(const std::string& file) {
+  Picture picture;
+  EXPECT_EQ(ReadPicture(file, picture), PictureFault::None);
+  return picture;
+}
+
+TEST(Picture, SizesAndDensitiesOfAllFormats) {
+  struct Case {
+    std::string File;
+    PictureFormat Format;
+    double DpiX, DpiY;
+  };
+  const std::vector<Case> cases = {
+      {Png(""), PictureFormat::Png, 96, 96},
+      // 11811 and 5906 pixels a metre, 25.4 mm an inch; an aspect without a unit is none.
+      {Png(Chunk("pHYs", Big32(11811) + Big32(5906) + "\1")), PictureFormat::Png, 299.9994, 150.0124},
+      {Png(Chunk("pHYs", Big32(2) + Big32(1) + "\0"s)), PictureFormat::Png, 96, 96},
+      {Jpeg("\1\1\x2C\0\x96"s), PictureFormat::Jpeg, 300, 150},
+      {Jpeg("\2\0\x64\0\x64"s), PictureFormat::Jpeg, 254, 254},
+      {Jpeg("\0\0\1\0\1"s), PictureFormat::Jpeg, 96, 96},
+      {Bmp(2, 0), PictureFormat::Bmp, 96, 96},
+      {Bmp(2, 5000), PictureFormat::Bmp, 127, 127},
+      {Bmp(0xFFFFFFFE, 5000), PictureFormat::Bmp, 127, 127},  // from the top
+      {Gif(GifFrame), PictureFormat::Gif, 96, 96},
+  };
+  for (const Case& known : cases) {
+    const Picture picture = Read(known.File);
+    EXPECT_EQ(picture.Format, known.Format);
+    EXPECT_EQ(picture.Width, 3U);
+    EXPECT_EQ(picture.Height, 2U);
+    EXPECT_NEAR(picture.DpiX, known.DpiX, 1e-4);
+    EXPECT_NEAR(picture.DpiY, known.DpiY, 1e-4);
+  }
+}
+
+// Wherever a file is cut off, that is noticed, and nothing is read behind its end.
+TEST(Picture, FilesThatEndTooEarly) {
+  constexpr std::size_t signature = 8;  // as long as the longest
+  for (const std::string& file :
+       {Png(Chunk("pHYs", std::string(9, '\1'))), Jpeg("\1\1\x2C\0\x96"s), Bmp(2, 0), Gif(GifFrame)}) {
+    for (std::size_t length = signature; length < file.size(); ++length) {
+      Picture picture;
+      const PictureFault fault = ReadPicture(file.substr(0, length), picture);
+      if (length + 1 == file.size() && file.ends_with(';')) continue;  // a GIF's last byte says nothing
+      EXPECT_EQ(fault, PictureFault::Incomplete) << MediaType(picture.Format) << " of " << length;
+    }
+  }
+}
+
+TEST(Picture, WhatIsNoneOrTooLarge) {
+  const std::vector<std::pair<std::string, PictureFault>> cases = {
+      {"", PictureFault::NotAPicture},
+      {"CentreE = 0, 0", PictureFault::NotAPicture},
+      {"BMW is no picture, however long this text may be, and goes on and on", PictureFault::NotAPicture},
+      {Png("", 0, 5), PictureFault::NotAPicture},
+      {Png("", 100'000, 100'000), PictureFault::TooLarge},
+      {Png("", 0xFFFFFFFF, 0xFFFFFFFF), PictureFault::TooLarge},
+      {Png("", 8000, 8000), PictureFault::None},
+      {Png("", 8000, 8001), PictureFault::TooLarge},
+      {Bmp(0x7FFFFFFF, 0), PictureFault::TooLarge},
+      {Bmp(3, 0), PictureFault::Incomplete},
+      {"\x89PNG\r\n\x1A\n" + Chunk("IDAT", "x"), PictureFault::NotAPicture},
+  };
+  for (const auto& [file, fault] : cases) {
+    Picture picture;
+    EXPECT_EQ(ReadPicture(file, picture), fault) << file.substr(0, 40);
+  }
+}
+
+// Outputs that hold the file, and browsers that play it, must show what is drawn elsewhere.
+TEST(Picture, OfMovingPicturesTheFirstFrameStays) {
+  const std::string second = ",\0\0\0\0\1\0\1\0\0\2\2\x44\1\0"s;
+  // The frame becomes the picture: its size stands in the head, its place is 0, 0.
+  std::string still = Gif(",\0\0\0\0\3\0\2\0\0\2\2\x44\1\0"s);
+  still[6] = 3;
+  still[8] = 2;
+  EXPECT_EQ(Read(Gif(GifFrame + second)).Bytes, still);
+  EXPECT_EQ(Read(Png(Chunk("acTL", Big32(2) + Big32(0)))).Bytes, Png(""));
+  EXPECT_EQ(Read(Png("") + "behind the end").Bytes, Png(""));
+}
+
+}  // namespace
+}  // namespace vaxel
