@@ -64,8 +64,8 @@ Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi,
   }
   const std::string number = std::to_string(page + 1);
   const std::string picture = (MeasuredFolder() / (name + "-pdf-" + number)).string();
-  Execute("pdftoppm -gray -png -singlefile -f " + number + " -r " + std::to_string(dpi) + " '" +
-          pdf.string() + "' '" + picture + "'");
+  Execute("pdftoppm -png -singlefile -f " + number + " -r " + std::to_string(dpi) + " '" + pdf.string() +
+          "' '" + picture + "'");
   return {picture + ".png", dpi / MillimetresPerInch};
 }
 

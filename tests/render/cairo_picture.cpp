@@ -11,14 +11,12 @@ Picture::Picture(const std::string& fileName, double pixelsPerMm) : scale_(pixel
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
   if (!png_image_begin_read_from_file(&image, fileName.c_str())) return;
-  image.format = PNG_FORMAT_GRAY;
-  std::vector<png_byte> grey(PNG_IMAGE_SIZE(image));
+  image.format = PNG_FORMAT_RGB;
+  rgb_.resize(PNG_IMAGE_SIZE(image));
   const png_color white = {255, 255, 255};
-  if (!png_image_finish_read(&image, &white, grey.data(), 0, nullptr)) return;
+  if (!png_image_finish_read(&image, &white, rgb_.data(), 0, nullptr)) return;
   width_ = image.width;
   height_ = image.height;
-  ink_.reserve(width_ * height_);
-  for (png_byte value : grey) ink_.push_back(1 - static_cast<float>(value) / 255);
 }
 
 template <class Use>
@@ -28,7 +26,8 @@ void Picture::ForEachPixel(const Box& box, Use use) const {
   };
   for (std::size_t y = pixel(box.Top, height_); y < pixel(box.Bottom, height_); ++y) {
     for (std::size_t x = pixel(box.Left, width_); x < pixel(box.Right, width_); ++x) {
-      use(static_cast<double>(x), static_cast<double>(y), static_cast<double>(ink_[y * width_ + x]));
+      const std::uint8_t* const rgb = &rgb_[3 * (y * width_ + x)];
+      use(static_cast<double>(x), static_cast<double>(y), 1 - (rgb[0] + rgb[1] + rgb[2]) / 765.0);
     }
   }
 }
@@ -57,6 +56,12 @@ Picture::Place Picture::CentreOfInk(const Box& box) const {
     sumY += ink * (y + 0.5);
   });
   return {sumX / sum / scale_, sumY / sum / scale_};
+}
+
+Colour Picture::ColourAt(const Place& place) const {
+  const auto x = static_cast<std::size_t>(place.X * scale_), y = static_cast<std::size_t>(place.Y * scale_);
+  const std::uint8_t* const rgb = &rgb_.at(3 * (y * width_ + x));
+  return MakeColour(rgb[0], rgb[1], rgb[2]);
 }
 
 }  // namespace vaxel::test

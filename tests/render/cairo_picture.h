@@ -2,12 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "drawing/colour.h"
+
 namespace vaxel::test {
 
-// How much of each pixel is inked: 0 white, 1 black.
+// The colour of each pixel, and how much of it is inked: 0 white, 1 black.
 class Picture {
  public:
   // Reads a PNG file; an unreadable one is an empty picture.
@@ -30,6 +33,8 @@ class Picture {
   };
   Place CentreOfInk(const Box& box) const;
   Box Whole() const { return {0, 0, WidthMm(), HeightMm()}; }
+  // Of the pixel that holds a place, which must lie in the picture.
+  Colour ColourAt(const Place& place) const;
 
  private:
   template <class Use>
@@ -37,7 +42,7 @@ class Picture {
 
   double scale_;
   std::size_t width_ = 0, height_ = 0;
-  std::vector<float> ink_;
+  std::vector<std::uint8_t> rgb_;
 };
 
 }  // namespace vaxel::test
