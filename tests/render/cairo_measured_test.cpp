@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "tests/render/cairo_outputs.h"
 #include "tests/support/script_run.h"
@@ -45,17 +47,83 @@ const std::array<Figure, 10> Figures = {
      {"pie", CircleShape{{15, 20}, 10, 10, 0, 90 * Degree, Filled, CircleForm::Pie}, {14.9, 9.9, 25.1, 20.1}},
      {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}}}};
 
-DisplayList ListOfFigures() {
-  DisplayList list;
+// Contours of arcs as the reader sees them, y downward. Box, area and perimeter are those of the contour
+// itself, without a stroke.
+struct Outline {
+  const char* Name;
+  std::vector<ContourArc> Pieces;
+  Picture::Box Extent;
+  double Area, Perimeter;
+};
+
+const std::array<Outline, 4> Outlines = {
+    {// From 0° to 120° between the radii 10 and 15: the outer arc leads back to 15·cos 120° = −7.5. A third
+     // of π·(15² − 10²), and a third of 2π·(15 + 10) with two ends of 5.
+     {"sector",
+      {{{15, 22}, 10, 0, Turn / 3}, {{15, 22}, 15, Turn / 3, -Turn / 3}},
+      {7.5, 7, 30, 22},
+      130.900,
+      62.360},
+     // 20 by 15 with corners of 5: 300 − (4 − π)·25, and 2·(10 + 5) + 10π.
+     {"rounded-box",
+      {{{25, 10}, 5, 0, Turn / 4},
+       {{15, 10}, 5, Turn / 4, Turn / 4},
+       {{15, 15}, 5, Turn / 2, Turn / 4},
+       {{25, 15}, 5, 3 * Turn / 4, Turn / 4}},
+      {10, 5, 30, 20},
+      278.540,
+      61.416},
+     // Two circles of radius 10 whose centres are 10 apart: a circle without the lens of
+     // 200·π/3 − 5·√300 = 122.837, tips at 60° on the first. Arcs of 240° and 120° make a whole circle.
+     {"crescent",
+      {{{20, 15}, 10, Turn / 6, 2 * Turn / 3}, {{30, 15}, 10, 2 * Turn / 3, -Turn / 3}},
+      {10, 5, 25, 25},
+      191.322,
+      62.832},
+     // A ring is cut open along one radius of 5: π·(10² − 5²), and 2π·(10 + 5) with that line.
+     {"ring", {{{20, 15}, 5, 0, Turn}, {{20, 15}, 10, Turn, -Turn}}, {10, 5, 30, 25}, 235.619, 99.248}}};
+
+constexpr double Stroke = 0.2;
+
+// A page of the list, and what must be seen on it.
+struct Sheet {
+  std::string Name;
+  Picture::Box Ink;
+  double Area = 0;  // of the ink, mm²; 0: not worked out
+};
+
+std::vector<Sheet> DrawOutlines(DisplayList& list) {
+  std::vector<Sheet> sheets;
+  for (const Outline& outline : Outlines) {
+    for (const auto& [style, isFilled, width] :
+         {std::tuple{"-outlined", false, Stroke}, {"-filled", true, Stroke}, {"-bare", true, 0.0}}) {
+      list.BeginPage(40, 30);
+      list.AddContour(outline.Pieces, {isFilled, Black}, {width, Black, 1, {}});
+      // Half of the stroke lies outside.
+      const auto& [left, top, right, bottom] = outline.Extent;
+      const double more = width / 2, stroked = outline.Perimeter * more;
+      sheets.push_back({std::string(outline.Name) + style,
+                        {left - more, top - more, right + more, bottom + more},
+                        isFilled ? outline.Area + stroked : 2 * stroked});
+    }
+  }
+  return sheets;
+}
+
+std::vector<Sheet> DrawFigures(DisplayList& list) {
+  std::vector<Sheet> sheets;
   for (const Figure& figure : Figures) {
     list.BeginPage(40, 30);
-    list.Add({0.2, Black, 1, figure.Drawn});
+    list.Add({Stroke, Black, 1, figure.Drawn});
+    sheets.push_back({figure.Name, figure.Ink});
   }
-  list.BeginPage(40, 30);
-  list.AddPolygon(std::array{Point{10, 5}, Point{30, 5}, Point{20, 25}}, {}, {0.2, Black, 1, {}});
-  list.BeginPage(40, 30);
-  list.AddPolygon(std::array{Point{10, 5}, Point{30, 5}, Point{20, 25}}, Filled, {0.2, Black, 1, {}});
-  return list;
+  for (bool isFilled : {false, true}) {
+    list.BeginPage(40, 30);
+    list.AddPolygon(std::array{Point{10, 5}, Point{30, 5}, Point{20, 25}}, {isFilled, Black},
+                    {Stroke, Black, 1, {}});
+    sheets.push_back({isFilled ? "filled-polygon" : "polygon", {9.9, 4.9, 30.1, 25.1}});
+  }
+  return sheets;
 }
 
 constexpr double Agreement = 0.05;
@@ -67,24 +135,33 @@ void ExpectBox(const Picture::Box& measured, const Picture::Box& expected, const
   EXPECT_NEAR(measured.Bottom, expected.Bottom, Agreement) << what;
 }
 
-TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
-  const DisplayList list = ListOfFigures();
-  for (std::size_t page = 0; page < list.Pages().size(); ++page) {
-    const bool isPolygon = page >= Figures.size();
-    const std::string name = isPolygon ? "polygon-" + std::to_string(page) : Figures[page].Name;
-    const Picture::Box expected = isPolygon ? Picture::Box{9.9, 4.9, 30.1, 25.1} : Figures[page].Ink;
+void ExpectSheets(const DisplayList& list, const std::vector<Sheet>& sheets, const std::string& document) {
+  for (std::size_t page = 0; page < sheets.size(); ++page) {
+    const auto& [name, box, area] = sheets[page];
     const std::array pictures = {ThroughPng(list, name, Dpi, page), ThroughSvg(list, name, Dpi, page),
-                                 ThroughPdf(list, "figures", Dpi, page)};
+                                 ThroughPdf(list, document, Dpi, page)};
     const Picture::Place centre = pictures[0].CentreOfInk(pictures[0].Whole());
-    const double ink = pictures[0].InkIn(pictures[0].Whole());
+    const double ink = area > 0 ? area : pictures[0].InkIn(pictures[0].Whole());
     for (const Picture& picture : pictures) {
-      ExpectBox(picture.InkBox(), expected, name);
+      ExpectBox(picture.InkBox(), box, name);
       const Picture::Place own = picture.CentreOfInk(picture.Whole());
       EXPECT_NEAR(own.X, centre.X, 0.02) << name;
       EXPECT_NEAR(own.Y, centre.Y, 0.02) << name;
       EXPECT_NEAR(picture.InkIn(picture.Whole()), ink, 0.02 * ink + 0.003) << name;
     }
   }
+}
+
+TEST(MeasuredOutput, AllRenderersDrawTheSameFigures) {
+  DisplayList list;
+  const std::vector<Sheet> sheets = DrawFigures(list);
+  ExpectSheets(list, sheets, "figures");
+}
+
+TEST(MeasuredOutput, AllRenderersDrawTheSameContours) {
+  DisplayList list;
+  const std::vector<Sheet> sheets = DrawOutlines(list);
+  ExpectSheets(list, sheets, "contours");
 }
 
 TEST(MeasuredOutput, AHundredMillimetresAreAHundredMillimetres) {
