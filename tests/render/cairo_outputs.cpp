@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
@@ -45,6 +46,14 @@ fs::path MeasuredFolder() {
 
 void Execute(const std::string& command) {
   ASSERT_EQ(std::system(command.c_str()), 0) << command;
+}
+
+std::string OutputOf(const std::string& command) {
+  std::string printed;
+  FILE* const pipe = popen(command.c_str(), "r");
+  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) printed += static_cast<char>(c);
+  EXPECT_EQ(pclose(pipe), 0) << command;
+  return printed;
 }
 
 fs::path WriteSvgPage(const DisplayList& list, const std::string& name, std::size_t page) {

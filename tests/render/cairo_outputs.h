@@ -15,6 +15,8 @@ std::filesystem::path MeasuredFolder();
 
 // Runs a shell command, which must succeed.
 void Execute(const std::string& command);
+// The same, and what it prints.
+std::string OutputOf(const std::string& command);
 
 std::filesystem::path WriteSvgPage(const DisplayList& list, const std::string& name, std::size_t page = 0);
 
