@@ -1,14 +1,18 @@
 // The program as its user meets it: outputs, messages, exit status, and what it leaves behind.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
+#include <tuple>
 
 namespace vaxel::test {
 namespace {
@@ -206,6 +210,70 @@ TEST_F(VaxelRender, SaysWhatCannotBeWrittenAndLeavesNothingHalfWritten) {
   EXPECT_EQ(Read("a.svg"), "old");
   EXPECT_EQ(FileCount(), 3U);
   EXPECT_EQ(Run("--dpi 20000 -o big.png dial.dat").Status, 3);
+}
+
+TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
+  const auto picture = [](const char* name) {
+    std::ifstream file(fs::path(VAXEL_SOURCE_DIR) / "tests/pictures" / name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  const auto half = [&](const char* name) {
+    const std::string whole = picture(name);
+    return whole.substr(0, whole.size() / 2);
+  };
+  const auto changed = [&](const char* name, std::size_t at, std::string_view bytes) {
+    return picture(name).replace(at, bytes.size(), bytes);
+  };
+  // 100,000 pixels by 100,000.
+  const std::string_view big("\0\1\x86\xA0\0\1\x86\xA0", 8), little("\xA0\x86\1\0\xA0\x86\1\0", 8);
+  const std::size_t pngData = picture("clear.png").find("IDAT") + 4;
+  const char* const damaged = "Image incomplète ou abîmée";
+  const char* const foreign = "Ce n'est pas une image BMP, GIF, JPEG ou PNG";
+  const char* const tooLarge = "Image de plus de 64 millions de pixels";
+  const std::tuple<const char*, std::string, const char*> cases[] = {
+      {"text.png", Line, foreign},
+      {"empty.png", "", foreign},
+      {"half.png", half("clear.png"), damaged},
+      {"half.jpg", half("photo.jpg"), damaged},
+      {"half.gif", half("frames.gif"), damaged},
+      {"half.bmp", half("upward.bmp"), damaged},
+      // A byte in the middle of the packed pixels.
+      {"bad.png", changed("clear.png", pngData + 10, "~"), damaged},
+      {"huge.png", changed("clear.png", 16, big), tooLarge},
+      {"huge.bmp", changed("upward.bmp", 18, little), tooLarge},
+      {"none.jpg", changed("photo.jpg", picture("photo.jpg").find("\xFF\xC0") + 5, {"\0\0\0\0", 4}),
+       foreign}};
+  const auto expectRefused = [&](const std::string& name, const std::string& reason) {
+    const std::string command = "Image = " + name + ", 0, 0";
+    Write("dial.dat", Line + command + "\n");
+    const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
+    EXPECT_EQ(outcome.Status, 1) << name;
+    EXPECT_EQ(outcome.Printed, "dial.dat:2: Erreur dans la ligne : " + command + " du fichier: dial.dat\n\n" +
+                                   reason + " : " + name + "\n");
+    for (const char* output : {"a.svg", "a.pdf", "a.png"}) EXPECT_FALSE(fs::exists(folder_ / output)) << name;
+  };
+  for (const auto& [name, bytes, reason] : cases) {
+    Write(name, bytes);
+    expectRefused(name, reason);
+  }
+  expectRefused("missing.png", "Fichier introuvable");
+  fs::create_directory(folder_ / "folder.png");
+  expectRefused("folder.png", "Fichier introuvable");
+}
+
+TEST_F(VaxelRender, DoesNotReadAPictureWithoutEnd) {
+  constexpr std::uintmax_t megabyte = 1'000'000, size = 1000 * megabyte;
+  Write("long.gif", "GIF89a");
+  fs::resize_file(folder_ / "long.gif", size);  // takes no room on the disk
+  Write("dial.dat", "Image = long.gif, 0, 0\n");
+  const Outcome outcome = Run("-o a.svg dial.dat");
+  EXPECT_EQ(outcome.Status, 1);
+  EXPECT_NE(outcome.Printed.find("Fichier de plus de 100 Mo : long.gif\n"), std::string::npos)
+      << outcome.Printed;
+  // The largest of all programs that this one has run and waited for.
+  rusage usage{};
+  ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
+  EXPECT_LT(usage.ru_maxrss * 1024, size);
 }
 
 TEST_F(VaxelRender, WritesThroughLinksAndKeepsPermissions) {
