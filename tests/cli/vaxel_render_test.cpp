@@ -235,6 +235,8 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
       {"empty.png", "", foreign},
       {"half.png", half("clear.png"), damaged},
       {"half.jpg", half("photo.jpg"), damaged},
+      // Cut in its packed pixels, far behind its head.
+      {"end.jpg", picture("photo.jpg").substr(0, picture("photo.jpg").size() - 10), damaged},
       {"half.gif", half("frames.gif"), damaged},
       {"half.bmp", half("upward.bmp"), damaged},
       // A byte in the middle of the packed pixels.
