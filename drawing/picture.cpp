@@ -206,7 +206,8 @@ PictureFault ReadPicture(std::string bytes, Picture& picture) {
     const PictureFault fault = row.Read(picture);
     const std::uint64_t pixels = std::uint64_t{picture.Width} * picture.Height;
     // What is too large is refused for that, whatever else may be wrong with it.
-    if (pixels > Picture::MaxPixels) return PictureFault::TooLarge;
+    const bool isLong = std::max(picture.Width, picture.Height) > Picture::MaxSide;
+    if (pixels > Picture::MaxPixels || (isLong && pixels > 0)) return PictureFault::TooLarge;
     if (fault != PictureFault::None) return fault;
     return pixels == 0 ? PictureFault::NotAPicture : PictureFault::None;
   }

@@ -12,9 +12,10 @@ enum class PictureFormat : std::uint8_t { Bmp, Gif, Jpeg, Png };
 
 struct Picture {
   static constexpr std::size_t MaxPixels = 64'000'000;
+  static constexpr std::uint32_t MaxSide = 32767;  // pixels: the outputs hold no more
 
   PictureFormat Format = PictureFormat::Png;
-  std::uint32_t Width = 0, Height = 0;  // pixels, at least 1, MaxPixels together
+  std::uint32_t Width = 0, Height = 0;  // pixels, at least 1
   double DpiX = 96, DpiY = 96;          // the file's own density, or 96
   bool IsFourInks = false;              // of a JPEG: printing inks instead of red, green and blue
   std::string Name;                     // as the script gives it
@@ -25,7 +26,7 @@ enum class PictureFault : std::uint8_t {
   None,
   NotAPicture,  // none of the formats, or its head makes no sense
   Incomplete,   // it ends before its data do
-  TooLarge      // more than MaxPixels
+  TooLarge      // more than MaxPixels, or than MaxSide across or down
 };
 
 // Reads the head of a BMP, GIF, JPEG or PNG file and walks through its parts, without decoding any; fills all

@@ -114,6 +114,8 @@ TEST(Picture, WhatIsNoneOrTooLarge) {
       {Png("", 0xFFFFFFFF, 0xFFFFFFFF), PictureFault::TooLarge},
       {Png("", 8000, 8000), PictureFault::None},
       {Png("", 8000, 8001), PictureFault::TooLarge},
+      {Png("", 32767, 2), PictureFault::None},
+      {Png("", 2, 32768), PictureFault::TooLarge},
       {Bmp(0x7FFFFFFF, 0), PictureFault::TooLarge},
       {Bmp(3, 0), PictureFault::Incomplete},
       {"\x89PNG\r\n\x1A\n" + Chunk("IDAT", "x"), PictureFault::NotAPicture},

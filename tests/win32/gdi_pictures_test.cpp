@@ -1,0 +1,75 @@
+// The pictures that the other platform's outputs are measured with, through the imaging component of Windows.
+#include "render/gdi_pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace vaxel {
+namespace {
+
+std::string Contents(const std::string& name) {
+  std::ifstream file(std::string(VAXEL_SOURCE_DIR) + "/tests/pictures/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Nothing when it cannot be decoded.
+std::vector<std::uint32_t> Decoded(const Picture& picture) {
+  std::string error;
+  const auto decoder = MakeImagingDecoder(error);
+  EXPECT_EQ(error, "");
+  std::vector<std::uint32_t> pixels;
+  if (!decoder || !decoder->Decode(picture, pixels)) pixels.clear();
+  return pixels;
+}
+
+bool IsNear(std::uint32_t seen, std::uint32_t expected) {
+  constexpr int rounding = 3;  // of a JPEG's colours
+  for (int shift = 0; shift < 32; shift += 8) {
+    const auto part = [shift](std::uint32_t pixel) { return static_cast<int>(pixel >> shift & 0xFF); };
+    if (std::abs(part(seen) - part(expected)) > rounding) return false;
+  }
+  return true;
+}
+
+// Red, green, blue and yellow stand in the corners, row by row.
+TEST(GdiPictures, DecodesEveryFormatTheRightWayUp) {
+  for (const char* name :
+       {"clear.png", "palette.png", "upward.bmp", "downward.bmp", "frames.gif", "photo.jpg"}) {
+    Picture picture;
+    ASSERT_EQ(ReadPicture(Contents(name), picture), PictureFault::None) << name;
+    const std::vector<std::uint32_t> pixels = Decoded(picture);
+    ASSERT_EQ(pixels.size(), std::size_t{picture.Width} * picture.Height) << name;
+    const std::size_t lastRow = pixels.size() - picture.Width;
+    EXPECT_TRUE(IsNear(pixels.front(), 0xFFFF0000)) << name;
+    EXPECT_TRUE(IsNear(pixels[picture.Width - 1], 0xFF00FF00)) << name;
+    EXPECT_TRUE(IsNear(pixels[lastRow], 0xFF0000FF)) << name;
+    EXPECT_TRUE(IsNear(pixels.back(), 0xFFFFFF00)) << name;
+  }
+}
+
+TEST(GdiPictures, MultipliesColoursByTheirAlpha) {
+  Picture picture;
+  ASSERT_EQ(ReadPicture(Contents("clear.png"), picture), PictureFault::None);
+  const std::vector<std::uint32_t> pixels = Decoded(picture);
+  ASSERT_FALSE(pixels.empty());
+  // The middle is a red of alpha 128; between it and the corners nothing is.
+  EXPECT_EQ(pixels[picture.Height / 2 * picture.Width + picture.Width / 2], 0x80800000);
+  EXPECT_EQ(pixels[picture.Width / 2], 0U);
+}
+
+TEST(GdiPictures, RefusesDamagedData) {
+  std::string file = Contents("palette.png");
+  const std::size_t data = file.find("IDAT") + 4;
+  for (std::size_t i = data; i < data + 8; ++i) file[i] = '\x55';
+  Picture picture;
+  ASSERT_EQ(ReadPicture(file, picture), PictureFault::None);
+  EXPECT_TRUE(Decoded(picture).empty());
+}
+
+}  // namespace
+}  // namespace vaxel
