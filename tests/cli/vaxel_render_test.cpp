@@ -229,7 +229,7 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
   const std::size_t pngData = picture("clear.png").find("IDAT") + 4;
   const char* const damaged = "Image incomplète ou abîmée";
   const char* const foreign = "Ce n'est pas une image BMP, GIF, JPEG ou PNG";
-  const char* const tooLarge = "Image de plus de 64 millions de pixels";
+  const char* const tooLarge = "Image de plus de 64 millions de pixels ou de 32767 de côté";
   const std::tuple<const char*, std::string, const char*> cases[] = {
       {"text.png", Line, foreign},
       {"empty.png", "", foreign},
