@@ -8,6 +8,7 @@ namespace vaxel {
 namespace {
 
 constexpr double MillimetresPerPoint = 25.4 / 72;
+constexpr double Turn = 2 * std::numbers::pi;
 
 double Checked(double value) {
   if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();
@@ -108,7 +109,7 @@ void DrawSurface::Contour(std::span<const ContourArc> pieces, Colour colour, boo
   pieces_.clear();
   for (const ContourArc& piece : pieces) {
     pieces_.push_back({ToDevice(piece.Centre.X, piece.Centre.Y), std::abs(Checked(piece.Radius * scaleX_)),
-                       piece.StartAngle, piece.Sweep});
+                       std::remainder(piece.StartAngle, Turn), piece.Sweep});
   }
   list_->AddContour(pieces_, {filled, FillColor}, NewOperation(colour));
 }
@@ -131,10 +132,9 @@ void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, Cir
                      {FillStyle && form != CircleForm::Arc, FillColor},
                      form};
   if (form != CircleForm::Full) {
-    constexpr double turn = 2 * std::numbers::pi;
-    circle.StartAngle = std::remainder(startAngle, turn);
-    double sweep = std::fmod(endAngle - startAngle, turn);
-    if (sweep <= 0) sweep += turn;
+    circle.StartAngle = std::remainder(startAngle, Turn);
+    double sweep = std::fmod(endAngle - startAngle, Turn);
+    if (sweep <= 0) sweep += Turn;
     circle.EndAngle = circle.StartAngle + sweep;
   }
   list_->Add(NewOperation(colour, circle));
