@@ -13,7 +13,24 @@
 #include "files/files.h"
 #include "text/text.h"
 
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace vaxel {
+namespace {
+
+bool IsTerminal(std::FILE* file) {
+#ifdef _WIN32
+  return _isatty(_fileno(file)) != 0;
+#else
+  return isatty(fileno(file)) != 0;
+#endif
+}
+
+}  // namespace
 
 void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const {
   std::string message(fileName.empty() ? std::string_view(scriptName_) : fileName);
@@ -48,10 +65,28 @@ void ConsoleHost::ShowNotice(std::string_view fileName, std::uint32_t lineNumber
   if (notices_.emplace(text).second) Print(fileName, lineNumber, text);
 }
 
-bool ConsoleHost::Confirm(std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
-                          std::string_view text) {
-  Print(fileName, lineNumber, std::string(title) + "\n" + std::string(text));
-  return true;
+bool ConsoleHost::Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber,
+                          std::string_view title, std::string_view text) {
+  const bool isDepth = kind == BoxKind::IncludeDepth;
+  Print(fileName, lineNumber, isDepth ? std::string(text) : std::string(title) + "\n" + std::string(text));
+  return !isDepth || !goesOnWithoutDepth_;
+}
+
+Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
+                        std::string_view proposal) {
+  if (asked_ < answers_.size()) return {Answer::Kind::Given, answers_[asked_++]};
+  if (!mayAsk_ || !IsTerminal(stdin)) return {Answer::Kind::Unavailable};
+  Print(fileName, lineNumber,
+        std::string(prompt) + (proposal.empty() ? "" : " [" + std::string(proposal) + "]"));
+  std::string line;
+  for (int c = 0; (c = std::getchar()) != '\n';) {
+    if (c == EOF) return {Answer::Kind::Cancelled};
+    line += static_cast<char>(c);
+  }
+  if (line.ends_with('\r')) line.pop_back();
+  // An empty line takes what was proposed.
+  answers_.push_back(line.empty() ? std::string(proposal) : line);
+  return {Answer::Kind::Given, answers_[asked_++]};
 }
 
 std::string ConsoleHost::Today() {

@@ -5,7 +5,10 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "cli/options.h"
+#include "cli/run_watch.h"
 #include "interpreter/run_host.h"
 
 namespace vaxel {
@@ -14,21 +17,34 @@ namespace vaxel {
 class ConsoleHost : public RunHost {
  public:
   // The name for the main script in what is printed.
-  explicit ConsoleHost(std::string scriptName) : scriptName_(std::move(scriptName)) {}
+  ConsoleHost(std::string scriptName, const RenderOptions& options)
+      : Watch(options.MaxSeconds),
+        scriptName_(std::move(scriptName)),
+        answers_(options.Answers),
+        goesOnWithoutDepth_(options.GoOnAtDepth),
+        mayAsk_(options.Script != "-") {}
 
   void ShowError(const ErrorReport& report) override;
-  void ProcessPendingEvents() override {}
+  // What Ctrl+C, or the limit of time, says.
+  RunSignal ProcessPendingEvents() override { return Watch.Signal(); }
   void WriteComment(std::string_view fileName, std::uint32_t lineNumber, std::string_view comment) override;
   // The same notice is printed once, however often the script is run.
   void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) override;
-  // Printed, and answered with OK.
-  bool Confirm(std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
+  // Printed, and answered with OK, or with what the options say of files included too deep.
+  bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
                std::string_view text) override;
+  // The next of the answers that were given with the options, then what is typed on the terminal. What was
+  // answered in one run is answered in the next.
+  Answer Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
+             std::string_view proposal) override;
+  void BeginRun() { asked_ = 0; }
   // In the format of the process's locale; the date of SOURCE_DATE_EPOCH where that is set.
   std::string Today() override;
   std::string FullFileName(std::string_view fileName) override;
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
   FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override;
+
+  RunWatch Watch;
   const std::string& ScriptName() const { return scriptName_; }
 
  private:
@@ -36,6 +52,10 @@ class ConsoleHost : public RunHost {
 
   std::string scriptName_;
   std::set<std::string> notices_;
+  std::vector<std::string> answers_;  // those typed so far are added
+  std::size_t asked_ = 0;             // in this run
+  bool goesOnWithoutDepth_;
+  bool mayAsk_;  // else standard input is the script
 };
 
 // The seconds since 1970 that stand for the present in reproducible outputs; none where the environment has

@@ -20,6 +20,7 @@ constexpr double MaxFactor = 1000;
 // The longest side that readers of PDF accept is 14400 points.
 constexpr double MaxSideMm = 5000;
 constexpr double MaxDpi = 20'000;
+constexpr double MaxSeconds = 1'000'000;
 
 struct NamedSize {
   std::string_view Name;
@@ -98,7 +99,7 @@ std::pair<std::string, std::string> ReadVariable(const std::string& text) {
 // The texts of the options as they stand on the command line.
 struct RawOptions {
   std::vector<std::string> Outputs;
-  std::string Format, Target, Area, Page, Zoom, Zmm, Dpi, Language;
+  std::string Format, Target, Area, Page, Zoom, Zmm, Dpi, Language, OnDepth, MaxSeconds;
   std::vector<std::string> Variables;
 };
 
@@ -131,6 +132,8 @@ void Interpret(const RawOptions& raw, RenderOptions& options) {
   if (!raw.Zoom.empty()) options.Zoom = ReadFactor(raw.Zoom, "--zoom", MaxFactor);
   if (!raw.Zmm.empty()) options.Zmm = ReadFactor(raw.Zmm, "--zmm", MaxFactor);
   if (!raw.Dpi.empty()) options.Dpi = ReadFactor(raw.Dpi, "--dpi", MaxDpi);
+  options.GoOnAtDepth = raw.OnDepth == "cancel";
+  if (!raw.MaxSeconds.empty()) options.MaxSeconds = ReadFactor(raw.MaxSeconds, "--max-seconds", MaxSeconds);
   if (!raw.Language.empty()) options.LangBase = LanguageBaseOf(raw.Language);
   for (const std::string& text : raw.Variables) {
     auto variable = ReadVariable(text);
@@ -173,6 +176,12 @@ void Declare(CLI::App& app, RawOptions& raw, RenderOptions& options) {
   app.add_option("--answer", options.Answers, "answer to a question of the script, in order; repeatable")
       ->type_name("TEXT")
       ->allow_extra_args(false);
+  app.add_option(
+         "--on-depth", raw.OnDepth,
+         "what to do with a file included too deep: ok ends the run, cancel leaves it out (default: ok)")
+      ->check(CLI::IsMember({"ok", "cancel"}));
+  app.add_option("--max-seconds", raw.MaxSeconds, "end a run that loops longer than this with an error")
+      ->type_name("N");
   app.set_version_flag("--version", "vaxel-render " VAXEL_VERSION);
 }
 

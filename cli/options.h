@@ -34,10 +34,18 @@ struct RenderOptions {
   int LangBase = 0;
   std::vector<std::pair<std::string, std::string>> Variables;  // "%Name" and its value
   std::vector<std::string> Answers;                            // to the script's questions, in order
+  bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run
+  std::optional<double> MaxSeconds;
 };
 
 // How the program ends.
-enum class ExitStatus : std::uint8_t { Drawn = 0, ScriptFailed = 1, WrongUsage = 2, FileFailed = 3 };
+enum class ExitStatus : std::uint8_t {
+  Drawn = 0,
+  ScriptFailed = 1,
+  WrongUsage = 2,
+  FileFailed = 3,
+  Interrupted = 130
+};
 
 // The options of a command line without the program's name, in UTF-8. None when there is nothing to draw,
 // with the status to end with; what was asked for (help, the version) or what is wrong has then been printed.

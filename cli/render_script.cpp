@@ -140,6 +140,7 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
       machine.Host.ShowNotice("", 0,
                               TableString(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
     }
+    if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
     if (result.Error.empty()) result.Error = file.Commit();
     if (result.Error.empty()) continue;
     Complain("cannot write " + DisplayName(name, "standard output") + ": " + result.Error);
@@ -159,6 +160,7 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
                   DisplayList& list) {
   RunContext run(machine.Host, AllCommands(), list);
   run.LangBase = options.LangBase;
+  machine.Host.BeginRun();
   for (const auto& [name, value] : options.Variables) run.Level().Variables.Set(name, value);
   RunTarget target = TargetFor(kind, options);
   target.Measurer = &machine.Measurer;
@@ -166,6 +168,8 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
   switch (RunScript(run, target, script.Text, script.FileName == "-" ? "" : script.FileName)) {
     case RunEnd::Failed:
       return ExitStatus::ScriptFailed;
+    case RunEnd::Aborted:
+      return ExitStatus::Interrupted;
     case RunEnd::Empty:
       std::fprintf(stderr, "%s: the script is empty, so is the drawing\n", machine.Host.ScriptName().c_str());
       list.BeginPage(target.WidthMm, target.HeightMm);
@@ -197,7 +201,7 @@ ExitStatus RenderScript(const RenderOptions& options) {
   std::optional<std::string> text = ReadScript(script.FileName);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
-  Machine machine{ConsoleHost(DisplayName(script.FileName, "<stdin>"))};
+  Machine machine{ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
   // Every run comes before the first output: a script that fails on paper alone writes nothing.
   std::map<TargetKind, DisplayList> lists;
   for (const OutputRequest& output : options.Outputs) {

@@ -16,8 +16,6 @@ constexpr std::int16_t Drawn = OrderDrawn;
 constexpr std::int16_t Support = OrderDrawn | OrderSupport;
 constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 
-constexpr CommandHandler Later = nullptr;
-
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
     {"%", "%Var", RunAssignment, 252, 0, Scope::Everywhere, VariableUse::Raw},
@@ -44,23 +42,24 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"EXPOSANT", "Exposant", RunExposant, 215},
     {"FACTEUR", "Facteur", RunFacteur, 216},
     {"FACTEURS", "Facteurs", RunFacteur, 216},
-    {"FICHIER", "Fichier", Later, 217, Included, Scope::Everywhere, VariableUse::Raw},
+    {"FICHIER", "Fichier", RunFichier, 217, Included, Scope::Everywhere, VariableUse::Raw},
     {"FLECHE", "Fleche", RunFleche, 218, Drawn},
     {"FLECHEP", "FlecheP", RunFlecheP, 218, Drawn},
     {"FORMATI", "FormatI", RunFormatI, 219, OrderFormat, Scope::MainScriptOnly, VariableUse::Replaced, 0, 0},
-    {"GOTO", "Goto", Later, 220},
+    {"GOTO", "Goto", RunGoto, 220},
     {"GRAD", "Grad", RunGrad, 222, Drawn},
     {"GRAD1", "Grad1", RunGrad1, 223, Drawn, Scope::Everywhere, VariableUse::ValueLists},
-    {"IF", "IF", Later, 224, 0, Scope::Everywhere, VariableUse::Raw},
-    {"IFT", "IFT", Later, 224, 0, Scope::Everywhere, VariableUse::Raw},
+    // The command behind THEN decides what an apostrophe is.
+    {"IF", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"IFT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
     // Sets its bit itself: what only asks for a size draws nothing.
     {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::Raw},
-    {"INPUT", "Input", Later, 226, 0, Scope::Everywhere, VariableUse::Raw},
+    {"INPUT", "Input", RunInput, 226, 0, Scope::Everywhere, VariableUse::Raw},
     {"INVERSION", "Inversion", RunInversion, 227},
     {"LISTEVAR", "ListeVar", RunListeVar, 228, 0, Scope::Everywhere, VariableUse::Replaced, 1},
-    {"LVAR", "LVar", Later, 229, 0, Scope::Everywhere, VariableUse::Raw},
+    {"LVAR", "LVar", RunLVar, 229, 0, Scope::Everywhere, VariableUse::Raw},
     {"NPAGE", "NPage", RunNPage, 230},
-    {"OPEN", "Open", Later, 231},
+    {"OPEN", "Open", RunOpen, 231},
     {"PALCOUL", "PalCoul", RunPalCoul, 232, Drawn},
     {"PALCOUL2", "PalCoul2", RunPalCoul2, 232, Drawn},
     {"PALCOUL3", "PalCoul3", RunPalCoul3, 232, Drawn},
@@ -77,9 +76,9 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"SECT", "Sect", RunSect, 238, Drawn},
     {"SECTP", "SectP", RunSectP, 238, Drawn},
     {"SEPARATEUR", "Separateur", RunSeparateur, 239},
-    {"SI", "IF", Later, 224, 0, Scope::Everywhere, VariableUse::Raw},
-    {"SIT", "IFT", Later, 224, 0, Scope::Everywhere, VariableUse::Raw},
-    {"STOP", "Stop", Later, 240},
+    {"SI", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"SIT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"STOP", "Stop", RunStop, 240},
     {"TAILLEP", "TailleP", RunTailleP, 241, 0, Scope::Everywhere, VariableUse::Raw},
     // Sets its bit itself, when it has written the blank that precedes the first text of a page.
     {"TEXTE", "Texte", RunTexte, 242, 0, Scope::Everywhere, VariableUse::Replaced, 5},

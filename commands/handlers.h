@@ -37,6 +37,16 @@ void RunInversion(RunContext& run, const Parameters& parameters);
 void RunGrad(RunContext& run, const Parameters& parameters);
 void RunGrad1(RunContext& run, const Parameters& parameters);
 
+// control_commands.cpp
+void RunIF(RunContext& run, const Parameters& parameters);
+void RunIFT(RunContext& run, const Parameters& parameters);
+void RunGoto(RunContext& run, const Parameters& parameters);
+void RunStop(RunContext& run, const Parameters& parameters);
+void RunFichier(RunContext& run, const Parameters& parameters);
+void RunOpen(RunContext& run, const Parameters& parameters);
+void RunLVar(RunContext& run, const Parameters& parameters);
+void RunInput(RunContext& run, const Parameters& parameters);
+
 // sector_commands.cpp
 void RunSect(RunContext& run, const Parameters& parameters);
 void RunSectP(RunContext& run, const Parameters& parameters);

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
@@ -26,7 +27,7 @@ std::string SystemItems(const RunContext& run, std::initializer_list<std::string
 }
 
 std::string VariableList(const RunContext& run) {
-  const bool dataEnded = run.Level().DataEnded;
+  const bool dataEnded = run.Level().Data.AtEnd();
   std::string list = SystemItems(run, {"%iRec", "%Date"}) + '\n' + SystemItems(run, {"%File", "%Path"}) +
                      '\n' + SystemItems(run, {"%Fil1"}) + (dataEnded ? "\t%EOF\t= 1\n" : "\t%EOF = 0\n") +
                      SystemItems(run, {"%TaP", "%EpT"}) + '\n' + SystemItems(run, {"%CEx", "%CEy"}) + '\n' +
@@ -41,17 +42,7 @@ std::string VariableList(const RunContext& run) {
 }  // namespace
 
 void RunAssignment(RunContext& run, const Parameters& parameters) {
-  const std::string_view text = parameters.Whole();
-  if (text.starts_with('=')) {
-    const std::string expression = run.Substitute(text.substr(1));
-    const auto value = StrictValue(expression, run.Separators);
-    if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
-    run.SetVariable(run.KeywordText, NumberText(*value));
-  } else if (text.starts_with('<')) {
-    run.SetVariable(run.KeywordText, Trim(text.substr(1)));
-  } else {
-    run.SetVariable(run.KeywordText, Trim(run.Substitute(text)));
-  }
+  Assign(run, run.KeywordText, parameters.Whole());
 }
 
 void RunCurrentPoint(RunContext& run, const Parameters& parameters) {
@@ -73,7 +64,9 @@ void RunListeVar(RunContext& run, const Parameters& parameters) {
   const ScriptLevel& level = run.Level();
   std::string title = "Vaxel        ListeVar (n=" + std::to_string(level.Variables.VarCount) + ")    ";
   title += TextOf(parameters.Whole());
-  if (!run.Host.Confirm(level.FileName, level.Line.Number, title, VariableList(run))) run.EndLevel();
+  const bool goesOn =
+      run.Host.Confirm(BoxKind::Variables, level.FileName, level.Line.Number, title, VariableList(run));
+  if (!goesOn) run.EndLevel();
 }
 
 }  // namespace vaxel

@@ -1,7 +1,9 @@
 #include "interpreter/run.h"
 
 #include <algorithm>
+#include <cmath>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "interpreter/script_fault.h"
@@ -18,8 +20,10 @@ constexpr int ErrorInOrder = 119;
 constexpr int UnknownCommand = 124;
 constexpr int OrderHelp = 161;
 constexpr int OfTheFileInError = 172;
+constexpr int IncludedFrom = 279;
 
 constexpr std::size_t ReportedLineLength = 300;
+constexpr int MaxCommandDepth = 100;
 
 bool NamesList(VariableUse use, std::size_t parameter) {
   switch (use) {
@@ -135,6 +139,17 @@ std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view 
   return line;
 }
 
+// Runs a logical line, or the one that a variable holds.
+void RunLogicalLine(RunContext& run, std::string_view line, Parameters& parameters) {
+  if (!IsVariableLine(line)) {
+    RunLine(run, line, parameters);
+    return;
+  }
+  // A copy: the command may give the variable another value.
+  const std::string held(ResolveVariableLine(run.Level(), line, run.Separators));
+  if (!held.empty()) RunLine(run, held, parameters);
+}
+
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   level.Reader = LineReader(level.Text);
@@ -144,22 +159,24 @@ void RunLevel(RunContext& run) {
   for (;;) {
     const LineReader::Result result = level.Reader.Next(level.Line);
     if (result == LineReader::Result::End) return;
-    run.Surface.SourceLine = level.Line.Number;
+    // What an included script draws belongs to the line that includes it.
+    if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
     if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    if (!IsVariableLine(level.Line.Text)) {
-      RunLine(run, level.Line.Text, parameters);
-      continue;
-    }
-    // A copy: the command may give the variable another value.
-    const std::string held(ResolveVariableLine(level, level.Line.Text, run.Separators));
-    if (!held.empty()) RunLine(run, held, parameters);
+    RunLogicalLine(run, level.Line.Text, parameters);
   }
 }
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
   const auto message = [&](int id) { return std::string(TableString(run.LangBase + id)); };
   const std::string line = Shorten(level.Line.Text, ReportedLineLength);
-  const std::string reason = fault.Description(run.LangBase);
+  std::string reason = fault.Description(run.LangBase);
+  for (std::size_t i = run.CurrentLevel - 1; i > 0; --i) {
+    const ScriptLevel& including = run.Levels[i - 1];
+    const std::string place = including.FileName + ":" + std::to_string(including.Line.Number);
+    if (!reason.empty()) reason += '\n';
+    reason +=
+        TableString(run.LangBase + IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
+  }
   switch (fault.Kind()) {
     case FaultKind::Order:
       return message(ErrorInOrder) + line + message(OrderHelp);
@@ -183,6 +200,7 @@ RunEnd Report(RunContext& run, const ScriptFault& fault) {
 
 void Reset(RunContext& run) {
   run.CurrentLevel = 1;
+  run.CommandDepth = 0;
   run.Separators = {};
   run.OrderState = 0;
   run.Support = {};
@@ -195,7 +213,100 @@ void Reset(RunContext& run) {
   run.SetPen({});
 }
 
+// The pen, the centre and the origin of the including script, which are as before when the included one ends.
+class IncluderState {
+ public:
+  explicit IncluderState(RunContext& run)
+      : run_(run),
+        centre_{run.Surface.CentreX, run.Surface.CentreY},
+        shift_{run.Surface.CTX, run.Surface.CTY},
+        pen_(run.Level().CurrentPen) {}
+
+  void PutBack() {
+    run_.Surface.CentreX = centre_.X;
+    run_.Surface.CentreY = centre_.Y;
+    run_.Surface.CTX = shift_.X;
+    run_.Surface.CTY = shift_.Y;
+    run_.SetPen(pen_);
+  }
+
+ private:
+  RunContext& run_;
+  Point centre_, shift_;
+  Pen pen_;
+};
+
+// The place of a physical line; none beyond the text.
+std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
+  std::size_t position = 0;
+  for (double line = 1; line < number; ++line) {
+    const std::size_t end = text.find('\n', position);
+    if (end == std::string_view::npos) return std::nullopt;
+    position = end + 1;
+  }
+  return position < text.size() && number >= 1 ? std::optional(position) : std::nullopt;
+}
+
+std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) {
+  if (const Label* label = level.Labels.Find(target)) return *label;
+  if (!IsNumber(target)) return std::nullopt;
+  const double number = LeadingNumber(target);
+  const auto position = number == std::trunc(number) ? PlaceOfLine(level.Text, number) : std::nullopt;
+  if (!position) return std::nullopt;
+  return Label{*position, static_cast<std::uint32_t>(number)};
+}
+
 }  // namespace
+
+void HandleEvents(RunContext& run) {
+  switch (run.Host.ProcessPendingEvents()) {
+    case RunSignal::Abort:
+      throw RunEnded{RunEnd::Aborted};
+    case RunSignal::TimeUp:
+      throw ScriptFault(FaultReason::TimeUp);
+    case RunSignal::GoOn:
+      break;
+  }
+}
+
+void JumpTo(RunContext& run, std::string_view target) {
+  ScriptLevel& level = run.Level();
+  const std::optional<Label> place = PlaceOf(level, target);
+  if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target, 60));
+  if (place->LineNumber <= level.Line.Number) HandleEvents(run);
+  level.Reader.Seek(place->Position, place->LineNumber);
+}
+
+void RunCommandLine(RunContext& run, std::string_view line) {
+  if (line.empty() || IsBlankOrComment(line)) return;
+  if (++run.CommandDepth > MaxCommandDepth)
+    throw ScriptFault(FaultReason::CircularVariable, Shorten(line, 60));
+  Parameters parameters;
+  RunLogicalLine(run, line, parameters);
+  --run.CommandDepth;
+}
+
+void RunIncluded(RunContext& run, Inclusion inclusion) {
+  IncluderState includer(run);
+  const Pen pen = run.Level().CurrentPen;
+  ++run.CurrentLevel;
+  ScriptLevel& level = run.Level();
+  level.Text = NormaliseLineEnds(std::move(inclusion.Text));
+  level.FileName = std::move(inclusion.FileName);
+  level.Line = {};
+  level.Variables = {};
+  level.Data = {};
+  level.PositionX = inclusion.Position.X;
+  level.PositionY = inclusion.Position.Y;
+  for (const auto& [name, value] : inclusion.Variables) level.Variables.Set(name, value);
+  run.SetPen(pen);
+  run.Surface.CentreX += inclusion.Position.X;
+  run.Surface.CentreY += inclusion.Position.Y;
+  run.Surface.CTX = run.Surface.CTY = 0;
+  RunLevel(run);
+  --run.CurrentLevel;
+  includer.PutBack();
+}
 
 RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std::string_view fileName) {
   if (text.empty()) return RunEnd::Empty;
@@ -205,9 +316,12 @@ RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std
   level.Text = NormaliseLineEnds(std::move(text));
   level.FileName = fileName;
   level.Line = {};
+  level.Data = {};
   run.Host.ProcessPendingEvents();
   try {
     RunLevel(run);
+  } catch (const RunEnded& ended) {
+    return ended.How;
   } catch (const ScriptFault& fault) {
     return Report(run, fault);
   } catch (const OperationLimitExceeded&) {

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "drawing/draw_surface.h"
 #include "interpreter/run_context.h"
@@ -11,13 +13,40 @@ namespace vaxel {
 
 enum class RunEnd : std::uint8_t {
   Completed,
-  Failed,  // an error was shown
-  Empty    // the text was empty: nothing was drawn or cleared
+  Failed,   // an error was shown
+  Aborted,  // the user, or a script that includes itself, ended it
+  Empty     // the text was empty: nothing was drawn or cleared
 };
 
 // Runs a main script from its beginning. The text is UTF-8 with any line ends; the file's name is shown in
 // reports. Variables of level 1, the language base and whatever else the context holds for its caller are
 // set before; everything that belongs to one run is reset here.
+//
+// The end of a run that is told otherwise is reported as an error.
 RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std::string_view fileName);
+
+// Runs the text as the next level, from the place of the current line; the level after it is free again. The
+// context's current level must not be the last.
+struct Inclusion {
+  std::string FileName;  // as the host gives it
+  std::string Text;      // UTF-8, any line ends
+  Point Position;        // of its centre from the current one
+  std::vector<std::pair<std::string, std::string>> Variables;
+};
+void RunIncluded(RunContext& run, Inclusion inclusion);
+
+// Thrown to end the run where it stands, without an error of a line.
+struct RunEnded {
+  RunEnd How;
+};
+
+// Lets the host handle events; ends the run when it says so.
+void HandleEvents(RunContext& run);
+
+// Runs one command line in the current level.
+void RunCommandLine(RunContext& run, std::string_view line);
+
+// Goes on at the line that has this label or, where none has, this number. A fault when there is neither.
+void JumpTo(RunContext& run, std::string_view target);
 
 }  // namespace vaxel

@@ -30,8 +30,12 @@ void RunContext::SetVariable(std::string_view name, std::string_view value) {
   Level().Variables.Set(name, value);
 }
 
-void RunContext::EndLevel() {
-  Level().Reader.Seek(Level().Text.size(), Level().Line.Number);
+void RunContext::EndLevel(ScriptLevel& level) {
+  level.Reader.Seek(level.Text.size(), level.Line.Number);
+}
+
+void RunContext::EndAllLevels() {
+  for (std::size_t i = 0; i < CurrentLevel; ++i) EndLevel(Levels[i]);
 }
 
 }  // namespace vaxel

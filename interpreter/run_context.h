@@ -16,6 +16,7 @@
 #include "drawing/picture.h"
 #include "drawing/text_layout.h"
 #include "interpreter/command_row.h"
+#include "interpreter/data_file.h"
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/parameters.h"
@@ -34,8 +35,8 @@ struct ScriptLevel {
   LabelTable Labels;
   VariableTable Variables;
   Pen CurrentPen;
-  double PositionX = 0, PositionY = 0;  // where the including line placed it
-  bool DataEnded = true;                // no line of the data file remains, or none was opened
+  double PositionX = 0, PositionY = 0;  // where the including line placed its centre, from its own
+  DataFile Data;
 };
 
 // The state of one run, shared by all commands.
@@ -54,6 +55,7 @@ struct RunContext {
   ScaleSupport Support;
 
   std::array<ScriptLevel, MaxLevels> Levels;
+  int CommandDepth = 0;          // of commands behind THEN that are being run
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
@@ -82,8 +84,12 @@ struct RunContext {
   // Creates or overwrites a variable of the current level. A fault for what is no name of a variable, for a
   // system variable and for one too many.
   void SetVariable(std::string_view name, std::string_view value);
-  // The current level ends as if its text ended behind the line being run.
-  void EndLevel();
+  // The current level, or all of them, end as if their text ended behind the line being run.
+  void EndLevel() { EndLevel(Level()); }
+  void EndAllLevels();
+
+ private:
+  static void EndLevel(ScriptLevel& level);
 };
 
 }  // namespace vaxel

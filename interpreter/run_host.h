@@ -19,6 +19,25 @@ struct ErrorReport {
 // The notice that a font ("%1") is missing and which one ("%2") is used: an id of the string table.
 inline constexpr int FontReplacedNotice = 257;
 
+// What the user, or a limit, says of a run that is under way.
+enum class RunSignal : std::uint8_t {
+  GoOn,
+  Abort,  // the user wants it to end
+  TimeUp  // it has taken longer than it may
+};
+
+// A box with OK and Cancel.
+enum class BoxKind : std::uint8_t {
+  Variables,    // shows them; Cancel ends the script level
+  IncludeDepth  // a file is included too deep; OK ends the run, Cancel passes over the line
+};
+
+// What came of a question.
+struct Answer {
+  enum class Kind : std::uint8_t { Given, Cancelled, Unavailable } How = Kind::Given;
+  std::string Text{};
+};
+
 // Everything that a run asks for outside itself. Calls come on the run's own thread.
 class RunHost {
  public:
@@ -26,8 +45,10 @@ class RunHost {
 
   // Shows the error that ended the run.
   virtual void ShowError(const ErrorReport& report) = 0;
-  // A fixed point of the run at which the drawing so far may be shown and pending events handled.
-  virtual void ProcessPendingEvents() = 0;
+  // A fixed point of the run at which the drawing so far may be shown and pending events handled: when the
+  // surface is set up, before an error is shown, and at every condition and jump back, where the answer
+  // counts.
+  virtual RunSignal ProcessPendingEvents() = 0;
   // Writes a comment, its apostrophe and the blanks before it included, behind the given line of the main
   // script or of the included file named.
   virtual void WriteComment(std::string_view fileName, std::uint32_t lineNumber,
@@ -35,8 +56,11 @@ class RunHost {
   // Tells the user something about a line that is carried out all the same.
   virtual void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) = 0;
   // Shows a box with OK and Cancel for a line; whether the answer is OK.
-  virtual bool Confirm(std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
-                       std::string_view text) = 0;
+  virtual bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber,
+                       std::string_view title, std::string_view text) = 0;
+  // Asks the user for a text, proposing one.
+  virtual Answer Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
+                     std::string_view proposal) = 0;
   // Today's date as the user's short dates are written.
   virtual std::string Today() = 0;
   // The name of a script's file with all its folders; empty for an unsaved text.

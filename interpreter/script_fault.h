@@ -55,7 +55,14 @@ enum class FaultReason : std::int16_t {
   BadPictureSize = 268,
   BadOpening = 269,
   BadNumber = 270,
-  NoRoomForDovetails = 271
+  NoRoomForDovetails = 271,
+  UnknownTarget = 272,
+  BadComparison = 273,
+  MissingThen = 274,
+  NoDataFile = 275,
+  NotAText = 276,
+  NoAnswer = 277,
+  TimeUp = 278
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which

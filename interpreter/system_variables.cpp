@@ -46,7 +46,7 @@ constexpr std::array<SystemRow, 15> Rows = {{
        return NumberText(run.Surface.IsPrinter() ? 1 : run.Surface.Target().Zmm);
      }},
     {"%IMP", [](const RunContext& run) { return std::string(run.Surface.IsPrinter() ? "1" : "0"); }},
-    {"%EOF", [](const RunContext& run) { return std::string(run.Level().DataEnded ? "1" : "0"); }},
+    {"%EOF", [](const RunContext& run) { return std::string(run.Level().Data.AtEnd() ? "1" : "0"); }},
     {"%TAP", [](const RunContext& run) { return NumberText(run.Surface.FontSizes.Standard); }},
     {"%EPT", [](const RunContext& run) { return NumberText(run.Level().CurrentPen.Width); }},
     {"%CEX", [](const RunContext& run) { return CoordinateText(run.ScreenCentre.X); }},

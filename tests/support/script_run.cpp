@@ -11,17 +11,27 @@ class RecordingHost : public RunHost {
   RecordingHost(ScriptRun& run, const RunSettings& settings) : run_(run), settings_(settings) {}
 
   void ShowError(const ErrorReport& report) override { run_.Errors.push_back(report); }
-  void ProcessPendingEvents() override {}
+  RunSignal ProcessPendingEvents() override {
+    return ++events_ == settings_.SignalAt ? RunSignal::Abort : RunSignal::GoOn;
+  }
   void WriteComment(std::string_view, std::uint32_t lineNumber, std::string_view comment) override {
     run_.Comments.push_back(std::to_string(lineNumber) + ":" + std::string(comment));
   }
   void ShowNotice(std::string_view, std::uint32_t lineNumber, std::string_view text) override {
     run_.Notices.push_back(std::to_string(lineNumber) + ":" + std::string(text));
   }
-  bool Confirm(std::string_view, std::uint32_t lineNumber, std::string_view title,
+  bool Confirm(BoxKind, std::string_view, std::uint32_t lineNumber, std::string_view title,
                std::string_view text) override {
     run_.Boxes.push_back(std::to_string(lineNumber) + ":" + std::string(title) + "\n" + std::string(text));
     return settings_.AnswersOk;
+  }
+  Answer Ask(std::string_view, std::uint32_t lineNumber, std::string_view prompt,
+             std::string_view proposal) override {
+    run_.Boxes.push_back(std::to_string(lineNumber) + ":" + std::string(prompt) + " [" +
+                         std::string(proposal) + "]");
+    if (asked_ == settings_.Answers.size()) return {Answer::Kind::Unavailable};
+    const std::string& answer = settings_.Answers[asked_++];
+    return {answer == "cancel" ? Answer::Kind::Cancelled : Answer::Kind::Given, answer};
   }
   std::string Today() override { return "21/11/2026"; }
   std::string FullFileName(std::string_view fileName) override {
@@ -41,6 +51,8 @@ class RecordingHost : public RunHost {
  private:
   ScriptRun& run_;
   const RunSettings& settings_;
+  std::size_t asked_ = 0;
+  int events_ = 0;
 };
 
 class StringSink : public ByteSink {

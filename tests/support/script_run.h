@@ -18,8 +18,10 @@ struct RunSettings {
   std::string FileName = "dial.dat";
   int LangBase = 0;
   std::map<std::string, std::string> Files{};  // by name, for the script to read
-  std::string Folder{};   // ends in a separator: where files are that are not among those
-  bool AnswersOk = true;  // to boxes with OK and Cancel
+  std::string Folder{};                // ends in a separator: where files are that are not among those
+  std::vector<std::string> Answers{};  // to questions; "cancel" cancels, then there are none
+  int SignalAt = 0;                    // of the calls for events, from 1: the one that aborts; 0: none
+  bool AnswersOk = true;               // to boxes with OK and Cancel
 };
 
 RunSettings ForPrinter();

@@ -1,0 +1,25 @@
+#include "commands/assignment.h"
+
+#include <string>
+
+#include "interpreter/parameters.h"
+#include "interpreter/script_fault.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace vaxel {
+
+void Assign(RunContext& run, std::string_view name, std::string_view text) {
+  if (text.starts_with('=')) {
+    const std::string expression = run.Substitute(text.substr(1));
+    const auto value = StrictValue(expression, run.Separators);
+    if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
+    run.SetVariable(name, NumberText(*value));
+  } else if (text.starts_with('<')) {
+    run.SetVariable(name, Trim(text.substr(1)));
+  } else {
+    run.SetVariable(name, Trim(run.Substitute(text)));
+  }
+}
+
+}  // namespace vaxel

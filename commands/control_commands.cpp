@@ -1,0 +1,184 @@
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "commands/assignment.h"
+#include "commands/handlers.h"
+#include "commands/point_notation.h"
+#include "interpreter/comparison.h"
+#include "interpreter/run.h"
+#include "interpreter/script_fault.h"
+#include "interpreter/text_encoding.h"
+#include "resources/string_table.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int DepthExceeded = 113;
+constexpr int DepthExceededBySelf = 123;
+constexpr std::size_t MaxFileSize = 100'000'000;
+constexpr std::size_t ShownLength = 200;
+
+void RunConditional(RunContext& run, const Parameters& parameters, bool asText) {
+  HandleEvents(run);
+  const Conditional conditional = SplitConditional(parameters.Whole());
+  if (!IsTrue(run.Substitute(conditional.Condition), asText, run.Separators)) return;
+  if (conditional.Jumps) {
+    JumpTo(run, Trim(run.Substitute(conditional.Rest)));
+  } else {
+    RunCommandLine(run, conditional.Rest);
+  }
+}
+
+// The file that a script names; a script's name may lack its ".dat". A fault when there is none.
+std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
+  const std::string& script = run.Level().FileName;
+  std::string found = run.Host.FindFile(script, name);
+  const bool hasExtension = name.substr(name.find_last_of("/\\") + 1).find('.') != std::string_view::npos;
+  if (found.empty() && isScript && !hasExtension)
+    found = run.Host.FindFile(script, std::string(name) + ".dat");
+  if (found.empty()) throw ScriptFault(FaultReason::FileMissing, Shorten(name, ShownLength));
+  return found;
+}
+
+// The text of a file; name is how the script calls it.
+std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name) {
+  const std::string shown = Shorten(name, ShownLength);
+  FileContent content = run.Host.ReadFile(fileName, MaxFileSize);
+  if (content.Status == FileStatus::TooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
+  if (content.Status == FileStatus::Unreadable) {
+    throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + content.Reason + ")");
+  }
+  auto decoded = DecodeText(std::move(content.Bytes));
+  if (!decoded) throw ScriptFault(FaultReason::NotAText, shown);
+  return std::move(decoded->Text);
+}
+
+bool IsActive(const RunContext& run, std::string_view fileName) {
+  const auto end = run.Levels.begin() + static_cast<std::ptrdiff_t>(run.CurrentLevel);
+  return std::any_of(run.Levels.begin(), end, [&](const ScriptLevel& level) {
+    return run.Host.FullFileName(level.FileName) == fileName;
+  });
+}
+
+// One level more than there may be: the user chooses between the end of the run and going on without it.
+void RefuseInclusion(RunContext& run, const std::string& fileName) {
+  const ScriptLevel& level = run.Level();
+  const int text = IsActive(run, run.Host.FullFileName(fileName)) ? DepthExceededBySelf : DepthExceeded;
+  const std::string message = TableString(run.LangBase + text, std::to_string(RunContext::MaxLevels));
+  if (!run.Host.Confirm(BoxKind::IncludeDepth, level.FileName, level.Line.Number, "Vaxel", message)) return;
+  run.Level().Text = "Loop";
+  throw RunEnded{RunEnd::Failed};
+}
+
+// A coordinate that is left out is 0.
+Point ReadPosition(const RunContext& run, const Parameters& parameters) {
+  Point position = ReadPoint(parameters, 2, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  if (parameters.Trimmed(2).empty()) position.X = 0;
+  if (parameters.Trimmed(3).empty()) position.Y = 0;
+  return position;
+}
+
+// "%Name=value", or a value for the variable that is named by its place: "%1", "%2", …
+std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::string_view text,
+                                                 std::size_t place) {
+  std::string name = "%" + std::to_string(place);
+  const std::size_t equals = text.find('=');
+  if (Trim(text).starts_with('%') && equals != std::string_view::npos) {
+    name = Trim(text.substr(0, equals));
+    text = text.substr(equals + 1);
+    if (!IsVariableName(name, run.Separators))
+      throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
+  }
+  std::string value = IsLiteral(text) ? std::string(Trim(text)) : std::string(Trim(run.Substitute(text)));
+  std::replace(value.begin(), value.end(), ',', '.');
+  return {name, std::move(value)};
+}
+
+}  // namespace
+
+void RunIF(RunContext& run, const Parameters& parameters) {
+  RunConditional(run, parameters, false);
+}
+
+void RunIFT(RunContext& run, const Parameters& parameters) {
+  RunConditional(run, parameters, true);
+}
+
+void RunGoto(RunContext& run, const Parameters& parameters) {
+  JumpTo(run, Trim(parameters.Whole()));
+}
+
+void RunStop(RunContext& run, const Parameters&) {
+  run.EndLevel();
+}
+
+void RunFichier(RunContext& run, const Parameters& parameters) {
+  const std::string name(TextOf(run.Substitute(parameters.Text(1))));
+  if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
+  const std::string fileName = RequireFile(run, name, true);
+  if (run.CurrentLevel == RunContext::MaxLevels) {
+    RefuseInclusion(run, fileName);
+    return;
+  }
+  Inclusion inclusion{fileName, ReadTextFile(run, fileName, name), {}, {}};
+  // Behind an empty parameter, as one variable may hold both coordinates.
+  const std::string& separator = run.Separators.First;
+  const std::string places = run.Substitute(separator + std::string(parameters.Text(2)) + separator +
+                                            std::string(parameters.Text(3)));
+  Parameters position;
+  position.Assign(places, run.Separators);
+  inclusion.Position = ReadPosition(run, position);
+  constexpr std::size_t firstArgument = 4;
+  for (std::size_t n = firstArgument; n <= parameters.Count(); ++n) {
+    if (Trim(parameters.Text(n)).empty()) continue;
+    inclusion.Variables.push_back(ReadArgument(run, parameters.Text(n), n - firstArgument + 1));
+  }
+  RunIncluded(run, std::move(inclusion));
+}
+
+void RunOpen(RunContext& run, const Parameters& parameters) {
+  const std::string_view name = TextOf(parameters.Text(1));
+  if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
+  run.Level().Data.Open(ReadTextFile(run, RequireFile(run, name, false), name));
+}
+
+void RunLVar(RunContext& run, const Parameters& parameters) {
+  DataFile& data = run.Level().Data;
+  if (!data.IsOpen()) throw ScriptFault(FaultReason::NoDataFile);
+  const std::string_view line = Trim(data.Next());
+  if (line.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
+  run.SetVariable(parameters.Trimmed(1), line);
+}
+
+void RunInput(RunContext& run, const Parameters& parameters) {
+  std::string_view text = parameters.Whole();
+  std::string_view form;
+  if (text.starts_with('=') || text.starts_with('<')) {
+    form = text.substr(0, 1);
+    text.remove_prefix(1);
+  }
+  const std::size_t comma = text.rfind(run.Separators.First);
+  if (comma == std::string_view::npos) throw ScriptFault(FaultReason::MissingParameter, "2");
+  const std::string prompt(TextOf(run.Substitute(text.substr(0, comma))));
+  const std::string_view name = Trim(text.substr(comma + run.Separators.First.size()));
+  const ScriptLevel& level = run.Level();
+  const std::string* const present = level.Variables.Find(name);
+  const Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
+  switch (answer.How) {
+    case Answer::Kind::Given:
+      Assign(run, name, std::string(form) + answer.Text);
+      break;
+    case Answer::Kind::Cancelled:
+      run.EndAllLevels();
+      break;
+    case Answer::Kind::Unavailable:
+      throw ScriptFault(FaultReason::NoAnswer, Shorten(prompt, ShownLength));
+  }
+}
+
+}  // namespace vaxel

@@ -1,0 +1,104 @@
+#include "interpreter/comparison.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "interpreter/evaluator.h"
+#include "interpreter/line_reader.h"
+#include "interpreter/script_fault.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr std::size_t ShownLength = 60;
+
+struct RelationRow {
+  std::string_view Sign;
+  Relation How;
+};
+
+constexpr std::array<RelationRow, 9> Relations = {{{"<", Relation::Less},
+                                                   {"<=", Relation::LessOrEqual},
+                                                   {"=<", Relation::LessOrEqual},
+                                                   {"=", Relation::Equal},
+                                                   {">=", Relation::GreaterOrEqual},
+                                                   {"=>", Relation::GreaterOrEqual},
+                                                   {">", Relation::Greater},
+                                                   {"<>", Relation::Different},
+                                                   {"><", Relation::Different}}};
+
+double SideValue(std::string_view side, std::string_view condition, const Separators& separators) {
+  const Evaluation evaluation = Evaluate(side, separators.First);
+  if (!evaluation.HasValue) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
+  return evaluation.Value;
+}
+
+bool IsWordPart(char c) {
+  return IsDigit(c) || (c >= 'A' && c <= 'Z') || c == '_' || c == '%' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Where the word stands apart from others; none when nowhere.
+std::size_t FindWord(std::string_view upper, std::string_view word) {
+  for (std::size_t at = upper.find(word); at != std::string_view::npos; at = upper.find(word, at + 1)) {
+    const std::size_t end = at + word.size();
+    const bool begins = at == 0 || !IsWordPart(upper[at - 1]);
+    if (begins && (end == upper.size() || !IsWordPart(upper[end]))) return at;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+Comparison SplitComparison(std::string_view condition) {
+  constexpr std::string_view signs = "<>=";
+  const auto fail = [&] { throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength)); };
+  const std::size_t last = condition.find_last_of(signs);
+  if (last == std::string_view::npos) fail();
+  const bool isPair = last > 0 && signs.find(condition[last - 1]) != std::string_view::npos;
+  const std::size_t first = isPair ? last - 1 : last;
+  const std::string_view sign = condition.substr(first, last + 1 - first);
+  for (const RelationRow& row : Relations) {
+    if (row.Sign == sign)
+      return {Trim(condition.substr(0, first)), Trim(condition.substr(last + 1)), row.How};
+  }
+  fail();
+  return {};
+}
+
+bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {
+  condition = Trim(condition);
+  if (condition.empty()) return false;
+  const Comparison comparison = SplitComparison(condition);
+  if (asText) return Holds(comparison.How, comparison.Left, comparison.Right);
+  const double left = SideValue(comparison.Left, condition, separators);
+  return Holds(comparison.How, left, SideValue(comparison.Right, condition, separators));
+}
+
+Conditional SplitConditional(std::string_view text) {
+  constexpr std::string_view jump = "GOTO", command = "THEN";
+  const std::string upper = UpperCase(WithoutComment(text));
+  const auto split = [&](std::size_t at, bool jumps) {
+    const std::string_view rest = text.substr(at + jump.size());
+    return Conditional{Trim(text.substr(0, at)), jumps, Trim(jumps ? WithoutComment(rest) : rest)};
+  };
+  const std::size_t jumpWord = FindWord(upper, jump), commandWord = FindWord(upper, command);
+  // The command may be a jump itself. A comparison without its right side has "then" as a text to compare
+  // with.
+  const auto hasRightSide = [&] {
+    const std::string_view condition = Trim(text.substr(0, commandWord));
+    return !condition.empty() && std::string_view("<>=").find(condition.back()) == std::string_view::npos;
+  };
+  if (commandWord < jumpWord && (jumpWord == std::string_view::npos || hasRightSide())) {
+    return split(commandWord, false);
+  }
+  if (jumpWord != std::string_view::npos) return split(jumpWord, true);
+  const std::size_t jumpAt = upper.find(jump), commandAt = upper.find(command);
+  if (jumpAt != std::string_view::npos) return split(jumpAt, true);
+  if (commandAt != std::string_view::npos) return split(commandAt, false);
+  throw ScriptFault(FaultReason::MissingThen);
+}
+
+}  // namespace vaxel

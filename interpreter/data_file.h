@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vaxel {
+
+// A data file that is read line by line; lines that begin with an apostrophe are comments. Empty, and at its
+// end, before one is opened.
+class DataFile {
+ public:
+  // Any line ends.
+  void Open(std::string text);
+  bool IsOpen() const { return isOpen_; }
+  // Whether no line remains that is not a comment.
+  bool AtEnd() const { return position_ >= text_.size(); }
+  // The next line, without its end; empty at the end of the file. Valid until another file is opened.
+  std::string_view Next();
+
+ private:
+  std::string_view LineAt(std::size_t position) const;
+  void PassComments();
+
+  std::string text_;  // lines end in LF
+  std::size_t position_ = 0;
+  bool isOpen_ = false;
+};
+
+}  // namespace vaxel
