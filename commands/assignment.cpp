@@ -4,7 +4,6 @@
 
 #include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
-#include "text/number_text.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -14,7 +13,8 @@ void Assign(RunContext& run, std::string_view name, std::string_view text) {
     const std::string expression = run.Substitute(text.substr(1));
     const auto value = StrictValue(expression, run.Separators);
     if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
-    run.SetVariable(name, NumberText(*value));
+    run.RequireSettable(name);
+    run.Level().Variables.SetNumber(name, *value);
   } else if (text.starts_with('<')) {
     run.SetVariable(name, Trim(text.substr(1)));
   } else {

@@ -18,7 +18,7 @@ constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
-    {"%", "%Var", RunAssignment, 252, 0, Scope::Everywhere, VariableUse::Raw},
+    {"%", "%Var", RunAssignment, 252, 0, Scope::Everywhere, VariableUse::Raw, 0, PrepareAssignment},
     {"+", "Plus", RunPlus, 234, Drawn},
     {"?", "?", RunCurrentPoint, 221, 0, Scope::Everywhere, VariableUse::Raw},
     {"ARC", "Arc", RunArc, 201, Support},
@@ -26,8 +26,10 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"CADREA", "CadreA", RunCadreA, 203, Drawn},
     {"CADREAP", "CadreAP", RunCadreAP, 203, Drawn},
     {"CADREP", "CadreP", RunCadreP, 202, Drawn},
-    {"CENTREE", "CentreE", RunCentreE, 204, OrderCentre, Scope::ScreenOnly, VariableUse::Replaced, 0, 3},
-    {"CENTREI", "CentreI", RunCentreI, 205, OrderCentre, Scope::PrinterOnly, VariableUse::Replaced, 0, 3},
+    {"CENTREE", "CentreE", RunCentreE, 204, OrderCentre, Scope::ScreenOnly, VariableUse::Replaced, 0, nullptr,
+     3},
+    {"CENTREI", "CentreI", RunCentreI, 205, OrderCentre, Scope::PrinterOnly, VariableUse::Replaced, 0,
+     nullptr, 3},
     {"CERCLE", "Cercle", RunCercle, 206, Drawn},
     {"CERCLEI", "CercleI", RunCercleI, 206, Drawn},
     {"CERCLEP", "CercleP", RunCercleP, 207, Drawn},
@@ -45,12 +47,13 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"FICHIER", "Fichier", RunFichier, 217, Included, Scope::Everywhere, VariableUse::Raw},
     {"FLECHE", "Fleche", RunFleche, 218, Drawn},
     {"FLECHEP", "FlecheP", RunFlecheP, 218, Drawn},
-    {"FORMATI", "FormatI", RunFormatI, 219, OrderFormat, Scope::MainScriptOnly, VariableUse::Replaced, 0, 0},
-    {"GOTO", "Goto", RunGoto, 220},
+    {"FORMATI", "FormatI", RunFormatI, 219, OrderFormat, Scope::MainScriptOnly, VariableUse::Replaced, 0,
+     nullptr, 0},
+    {"GOTO", "Goto", RunGoto, 220, 0, Scope::Everywhere, VariableUse::Replaced, 0, PrepareGoto},
     {"GRAD", "Grad", RunGrad, 222, Drawn},
     {"GRAD1", "Grad1", RunGrad1, 223, Drawn, Scope::Everywhere, VariableUse::ValueLists},
     // The command behind THEN decides what an apostrophe is.
-    {"IF", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"IF", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, PrepareIF},
     {"IFT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
     // Sets its bit itself: what only asks for a size draws nothing.
     {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::Raw},
@@ -76,7 +79,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"SECT", "Sect", RunSect, 238, Drawn},
     {"SECTP", "SectP", RunSectP, 238, Drawn},
     {"SEPARATEUR", "Separateur", RunSeparateur, 239},
-    {"SI", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"SI", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, PrepareIF},
     {"SIT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
     {"STOP", "Stop", RunStop, 240},
     {"TAILLEP", "TailleP", RunTailleP, 241, 0, Scope::Everywhere, VariableUse::Raw},

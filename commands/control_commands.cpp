@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,7 +9,9 @@
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
+#include "interpreter/command_line.h"
 #include "interpreter/comparison.h"
+#include "interpreter/expression.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
@@ -22,6 +25,76 @@ constexpr int DepthExceeded = 113;
 constexpr int DepthExceededBySelf = 123;
 constexpr std::size_t MaxFileSize = 100'000'000;
 constexpr std::size_t ShownLength = 200;
+
+// A jump to one place, which is looked for the first time alone.
+class PreparedJump {
+ public:
+  explicit PreparedJump(std::string_view target) : target_(target) {}
+
+  // Whether that is a jump back.
+  bool Take(RunContext& run) {
+    ScriptLevel& level = run.Level();
+    if (line_) {
+      level.Jump = {true, line_};
+    } else {
+      isBack_ = JumpTo(run, target_);
+      level.Jump.Found = &line_;
+    }
+    return isBack_;
+  }
+
+ private:
+  std::string target_;
+  PreparedLine* line_ = nullptr;
+  bool isBack_ = false;
+};
+
+class PreparedGoto : public PreparedCommand {
+ public:
+  explicit PreparedGoto(std::string_view target) : jump_(target) {}
+
+  bool Run(RunContext& run) override {
+    if (jump_.Take(run)) HandleEvents(run);
+    return true;
+  }
+
+ private:
+  PreparedJump jump_;
+};
+
+// A comparison of numbers, and what comes of it.
+class PreparedConditional : public PreparedCommand {
+ public:
+  PreparedConditional(Relation how, Expression left, Expression right)
+      : how_(how), left_(std::move(left)), right_(std::move(right)) {}
+
+  void Jump(std::string_view target) { jump_.emplace(target); }
+  void Then(const RunContext& run, std::string_view line) {
+    line_ = line;
+    command_ = PrepareCommandLine(run, line);
+  }
+
+  bool Run(RunContext& run) override {
+    const VariableTable& variables = run.Level().Variables;
+    if (!left_.IsReady(variables) || !right_.IsReady(variables)) return false;
+    HandleEvents(run);
+    const double left = left_.Compute(variables);
+    if (!Holds(how_, left, right_.Compute(variables))) return true;
+    if (jump_) {
+      jump_->Take(run);
+    } else if (!command_ || !command_->Run(run)) {
+      RunCommandLine(run, line_);
+    }
+    return true;
+  }
+
+ private:
+  Relation how_;
+  Expression left_, right_;
+  std::optional<PreparedJump> jump_;
+  std::string_view line_;
+  std::unique_ptr<PreparedCommand> command_;
+};
 
 void RunConditional(RunContext& run, const Parameters& parameters, bool asText) {
   HandleEvents(run);
@@ -109,8 +182,35 @@ void RunIFT(RunContext& run, const Parameters& parameters) {
   RunConditional(run, parameters, true);
 }
 
+std::unique_ptr<PreparedCommand> PrepareIF(const RunContext& run, std::string_view, std::string_view text) {
+  try {
+    const Conditional conditional = SplitConditional(text);
+    const Comparison comparison = SplitComparison(Trim(conditional.Condition));
+    auto left = Expression::Prepare(comparison.Left, run.Separators);
+    auto right = Expression::Prepare(comparison.Right, run.Separators);
+    const bool isComputed = conditional.Jumps && conditional.Rest.find('%') != std::string_view::npos;
+    if (!left || !right || isComputed) return nullptr;
+    auto prepared =
+        std::make_unique<PreparedConditional>(comparison.How, std::move(*left), std::move(*right));
+    if (conditional.Jumps) {
+      prepared->Jump(conditional.Rest);
+    } else {
+      prepared->Then(run, conditional.Rest);
+    }
+    return prepared;
+  } catch (const ScriptFault&) {
+    // It is reported where the line is run.
+    return nullptr;
+  }
+}
+
 void RunGoto(RunContext& run, const Parameters& parameters) {
-  JumpTo(run, Trim(parameters.Whole()));
+  if (JumpTo(run, Trim(parameters.Whole()))) HandleEvents(run);
+}
+
+std::unique_ptr<PreparedCommand> PrepareGoto(const RunContext&, std::string_view, std::string_view text) {
+  if (text.find('%') != std::string_view::npos) return nullptr;
+  return std::make_unique<PreparedGoto>(Trim(text));
 }
 
 void RunStop(RunContext& run, const Parameters&) {

@@ -1,5 +1,8 @@
-// The handlers of the command table, one a command, by family.
+// The handlers of the command table, one a command, by family; and what prepares the lines of some.
 #pragma once
+
+#include <memory>
+#include <string_view>
 
 #include "interpreter/parameters.h"
 #include "interpreter/run_context.h"
@@ -41,6 +44,10 @@ void RunGrad1(RunContext& run, const Parameters& parameters);
 void RunIF(RunContext& run, const Parameters& parameters);
 void RunIFT(RunContext& run, const Parameters& parameters);
 void RunGoto(RunContext& run, const Parameters& parameters);
+std::unique_ptr<PreparedCommand> PrepareIF(const RunContext& run, std::string_view keyword,
+                                           std::string_view text);
+std::unique_ptr<PreparedCommand> PrepareGoto(const RunContext& run, std::string_view keyword,
+                                             std::string_view text);
 void RunStop(RunContext& run, const Parameters& parameters);
 void RunFichier(RunContext& run, const Parameters& parameters);
 void RunOpen(RunContext& run, const Parameters& parameters);
@@ -97,6 +104,8 @@ void RunVal1R(RunContext& run, const Parameters& parameters);
 
 // variable_commands.cpp
 void RunAssignment(RunContext& run, const Parameters& parameters);
+std::unique_ptr<PreparedCommand> PrepareAssignment(const RunContext& run, std::string_view keyword,
+                                                   std::string_view text);
 void RunCurrentPoint(RunContext& run, const Parameters& parameters);
 void RunListeVar(RunContext& run, const Parameters& parameters);
 

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view DegreeSign = "°";
 
+using Mark = Parameters::Mark;
+
 bool IsRelative(std::string_view text) {
   return text.ends_with('R') || text.ends_with('r');
 }
@@ -35,9 +37,25 @@ double Coordinate(std::string_view text, double reference, EmptyCoordinate empty
   return IsRelative(text) ? reference + value : value;
 }
 
+double Absolute(const Parameters::MarkedNumber& known, double reference) {
+  return known.What == Mark::Relative ? reference + known.Value : known.Value;
+}
+
+Point Polar(Point reference, double directionDegrees, double length) {
+  const double direction = directionDegrees * RadiansPerDegree;
+  return {reference.X + length * std::cos(direction), reference.Y + length * std::sin(direction)};
+}
+
 }  // namespace
 
 Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, EmptyCoordinate empty) {
+  const auto knownA = parameters.KnownNumber(n),
+             knownB = knownA ? parameters.KnownNumber(n + 1) : std::nullopt;
+  if (knownB && knownB->What != Mark::Degrees) {
+    if (knownA->What != Mark::Degrees)
+      return {Absolute(*knownA, reference.X), Absolute(*knownB, reference.Y)};
+    if (knownB->What == Mark::None) return Polar(reference, knownA->Value, knownB->Value);
+  }
   const std::string_view a = parameters.Trimmed(n);
   const std::string_view b = parameters.Trimmed(n + 1);
   const Separators& separators = parameters.Separators();
@@ -46,9 +64,8 @@ Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, Em
     return {Coordinate(a, reference.X, empty, separators), Coordinate(b, reference.Y, empty, separators)};
   }
   if (IsRelative(b) || IsRelative(DropLastCharacter(a))) throw BadPoint(a, b);
-  const double direction = ValueOf(a, separators) * RadiansPerDegree;
-  const double length = ValueOf(b, separators);
-  return {reference.X + length * std::cos(direction), reference.Y + length * std::sin(direction)};
+  const double direction = ValueOf(a, separators);
+  return Polar(reference, direction, ValueOf(b, separators));
 }
 
 }  // namespace vaxel

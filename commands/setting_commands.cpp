@@ -14,6 +14,7 @@ void RunSeparateur(RunContext& run, const Parameters& parameters) {
   const std::string second(parameters.Trimmed(2));
   if (!first.empty()) run.Separators.First = first;
   if (!second.empty()) run.Separators.Second = second;
+  ++run.SeparatorsVersion;
 }
 
 void RunZoomIni(RunContext& run, const Parameters& parameters) {

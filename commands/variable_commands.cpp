@@ -1,10 +1,13 @@
 #include <cstddef>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "commands/assignment.h"
 #include "commands/handlers.h"
+#include "interpreter/expression.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
 #include "text/number_text.h"
@@ -34,15 +37,45 @@ std::string VariableList(const RunContext& run) {
                      SystemItems(run, {"%CTx", "%CTy", "%Zoom", "%Imp"}) + '\n';
   const VariableTable& variables = run.Level().Variables;
   for (std::size_t i = 0; i < static_cast<std::size_t>(variables.VarCount); ++i) {
-    list += variables.VarNames[i] + "= " + variables.VarValues[i] + '\n';
+    list += variables.VarNames[i] + "= " + variables.VarValues(i) + '\n';
   }
   return list;
 }
+
+class PreparedAssignment : public PreparedCommand {
+ public:
+  PreparedAssignment(std::string_view name, Expression expression)
+      : name_(name), expression_(std::move(expression)) {}
+
+  bool Run(RunContext& run) override {
+    VariableTable& variables = run.Level().Variables;
+    if (!expression_.IsReady(variables)) return false;
+    const double value = expression_.Compute(variables);
+    if (slot_ == VariableTable::MaxVariables) slot_ = variables.SlotFor(name_);
+    variables.SetNumberAt(slot_, value);
+    return true;
+  }
+
+ private:
+  std::string name_;
+  Expression expression_;
+  std::size_t slot_ = VariableTable::MaxVariables;
+};
 
 }  // namespace
 
 void RunAssignment(RunContext& run, const Parameters& parameters) {
   Assign(run, run.KeywordText, parameters.Whole());
+}
+
+// "%Name == expression" with an expression that is read once.
+std::unique_ptr<PreparedCommand> PrepareAssignment(const RunContext& run, std::string_view keyword,
+                                                   std::string_view text) {
+  if (!text.starts_with('=') || !IsVariableName(keyword, run.Separators) || IsSystemVariable(keyword))
+    return nullptr;
+  auto expression = Expression::Prepare(text.substr(1), run.Separators);
+  if (!expression) return nullptr;
+  return std::make_unique<PreparedAssignment>(keyword, std::move(*expression));
 }
 
 void RunCurrentPoint(RunContext& run, const Parameters& parameters) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace vaxel {
@@ -32,20 +33,36 @@ enum class Scope : std::uint8_t { Everywhere, ScreenOnly, PrinterOnly, MainScrip
 
 using CommandHandler = void (*)(RunContext& run, const Parameters& parameters);
 
+// A line that is run again and again, with what can be worked out beforehand worked out.
+class PreparedCommand {
+ public:
+  virtual ~PreparedCommand() = default;
+  // Does all that running the line does. False, with nothing done, where that must be done in the plain way:
+  // it depends on what the variables hold.
+  virtual bool Run(RunContext& run) = 0;
+};
+
+// Prepares a line of a command, of which keyword and text are those of the line; null when it cannot be.
+// Separators are those in force: the line is prepared anew when they change.
+using CommandPreparer = std::unique_ptr<PreparedCommand> (*)(const RunContext& run, std::string_view keyword,
+                                                             std::string_view text);
+
 // One keyword of the language.
 struct CommandRow {
   static constexpr std::int16_t NoLimit = 0x7FFF;
 
-  std::string_view Keyword;          // upper case
-  std::string_view Spelling;         // as shown to users
-  CommandHandler Handler = nullptr;  // null: the command cannot be run yet
-  std::int16_t HelpId = 0;           // of its syntax help in the string table
-  std::int16_t Sets = 0;             // order bits
+  std::string_view Keyword;   // upper case
+  std::string_view Spelling;  // as shown to users
+  CommandHandler Handler = nullptr;
+  std::int16_t HelpId = 0;  // of its syntax help in the string table
+  std::int16_t Sets = 0;    // order bits
   Scope Where = Scope::Everywhere;
   VariableUse Variables = VariableUse::Replaced;
   // The parameter from which all that follows is one text, in which separators and apostrophes are ordinary
   // characters; 0: none. An apostrophe then begins no comment in the whole line.
   std::uint8_t TextFrom = 0;
+  // Null: where all parameters are numbers and fixed texts, they are prepared for the handler.
+  CommandPreparer Prepare = nullptr;
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
 };
 

@@ -37,8 +37,8 @@ LineReader::Result LineReader::TakeLogicalLine(LogicalLine& line) {
   line.Number = nextNumber_;
   LineStart = ReadPos;
   std::string_view physical = TakePhysicalLine();
-  const bool plain = !hasTabs_ && !physical.ends_with(ContinuationMark);
-  if (plain) {
+  isJoined_ = hasTabs_ || physical.ends_with(ContinuationMark);
+  if (!isJoined_) {
     line.Text = TrimLeft(physical);
     return Result::Line;
   }

@@ -28,6 +28,10 @@ class LineReader {
   // The next line that is neither empty nor a comment.
   Result Next(LogicalLine& line);
 
+  // Whether the last line is joined of several, or had TABs: its text is then not a part of the script's.
+  bool IsJoined() const { return isJoined_; }
+  std::uint32_t NextNumber() const { return nextNumber_; }
+
   // Goes on at this place, which begins the physical line of that number.
   void Seek(std::size_t position, std::uint32_t lineNumber);
 
@@ -45,6 +49,7 @@ class LineReader {
   std::string assembled_;
   std::uint32_t nextNumber_ = 1;
   bool hasTabs_ = false;
+  bool isJoined_ = false;
 };
 
 // Whether nothing of the line is to be run: it is empty or a comment.

@@ -1,13 +1,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "interpreter/expression.h"
 #include "interpreter/variables.h"
 
 namespace vaxel {
+
+struct RunContext;
 
 // The parameters of one line, numbered from 1. A parameter that is missing reads as an empty text.
 // The texts are views of the line's text and of the run's separators.
@@ -16,10 +22,26 @@ class Parameters {
   // Splits anew; what was read before is gone.
   void Assign(std::string_view text, const Separators& separators);
 
+  // Splits a text whose references to variables are not replaced, and prepares those parameters that hold
+  // any. The text and the run must live as long. False where that would not give what replacing them gives.
+  bool Prepare(std::string_view text, const RunContext& run);
+  // Before each use of prepared parameters; false when a variable in them holds no number.
+  bool Renew();
+
+  // A parameter that is known to be one number: the mark behind it says whether it is relative ("R") or a
+  // direction ("°").
+  enum class Mark : std::uint8_t { None, Relative, Degrees };
+  struct MarkedNumber {
+    double Value;
+    Mark What;
+  };
+  // None where that is not known beforehand.
+  std::optional<MarkedNumber> KnownNumber(std::size_t n) const;
+
   // 1 for an empty text.
   std::size_t Count() const { return starts_.size() - 1; }
   // All parameters as they stand.
-  std::string_view Whole() const { return text_; }
+  std::string_view Whole() const { return prepared_.empty() ? text_ : Replaced().Whole(); }
   // The parameter as it stands, blanks included, and without them.
   std::string_view Text(std::size_t n) const;
   std::string_view Trimmed(std::size_t n) const;
@@ -36,6 +58,22 @@ class Parameters {
   const vaxel::Separators& Separators() const { return *separators_; }
 
  private:
+  struct PreparedNumber {
+    std::optional<Expression> Value;  // none: the parameter is read from its text
+    Mark What = Mark::None;
+    bool IsWhole = true;  // nothing but the number and its mark
+  };
+
+  bool IsReplaced(std::size_t n) const;
+  // The same parameters with all references replaced.
+  const Parameters& Replaced() const;
+
+  std::vector<PreparedNumber> prepared_;  // by parameter; empty where the texts are as they are
+  const RunContext* run_ = nullptr;
+  mutable std::unique_ptr<Parameters> replaced_;
+  mutable std::string replacedText_;
+  mutable bool isReplaced_ = false;
+
   std::string_view text_;
   const vaxel::Separators* separators_ = nullptr;
   std::vector<std::size_t> starts_;  // of each parameter, and one behind the last as if it began there

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "interpreter/command_line.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
 #include "resources/string_table.h"
@@ -23,147 +24,62 @@ constexpr int OfTheFileInError = 172;
 constexpr int IncludedFrom = 279;
 
 constexpr std::size_t ReportedLineLength = 300;
-constexpr int MaxCommandDepth = 100;
 
-bool NamesList(VariableUse use, std::size_t parameter) {
-  switch (use) {
-    case VariableUse::ValueLists:
-      return parameter % 4 == 1;
-    case VariableUse::ValueTextLists:
-      return parameter % 4 == 1 || parameter % 4 == 2;
-    case VariableUse::OrientedValueTextLists:
-      return parameter % 4 == 2 || parameter % 4 == 3;
-    case VariableUse::Replaced:
-    case VariableUse::Raw:
-      break;
-  }
-  return false;
+void BeginLine(RunContext& run) {
+  // What an included script draws belongs to the line that includes it.
+  if (run.InMainScript()) run.Surface.SourceLine = run.Level().Line.Number;
 }
 
-// Replaces the references of each parameter as written. One value may bring several parameters, which then
-// count in the numbers of those behind it.
-std::string ReplaceVariables(const RunContext& run, std::string_view text, const CommandRow& row) {
-  const Separators& separators = run.Separators;
-  std::string replaced;
-  for (std::size_t number = 1;;) {
-    const bool isText = row.TextFrom != 0 && number >= row.TextFrom;
-    const std::size_t end = isText ? std::string_view::npos : text.find(separators.First);
-    std::string_view parameter = text.substr(0, end);
-    std::string_view kept;
-    if (IsLiteral(parameter)) {
-      std::swap(kept, parameter);
-    } else if (NamesList(row.Variables, number)) {
-      const std::size_t part = std::min(parameter.size(), parameter.find(separators.Second));
-      kept = parameter.substr(part);
-      parameter = parameter.substr(0, part);
-    }
-    const std::string value = run.Substitute(parameter);
-    if (replaced.size() + value.size() + kept.size() > MaxTextLength) {
-      throw ScriptFault(FaultReason::TextTooLong);
-    }
-    replaced += value;
-    replaced += kept;
-    if (end == std::string_view::npos) return replaced;
-    replaced += separators.First;
-    text.remove_prefix(end + separators.First.size());
-    number += 1 + CountOf(value, separators.First);
-  }
-}
-
-void CheckOrder(RunContext& run, const CommandRow& row) {
-  if (run.InMainScript() && run.OrderState > row.OrderLimit) {
-    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Sets);
-    throw ScriptFault(FaultKind::Order, FaultReason::None, {});
-  }
-  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Sets);
-}
-
-bool Applies(const RunContext& run, Scope scope) {
-  switch (scope) {
-    case Scope::ScreenOnly:
-      return !run.Surface.IsPrinter();
-    case Scope::PrinterOnly:
-      return run.Surface.IsPrinter();
-    case Scope::MainScriptOnly:
-      return run.InMainScript();
-    case Scope::Everywhere:
-      break;
+// Line after line, as most scripts are run from their beginning to their end. Returns whether the level goes
+// on with lines that were run before.
+bool RunStraight(RunContext& run) {
+  ScriptLevel& level = run.Level();
+  Parameters parameters;
+  while (!level.Repeats) {
+    const LineReader::Result result = level.Reader.Next(level.Line);
+    if (result == LineReader::Result::End) return false;
+    BeginLine(run);
+    if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
+    RunLogicalLine(run, level.Line.Text, parameters);
   }
   return true;
 }
 
-void RunCommand(RunContext& run, const CommandRow& row, std::string_view text, Parameters& parameters) {
-  if (!Applies(run, row.Where)) return;
-  if (!row.Handler) throw ScriptFault(FaultReason::NotAvailable, std::string(row.Spelling));
-  if (row.TextFrom == 0) text = WithoutComment(text);
-  if (row.Variables != VariableUse::Raw && text.find('%') != std::string_view::npos) {
-    run.ParamText = ReplaceVariables(run, text, row);
-    text = run.ParamText;
-  }
-  CheckOrder(run, row);
-  parameters.Assign(text, run.Separators);
-  row.Handler(run, parameters);
+PreparedLine* NextLine(ScriptLevel& level, PreparedLine& line) {
+  if (!level.Jump.IsTaken) return level.Prepared.After(line, level.Reader);
+  if (level.Jump.Target) return level.Jump.Target;
+  PreparedLine* const next = level.Prepared.At(level.Reader);
+  if (next && next->IsKept && level.Jump.Found) *level.Jump.Found = next;
+  return next;
 }
 
-void RunLine(RunContext& run, std::string_view line, Parameters& parameters) {
-  const CommandLine command = SplitCommand(line);
-  run.Keyword = UpperCase(command.Keyword);
-  run.KeywordText = command.Keyword;
-  if (const CommandRow* row = run.Commands.Find(run.Keyword)) {
-    RunCommand(run, *row, command.Parameters, parameters);
-  } else if (!run.Keyword.ends_with(':') && !IsLabelLine(line)) {
-    const std::string_view suggestion = run.Commands.Suggest(run.Keyword);
-    throw ScriptFault(FaultKind::UnknownCommand,
-                      suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
-                      std::string(suggestion));
+// The same with what was worked out of each line when it was first run.
+void RunRepeating(RunContext& run) {
+  ScriptLevel& level = run.Level();
+  Parameters parameters;
+  PreparedLine* line = level.Prepared.At(level.Reader);
+  while (line) {
+    level.Line = line->Line;
+    BeginLine(run);
+    if (line->Result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
+    if (line->Version != run.SeparatorsVersion) {
+      line->Command = PrepareCommandLine(run, line->Line.Text);
+      line->Version = run.SeparatorsVersion;
+    }
+    level.Jump = {};
+    if (!line->Command || !line->Command->Run(run)) RunLogicalLine(run, line->Line.Text, parameters);
+    line = NextLine(level, *line);
   }
-}
-
-bool IsVariableLine(std::string_view line) {
-  return line.front() == '%' && WithoutComment(line).find('=') == std::string_view::npos;
-}
-
-// A line that is nothing but a reference to a variable is the command line that the variable holds, as it
-// stands: which references in it are replaced is for the command to say. Empty when there is nothing to run.
-std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
-                                     const Separators& separators) {
-  constexpr int maxDepth = 100;
-  for (int depth = 0; IsVariableLine(line); ++depth) {
-    const std::string_view name = ReferenceName(line, separators);
-    const std::string* value = level.Variables.Find(name);
-    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
-    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(name, 60));
-    line = Trim(*value);
-    if (IsBlankOrComment(line)) return {};
-  }
-  return line;
-}
-
-// Runs a logical line, or the one that a variable holds.
-void RunLogicalLine(RunContext& run, std::string_view line, Parameters& parameters) {
-  if (!IsVariableLine(line)) {
-    RunLine(run, line, parameters);
-    return;
-  }
-  // A copy: the command may give the variable another value.
-  const std::string held(ResolveVariableLine(run.Level(), line, run.Separators));
-  if (!held.empty()) RunLine(run, held, parameters);
 }
 
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   level.Reader = LineReader(level.Text);
+  level.Prepared.Clear();
+  level.Repeats = false;
   level.Labels.Collect(level.Reader, level.Line);
   level.Reader.Seek(0, 1);
-  Parameters parameters;
-  for (;;) {
-    const LineReader::Result result = level.Reader.Next(level.Line);
-    if (result == LineReader::Result::End) return;
-    // What an included script draws belongs to the line that includes it.
-    if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
-    if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    RunLogicalLine(run, level.Line.Text, parameters);
-  }
+  if (RunStraight(run)) RunRepeating(run);
 }
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
@@ -202,6 +118,7 @@ void Reset(RunContext& run) {
   run.CurrentLevel = 1;
   run.CommandDepth = 0;
   run.Separators = {};
+  ++run.SeparatorsVersion;
   run.OrderState = 0;
   run.Support = {};
   run.NextZoom.reset();
@@ -269,21 +186,14 @@ void HandleEvents(RunContext& run) {
   }
 }
 
-void JumpTo(RunContext& run, std::string_view target) {
+bool JumpTo(RunContext& run, std::string_view target) {
   ScriptLevel& level = run.Level();
   const std::optional<Label> place = PlaceOf(level, target);
   if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target, 60));
-  if (place->LineNumber <= level.Line.Number) HandleEvents(run);
-  level.Reader.Seek(place->Position, place->LineNumber);
-}
-
-void RunCommandLine(RunContext& run, std::string_view line) {
-  if (line.empty() || IsBlankOrComment(line)) return;
-  if (++run.CommandDepth > MaxCommandDepth)
-    throw ScriptFault(FaultReason::CircularVariable, Shorten(line, 60));
-  Parameters parameters;
-  RunLogicalLine(run, line, parameters);
-  --run.CommandDepth;
+  const bool isBack = place->LineNumber <= level.Line.Number;
+  level.Seek(place->Position, place->LineNumber);
+  if (isBack && run.PreparesLines) level.Repeats = true;
+  return isBack;
 }
 
 void RunIncluded(RunContext& run, Inclusion inclusion) {

@@ -43,10 +43,8 @@ struct RunEnded {
 // Lets the host handle events; ends the run when it says so.
 void HandleEvents(RunContext& run);
 
-// Runs one command line in the current level.
-void RunCommandLine(RunContext& run, std::string_view line);
-
-// Goes on at the line that has this label or, where none has, this number. A fault when there is neither.
-void JumpTo(RunContext& run, std::string_view target);
+// Goes on at the line that has this label or, where none has, this number; returns whether that is a jump
+// back. A fault when there is neither.
+bool JumpTo(RunContext& run, std::string_view target);
 
 }  // namespace vaxel

@@ -24,14 +24,18 @@ std::string RunContext::Substitute(std::string_view text) const {
   return vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators);
 }
 
-void RunContext::SetVariable(std::string_view name, std::string_view value) {
+void RunContext::RequireSettable(std::string_view name) const {
   if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
   if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, std::string(name));
+}
+
+void RunContext::SetVariable(std::string_view name, std::string_view value) {
+  RequireSettable(name);
   Level().Variables.Set(name, value);
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {
-  level.Reader.Seek(level.Text.size(), level.Line.Number);
+  level.Seek(level.Text.size(), level.Line.Number);
 }
 
 void RunContext::EndAllLevels() {

@@ -20,6 +20,7 @@
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/parameters.h"
+#include "interpreter/prepared_script.h"
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"
 #include "scale/scale_support.h"
@@ -37,6 +38,21 @@ struct ScriptLevel {
   Pen CurrentPen;
   double PositionX = 0, PositionY = 0;  // where the including line placed its centre, from its own
   DataFile Data;
+
+  // Where the line being run has sent the run; nowhere when it goes on with the next line.
+  struct JumpPlace {
+    bool IsTaken = false;
+    PreparedLine* Target = nullptr;  // null: the reader's place
+    PreparedLine** Found = nullptr;  // where to note the line of that place
+  };
+  JumpPlace Jump;
+  bool Repeats = false;  // it has jumped back: from there its lines are prepared
+  PreparedScript Prepared;
+
+  void Seek(std::size_t position, std::uint32_t lineNumber) {
+    Reader.Seek(position, lineNumber);
+    Jump = {true};
+  }
 };
 
 // The state of one run, shared by all commands.
@@ -59,6 +75,8 @@ struct RunContext {
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
+  std::uint32_t SeparatorsVersion = 1;  // another whenever they change
+  bool PreparesLines = true;            // false: repeated lines are read as if they were new
   std::string Keyword;                  // of the line being run, upper case
   std::string_view KeywordText;         // the same as it is written
   std::string ParamText;                // its parameters where they are not a part of the line
@@ -84,6 +102,8 @@ struct RunContext {
   // Creates or overwrites a variable of the current level. A fault for what is no name of a variable, for a
   // system variable and for one too many.
   void SetVariable(std::string_view name, std::string_view value);
+  // The first two of these faults.
+  void RequireSettable(std::string_view name) const;
   // The current level, or all of them, end as if their text ended behind the line being run.
   void EndLevel() { EndLevel(Level()); }
   void EndAllLevels();

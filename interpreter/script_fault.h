@@ -20,7 +20,6 @@ enum class FaultReason : std::int16_t {
   UnknownVariable = 178,
   TooManyVariables = 179,
   CircularVariable = 180,
-  NotAvailable = 181,
   DuplicateLabel = 182,
   UnfinishedLine = 183,
   MissingParameter = 184,

@@ -1,10 +1,12 @@
 #include "interpreter/variables.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
+#include "text/number_text.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -85,26 +87,51 @@ class Substitution {
 
 }  // namespace
 
-std::size_t VariableTable::IndexOf(std::string_view name) const {
+std::size_t VariableTable::SlotOf(std::string_view name) const {
   const auto used = VarNames.begin() + VarCount;
   const auto found = std::find_if(VarNames.begin(), used,
                                   [&](const std::string& known) { return EqualIgnoringCase(known, name); });
-  return static_cast<std::size_t>(found - VarNames.begin());
+  return found == used ? MaxVariables : static_cast<std::size_t>(found - VarNames.begin());
+}
+
+std::size_t VariableTable::SlotFor(std::string_view name) {
+  const std::size_t known = SlotOf(name);
+  if (known != MaxVariables) return known;
+  if (VarCount == MaxVariables)
+    throw ScriptFault(FaultReason::TooManyVariables, std::to_string(MaxVariables));
+  const auto slot = static_cast<std::size_t>(VarCount++);
+  VarNames[slot] = name;
+  return slot;
 }
 
 const std::string* VariableTable::Find(std::string_view name) const {
-  const std::size_t index = IndexOf(name);
-  return index < static_cast<std::size_t>(VarCount) ? &VarValues[index] : nullptr;
+  const std::size_t slot = SlotOf(name);
+  return slot == MaxVariables ? nullptr : &VarValues(slot);
 }
 
 void VariableTable::Set(std::string_view name, std::string_view value) {
-  const std::size_t index = IndexOf(name);
-  if (index == MaxVariables) throw ScriptFault(FaultReason::TooManyVariables, std::to_string(MaxVariables));
-  if (index == static_cast<std::size_t>(VarCount)) {
-    VarNames[index] = name;
-    ++VarCount;
+  const std::size_t slot = SlotFor(name);
+  texts_[slot] = value;
+  kinds_[slot] = Kind::Unread;
+}
+
+void VariableTable::ReadNumber(std::size_t slot) const {
+  const std::string_view text = texts_[slot];
+  const bool isSigned = text.starts_with('-') || text.starts_with('+');
+  const std::string_view digits = text.substr(isSigned ? 1 : 0);
+  double value = 0;
+  const bool isNumber = !digits.empty() && IsDigit(digits.back()) &&
+                        ReadUnsignedNumber(digits, value) == digits.size() && std::isfinite(value);
+  numbers_[slot] = text.starts_with('-') ? -value : value;
+  kinds_[slot] = isNumber ? Kind::Written : Kind::Other;
+}
+
+const std::string& VariableTable::VarValues(std::size_t slot) const {
+  if (kinds_[slot] == Kind::Number) {
+    texts_[slot] = NumberText(numbers_[slot]);
+    kinds_[slot] = Kind::Written;
   }
-  VarValues[index] = value;
+  return texts_[slot];
 }
 
 std::string_view ReferenceName(std::string_view text, const Separators& separators) {

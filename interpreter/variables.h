@@ -2,11 +2,14 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "text/number_text.h"
 
 namespace vaxel {
 
@@ -22,19 +25,53 @@ struct Separators {
 // compared without regard to case.
 class VariableTable {
  public:
-  static constexpr std::int16_t MaxVariables = 32;
+  static constexpr std::size_t MaxVariables = 32;
 
   // Null for an unknown name.
   const std::string* Find(std::string_view name) const;
   // Creates the variable or replaces its value. A fault when the table is full.
   void Set(std::string_view name, std::string_view value);
+  // The same for the text of a number, which is written when someone reads it.
+  void SetNumber(std::string_view name, double value) { SetNumberAt(SlotFor(name), value); }
+
+  // A variable keeps its slot as long as the table lives. MaxVariables for an unknown name.
+  std::size_t SlotOf(std::string_view name) const;
+  // Creates the variable when there is none.
+  std::size_t SlotFor(std::string_view name);
+  // The number is the one that its text reads back as, though the text may never be written: at most 15
+  // digits.
+  void SetNumberAt(std::size_t slot, double value) {
+    constexpr double largestWhole = 1e15;
+    const bool isExact =
+        std::abs(value) < largestWhole && value == static_cast<double>(static_cast<std::int64_t>(value));
+    // Adding 0 takes the sign from a zero, which no text has.
+    numbers_[slot] = isExact ? value + 0.0 : AsWritten(value);
+    kinds_[slot] = Kind::Number;
+  }
+  // Whether the value is the text of one number, sign included, and its value.
+  bool HoldsNumber(std::size_t slot) const {
+    if (kinds_[slot] == Kind::Unread) ReadNumber(slot);
+    return kinds_[slot] != Kind::Other;
+  }
+  double NumberAt(std::size_t slot) const { return numbers_[slot]; }
 
   std::int16_t VarCount = 0;
   std::array<std::string, MaxVariables> VarNames;
-  std::array<std::string, MaxVariables> VarValues;
+  const std::string& VarValues(std::size_t slot) const;
 
  private:
-  std::size_t IndexOf(std::string_view name) const;
+  enum class Kind : std::uint8_t {
+    Unread,   // a text that nobody has wanted as a number yet
+    Other,    // a text that is no number
+    Written,  // a number with its text
+    Number    // a number whose text is not written yet
+  };
+
+  void ReadNumber(std::size_t slot) const;
+
+  mutable std::array<std::string, MaxVariables> texts_;
+  mutable std::array<double, MaxVariables> numbers_{};
+  mutable std::array<Kind, MaxVariables> kinds_{};
 };
 
 // The values that the language itself gives names to. They come before a script's own variables.

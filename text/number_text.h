@@ -7,6 +7,8 @@ namespace vaxel {
 // The number with at most 15 significant digits, as few as read back: "." always, no leading blank, no
 // "-0", exponents as "E+" or "E-".
 std::string NumberText(double value);
+// The number that this text reads back as.
+double AsWritten(double value);
 
 // The number with the fewest digits that read back as the same 32-bit value, otherwise like a double.
 std::string FloatText(float value);

@@ -84,7 +84,7 @@ ScriptRun RunText(std::string_view script, const RunSettings& settings) {
   result.End = RunScript(run, settings.Target, std::string(script), settings.FileName);
   result.OrderState = run.OrderState;
   for (std::size_t i = 0; i < static_cast<std::size_t>(run.Levels[0].Variables.VarCount); ++i) {
-    result.Variables.emplace_back(run.Levels[0].Variables.VarNames[i], run.Levels[0].Variables.VarValues[i]);
+    result.Variables.emplace_back(run.Levels[0].Variables.VarNames[i], run.Levels[0].Variables.VarValues(i));
   }
   return result;
 }

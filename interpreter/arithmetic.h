@@ -1,0 +1,52 @@
+// The operators and functions of expressions. A fault for what has no result.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "interpreter/script_fault.h"
+
+namespace vaxel {
+
+// In the order in which they are applied, the last one first.
+enum class Operator : std::uint8_t { None, Minus, Plus, Times, Divide, Modulo, Power };
+
+// Equal ones are applied from left to right.
+constexpr int BindingOf(Operator op) {
+  return op == Operator::Plus ? static_cast<int>(Operator::Minus) : static_cast<int>(op);
+}
+
+// The operators but for these three.
+double ApplyOther(Operator op, double left, double right);
+
+// In the header, for they are most of what a loop does.
+inline double Apply(Operator op, double left, double right) {
+  double result = 0;
+  switch (op) {
+    case Operator::Plus:
+      result = left + right;
+      break;
+    case Operator::Minus:
+      result = left - right;
+      break;
+    case Operator::Times:
+      result = left * right;
+      break;
+    default:
+      return ApplyOther(op, left, right);
+  }
+  return std::abs(result) <= std::numeric_limits<double>::max() ? result : RequireFinite(result);
+}
+
+// The number of a function, for CallFunction; the name is in any case. None for an unknown one.
+std::optional<std::uint8_t> FindFunction(std::string_view name);
+double CallFunction(std::uint8_t function, double argument);
+
+// So many decimals, 0 to 9; halves away from zero.
+double RoundToDecimals(double x, int decimals);
+
+}  // namespace vaxel
