@@ -61,21 +61,23 @@ class ExpressionParser {
       value = algebra_.Number(0);
       return false;
     }
-    bool complete = true;
-    for (;;) {
-      const std::size_t before = position_;
-      const Operator op = ReadOperator();
-      Value right{};
-      if (op != Operator::None && !Operand(right)) {
-        position_ = before;
-        complete = false;
-      }
-      const bool ended = op == Operator::None || !complete;
-      const int binding = ended ? 0 : BindingOf(op);
+    const auto reduce = [&](int binding) {
       for (; depth > 0 && BindingOf(pending[depth - 1].Op) >= binding; --depth) {
         value = algebra_.Combined(pending[depth - 1].Op, pending[depth - 1].Left, value);
       }
-      if (ended) return complete;
+    };
+    for (;;) {
+      const std::size_t before = position_;
+      const Operator op = ReadOperator();
+      // Before the next operand is read: an operation is handed on when its operands are the last that were.
+      reduce(op == Operator::None ? 0 : BindingOf(op));
+      if (op == Operator::None) return true;
+      Value right{};
+      if (!Operand(right)) {
+        position_ = before;
+        reduce(0);
+        return false;
+      }
       pending[depth++] = {op, value};
       value = right;
     }

@@ -3,12 +3,17 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "interpreter/evaluator.h"
+#include "interpreter/expression.h"
+#include "interpreter/script_fault.h"
 #include "tests/support/script_run.h"
+#include "text/number_text.h"
 
 namespace vaxel::test {
 namespace {
@@ -46,12 +51,13 @@ class ScriptWriter {
     return texts[static_cast<std::size_t>(Below(static_cast<int>(texts.size())))];
   }
 
-  static std::vector<std::string> Values() {
+  std::vector<std::string> Values() {
     return {" 3",          " -5",  " 2.50",    " 007", " 1E+2",  " +4",   " 1E400", " .5",
             " 5.",         " 2+3", " 1, 2",    "",     " rouge", " %I",   "< %I",   "= 1/3",
             "= 10^15+0.3", "= -0", " 90°, 10", " 4R",  "< =5",   " Noir", " -1E-7"};
   }
   std::string Operand() {
+    if (Below(2) == 0) return OneOf({"%I", "%A", "%B", "%C", "2", "0.1"});
     return OneOf({"%I", "%A", "%B", "%C", "2", "0.1", "-3", "1E3", "(%A+1)", "-%B", "SIN(%A)", "RND2(%B/3)",
                   "NBP(%C)", "%ZOOM", "%Nil", "(2", "%I%A", "ABS(%C)"});
   }
@@ -113,13 +119,56 @@ class ScriptWriter {
   std::mt19937 random_;
 };
 
+std::string Result(const std::function<double()>& compute) {
+  try {
+    return NumberText(compute());
+  } catch (const ScriptFault& fault) {
+    return fault.Description(0);
+  }
+}
+
+TEST(PreparedLines, ExpressionsHaveTheValueOfTheirText) {
+  std::mt19937 random(1);
+  const auto oneOf = [&](const std::vector<std::string>& texts) { return texts[random() % texts.size()]; };
+  VariableTable variables;
+  variables.Set("%A", "-1.5");
+  variables.Set("%B", "7");
+  variables.SetNumber("%C", 1.0 / 3);
+  for (int i = 0; i < 20'000; ++i) {
+    std::string text;
+    std::string replaced;
+    const auto add = [&](const std::string& part) {
+      text += part;
+      const std::string* const value = variables.Find(part);
+      replaced += value ? *value : part;
+    };
+    int depth = 0;
+    for (int operands = 1 + static_cast<int>(random() % 6); operands > 0; --operands) {
+      add(oneOf({"", "", "-", "+", " - -"}));
+      while (random() % 4 == 0 && ++depth > 0) add(oneOf({"(", "SIN(", "ABS(", "RND1(", "sgn( "}));
+      add(oneOf({"%A", "%B", "%C", "2", "0.25", "3"}));
+      while (depth > 0 && random() % 3 == 0 && --depth >= 0) add(")");
+      if (operands > 1) add(oneOf({"+", "-", " * ", "/", " MOD ", "^", "*"}));
+    }
+    for (; depth > 0; --depth) add(")");
+    auto expression = Expression::Prepare(text, {});
+    ASSERT_TRUE(expression && expression->IsReady(variables)) << text;
+    EXPECT_EQ(Result([&] { return expression->Compute(variables); }),
+              Result([&] { return Evaluate(replaced).Value; }))
+        << text;
+  }
+}
+
 TEST(PreparedLines, ComeToTheSameAsLinesReadAnew) {
   constexpr unsigned scripts = 4000;
   unsigned completed = 0;
   for (unsigned seed = 0; seed < scripts; ++seed) {
     const std::string script = ScriptWriter(seed).Script();
-    const std::string plain = Everything(script, {}, false);
-    ASSERT_EQ(Everything(script, {}, true), plain) << seed << ":\n" << script;
+    // Some jump back for ever: they are ended, after as many conditions in both ways.
+    RunSettings settings;
+    settings.SignalAt = 100;
+    const std::string plain = Everything(script, settings, false);
+    ASSERT_EQ(Everything(script, settings, true), plain) << seed << ":\n" << script;
     completed += plain.find("Erreur") == std::string::npos ? 1U : 0U;
   }
   // Enough of them must get through all their passes for the comparison to mean something.
