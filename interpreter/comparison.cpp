@@ -89,7 +89,7 @@ Conditional SplitConditional(std::string_view text) {
   // with.
   const auto hasRightSide = [&] {
     const std::string_view condition = Trim(text.substr(0, commandWord));
-    return !condition.empty() && std::string_view("<>=").find(condition.back()) == std::string_view::npos;
+    return condition.empty() || std::string_view("<>=").find(condition.back()) == std::string_view::npos;
   };
   if (commandWord < jumpWord && (jumpWord == std::string_view::npos || hasRightSide())) {
     return split(commandWord, false);

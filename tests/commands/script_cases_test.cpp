@@ -4,11 +4,13 @@
 //   # why, or how the numbers were worked out
 //   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, the variables and
 //   the answer to boxes, if need be
+//   @file NAME text\nmore, @answer text     a file that there is, its line ends as "\n"; the next answer to a
+//   question, "cancel" for none
 //   @picture logo.png 120 60 300     a picture file that there is, so many pixels across and down and an inch
 //   the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
 //   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (line
-//       ends and TABs as "\n" and "\t"), the display list, "error LINE: reason"; "nothing"; or only how many
-//       operations there are, "11 operations"
+//       ends and TABs as "\n" and "\t"), the display list, "error [FILE:]LINE: reason"; "nothing"; or only
+//       how many operations there are, "11 operations"
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -51,6 +53,12 @@ std::string HeadOfPng(std::uint32_t width, std::uint32_t height, double dpi) {
   return file + chunk("IDAT", "") + chunk("IEND", "");
 }
 
+std::string WithLineEnds(std::string_view text) {
+  std::string lines(text);
+  for (std::size_t at; (at = lines.find("\\n")) != std::string::npos;) lines.replace(at, 2, "\n");
+  return lines;
+}
+
 void ReadDirective(std::istringstream line, RunSettings& settings) {
   std::string name;
   line >> name;
@@ -65,11 +73,20 @@ void ReadDirective(std::istringstream line, RunSettings& settings) {
     settings.Files[name] = HeadOfPng(width, height, dpi);
   }
   if (name == "@offset") line >> settings.Target.OffX >> settings.Target.OffY;
-  if (name != "@set") return;
-  line >> name;
   std::string value;
+  if (name == "@answer") {
+    std::getline(line, value);
+    settings.Answers.emplace_back(Trim(value));
+  }
+  if (name != "@set" && name != "@file") return;
+  const bool isFile = name == "@file";
+  line >> name;
   std::getline(line, value);
-  settings.Variables.emplace_back(name, Trim(value));
+  if (isFile) {
+    settings.Files[name] = WithLineEnds(Trim(value));
+  } else {
+    settings.Variables.emplace_back(name, Trim(value));
+  }
 }
 
 std::string InOneLine(std::string_view text) {
@@ -91,7 +108,9 @@ std::string OutcomeOf(const ScriptCase& scriptCase) {
   for (const std::string& notice : run.Notices) outcome += "notice " + notice + "\n";
   for (const std::string& box : run.Boxes) outcome += "box " + InOneLine(box) + "\n";
   for (const ErrorReport& error : run.Errors) {
-    outcome += "error " + std::to_string(error.LineNumber) + ": " + std::string(Trim(run.Reason())) + "\n";
+    const std::string file = error.FileName == scriptCase.Settings.FileName ? "" : error.FileName + ":";
+    outcome +=
+        "error " + file + std::to_string(error.LineNumber) + ": " + InOneLine(Trim(run.Reason())) + "\n";
   }
   if (run.Errors.empty()) outcome += ListText(run.List);
   if (scriptCase.Expected.ends_with(" operations\n"))
@@ -130,8 +149,8 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("language", "lines", "pens", "pictures", "scale", "sectors",
-                                         "shapes", "surface", "text", "values", "variables"),
+                         testing::Values("control", "language", "lines", "pens", "pictures", "scale",
+                                         "sectors", "shapes", "surface", "text", "values", "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
 }  // namespace

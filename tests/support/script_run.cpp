@@ -72,7 +72,8 @@ RunSettings ForPrinter() {
 std::string ScriptRun::Reason() const {
   if (Errors.empty()) return {};
   const std::string& text = Errors.back().Text;
-  return text.substr(text.rfind('\n') + 1);
+  const std::size_t blankLine = text.rfind("\n\n");
+  return blankLine == std::string::npos ? text.substr(text.rfind('\n') + 1) : text.substr(blankLine + 2);
 }
 
 ScriptRun RunText(std::string_view script, const RunSettings& settings) {

@@ -37,7 +37,7 @@ struct ScriptRun {
   std::int16_t OrderState = 0;
   std::vector<std::pair<std::string, std::string>> Variables{};
 
-  // The last line of the report of the only error; empty when there was none.
+  // What the report of the only error says behind its line and file; empty when there was none.
   std::string Reason() const;
 };
 
