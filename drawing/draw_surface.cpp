@@ -117,8 +117,8 @@ void DrawSurface::Contour(std::span<const ContourArc> pieces, Colour colour, boo
 void DrawSurface::PaintPicture(std::shared_ptr<const Picture> picture, Point corner, double width,
                                double height) {
   const Point upperLeft = ToDevice(corner.X, corner.Y + height);
-  const Point lowerRight = ToDevice(corner.X + width, corner.Y);
-  const Point size = lowerRight - upperLeft;
+  ToDevice(corner.X + width, corner.Y);  // a corner that is out of range is a fault too
+  const Point size = {width * std::abs(scaleX_), height * std::abs(scaleY_)};
   list_->AddPicture(std::move(picture), {upperLeft, size.X, size.Y}, {0, Black, SourceLine, {}});
 }
 

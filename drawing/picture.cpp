@@ -75,22 +75,63 @@ bool IsJpegFrame(std::uint32_t marker) {
   return marker >= 0xC0 && marker <= 0xCF && std::find(others.begin(), others.end(), marker) == others.end();
 }
 
-void ReadJpegDensity(ByteReader& reader, std::size_t data, Picture& picture) {
+// Whether the segment names a density.
+bool ReadJpegDensity(ByteReader& reader, std::size_t data, Picture& picture) {
   constexpr std::uint32_t dotsPerInch = 1, dotsPerCentimetre = 2;
   const std::uint32_t unit = reader.Byte(data + 7);
   const double factor = unit == dotsPerInch ? 1 : unit == dotsPerCentimetre ? MillimetresPerInch / 10 : 0;
   const std::uint32_t x = reader.Big16(data + 8), y = reader.Big16(data + 10);
-  if (factor == 0 || x == 0 || y == 0) return;
+  if (factor == 0 || x == 0 || y == 0) return false;
   picture.DpiX = x * factor;
   picture.DpiY = y * factor;
+  return true;
 }
+
+// The resolution among what a camera notes: a TIFF file inside, of which the first directory is read. Values
+// of several bytes stand in the order that its head names.
+class CameraNotes {
+ public:
+  CameraNotes(std::string_view tiff) : reader_(tiff), isLittle_(tiff.starts_with("II")) {}
+
+  void ReadDensity(Picture& picture) {
+    constexpr std::uint32_t xResolution = 0x11A, yResolution = 0x11B, resolutionUnit = 0x128;
+    constexpr std::uint32_t perInch = 2, perCentimetre = 3;
+    const std::size_t directory = Number32(4);
+    double x = 0, y = 0;
+    std::uint32_t unit = perInch;
+    for (std::uint32_t i = 0, count = Number16(directory); i < count && !reader_.HasOverrun(); ++i) {
+      const std::size_t entry = directory + 2 + std::size_t{12} * i;
+      const std::uint32_t tag = Number16(entry);
+      if (tag == xResolution) x = Ratio(Number32(entry + 8));
+      if (tag == yResolution) y = Ratio(Number32(entry + 8));
+      if (tag == resolutionUnit) unit = Number16(entry + 8);
+    }
+    const double factor = unit == perInch ? 1 : unit == perCentimetre ? MillimetresPerInch / 10 : 0;
+    if (reader_.HasOverrun() || !(x * factor > 0 && y * factor > 0)) return;
+    picture.DpiX = x * factor;
+    picture.DpiY = y * factor;
+  }
+
+ private:
+  std::uint32_t Number16(std::size_t at) { return isLittle_ ? reader_.Little16(at) : reader_.Big16(at); }
+  std::uint32_t Number32(std::size_t at) { return isLittle_ ? reader_.Little32(at) : reader_.Big32(at); }
+  double Ratio(std::size_t at) {
+    const std::uint32_t divisor = Number32(at + 4);
+    return divisor == 0 ? 0 : static_cast<double>(Number32(at)) / divisor;
+  }
+
+  ByteReader reader_;
+  bool isLittle_;
+};
 
 // A JPEG file is a row of segments, marker, length and data; behind the last of them come the picture's data,
 // which end with a marker of their own.
 PictureFault ReadJpeg(Picture& picture) {
-  constexpr std::uint32_t startOfScan = 0xDA, application0 = 0xE0;
+  constexpr std::uint32_t startOfScan = 0xDA, application0 = 0xE0, application1 = 0xE1;
+  constexpr std::string_view camera = "Exif\0\0"sv;
   const std::string_view bytes = picture.Bytes;
   ByteReader reader(bytes);
+  bool hasDensity = false;
   for (std::size_t at = 2;;) {
     if (reader.Byte(at) != 0xFF)
       return reader.HasOverrun() ? PictureFault::Incomplete : PictureFault::NotAPicture;
@@ -104,7 +145,9 @@ PictureFault ReadJpeg(Picture& picture) {
     if (reader.HasOverrun() || bytes.size() < at + 2 + length) return PictureFault::Incomplete;
     if (length < 2) return PictureFault::NotAPicture;
     if (marker == application0 && length >= 14 && bytes.substr(data, 5) == "JFIF\0"sv) {
-      ReadJpegDensity(reader, data, picture);
+      hasDensity = ReadJpegDensity(reader, data, picture);
+    } else if (marker == application1 && !hasDensity && bytes.substr(data).starts_with(camera)) {
+      CameraNotes(bytes.substr(data, length - 2).substr(camera.size())).ReadDensity(picture);
     } else if (IsJpegFrame(marker)) {
       picture.Height = reader.Big16(data + 1);
       picture.Width = reader.Big16(data + 3);
@@ -159,10 +202,15 @@ std::size_t ColourTableSize(std::uint32_t flags) {
   return (flags & 0x80) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0;
 }
 
-// Keeps the first frame, which becomes the whole picture: not every reader sets it into the frame of the
-// file.
+void PutLittle16(std::string& bytes, std::size_t at, std::uint32_t value) {
+  bytes[at] = static_cast<char>(value & 0xFF);
+  bytes[at + 1] = static_cast<char>(value >> 8);
+}
+
+// Keeps the first frame, in a screen that is large enough for it.
 PictureFault ReadGif(Picture& picture) {
   constexpr std::uint32_t extension = 0x21, image = 0x2C;
+  constexpr std::size_t screen = 6;
   std::string& bytes = picture.Bytes;
   ByteReader reader(bytes);
   std::size_t at = 13 + ColourTableSize(reader.Byte(10));
@@ -170,14 +218,18 @@ PictureFault ReadGif(Picture& picture) {
   const bool isImage = reader.Byte(at) == image;
   if (reader.HasOverrun()) return PictureFault::Incomplete;
   if (!isImage) return PictureFault::NotAPicture;
-  picture.Width = reader.Little16(at + 5);
-  picture.Height = reader.Little16(at + 7);
+  picture.FrameLeft = reader.Little16(at + 1);
+  picture.FrameTop = reader.Little16(at + 3);
+  picture.Width = std::max(reader.Little16(screen), picture.FrameLeft + reader.Little16(at + 5));
+  picture.Height = std::max(reader.Little16(screen + 2), picture.FrameTop + reader.Little16(at + 7));
+  const bool isEmpty = reader.Little16(at + 5) == 0 || reader.Little16(at + 7) == 0;
   const std::size_t end = BehindBlocks(reader, at + 10 + ColourTableSize(reader.Byte(at + 9)) + 1);
   if (reader.HasOverrun() || end > bytes.size()) return PictureFault::Incomplete;
+  if (isEmpty) return PictureFault::NotAPicture;
   bytes.resize(end);
   bytes += ';';
-  std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 5, 4, bytes.begin() + 6);
-  std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1, 4, '\0');
+  PutLittle16(bytes, screen, picture.Width);
+  PutLittle16(bytes, screen + 2, picture.Height);
   return PictureFault::None;
 }
 
@@ -218,6 +270,23 @@ const char* MediaType(PictureFormat format) {
   const auto* row = std::find_if(Formats.begin(), Formats.end(),
                                  [format](const FormatRow& known) { return known.Format == format; });
   return row->MediaType;
+}
+
+bool PlaceFrame(const Picture& picture, std::uint32_t width, std::uint32_t height,
+                std::vector<std::uint32_t>& pixels) {
+  if (width == picture.Width && height == picture.Height) return true;
+  const bool fits = picture.Format == PictureFormat::Gif && picture.FrameLeft + width <= picture.Width &&
+                    picture.FrameTop + height <= picture.Height;
+  if (!fits) return false;
+  std::vector<std::uint32_t> whole(std::size_t{picture.Width} * picture.Height);
+  for (std::size_t y = 0; y < height; ++y) {
+    const auto row = pixels.begin() + static_cast<std::ptrdiff_t>(y * width);
+    std::copy_n(row, width,
+                whole.begin() +
+                    static_cast<std::ptrdiff_t>((picture.FrameTop + y) * picture.Width + picture.FrameLeft));
+  }
+  pixels = std::move(whole);
+  return true;
 }
 
 }  // namespace vaxel

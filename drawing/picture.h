@@ -12,14 +12,16 @@ enum class PictureFormat : std::uint8_t { Bmp, Gif, Jpeg, Png };
 
 struct Picture {
   static constexpr std::size_t MaxPixels = 64'000'000;
-  static constexpr std::uint32_t MaxSide = 32767;  // pixels: the outputs hold no more
+  static constexpr std::size_t MaxPixelsOfAll = 128'000'000;  // of the pictures of a run
+  static constexpr std::uint32_t MaxSide = 32767;             // pixels: the outputs hold no more
 
   PictureFormat Format = PictureFormat::Png;
-  std::uint32_t Width = 0, Height = 0;  // pixels, at least 1
-  double DpiX = 96, DpiY = 96;          // the file's own density, or 96
-  bool IsFourInks = false;              // of a JPEG: printing inks instead of red, green and blue
-  std::string Name;                     // as the script gives it
-  std::string Bytes;                    // the file; of a moving picture what shows its first frame alone
+  std::uint32_t Width = 0, Height = 0;        // pixels, at least 1
+  double DpiX = 96, DpiY = 96;                // the file's own density, or 96
+  std::uint32_t FrameLeft = 0, FrameTop = 0;  // of a GIF: where its frame lies
+  bool IsFourInks = false;                    // of a JPEG: printing inks instead of red, green and blue
+  std::string Name;                           // as the script gives it
+  std::string Bytes;  // the file; of a moving picture what shows its first frame alone
 };
 
 enum class PictureFault : std::uint8_t {
@@ -32,6 +34,11 @@ enum class PictureFault : std::uint8_t {
 // Reads the head of a BMP, GIF, JPEG or PNG file and walks through its parts, without decoding any; fills all
 // but Name. On a fault the picture means nothing.
 PictureFault ReadPicture(std::string bytes, Picture& picture);
+
+// For decoders that know a GIF's frame alone: puts pixels of that size at their place in the picture, with
+// nothing around them. False when they are neither the picture nor its frame.
+bool PlaceFrame(const Picture& picture, std::uint32_t width, std::uint32_t height,
+                std::vector<std::uint32_t>& pixels);
 
 // "image/png" and the like.
 const char* MediaType(PictureFormat format);

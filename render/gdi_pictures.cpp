@@ -52,13 +52,14 @@ class ImagingDecoder : public PictureDecoder {
     UINT width = 0, height = 0;
     if (FAILED(converter.Initialize(&frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr,
                                     0, WICBitmapPaletteTypeCustom)) ||
-        FAILED(converter.GetSize(&width, &height)) || width != picture.Width || height != picture.Height) {
+        FAILED(converter.GetSize(&width, &height)) || width > picture.Width || height > picture.Height) {
       return false;
     }
     pixels.resize(std::size_t{width} * height);
     const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
     return SUCCEEDED(converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
-                                          reinterpret_cast<BYTE*>(pixels.data())));
+                                          reinterpret_cast<BYTE*>(pixels.data()))) &&
+           PlaceFrame(picture, width, height, pixels);
   }
 
   UniqueCom<IWICImagingFactory> factory_;

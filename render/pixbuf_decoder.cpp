@@ -44,7 +44,6 @@ class PixbufDecoder : public PictureDecoder {
                          std::vector<std::uint32_t>& pixels) try {
     const auto width = static_cast<std::size_t>(gdk_pixbuf_get_width(&pixbuf));
     const auto height = static_cast<std::size_t>(gdk_pixbuf_get_height(&pixbuf));
-    if (width != picture.Width || height != picture.Height) return false;
     const auto channels = static_cast<std::size_t>(gdk_pixbuf_get_n_channels(&pixbuf));
     const auto stride = static_cast<std::size_t>(gdk_pixbuf_get_rowstride(&pixbuf));
     const guchar* const parts = gdk_pixbuf_read_pixels(&pixbuf);
@@ -54,7 +53,7 @@ class PixbufDecoder : public PictureDecoder {
         pixels[y * width + x] = PixelOf(parts + y * stride + x * channels, channels == 4);
       }
     }
-    return true;
+    return PlaceFrame(picture, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), pixels);
   } catch (const std::bad_alloc&) {  // nothing may be thrown into the program
     return false;
   }

@@ -37,9 +37,23 @@ std::string Segment(char marker, const std::string& data) {
   return "\xFF"s + marker + '\0' + length + data;
 }
 
-std::string Jpeg(const std::string& density) {
+// The resolution as ratios, in either order of bytes.
+std::string Camera(bool isLittle, std::uint32_t unit, std::uint32_t x, std::uint32_t ofX, std::uint32_t y,
+                   std::uint32_t ofY) {
+  const auto four = isLittle ? Little32 : Big32;
+  const auto two = [&](std::uint32_t value) {
+    return isLittle ? Little32(value).substr(0, 2) : Big32(value).substr(2);
+  };
+  constexpr std::uint32_t ratios = 8 + 2 + 3 * 12 + 4;
+  return "Exif\0\0"s + (isLittle ? "II" : "MM") + two(42) + four(8) + two(3) + two(0x11A) + two(5) + four(1) +
+         four(ratios) + two(0x11B) + two(5) + four(1) + four(ratios + 8) + two(0x128) + two(3) + four(1) +
+         two(unit) + two(0) + four(0) + four(x) + four(ofX) + four(y) + four(ofY);
+}
+
+std::string Jpeg(const std::string& density, const std::string& camera = {}) {
   return "\xFF\xD8"s + Segment('\xE0', "JFIF\0\1\2"s + density + "\0\0"s) +
-         Segment('\xC2', "\x08\0\x02\0\x03\x03"s) + Segment('\xDA', "\1") + "data\xFF\xD9";
+         (camera.empty() ? "" : Segment('\xE1', camera)) + Segment('\xC2', "\x08\0\x02\0\x03\x03"s) +
+         Segment('\xDA', "\1") + "data\xFF\xD9";
 }
 
 // 24 bits a pixel, so two rows of 9 bytes and 3 to fill them up.
@@ -75,6 +89,12 @@ TEST(Picture, SizesAndDensitiesOfAllFormats) {
       {Jpeg("\1\1\x2C\0\x96"s), PictureFormat::Jpeg, 300, 150},
       {Jpeg("\2\0\x64\0\x64"s), PictureFormat::Jpeg, 254, 254},
       {Jpeg("\0\0\1\0\1"s), PictureFormat::Jpeg, 96, 96},
+      // What a camera notes counts where the file itself names none: 72/1 and 600/2 an inch; 100 a
+      // centimetre.
+      {Jpeg("\0\0\1\0\1"s, Camera(false, 2, 72, 1, 600, 2)), PictureFormat::Jpeg, 72, 300},
+      {Jpeg("\0\0\1\0\1"s, Camera(true, 3, 100, 1, 100, 1)), PictureFormat::Jpeg, 254, 254},
+      {Jpeg("\1\1\x2C\0\x96"s, Camera(true, 2, 72, 1, 72, 1)), PictureFormat::Jpeg, 300, 150},
+      {Jpeg("\0\0\1\0\1"s, Camera(true, 2, 72, 0, 72, 1)), PictureFormat::Jpeg, 96, 96},
       {Bmp(2, 0), PictureFormat::Bmp, 96, 96},
       {Bmp(2, 5000), PictureFormat::Bmp, 127, 127},
       {Bmp(0xFFFFFFFE, 5000), PictureFormat::Bmp, 127, 127},  // from the top
@@ -83,8 +103,8 @@ TEST(Picture, SizesAndDensitiesOfAllFormats) {
   for (const Case& known : cases) {
     const Picture picture = Read(known.File);
     EXPECT_EQ(picture.Format, known.Format);
-    EXPECT_EQ(picture.Width, 3U);
-    EXPECT_EQ(picture.Height, 2U);
+    EXPECT_EQ(picture.Width, known.Format == PictureFormat::Gif ? 10U : 3U);
+    EXPECT_EQ(picture.Height, known.Format == PictureFormat::Gif ? 10U : 2U);
     EXPECT_NEAR(picture.DpiX, known.DpiX, 1e-4);
     EXPECT_NEAR(picture.DpiY, known.DpiY, 1e-4);
   }
@@ -129,11 +149,14 @@ TEST(Picture, WhatIsNoneOrTooLarge) {
 // Outputs that hold the file, and browsers that play it, must show what is drawn elsewhere.
 TEST(Picture, OfMovingPicturesTheFirstFrameStays) {
   const std::string second = ",\0\0\0\0\1\0\1\0\0\2\2\x44\1\0"s;
-  // The frame becomes the picture: its size stands in the head, its place is 0, 0.
-  std::string still = Gif(",\0\0\0\0\3\0\2\0\0\2\2\x44\1\0"s);
-  still[6] = 3;
-  still[8] = 2;
-  EXPECT_EQ(Read(Gif(GifFrame + second)).Bytes, still);
+  EXPECT_EQ(Read(Gif(GifFrame + second)).Bytes, Gif(GifFrame));
+  // A frame that its screen is too small for makes it larger.
+  std::string small = Gif(GifFrame);
+  small[6] = small[8] = 1;
+  const Picture picture = Read(small);
+  EXPECT_EQ(picture.Width, 4U);
+  EXPECT_EQ(picture.Height, 4U);
+  EXPECT_EQ(picture.Bytes[6], 4);
   EXPECT_EQ(Read(Png(Chunk("acTL", Big32(2) + Big32(0)))).Bytes, Png(""));
   EXPECT_EQ(Read(Png("") + "behind the end").Bytes, Png(""));
 }

@@ -42,8 +42,10 @@ const Placed Pictures[] = {
     // At 2400 a metre 10 by 5, its upper right corner at the place.
     {"upward.bmp", "15,10,,DH", {25, 5, 35, 10}, Black, Magenta, "24 12 image"},
     {"downward.bmp", "0,0,Z§8§12", {20, 3, 28, 15}, Black, Magenta, "24 12 image"},
-    // The first frame alone, which is smaller than the screen about it; the second one is black.
-    {"frames.gif", "0,0,X§24,X", {8, 3, 32, 15}, Black, Paper, "24 12 image"},
+    // The first frame alone; the second one is black. It begins 10 pixels right of and 5 below the corner of
+    // its
+    // screen of 40 by 20, of which one is 0.1 here: small, for its edges are smoothed.
+    {"frames.gif", "0,0,X§4,X", {19, 13.5, 21.4, 14.7}, Black, Paper, "40 20 image"},
     // 48 pixels by 24.
     {"photo.jpg", "-5,-5,Y§10,Y", {15, 15, 35, 25}, Black, Magenta, "48 24 jpeg"},
     // How a camera was held is left to whoever makes the picture.

@@ -38,8 +38,7 @@ bool IsNear(std::uint32_t seen, std::uint32_t expected) {
 
 // Red, green, blue and yellow stand in the corners, row by row.
 TEST(GdiPictures, DecodesEveryFormatTheRightWayUp) {
-  for (const char* name :
-       {"clear.png", "palette.png", "upward.bmp", "downward.bmp", "frames.gif", "photo.jpg"}) {
+  for (const char* name : {"clear.png", "palette.png", "upward.bmp", "downward.bmp", "photo.jpg"}) {
     Picture picture;
     ASSERT_EQ(ReadPicture(Contents(name), picture), PictureFault::None) << name;
     const std::vector<std::uint32_t> pixels = Decoded(picture);
@@ -60,6 +59,17 @@ TEST(GdiPictures, MultipliesColoursByTheirAlpha) {
   // The middle is a red of alpha 128; between it and the corners nothing is.
   EXPECT_EQ(pixels[picture.Height / 2 * picture.Width + picture.Width / 2], 0x80800000);
   EXPECT_EQ(pixels[picture.Width / 2], 0U);
+}
+
+// 24 by 12 pixels at 10, 5 of a screen of 40 by 20.
+TEST(GdiPictures, PlacesAFrameInItsScreen) {
+  Picture picture;
+  ASSERT_EQ(ReadPicture(Contents("frames.gif"), picture), PictureFault::None);
+  const std::vector<std::uint32_t> pixels = Decoded(picture);
+  ASSERT_EQ(pixels.size(), 40U * 20U);
+  EXPECT_EQ(pixels[5 * 40 + 10], 0xFFFF0000);
+  EXPECT_EQ(pixels[16 * 40 + 33], 0xFFFFFF00);
+  EXPECT_EQ(pixels[4 * 40 + 10], 0U);
 }
 
 TEST(GdiPictures, RefusesDamagedData) {
