@@ -27,10 +27,10 @@ Box BoxOf(Point corner, Point opposite, double radius) {
 // point of the axis.
 void AddEdge(std::vector<ContourArc>& pieces, Point centre, double axis, Point tip, double middle,
              bool back) {
-  // Flatter arcs are drawn as chords: a renderer could not count with their radius. A chord departs from its
-  // arc by less than a micrometre on a page of a metre.
-  constexpr double largestRadius = 10'000;
-  constexpr int chords = 256;
+  // Flatter arcs are drawn as chords, for a renderer could not count with their radius: as many as keep each
+  // within a micrometre of the arc. Near a line the arc is a parabola.
+  constexpr double largestRadius = 1000, largestSampled = 1e7;
+  constexpr double deviation = 0.001, mostChords = 512;
   const double rise = middle - tip.X;
   const auto onPage = [&](Point p) {
     return centre +
@@ -38,17 +38,23 @@ void AddEdge(std::vector<ContourArc>& pieces, Point centre, double axis, Point t
   };
   const double offset = (middle * middle - tip.X * tip.X - tip.Y * tip.Y) / (2 * rise);
   const double radius = std::abs(middle - offset);
+  const double side = rise > 0 ? 1 : -1;
+  // Half the angle under which the centre sees the edge.
+  const double half = std::atan2(tip.Y, side * (tip.X - offset));
   if (std::abs(rise) > 0 && radius <= largestRadius) {
-    const double half = rise > 0 ? std::atan2(tip.Y, tip.X - offset) : std::atan2(tip.Y, offset - tip.X);
     const double facing = rise > 0 ? axis : axis + std::numbers::pi;
     const double turn = (rise > 0) == back ? -1 : 1;
     pieces.push_back({onPage({offset, 0}), radius, facing - turn * half, turn * 2 * half});
     return;
   }
+  const bool isArc = std::abs(rise) > 0 && radius <= largestSampled;
+  const int chords =
+      static_cast<int>(std::clamp(std::ceil(std::sqrt(std::abs(rise) / deviation)), 1.0, mostChords));
   for (int i = 0; i <= chords; ++i) {
     const double along = (2.0 * i / chords - 1) * (back ? -1 : 1);
-    // So near to a line the arc is a parabola.
-    pieces.push_back({onPage({tip.X + rise * (1 - along * along), tip.Y * along}), 0, 0, 0});
+    const Point onArc = {offset + side * radius * std::cos(along * half), radius * std::sin(along * half)};
+    const Point onParabola = {tip.X + rise * (1 - along * along), tip.Y * along};
+    pieces.push_back({onPage(isArc ? onArc : onParabola), 0, 0, 0});
   }
 }
 
@@ -66,7 +72,8 @@ Colour ColourOfHue(double hue, double lightness) {
 }  // namespace
 
 AngleRange AngleRange::Between(double start, double end) {
-  double sweep = std::fmod(end - start, 360);
+  // Each for itself first: the difference of what a number can be at most is no number.
+  double sweep = std::fmod(std::fmod(end, 360) - std::fmod(start, 360), 360);
   if (sweep < 0) sweep += 360;
   if (sweep < WholeTurnMargin || sweep > 360 - WholeTurnMargin) sweep = 360;
   return {std::remainder(start, 360), sweep};
@@ -136,7 +143,8 @@ Dovetails DovetailsOf(const DovetailRow& row) {
   const double pin = length / (row.Tails * row.Ratio + pins);
   const double tail = pin * row.Ratio;
   // A flank takes its lean from either side; the straight side of a board's edge takes none.
-  const bool hasRoom = length > 0 && row.Height > 0 && tail > 2 * std::abs(lean) && pin > 2 * std::abs(lean);
+  const bool hasRoom =
+      length > 0 && row.Height > 0 && tail > 2 * std::abs(lean) && (pins == 0 || pin > 2 * std::abs(lean));
   if (!hasRoom) return {};
 
   const Point along = way * (1 / length);

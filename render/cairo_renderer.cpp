@@ -8,6 +8,9 @@
 namespace vaxel {
 namespace {
 
+// Millimetres: a matrix that scales to less than can be seen cannot be used.
+constexpr double LeastSize = 1e-6;
+
 // Cuts the line to the square within reach, side by side; false when nothing of it is left.
 bool CutToReach(Point& from, Point& to, double reach) {
   double enter = 0, leave = 1;
@@ -128,7 +131,7 @@ void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle
   const double farX = std::abs(circle.Centre.X) + circle.RadiusX;
   const double farY = std::abs(circle.Centre.Y) + circle.RadiusY;
   if (std::max(farX, farY) > reach_) return;
-  const bool flat = circle.RadiusX == 0 || circle.RadiusY == 0;
+  const bool flat = circle.RadiusX < LeastSize || circle.RadiusY < LeastSize;
   cairo_save(context_);
   cairo_translate(context_, circle.Centre.X, circle.Centre.Y);
   // An ellipse without one of its axes is a line; a scale of 0 would make the matrix unusable.
@@ -162,6 +165,7 @@ void CairoRenderer::Text(const Operation& operation, const TextShape& shape, std
 }
 
 void CairoRenderer::Image(const Operation&, const PictureShape& shape, const Picture& picture) {
+  if (shape.Width < LeastSize || shape.Height < LeastSize) return;
   cairo_surface_t* const surface = pictures_.SurfaceOf(picture);
   if (!surface) {
     if (failure_.empty()) failure_ = "the picture " + picture.Name + " cannot be decoded";

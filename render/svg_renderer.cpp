@@ -13,6 +13,8 @@ namespace {
 
 constexpr int Decimals = 4;
 constexpr std::size_t FlushSize = 1U << 16;
+// Millimetres that these decimals write as 0: a box or a circle without a width is not drawn, a line is.
+constexpr double LeastSize = 0.00005;
 constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
 void AppendEscaped(std::string& text, std::string_view content) {
@@ -155,11 +157,16 @@ void SvgRenderer::Line(const Operation& operation, const LineShape& line) {
 }
 
 void SvgRenderer::Rectangle(const Operation& operation, const RectangleShape& rectangle) {
+  const Point size = rectangle.Opposite - rectangle.Corner;
+  if (std::abs(size.X) < LeastSize || std::abs(size.Y) < LeastSize) {
+    Line(operation, {rectangle.Corner, rectangle.Opposite});
+    return;
+  }
   text_ += "<rect";
   Attribute("x", std::min(rectangle.Corner.X, rectangle.Opposite.X));
   Attribute("y", std::min(rectangle.Corner.Y, rectangle.Opposite.Y));
-  Attribute("width", std::abs(rectangle.Opposite.X - rectangle.Corner.X));
-  Attribute("height", std::abs(rectangle.Opposite.Y - rectangle.Corner.Y));
+  Attribute("width", std::abs(size.X));
+  Attribute("height", std::abs(size.Y));
   Finish(operation, rectangle.Inside);
 }
 
@@ -204,6 +211,11 @@ void SvgRenderer::Contour(const Operation& operation, const ContourShape& contou
 }
 
 void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) {
+  if (circle.RadiusX < LeastSize || circle.RadiusY < LeastSize) {
+    const Point reach = {circle.RadiusX, circle.RadiusY};
+    Line(operation, {circle.Centre - reach, circle.Centre + reach});
+    return;
+  }
   if (circle.Form == CircleForm::Full) {
     const bool round = circle.RadiusX == circle.RadiusY;
     text_ += round ? "<circle" : "<ellipse";
