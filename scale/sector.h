@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "geometry/contour.h"
@@ -8,10 +9,19 @@
 namespace vaxel {
 
 // The band of a scale between two places (see ScaleSupport::MarkAt) and two distances outward of the support,
-// which are multiplied by GradSide already: a closed contour, relative to the pivot. On an arc its edges are
-// arcs of the circles on which the marks end, and its ends the rays of the two places; elsewhere it has four
-// corners. What is not finite has no answer.
-std::vector<ContourArc> SectorBetween(const ScaleSupport& support, double startPlace, double endPlace,
-                                      double nearDistance, double farDistance);
+// which are multiplied by GradSide already: a closed contour, relative to the pivot. What is not finite has
+// no answer.
+struct Sector {
+  enum class Form : std::uint8_t {
+    Straight,  // four corners
+    Band,      // two arcs of the circles on which the marks end, between the rays of the two places
+    Ring       // the same, once around
+  };
+  Form Shape = Form::Straight;
+  std::vector<ContourArc> Pieces;
+};
+
+Sector SectorBetween(const ScaleSupport& support, double startPlace, double endPlace, double nearDistance,
+                     double farDistance);
 
 }  // namespace vaxel
