@@ -56,7 +56,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"IF", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, PrepareIF},
     {"IFT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
     // Sets its bit itself: what only asks for a size draws nothing.
-    {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::Raw},
+    {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::FourthList},
     {"INPUT", "Input", RunInput, 226, 0, Scope::Everywhere, VariableUse::Raw},
     {"INVERSION", "Inversion", RunInversion, 227},
     {"LISTEVAR", "ListeVar", RunListeVar, 228, 0, Scope::Everywhere, VariableUse::Replaced, 1},

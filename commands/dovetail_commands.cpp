@@ -26,40 +26,34 @@ struct DovetailParameters {
 };
 
 DovetailParameters ReadDovetails(const RunContext& run, const Parameters& parameters) {
-  const Point origin = run.Surface.Origin();
-  const auto parts = [&](std::string_view text) {
-    std::vector<std::string_view> split = SplitAt(text, run.Separators.Second);
-    split.resize(3);
-    return split;
-  };
-  const auto number = [&](std::string_view text, double otherwise) {
-    return NumberOf(text, run.Separators).value_or(otherwise);
+  const auto number = [&](std::size_t n, std::size_t part, double otherwise) {
+    return NumberOf(parameters.Part(n, part), run.Separators).value_or(otherwise);
   };
   DovetailParameters dovetails;
   DovetailRow& row = dovetails.Row;
-  const Point from = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
-  row.From = from + origin;
-  row.To = ReadPoint(parameters, 3, from, EmptyCoordinate::Reference) + origin;
+  const auto [from, to] = ReadTwoPlaces(run, parameters);
+  row.From = from;
+  row.To = to;
   const auto tails = RoundToInt16(parameters.RequiredNumber(5));
   if (!tails || *tails < 1 || *tails > DovetailRow::MaxTails) {
     throw ScriptFault(FaultReason::BadNumber, std::to_string(DovetailRow::MaxTails));
   }
   row.Tails = *tails;
   row.Height = parameters.RequiredNumber(6);
-  dovetails.Thickness = number(parts(parameters.Text(6))[1], row.Height);
-  const std::vector<std::string_view> angles = parts(parameters.Text(7));
-  row.Slope = number(angles[0], row.Slope);
-  row.Inclination = number(angles[1], row.Inclination);
-  const std::string_view option = Trim(angles[2]);
+  dovetails.Thickness = number(6, 1, row.Height);
+  row.Slope = number(7, 0, row.Slope);
+  row.Inclination = number(7, 1, row.Inclination);
+  const std::string_view option = Trim(parameters.Part(7, 2));
   if (!option.empty() && !EqualIgnoringCase(option, "T-")) {
     throw ScriptFault(FaultReason::UnknownOption, Shorten(option, 40));
   }
   row.EndPins = option.empty();
   row.Ratio = parameters.NumberOr(8, row.Ratio);
   dovetails.Stroke = ReadStrokePen(run, parameters.Text(9));
-  const std::vector<std::string_view> colours = parts(parameters.Rest(10));
+  const std::vector<std::string_view> colours = SplitAt(parameters.Rest(10), run.Separators.Second);
   dovetails.Ink = run.ColourOr(colours[0]);
-  dovetails.ReturnInk = ColourValue(colours[1], run.Separators).value_or(dovetails.Ink);
+  dovetails.ReturnInk =
+      colours.size() > 1 ? ColourValue(colours[1], run.Separators).value_or(dovetails.Ink) : dovetails.Ink;
   return dovetails;
 }
 
@@ -67,6 +61,7 @@ DovetailParameters ReadDovetails(const RunContext& run, const Parameters& parame
 // far edge. A thickness below 0 lies to the right.
 void DrawReturns(RunContext& run, const DovetailParameters& dovetails, std::span<const Point> corners,
                  double height, double thickness) {
+  if (thickness == 0) return;
   const DovetailRow& row = dovetails.Row;
   const Point way = row.To - row.From;
   const Point along = way * (1 / std::hypot(way.X, way.Y));
@@ -77,9 +72,11 @@ void DrawReturns(RunContext& run, const DovetailParameters& dovetails, std::span
     DrawLine(run, dovetails.Stroke, from, to, dovetails.ReturnInk);
   };
   for (const Point& corner : corners) draw(corner, corner + fold);
-  draw(row.From + edge, row.From + edge + fold);
   draw(row.From + edge + fold, row.To + edge + fold);
-  draw(row.To + edge + fold, row.To + edge);
+  // Without half pins the ends of the row are corners themselves.
+  if (!row.EndPins) return;
+  draw(row.From + edge, row.From + edge + fold);
+  draw(row.To + edge, row.To + edge + fold);
 }
 
 void DrawDovetails(RunContext& run, const Parameters& parameters, bool returnsAtEnds, bool returnsAtRoots) {

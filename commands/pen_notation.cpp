@@ -68,6 +68,15 @@ void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour)
   }
 }
 
+void DrawFigure(RunContext& run, std::span<const Point> corners, Colour colour, bool filled) {
+  if (filled) {
+    run.Surface.FillColor = colour;
+    run.Surface.Polygon(corners, colour, true);
+  } else {
+    DrawOutline(run, corners, colour);
+  }
+}
+
 void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour) {
   DrawLine(run, pen, {centre.X - half, centre.Y}, {centre.X + half, centre.Y}, colour);
   DrawLine(run, pen, {centre.X, centre.Y - half}, {centre.X, centre.Y + half}, colour);

@@ -24,6 +24,9 @@ void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colo
 // where each side begins a pattern and one without length is left out.
 void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour);
 
+// A figure of straight sides: filled with the colour, or its outline.
+void DrawFigure(RunContext& run, std::span<const Point> corners, Colour colour, bool filled);
+
 // A plus sign, and an X sign, of that half-size around a point in surface coordinates.
 void DrawPlus(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);
 void DrawCross(RunContext& run, const Pen& pen, Point centre, double half, Colour colour);

@@ -16,7 +16,6 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t MaxFileSize = 100'000'000;
-constexpr std::size_t MaxPixelsOfAll = 128'000'000;
 constexpr double MillimetresPerInch = 25.4;
 
 std::string ReadBytes(RunContext& run, const std::string& fileName, const std::string& shown) {
@@ -61,7 +60,7 @@ std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::strin
   picture->Name = name;
   std::size_t pixelsOfAll = PixelsOf(*picture);
   for (const auto& [file, other] : run.Pictures) pixelsOfAll += PixelsOf(*other);
-  if (pixelsOfAll > MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
+  if (pixelsOfAll > Picture::MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
   std::vector<std::uint32_t> pixels;
   PictureDecoder* const decoder = run.Surface.Target().Decoder;
   if (decoder && !decoder->Decode(*picture, pixels)) throw ScriptFault(FaultReason::PictureIncomplete, shown);
@@ -77,11 +76,13 @@ std::shared_ptr<const Picture> PictureNamed(RunContext& run, std::string_view na
   return run.Pictures.emplace(fileName, ReadPictureFile(run, fileName, name)).first->second;
 }
 
-// The letter before the first separator of a size or of what asks for one; 0 when there is none.
-char FormOf(std::string_view parameter) {
-  parameter = TrimLeft(parameter);
-  return parameter.empty() || IsDigit(parameter.front()) ? '\0'
-                                                         : static_cast<char>(parameter.front() & ~0x20);
+// The parts of parameter 4, references in those behind the first not yet replaced.
+std::vector<std::string_view> SizeParts(const Parameters& parameters) {
+  return SplitAt(parameters.Trimmed(4), parameters.Separators().Second);
+}
+
+bool AsksForSize(const Parameters& parameters) {
+  return EqualIgnoringCase(Trim(SizeParts(parameters)[0]), "V");
 }
 
 double AboveZero(double value) {
@@ -90,21 +91,20 @@ double AboveZero(double value) {
 }
 
 // "coefficient", "X§Width", "Y§Height", "Z§Width§Height" or "A§Width§Height".
-Point ReadSize(const Parameters& parameters, std::size_t n, Point natural) {
-  const Separators& separators = parameters.Separators();
-  const std::vector<std::string_view> parts = SplitAt(parameters.Text(n), separators.Second);
+Point ReadSize(const RunContext& run, const Parameters& parameters, Point natural) {
+  const std::vector<std::string_view> parts = SizeParts(parameters);
   const auto part = [&](std::size_t i) {
-    const auto value = i < parts.size() ? NumberOf(parts[i], separators) : std::nullopt;
-    if (!value) throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
+    const auto value = i < parts.size() ? NumberOf(run.Substitute(parts[i]), run.Separators) : std::nullopt;
+    if (!value) throw ScriptFault(FaultReason::IncompleteParameter, Shorten(parameters.Trimmed(4), 40));
     return AboveZero(*value);
   };
-  if (parts.size() == 1) return natural * AboveZero(parameters.NumberOr(n, 1));
   const std::string form = UpperCase(Trim(parts[0]));
   if (form == "X") return natural * (part(1) / natural.X);
   if (form == "Y") return natural * (part(1) / natural.Y);
   if (form == "Z") return {part(1), part(2)};
   if (form == "A") return natural * std::min(part(1) / natural.X, part(2) / natural.Y);
-  throw ScriptFault(FaultReason::UnknownOption, Shorten(Trim(parameters.Text(n)), 40));
+  if (parts.size() == 1) return natural * AboveZero(parameters.NumberOr(4, 1));
+  throw ScriptFault(FaultReason::UnknownOption, Shorten(parameters.Trimmed(4), 40));
 }
 
 // Where the lower left corner lies, seen from the point.
@@ -125,11 +125,10 @@ Point ReadPosition(std::string_view letters, Point size) {
 void DrawPicture(RunContext& run, const Parameters& parameters) {
   const std::shared_ptr<const Picture> picture = PictureNamed(run, TextOf(parameters.Text(1)));
   DrawSurface& surface = run.Surface;
-  const Point place =
-      surface.Origin() + ReadPoint(parameters, 2, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  const Point place = ReadPlace(run, parameters, 2);
   const Point natural = {picture->Width * MillimetresPerInch / picture->DpiX,
                          picture->Height * MillimetresPerInch / picture->DpiY};
-  const Point size = ReadSize(parameters, 4, natural);
+  const Point size = ReadSize(run, parameters, natural);
   surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size.X, size.Y);
   surface.MoveTo(place);
   run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
@@ -137,10 +136,13 @@ void DrawPicture(RunContext& run, const Parameters& parameters) {
 
 // "V§%X§%Y": the picture's pixels go into variables, and nothing is drawn.
 void StoreSize(RunContext& run, const Parameters& parameters) {
-  const std::string name = run.Substitute(parameters.Text(1));
-  const std::shared_ptr<const Picture> picture = PictureNamed(run, TextOf(name));
-  const std::vector<std::string_view> names = SplitAt(parameters.Text(4), run.Separators.Second);
-  for (std::size_t i = 1; i < std::min<std::size_t>(names.size(), 3); ++i) {
+  const std::shared_ptr<const Picture> picture = PictureNamed(run, TextOf(parameters.Text(1)));
+  std::vector<std::string_view> names = SizeParts(parameters);
+  names.resize(3);
+  if (Trim(names[1]).empty() && Trim(names[2]).empty()) {
+    throw ScriptFault(FaultReason::IncompleteParameter, Shorten(parameters.Trimmed(4), 40));
+  }
+  for (std::size_t i : {1U, 2U}) {
     if (Trim(names[i]).empty()) continue;
     run.SetVariable(Trim(names[i]), std::to_string(i == 1 ? picture->Width : picture->Height));
   }
@@ -149,14 +151,11 @@ void StoreSize(RunContext& run, const Parameters& parameters) {
 }  // namespace
 
 void RunImage(RunContext& run, const Parameters& parameters) {
-  if (FormOf(parameters.Text(4)) == 'V') {
+  if (AsksForSize(parameters)) {
     StoreSize(run, parameters);
-    return;
+  } else {
+    DrawPicture(run, parameters);
   }
-  const std::string text = run.Substitute(parameters.Whole());
-  Parameters replaced;
-  replaced.Assign(text, run.Separators);
-  DrawPicture(run, replaced);
 }
 
 }  // namespace vaxel

@@ -68,4 +68,15 @@ Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, Em
   return Polar(reference, direction, ValueOf(b, separators));
 }
 
+Point ReadPlace(const RunContext& run, const Parameters& parameters, std::size_t n) {
+  return run.Surface.Origin() +
+         ReadPoint(parameters, n, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+}
+
+TwoPlaces ReadTwoPlaces(const RunContext& run, const Parameters& parameters) {
+  const Point origin = run.Surface.Origin();
+  const Point first = ReadPlace(run, parameters, 1);
+  return {first, origin + ReadPoint(parameters, 3, first - origin, EmptyCoordinate::Reference)};
+}
+
 }  // namespace vaxel

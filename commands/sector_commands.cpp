@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -11,30 +10,30 @@
 namespace vaxel {
 namespace {
 
-std::vector<ContourArc> OnSurface(const RunContext& run, std::vector<ContourArc> pieces) {
-  for (ContourArc& piece : pieces) {
+Sector OnSurface(const RunContext& run, Sector sector) {
+  for (ContourArc& piece : sector.Pieces) {
     piece.Centre = RequireFinitePoint(piece.Centre + run.Surface.Origin());
     for (double value : {piece.Radius, piece.StartAngle, piece.Sweep}) RequireFinite(value);
   }
-  return pieces;
+  return sector;
 }
 
 // A filled band ends exactly at its values: it has no outline.
-void DrawSector(RunContext& run, const std::vector<ContourArc>& pieces, Colour colour, bool filled) {
+void DrawSector(RunContext& run, const Sector& sector, Colour colour, bool filled) {
   DrawSurface& surface = run.Surface;
   const double width = surface.DrawWidth;
-  const bool isStraight =
-      std::all_of(pieces.begin(), pieces.end(), [](const ContourArc& p) { return p.Radius == 0; });
-  std::vector<Point> corners;
-  for (const ContourArc& piece : pieces) corners.push_back(piece.Centre);
-  surface.FillColor = colour;
   if (filled) surface.DrawWidth = 0;
-  if (!isStraight) {
-    surface.Contour(pieces, colour, filled);
-  } else if (filled) {
-    surface.Polygon(corners, colour, true);
+  if (sector.Shape == Sector::Form::Straight) {
+    std::vector<Point> corners;
+    for (const ContourArc& piece : sector.Pieces) corners.push_back(piece.Centre);
+    DrawFigure(run, corners, colour, filled);
+  } else if (sector.Shape == Sector::Form::Ring && !filled) {
+    // A contour would have a seam.
+    for (const ContourArc& edge : sector.Pieces)
+      surface.Circle(edge.Centre.X, edge.Centre.Y, edge.Radius, colour);
   } else {
-    DrawOutline(run, corners, colour);
+    surface.FillColor = colour;
+    surface.Contour(sector.Pieces, colour, filled);
   }
   surface.DrawWidth = width;
 }
@@ -43,7 +42,8 @@ void DrawSectors(RunContext& run, const Parameters& parameters, bool filled) {
   RequireSupport(run);
   constexpr std::size_t groupSize = 5;  // start, end, distance, width, colour
   for (std::size_t n = 1; n <= parameters.Count(); n += groupSize) {
-    const bool isEmpty = parameters.Trimmed(n).empty() && parameters.Trimmed(n + 1).empty();
+    bool isEmpty = true;
+    for (std::size_t i = n; i < n + groupSize; ++i) isEmpty = isEmpty && parameters.Trimmed(i).empty();
     if (isEmpty && n > 1) continue;
     const ScaleSupport& support = run.Support;
     const double start = support.PlaceOf(ReadScaleValue(run, parameters, n));

@@ -17,31 +17,9 @@
 namespace vaxel {
 namespace {
 
-// The point that the parameters 1 and 2 give, in surface coordinates.
-Point ReadPlace(const RunContext& run, const Parameters& parameters) {
-  return run.Surface.Origin() +
-         ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
-}
-
-// The text of a parameter's part behind its second separators, from 1.
-std::string_view PartOf(const Parameters& parameters, std::size_t n, std::size_t part) {
-  const std::vector<std::string_view> parts = SplitAt(parameters.Text(n), parameters.Separators().Second);
-  return part < parts.size() ? Trim(parts[part]) : std::string_view{};
-}
-
 // The start and end of a range that two parameters give; one that is missing is 0, or 360.
 AngleRange ReadRange(const Parameters& parameters, std::size_t n) {
   return AngleRange::Between(parameters.NumberOr(n, 0), parameters.NumberOr(n + 1, 360));
-}
-
-// A figure of straight sides: filled, or its outline.
-void DrawFigure(RunContext& run, std::span<const Point> corners, Colour colour, bool filled) {
-  if (filled) {
-    run.Surface.FillColor = colour;
-    run.Surface.Polygon(corners, colour, true);
-  } else {
-    DrawOutline(run, corners, colour);
-  }
 }
 
 void DrawContour(RunContext& run, std::span<const ContourArc> pieces, Colour colour, bool filled) {
@@ -49,20 +27,8 @@ void DrawContour(RunContext& run, std::span<const ContourArc> pieces, Colour col
   run.Surface.Contour(pieces, colour, filled);
 }
 
-struct BoxCorners {
-  Point Corner, Opposite;  // surface coordinates
-  Point Middle() const { return (Corner + Opposite) * 0.5; }
-};
-
-BoxCorners ReadBox(const RunContext& run, const Parameters& parameters) {
-  const Point origin = run.Surface.Origin();
-  const Point corner = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
-  const Point opposite = ReadPoint(parameters, 3, corner, EmptyCoordinate::Reference);
-  return {corner + origin, opposite + origin};
-}
-
 void DrawBox(RunContext& run, const Parameters& parameters, bool filled) {
-  const auto [corner, opposite] = ReadBox(run, parameters);
+  const auto [corner, opposite] = ReadTwoPlaces(run, parameters);
   const Colour colour = run.ColourOr(parameters.Rest(5));
   if (!filled && run.Level().CurrentPen.Dashed()) {
     DrawOutline(run, std::array{corner, Point{opposite.X, corner.Y}, opposite, Point{corner.X, opposite.Y}},
@@ -75,26 +41,26 @@ void DrawBox(RunContext& run, const Parameters& parameters, bool filled) {
 }
 
 void DrawRoundedBox(RunContext& run, const Parameters& parameters, bool filled) {
-  const BoxCorners box = ReadBox(run, parameters);
+  const auto [corner, opposite] = ReadTwoPlaces(run, parameters);
   const double radius = parameters.RequiredNumber(5);
-  const std::string_view option = PartOf(parameters, 5, 1);
+  const std::string_view option = Trim(parameters.Part(5, 1));
   const Colour colour = run.ColourOr(parameters.Rest(6));
   if (EqualIgnoringCase(option, "D")) {
-    DrawFigure(run, CutBox(box.Corner, box.Opposite, radius), colour, filled);
+    DrawFigure(run, CutBox(corner, opposite, radius), colour, filled);
   } else if (option.empty()) {
-    DrawContour(run, RoundedBox(box.Corner, box.Opposite, radius), colour, filled);
+    DrawContour(run, RoundedBox(corner, opposite, radius), colour, filled);
   } else {
     throw ScriptFault(FaultReason::UnknownOption, Shorten(option, 40));
   }
-  run.Surface.MoveTo(box.Middle());
+  run.Surface.MoveTo((corner + opposite) * 0.5);
 }
 
 enum class CircleEnd : std::uint8_t { Centre, OnCircle };
 
 void DrawCircle(RunContext& run, const Parameters& parameters, CircleForm part, CircleEnd end) {
-  const Point centre = ReadPlace(run, parameters);
+  const Point centre = ReadPlace(run, parameters, 1);
   const double radius = parameters.RequiredNumber(3);
-  const double aspect = NumberOf(PartOf(parameters, 3, 1), parameters.Separators()).value_or(1);
+  const double aspect = NumberOf(parameters.Part(3, 1), parameters.Separators()).value_or(1);
   const bool hasAngles = parameters.Number(4) || parameters.Number(5);
   const AngleRange range = hasAngles ? ReadRange(parameters, 4) : AngleRange{};
   const Colour colour = run.ColourOr(parameters.Rest(6));
@@ -113,7 +79,7 @@ void DrawCircle(RunContext& run, const Parameters& parameters, CircleForm part, 
 }
 
 void DrawCrescent(RunContext& run, const Parameters& parameters, bool filled) {
-  const Point centre = ReadPlace(run, parameters);
+  const Point centre = ReadPlace(run, parameters, 1);
   const double radius = parameters.RequiredNumber(3);
   const AngleRange range = AngleRange::Between(parameters.RequiredNumber(4), parameters.RequiredNumber(5));
   const std::vector<ContourArc> pieces = Crescent(centre, radius, range, parameters.RequiredNumber(6));
@@ -129,7 +95,7 @@ struct ArrowParameters {
 
 ArrowParameters ReadArrow(const RunContext& run, const Parameters& parameters) {
   constexpr double standardOpening = 30;
-  const ArrowParameters arrow{ReadPlace(run, parameters),
+  const ArrowParameters arrow{ReadPlace(run, parameters, 1),
                               parameters.RequiredNumber(3),
                               parameters.RequiredNumber(4),
                               parameters.NumberOr(5, 0),
@@ -173,7 +139,7 @@ struct DrillMark {
 };
 
 DrillMark DrawDrillCircle(RunContext& run, const Parameters& parameters) {
-  const DrillMark mark{ReadPlace(run, parameters), parameters.RequiredNumber(3) / 2,
+  const DrillMark mark{ReadPlace(run, parameters, 1), parameters.RequiredNumber(3) / 2,
                        run.ColourOr(parameters.Rest(4))};
   run.Surface.Circle(mark.Centre.X, mark.Centre.Y, mark.Radius, mark.Ink);
   return mark;
@@ -265,18 +231,18 @@ void RunFlecheP(RunContext& run, const Parameters& parameters) {
 
 void RunPercer(RunContext& run, const Parameters& parameters) {
   const auto [centre, radius, ink] = DrawDrillCircle(run, parameters);
-  DrawPlus(run, run.Level().CurrentPen, centre, radius, ink);
+  if (radius != 0) DrawPlus(run, run.Level().CurrentPen, centre, radius, ink);
   run.Surface.MoveTo(centre);
 }
 
 void RunPercerX(RunContext& run, const Parameters& parameters) {
   const auto [centre, radius, ink] = DrawDrillCircle(run, parameters);
-  DrawCross(run, run.Level().CurrentPen, centre, radius / std::numbers::sqrt2, ink);
+  if (radius != 0) DrawCross(run, run.Level().CurrentPen, centre, radius / std::numbers::sqrt2, ink);
   run.Surface.MoveTo(centre);
 }
 
 void RunVoyant(RunContext& run, const Parameters& parameters) {
-  const Point centre = ReadPlace(run, parameters);
+  const Point centre = ReadPlace(run, parameters, 1);
   const double radius = parameters.RequiredNumber(3) / 2;
   const double type = parameters.RequiredNumber(4);
   const Colour colour = run.ColourOr(parameters.Rest(5));

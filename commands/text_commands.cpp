@@ -153,8 +153,7 @@ void RunTexte(RunContext& run, const Parameters& parameters) {
                           options.Across.has_value()) +
             ReadPoint(parameters, 1, {}, EmptyCoordinate::Reference);
   } else {
-    point =
-        surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+    point = ReadPlace(run, parameters, 1);
   }
   run.LastText = options.Vertical ? WriteVertical(run, text, point, options, colour)
                                   : WriteStraight(run, text, point, options, colour);
@@ -164,8 +163,7 @@ void RunTexteC(RunContext& run, const Parameters& parameters) {
   const TextOptions options = ReadTextOptions(parameters.Text(6), ArcTextLetters, run.Separators);
   DrawSurface& surface = run.Surface;
   const TextFont font(surface, options);
-  const Point centre =
-      surface.Origin() + ReadPoint(parameters, 1, surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+  const Point centre = ReadPlace(run, parameters, 1);
   const double radius = parameters.RequiredNumber(3);
   const double angle = parameters.RequiredNumber(4);
   if (radius == 0) throw ScriptFault(FaultReason::DivisionByZero);

@@ -27,6 +27,8 @@ bool NamesList(VariableUse use, std::size_t parameter) {
       return parameter % 4 == 1 || parameter % 4 == 2;
     case VariableUse::OrientedValueTextLists:
       return parameter % 4 == 2 || parameter % 4 == 3;
+    case VariableUse::FourthList:
+      return parameter == 4;
     case VariableUse::Replaced:
     case VariableUse::Raw:
       break;

@@ -25,6 +25,7 @@ enum class VariableUse : std::uint8_t {
   ValueLists,
   ValueTextLists,          // 1, 2, 5, 6, 9, 10, …
   OrientedValueTextLists,  // 2, 3, 6, 7, 10, 11, …
+  FourthList,              // 4
   Raw                      // none: the command reads names
 };
 

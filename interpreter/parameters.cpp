@@ -123,6 +123,11 @@ std::string_view Parameters::Trimmed(std::size_t n) const {
   return Trim(Text(n));
 }
 
+std::string_view Parameters::Part(std::size_t n, std::size_t part) const {
+  const std::vector<std::string_view> parts = SplitAt(Text(n), separators_->Second);
+  return part < parts.size() ? parts[part] : std::string_view{};
+}
+
 std::string_view Parameters::Rest(std::size_t n) const {
   if (n > Count()) return {};
   for (std::size_t later = n; later <= prepared_.size(); ++later) {

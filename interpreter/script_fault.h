@@ -61,7 +61,8 @@ enum class FaultReason : std::int16_t {
   NoDataFile = 275,
   NotAText = 276,
   NoAnswer = 277,
-  TimeUp = 278
+  TimeUp = 278,
+  IncompleteParameter = 280
 };
 
 // Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which
