@@ -37,9 +37,11 @@ class RecordingHost : public RunHost {
   std::string FullFileName(std::string_view fileName) override {
     return fileName.empty() ? "" : "C:\\Cadrans\\" + std::string(fileName);
   }
-  std::string FindFile(std::string_view, std::string_view name) override {
+  std::string FindFile(std::string_view scriptName, std::string_view name) override {
     if (settings_.Files.contains(std::string(name))) return std::string(name);
-    return settings_.Folder.empty() ? "" : vaxel::FindFile(settings_.Folder, name);
+    if (settings_.Folder.empty()) return "";
+    // What an included script names lies beside that script.
+    return vaxel::FindFile(scriptName.starts_with(settings_.Folder) ? scriptName : settings_.Folder, name);
   }
   FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override {
     const auto file = settings_.Files.find(std::string(fileName));
