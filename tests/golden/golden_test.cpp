@@ -40,7 +40,7 @@ TEST(Golden, ExamplesDrawWhatTheyDrew) {
     CompareWithGolden(entry.path(), ".screen", {});
     CompareWithGolden(entry.path(), ".printer", ForPrinter());
   }
-  EXPECT_GE(examples, 16);
+  EXPECT_GE(examples, 20);
 }
 
 }  // namespace
