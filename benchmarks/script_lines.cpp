@@ -18,12 +18,19 @@ class SilentHost : public RunHost {
   void ShowError(const ErrorReport& report) override {
     std::fprintf(stderr, "line %u: %s\n", report.LineNumber, report.Text.c_str());
   }
-  void ProcessPendingEvents() override {}
+  RunSignal ProcessPendingEvents() override { return RunSignal::GoOn; }
   void WriteComment(std::string_view, std::uint32_t, std::string_view) override {}
   void ShowNotice(std::string_view, std::uint32_t, std::string_view) override {}
-  bool Confirm(std::string_view, std::uint32_t, std::string_view, std::string_view) override { return true; }
+  bool Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view, std::string_view) override {
+    return true;
+  }
+  Answer Ask(std::string_view, std::uint32_t, std::string_view, std::string_view) override {
+    return {Answer::Kind::Unavailable};
+  }
   std::string Today() override { return {}; }
   std::string FullFileName(std::string_view fileName) override { return std::string(fileName); }
+  std::string FindFile(std::string_view, std::string_view) override { return {}; }
+  FileContent ReadFile(std::string_view, std::size_t) override { return {FileStatus::Unreadable}; }
 };
 
 // Most numbers of a script have one or two decimals, some have none, few have three.
