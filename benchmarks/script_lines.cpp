@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "commands/command_table.h"
+#include "files/files.h"
 #include "interpreter/run.h"
 
 namespace vaxel {
@@ -82,9 +83,18 @@ std::string ScriptOf(LineKind kind, std::size_t count) {
   return script;
 }
 
-void RunInto(DisplayList& list, std::string script) {
+std::string ReadScript(const std::string& fileName) {
+  constexpr std::size_t maxBytes = std::size_t{512} << 20;
+  FileContent content = ReadWholeFile(fileName, maxBytes);
+  if (content.Status == FileStatus::Read) return std::move(content.Bytes);
+  std::fprintf(stderr, "cannot read %s: %s\n", fileName.c_str(), content.Reason.c_str());
+  std::exit(1);
+}
+
+void RunInto(DisplayList& list, std::string script, LoopLines lines) {
   SilentHost host;
   RunContext run(host, AllCommands(), list);
+  run.PreparesLines = lines == LoopLines::Prepared;
   if (RunScript(run, {}, std::move(script), "benchmark.dat") != RunEnd::Completed) std::exit(1);
 }
 
