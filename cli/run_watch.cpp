@@ -33,8 +33,9 @@ bool RunWatch::IsInterrupted() const {
 }
 
 // Looks often enough to notice within some milliseconds, and no more often: a look takes longer than a line.
+// Lines may become slow at any time, so that even after quick ones few pass without a look.
 bool RunWatch::IsTimeUp() {
-  constexpr int longestStride = 4096;
+  constexpr int longestStride = 64;
   const Clock::time_point now = Clock::now();
   const bool quick = now - last_ < std::chrono::milliseconds(1);
   stride_ = quick ? std::min(2 * stride_, longestStride) : std::max(stride_ / 2, 1);

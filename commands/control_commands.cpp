@@ -69,10 +69,7 @@ class PreparedConditional : public PreparedCommand {
       : how_(how), left_(std::move(left)), right_(std::move(right)) {}
 
   void Jump(std::string_view target) { jump_.emplace(target); }
-  void Then(const RunContext& run, std::string_view line) {
-    line_ = line;
-    command_ = PrepareCommandLine(run, line);
-  }
+  void Then(std::string_view line) { line_ = line; }
 
   bool Run(RunContext& run) override {
     const VariableTable& variables = run.Level().Variables;
@@ -82,8 +79,11 @@ class PreparedConditional : public PreparedCommand {
     if (!Holds(how_, left, right_.Compute(variables))) return true;
     if (jump_) {
       jump_->Take(run);
-    } else if (!command_ || !command_->Run(run)) {
-      RunCommandLine(run, line_);
+    } else {
+      // Not before it is run: the command may be a condition itself, and so on.
+      if (!isPrepared_) command_ = PrepareCommandLine(run, line_);
+      isPrepared_ = true;
+      RunCommandLine(run, line_, command_.get());
     }
     return true;
   }
@@ -94,6 +94,7 @@ class PreparedConditional : public PreparedCommand {
   std::optional<PreparedJump> jump_;
   std::string_view line_;
   std::unique_ptr<PreparedCommand> command_;
+  bool isPrepared_ = false;
 };
 
 void RunConditional(RunContext& run, const Parameters& parameters, bool asText) {
@@ -195,7 +196,7 @@ std::unique_ptr<PreparedCommand> PrepareIF(const RunContext& run, std::string_vi
     if (conditional.Jumps) {
       prepared->Jump(conditional.Rest);
     } else {
-      prepared->Then(run, conditional.Rest);
+      prepared->Then(conditional.Rest);
     }
     return prepared;
   } catch (const ScriptFault&) {
@@ -218,6 +219,8 @@ void RunStop(RunContext& run, const Parameters&) {
 }
 
 void RunFichier(RunContext& run, const Parameters& parameters) {
+  // Files that include others many times run nearly for ever without any jump.
+  HandleEvents(run);
   const std::string name(TextOf(run.Substitute(parameters.Text(1))));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
   const std::string fileName = RequireFile(run, name, true);

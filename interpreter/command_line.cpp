@@ -172,12 +172,14 @@ void RunLogicalLine(RunContext& run, std::string_view line, Parameters& paramete
   if (!held.empty()) RunLine(run, held, parameters);
 }
 
-void RunCommandLine(RunContext& run, std::string_view line) {
+void RunCommandLine(RunContext& run, std::string_view line, PreparedCommand* prepared) {
   if (IsBlankOrComment(line)) return;
   if (++run.CommandDepth > MaxCommandDepth)
     throw ScriptFault(FaultReason::CircularVariable, Shorten(line, 60));
-  Parameters parameters;
-  RunLogicalLine(run, line, parameters);
+  if (!prepared || !prepared->Run(run)) {
+    Parameters parameters;
+    RunLogicalLine(run, line, parameters);
+  }
   --run.CommandDepth;
 }
 

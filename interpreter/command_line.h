@@ -14,8 +14,9 @@ namespace vaxel {
 // memory.
 void RunLogicalLine(RunContext& run, std::string_view line, Parameters& parameters);
 
-// Runs one command line behind another one; an empty line and a comment are nothing to run.
-void RunCommandLine(RunContext& run, std::string_view line);
+// Runs one command line behind another one, as it was prepared if it was; an empty line and a comment are
+// nothing to run.
+void RunCommandLine(RunContext& run, std::string_view line, PreparedCommand* prepared = nullptr);
 
 // What can be worked out of a line before it is run; null when it has to be run as it stands. The line must
 // live as long.

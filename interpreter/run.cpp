@@ -199,16 +199,17 @@ bool JumpTo(RunContext& run, std::string_view target) {
 void RunIncluded(RunContext& run, Inclusion inclusion) {
   IncluderState includer(run);
   const Pen pen = run.Level().CurrentPen;
+  ScriptLevel& level = run.Levels[run.CurrentLevel];
+  // Still as a part of the including line: what is wrong with them is wrong there.
+  level.Variables = {};
+  for (const auto& [name, value] : inclusion.Variables) level.Variables.Set(name, value);
   ++run.CurrentLevel;
-  ScriptLevel& level = run.Level();
   level.Text = NormaliseLineEnds(std::move(inclusion.Text));
   level.FileName = std::move(inclusion.FileName);
   level.Line = {};
-  level.Variables = {};
   level.Data = {};
   level.PositionX = inclusion.Position.X;
   level.PositionY = inclusion.Position.Y;
-  for (const auto& [name, value] : inclusion.Variables) level.Variables.Set(name, value);
   run.SetPen(pen);
   run.Surface.CentreX += inclusion.Position.X;
   run.Surface.CentreY += inclusion.Position.Y;
