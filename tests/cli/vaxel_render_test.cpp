@@ -1,12 +1,9 @@
 // The program as its user meets it: outputs, messages, exit status, and what it leaves behind.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,61 +11,10 @@
 #include <string_view>
 #include <tuple>
 
+#include "tests/support/vaxel_render.h"
+
 namespace vaxel::test {
 namespace {
-
-namespace fs = std::filesystem;
-
-struct Outcome {
-  int Status = -1;
-  std::string Printed;  // standard output and error
-};
-
-const fs::path Programs = fs::path(VAXEL_BINARY_DIR) / "bin";
-
-class VaxelRender : public testing::Test {
- protected:
-  VaxelRender() {
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  ~VaxelRender() override { fs::remove_all(folder_); }
-
-  // Runs the program in the test's folder; arguments as a shell reads them.
-  Outcome Run(const std::string& arguments, const std::string& environment = "",
-              const fs::path& program = Programs / "vaxel-render") const {
-    const std::string command = "cd '" + folder_.string() + "' && " + environment + " '" + program.string() +
-                                "' " + arguments + " 2>&1";
-    Outcome outcome;
-    FILE* pipe = popen(command.c_str(), "r");
-    std::array<char, 4096> buffer{};
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe)) {
-      outcome.Printed.append(buffer.data(), count);
-    }
-    const int status = pclose(pipe);
-    outcome.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-  }
-
-  // The exit status of a command in the test's folder.
-  int Shell(const std::string& command) const {
-    return std::system(("cd '" + folder_.string() + "' && { " + command + "; } >log 2>&1").c_str());
-  }
-
-  void Write(const std::string& name, const std::string& contents) const {
-    std::ofstream(folder_ / name, std::ios::binary) << contents;
-  }
-  std::string Read(const std::string& name) const {
-    std::ifstream file(folder_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  std::size_t FileCount() const {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-  }
-
-  const fs::path folder_ =
-      fs::path(VAXEL_BINARY_DIR) / "cli-test" / testing::UnitTest::GetInstance()->current_test_info()->name();
-};
 
 const char* const Line = "Trait = 0, 0, 10, 0\n";
 
