@@ -78,6 +78,7 @@ Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std
   if (!mayAsk_ || !IsTerminal(stdin)) return {Answer::Kind::Unavailable};
   Print(fileName, lineNumber,
         std::string(prompt) + (proposal.empty() ? "" : " [" + std::string(proposal) + "]"));
+  if (!Watch.AwaitInput()) return {Answer::Kind::Cancelled};
   std::string line;
   for (int c = 0; (c = std::getchar()) != '\n';) {
     if (c == EOF) return {Answer::Kind::Cancelled};

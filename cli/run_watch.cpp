@@ -4,6 +4,11 @@
 #include <atomic>
 #include <csignal>
 
+#ifndef _WIN32
+#include <poll.h>
+#include <unistd.h>
+#endif
+
 namespace vaxel {
 namespace {
 
@@ -31,6 +36,25 @@ RunWatch::RunWatch(std::optional<double> maxSeconds) : maxSeconds_(maxSeconds) {
 bool RunWatch::IsInterrupted() const {
   return Interrupted().load(std::memory_order_relaxed);
 }
+
+#ifdef _WIN32
+bool RunWatch::AwaitInput() const {
+  return !IsInterrupted();  // a read from the console ends with Ctrl+C itself
+}
+#else
+// A Ctrl+C between a look and the beginning of the wait must not be lost: it is held back until then.
+bool RunWatch::AwaitInput() const {
+  sigset_t interrupt, before;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  sigprocmask(SIG_BLOCK, &interrupt, &before);
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  while (!IsInterrupted() && ppoll(&input, 1, nullptr, &before) < 0) {
+  }
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+  return !IsInterrupted();
+}
+#endif
 
 // Looks often enough to notice within some milliseconds, and no more often: a look takes longer than a line.
 // Lines may become slow at any time, so that even after quick ones few pass without a look.

@@ -19,6 +19,8 @@ class RunWatch {
     return maxSeconds_ && ++calls_ >= stride_ && IsTimeUp() ? RunSignal::TimeUp : RunSignal::GoOn;
   }
   bool IsInterrupted() const;
+  // Until standard input has something to read, or its end. False when Ctrl+C was pressed before.
+  bool AwaitInput() const;
 
  private:
   using Clock = std::chrono::steady_clock;
