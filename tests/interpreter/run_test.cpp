@@ -40,7 +40,8 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
        "texte"},
       {"a:\nX = 0, 0, 1\nA: rest", 3,
        "Erreur dans la ligne : A: rest du fichier: dial.dat\n\nÉtiquette définie deux fois : A"},
-      {"Open = a.txt", 1, "Erreur dans la ligne : Open = a.txt du fichier: dial.dat\n\nFichier introuvable : a.txt"}};
+      {"Open = a.txt", 1,
+       "Erreur dans la ligne : Open = a.txt du fichier: dial.dat\n\nFichier introuvable : a.txt"}};
   for (const Case& c : cases) {
     const ScriptRun run = RunText(c.Script);
     EXPECT_EQ(run.End, RunEnd::Failed);

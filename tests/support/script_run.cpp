@@ -40,8 +40,8 @@ class RecordingHost : public RunHost {
   std::string FindFile(std::string_view scriptName, std::string_view name) override {
     if (settings_.Files.contains(std::string(name))) return std::string(name);
     if (settings_.Folder.empty()) return "";
-    // What an included script names lies beside that script.
-    return vaxel::FindFile(scriptName.starts_with(settings_.Folder) ? scriptName : settings_.Folder, name);
+    // What an included script names lies beside that script; the main one has no folder here.
+    return vaxel::FindFile(PathOf(scriptName).has_parent_path() ? scriptName : settings_.Folder, name);
   }
   FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override {
     const auto file = settings_.Files.find(std::string(fileName));
