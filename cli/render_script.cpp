@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "cli/console_host.h"
-#include "cli/output_file.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
 #include "files/files.h"
+#include "files/output_file.h"
 #include "interpreter/run.h"
 #include "interpreter/text_encoding.h"
 #include "render/cairo_module.h"

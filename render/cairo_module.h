@@ -14,7 +14,7 @@
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
 #include "drawing/picture.h"
-#include "render/byte_sink.h"
+#include "files/byte_sink.h"
 
 struct _cairo;
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "drawing/display_list.h"
-#include "render/byte_sink.h"
+#include "files/byte_sink.h"
 #include "render/cairo_module.h"
 
 namespace vaxel {

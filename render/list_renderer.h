@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "render/byte_sink.h"
+#include "files/byte_sink.h"
 #include "render/renderer.h"
 
 namespace vaxel {

@@ -1,9 +1,15 @@
-#include "cli/output_file.h"
+#include "files/output_file.h"
 
 #include <random>
 #include <system_error>
 
 #include "files/files.h"
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace vaxel {
 namespace {
@@ -31,6 +37,16 @@ fs::path TemporaryBeside(const fs::path& target) {
   return target.parent_path() / name;
 }
 
+// A file whose name is moved before its contents are on the disk is empty after a crash of the system.
+bool FlushToDisk(std::FILE* file) {
+  if (std::fflush(file) != 0) return false;
+#ifdef _WIN32
+  return _commit(_fileno(file)) == 0;
+#else
+  return fsync(fileno(file)) == 0;
+#endif
+}
+
 }  // namespace
 
 OutputFile::OutputFile(const std::string& name) {
@@ -43,6 +59,11 @@ OutputFile::OutputFile(const std::string& name) {
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) {
     error_ = "it is a folder";
+    return;
+  }
+  // Moving another file over it would not notice.
+  if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
+    error_ = "it is read-only";
     return;
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);
@@ -76,6 +97,7 @@ void OutputFile::Close() {
 }
 
 std::string OutputFile::Commit() {
+  if (file_ && error_.empty() && !temporary_.empty() && !FlushToDisk(file_)) Fail();
   Close();
   if (!error_.empty() || temporary_.empty()) return error_;
   std::error_code error;

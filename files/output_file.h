@@ -1,16 +1,16 @@
-// Files as vaxel-render writes them. Names are UTF-8, "-" is standard output.
+// Files as they are written. Names are UTF-8.
 #pragma once
 
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
-#include "render/byte_sink.h"
+#include "files/byte_sink.h"
 
 namespace vaxel {
 
 // A file that is there whole or not at all: it is written beside its place and moved there when it is
-// complete. A device or a pipe is written directly.
+// complete and on the disk. A device or a pipe is written directly; "-" is standard output.
 class OutputFile : public ByteSink {
  public:
   explicit OutputFile(const std::string& name);
