@@ -93,7 +93,8 @@ std::string ReadScript(const std::string& fileName) {
 
 void RunInto(DisplayList& list, std::string script, LoopLines lines) {
   SilentHost host;
-  RunContext run(host, AllCommands(), list);
+  const StringTable strings;
+  RunContext run(host, AllCommands(), strings, list);
   run.PreparesLines = lines == LoopLines::Prepared;
   if (RunScript(run, {}, std::move(script), "benchmark.dat") != RunEnd::Completed) std::exit(1);
 }

@@ -134,7 +134,7 @@ void Interpret(const RawOptions& raw, RenderOptions& options) {
   if (!raw.Dpi.empty()) options.Dpi = ReadFactor(raw.Dpi, "--dpi", MaxDpi);
   options.GoOnAtDepth = raw.OnDepth == "cancel";
   if (!raw.MaxSeconds.empty()) options.MaxSeconds = ReadFactor(raw.MaxSeconds, "--max-seconds", MaxSeconds);
-  if (!raw.Language.empty()) options.LangBase = LanguageBaseOf(raw.Language);
+  if (!raw.Language.empty()) options.LangBase = StringTable().BaseOfCode(raw.Language);
   for (const std::string& text : raw.Variables) {
     auto variable = ReadVariable(text);
     std::erase_if(options.Variables,

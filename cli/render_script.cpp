@@ -87,6 +87,7 @@ struct Machine {
   ConsoleHost Host;
   SystemMeasurer Measurer{};
   SystemDecoder Decoder{};
+  StringTable Strings{};
 };
 
 // Writes one page, or the whole list in the formats that hold several.
@@ -137,8 +138,8 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     OutputFile file(name);
     WriteResult result = WriteFormat(options, output, list, page, machine, file);
     for (const FontReplacement& font : result.Replaced) {
-      machine.Host.ShowNotice("", 0,
-                              TableString(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
+      machine.Host.ShowNotice(
+          "", 0, machine.Strings.Text(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
     if (result.Error.empty()) result.Error = file.Commit();
@@ -158,7 +159,7 @@ struct Script {
 // Runs the script for one kind of target; the list gets at least one page.
 ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& script, Machine& machine,
                   DisplayList& list) {
-  RunContext run(machine.Host, AllCommands(), list);
+  RunContext run(machine.Host, AllCommands(), machine.Strings, list);
   run.LangBase = options.LangBase;
   machine.Host.BeginRun();
   for (const auto& [name, value] : options.Variables) run.Level().Variables.Set(name, value);

@@ -15,7 +15,6 @@
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
-#include "resources/string_table.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -143,7 +142,7 @@ bool IsActive(const RunContext& run, std::string_view fileName) {
 void RefuseInclusion(RunContext& run, const std::string& fileName) {
   const ScriptLevel& level = run.Level();
   const int text = IsActive(run, run.Host.FullFileName(fileName)) ? DepthExceededBySelf : DepthExceeded;
-  const std::string message = TableString(run.LangBase + text, std::to_string(RunContext::MaxLevels));
+  const std::string message = run.Message(text, std::to_string(RunContext::MaxLevels));
   if (!run.Host.Confirm(BoxKind::IncludeDepth, level.FileName, level.Line.Number, "Vaxel", message)) return;
   run.Level().Text = "Loop";
   throw RunEnded{RunEnd::Failed};

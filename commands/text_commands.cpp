@@ -7,7 +7,6 @@
 #include "commands/point_notation.h"
 #include "commands/text_notation.h"
 #include "interpreter/script_fault.h"
-#include "resources/string_table.h"
 #include "text/number_text.h"
 #include "text/text.h"
 
@@ -31,7 +30,7 @@ void TellOfReplacement(RunContext& run) {
   const std::string& wanted = run.Surface.Font.Name;
   if (used.empty() || !run.ReplacedFonts.insert(UpperCase(wanted)).second) return;
   run.Host.ShowNotice(run.Level().FileName, run.Level().Line.Number,
-                      TableString(run.LangBase + FontReplacedNotice, wanted, used));
+                      run.Message(FontReplacedNotice, wanted, used));
 }
 
 // The first text of a page is preceded by a blank, with which a device takes its font up; then something is

@@ -9,7 +9,6 @@
 #include "interpreter/command_line.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
-#include "resources/string_table.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -83,15 +82,14 @@ void RunLevel(RunContext& run) {
 }
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
-  const auto message = [&](int id) { return std::string(TableString(run.LangBase + id)); };
+  const auto message = [&](int id) { return std::string(run.Message(id)); };
   const std::string line = Shorten(level.Line.Text, ReportedLineLength);
-  std::string reason = fault.Description(run.LangBase);
+  std::string reason = fault.Description(run.Strings, run.LangBase);
   for (std::size_t i = run.CurrentLevel - 1; i > 0; --i) {
     const ScriptLevel& including = run.Levels[i - 1];
     const std::string place = including.FileName + ":" + std::to_string(including.Line.Number);
     if (!reason.empty()) reason += '\n';
-    reason +=
-        TableString(run.LangBase + IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
+    reason += run.Message(IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
   }
   switch (fault.Kind()) {
     case FaultKind::Order:

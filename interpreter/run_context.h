@@ -23,6 +23,7 @@
 #include "interpreter/prepared_script.h"
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"
+#include "resources/string_table.h"
 #include "scale/scale_support.h"
 
 namespace vaxel {
@@ -59,14 +60,15 @@ struct ScriptLevel {
 struct RunContext {
   static constexpr std::size_t MaxLevels = 5;
 
-  // The three must outlive the context.
-  RunContext(RunHost& host, const CommandSet& commands, DisplayList& list)
-      : Host(host), Commands(commands), Surface(list) {}
+  // The four must outlive the context.
+  RunContext(RunHost& host, const CommandSet& commands, const StringTable& strings, DisplayList& list)
+      : Host(host), Commands(commands), Strings(strings), Surface(list) {}
   RunContext(const RunContext&) = delete;
   RunContext& operator=(const RunContext&) = delete;
 
   RunHost& Host;
   const CommandSet& Commands;
+  const StringTable& Strings;
   DrawSurface Surface;
   ScaleSupport Support;
 
@@ -92,6 +94,11 @@ struct RunContext {
   const ScriptLevel& Level() const { return Levels[CurrentLevel - 1]; }
   bool InMainScript() const { return CurrentLevel == 1; }
 
+  // The text of an id, and the same with its values, in the language of messages.
+  std::string_view Message(int id) const { return Strings.Text(LangBase + id); }
+  std::string Message(int id, std::string_view value, std::string_view second = {}) const {
+    return Strings.Text(LangBase + id, value, second);
+  }
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
   // The colour that the text gives; the current one for an empty or unknown colour.

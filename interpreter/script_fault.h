@@ -6,6 +6,8 @@
 
 namespace vaxel {
 
+class StringTable;
+
 // How a fault is reported.
 enum class FaultKind : std::uint8_t { Line, Order, UnknownCommand };
 
@@ -82,7 +84,7 @@ class ScriptFault {
   FaultKind Kind() const { return kind_; }
   FaultReason Reason() const { return reason_; }
   // In the language with this base; empty when there is nothing to add to the report.
-  std::string Description(int languageBase) const;
+  std::string Description(const StringTable& strings, int languageBase) const;
 
  private:
   FaultKind kind_ = FaultKind::Line;

@@ -12,6 +12,7 @@
 #include "interpreter/evaluator.h"
 #include "interpreter/expression.h"
 #include "interpreter/script_fault.h"
+#include "resources/string_table.h"
 #include "tests/support/script_run.h"
 #include "text/number_text.h"
 
@@ -123,7 +124,7 @@ std::string Result(const std::function<double()>& compute) {
   try {
     return NumberText(compute());
   } catch (const ScriptFault& fault) {
-    return fault.Description(0);
+    return fault.Description(StringTable(), 0);
   }
 }
 

@@ -81,7 +81,8 @@ std::string ScriptRun::Reason() const {
 ScriptRun RunText(std::string_view script, const RunSettings& settings) {
   ScriptRun result;
   RecordingHost host(result, settings);
-  RunContext run(host, AllCommands(), result.List);
+  const StringTable strings;
+  RunContext run(host, AllCommands(), strings, result.List);
   run.LangBase = settings.LangBase;
   run.PreparesLines = settings.PreparesLines;
   for (const auto& [name, value] : settings.Variables) run.Level().Variables.Set(name, value);
