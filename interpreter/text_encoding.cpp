@@ -1,5 +1,6 @@
 #include "interpreter/text_encoding.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -9,6 +10,8 @@
 
 namespace vaxel {
 namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 // The bytes 0x80 to 0x9F of Windows code page 1252; the five that it leaves open stand for themselves.
 constexpr std::array<std::uint16_t, 32> Windows1252High = {
@@ -49,30 +52,91 @@ std::string FromUtf16(std::string_view bytes, bool bigEndian) {
   return text;
 }
 
+std::optional<std::string> ToWindows1252(std::string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  while (!text.empty()) {
+    std::uint32_t code = TakeCharacter(text);
+    if (code >= 0x80 && (code < 0xA0 || code > 0xFF)) {
+      const auto* const high = std::find(Windows1252High.begin(), Windows1252High.end(), code);
+      if (high == Windows1252High.end()) return std::nullopt;
+      code = 0x80 + static_cast<std::uint32_t>(high - Windows1252High.begin());
+    }
+    bytes += static_cast<char>(code);
+  }
+  return bytes;
+}
+
+std::string ToUtf16(std::string_view text, bool bigEndian) {
+  std::string bytes;
+  bytes.reserve(2 * text.size() + 2);
+  const auto append = [&](std::uint32_t unit) {
+    const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+    bytes += bigEndian ? high : low;
+    bytes += bigEndian ? low : high;
+  };
+  append(0xFEFF);
+  while (!text.empty()) {
+    const std::uint32_t code = TakeCharacter(text);
+    if (code < 0x10000) {
+      append(code);
+    } else {
+      append(0xD800 + ((code - 0x10000) >> 10));
+      append(0xDC00 + ((code - 0x10000) & 0x3FF));
+    }
+  }
+  return bytes;
+}
+
 bool HasNul(std::string_view text) {
   return text.find('\0') != std::string_view::npos;
 }
 
 }  // namespace
 
-std::optional<DecodedText> DecodeText(std::string bytes) {
-  constexpr std::string_view mark = "\xEF\xBB\xBF";
+DecodedText DecodeAnyText(std::string bytes) {
   DecodedText decoded;
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
     const bool bigEndian = bytes.front() == '\xFE';
     decoded.Encoding = bigEndian ? TextEncoding::Utf16BigEndian : TextEncoding::Utf16LittleEndian;
     decoded.Text = FromUtf16(std::string_view(bytes).substr(2), bigEndian);
   } else if (IsValidUtf8(bytes)) {
-    const bool marked = bytes.starts_with(mark);
-    if (marked) bytes.erase(0, mark.size());
+    const bool marked = bytes.starts_with(Utf8Mark);
+    if (marked) bytes.erase(0, Utf8Mark.size());
     decoded.Encoding = marked ? TextEncoding::Utf8WithMark : TextEncoding::Utf8;
     decoded.Text = std::move(bytes);
   } else {
     decoded.Encoding = TextEncoding::Windows1252;
     decoded.Text = FromWindows1252(bytes);
   }
+  return decoded;
+}
+
+std::optional<DecodedText> DecodeText(std::string bytes) {
+  DecodedText decoded = DecodeAnyText(std::move(bytes));
   if (HasNul(decoded.Text)) return std::nullopt;
   return decoded;
+}
+
+EncodedText EncodeText(std::string_view text, TextEncoding wanted) {
+  std::optional<std::string> bytes;
+  switch (wanted) {
+    case TextEncoding::Windows1252:
+      bytes = ToWindows1252(text);
+      break;
+    case TextEncoding::Utf16LittleEndian:
+    case TextEncoding::Utf16BigEndian:
+      bytes = ToUtf16(text, wanted == TextEncoding::Utf16BigEndian);
+      break;
+    case TextEncoding::Utf8:
+      bytes = text;
+      break;
+    case TextEncoding::Utf8WithMark:
+      break;
+  }
+  // Some texts look like another encoding in the one wanted.
+  if (bytes && DecodeAnyText(*bytes).Text == text) return {*std::move(bytes), wanted};
+  return {std::string(Utf8Mark).append(text), TextEncoding::Utf8WithMark};
 }
 
 std::string NormaliseLineEnds(std::string text) {

@@ -1,4 +1,4 @@
-// From the bytes of a file to text.
+// From the bytes of a file to text, and back.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +18,17 @@ struct DecodedText {
 // UTF-16 when a byte-order mark says so, UTF-8 when the bytes are valid UTF-8, else Windows-1252. None for
 // bytes that are no text: those that hold a NUL character. A lone surrogate becomes U+FFFD.
 std::optional<DecodedText> DecodeText(std::string bytes);
+
+// The same for bytes that may hold NUL characters, which the text then holds, too.
+DecodedText DecodeAnyText(std::string bytes);
+
+struct EncodedText {
+  std::string Bytes;  // mark included
+  TextEncoding Encoding = TextEncoding::Utf8;
+};
+
+// The bytes that decode to this text: in the wanted encoding or, when they would not, in UTF-8 with a mark.
+EncodedText EncodeText(std::string_view text, TextEncoding wanted);
 
 // Every line end (CR LF, LF or CR) as one LF.
 std::string NormaliseLineEnds(std::string text);

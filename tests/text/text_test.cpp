@@ -64,5 +64,31 @@ TEST(TextEncoding, IsToldByTheBytes) {
   EXPECT_FALSE(DecodeText("\x7F"s + "ELF\0\0"s));
 }
 
+TEST(TextEncoding, WrittenTextIsReadBack) {
+  struct Case {
+    std::string Text;
+    TextEncoding Wanted;
+    std::string Bytes;  // empty: UTF-8 with a mark
+  };
+  const Case cases[] = {{"45° €ž\r\n", TextEncoding::Windows1252, "45\xB0 \x80\x9E\r\n"},
+                        {"\0\u0081ÿ"s, TextEncoding::Windows1252, "\0\x81\xFF"s},
+                        {"Ω", TextEncoding::Windows1252, ""},
+                        {"\u0080", TextEncoding::Windows1252, ""},
+                        {"Ã©", TextEncoding::Windows1252, ""},  // as bytes it would read as "é"
+                        {"ÿþx", TextEncoding::Windows1252, ""},
+                        {"\uFEFFx", TextEncoding::Utf8, ""},
+                        {"µΩ", TextEncoding::Utf8, "µΩ"},
+                        {"AΩ😀", TextEncoding::Utf16LittleEndian,
+                         "\xFF\xFE"
+                         "A\0\xA9\x03\x3D\xD8\0\xDE"s},
+                        {"😀A", TextEncoding::Utf16BigEndian, "\xFE\xFF\xD8\x3D\xDE\0\0A"s}};
+  for (const Case& c : cases) {
+    const EncodedText encoded = EncodeText(c.Text, c.Wanted);
+    EXPECT_EQ(encoded.Bytes, c.Bytes.empty() ? "\xEF\xBB\xBF" + c.Text : c.Bytes) << c.Text;
+    EXPECT_EQ(encoded.Encoding, c.Bytes.empty() ? TextEncoding::Utf8WithMark : c.Wanted) << c.Text;
+    EXPECT_EQ(DecodeAnyText(encoded.Bytes).Text, c.Text);
+  }
+}
+
 }  // namespace
 }  // namespace vaxel
