@@ -45,8 +45,18 @@ constexpr bool PlaceholdersAgree() {
   return true;
 }
 
+// The ranges that programs and added languages count on as a whole.
+constexpr bool RangesAreComplete() {
+  for (int id = 101; id <= 254; ++id) {
+    const bool isBetween = id > 171 && id < 201;
+    if (!isBetween && !HasString(id)) return false;
+  }
+  return HasString(LanguageCountId) && HasString(LanguageNameId) && HasString(LanguageCodeId);
+}
+
 static_assert(IdsAscendWithinBlock(), "ids of strings.def must ascend, without repetition, below 300");
 static_assert(PlaceholdersAgree(), "the languages of a text must use the same placeholders");
+static_assert(RangesAreComplete(), "a message or a help text is missing in some language");
 
 using RowIndex = std::array<const StringRow*, LanguageBlock>;
 
