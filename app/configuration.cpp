@@ -70,7 +70,7 @@ void ChooseLanguage(std::string_view upperName, const std::vector<std::string>& 
 
 void ReadOwnKey(Configuration& settings, std::string_view line, std::string_view upper) {
   const std::size_t length = upper.find(" =");
-  if (length == std::string_view::npos || length > MaxOwnNameBytes) return;
+  if (length > MaxOwnNameBytes) return;  // or there is none
   settings.OwnKeys.insert_or_assign(std::string(upper.substr(0, length)),
                                     std::string(Trim(line.substr(length + 2))));
 }
