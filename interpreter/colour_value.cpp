@@ -74,4 +74,17 @@ std::optional<Colour> ColourValue(std::string_view text, const Separators& separ
   return std::nullopt;
 }
 
+std::string ColourText(Colour colour) {
+  const auto* const named = std::find_if(NamedColours.begin(), NamedColours.end(),
+                                         [&](const NamedColour& row) { return row.Value == colour; });
+  if (named != NamedColours.end()) {
+    std::string name(named->Name);
+    std::transform(name.begin() + 1, name.end(), name.begin() + 1,
+                   [](char c) { return static_cast<char>(c - 'A' + 'a'); });
+    return name;
+  }
+  return "RVB " + std::to_string(colour & 0xFF) + " " + std::to_string(colour >> 8 & 0xFF) + " " +
+         std::to_string(colour >> 16 & 0xFF);
+}
+
 }  // namespace vaxel

@@ -1,0 +1,90 @@
+// The dialogs that the application shows. Each takes its texts and gives back what the user entered; what
+// that means is decided in the application.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vaxel {
+
+enum class BoxIcon : std::uint8_t { Information, Question, Critical };
+
+enum class YesNoCancel : std::uint8_t { Yes, No, Cancel };
+
+// A common file dialog. The filter is a list of descriptions and patterns, each followed by "|".
+struct FileDialog {
+  std::string Filter;
+  std::string Folder;            // where it starts; empty: where it likes
+  std::string FileName;          // proposed
+  std::string DefaultExtension;  // put behind a name without one
+  std::uint32_t Flags = 0;       // FileDialogFlag
+};
+
+// The values are those of the platform's common dialogs.
+enum FileDialogFlag : std::uint32_t {
+  OverwritePrompt = 0x2,
+  HideReadOnly = 0x4,
+  MultipleSelection = 0x200,
+  FileMustExist = 0x1000,
+  ExplorerStyle = 0x80000,
+  LongNames = 0x200000
+};
+
+struct InputDialog {
+  std::string Title, Prompt, Proposal;
+};
+
+// Form4. OnButton takes both fields as they stand and the dialog closes.
+struct ZoomDialog {
+  std::string Caption;
+  std::string FactorLabel, FactorText;  // Text1
+  std::string ZmmLabel, ZmmText;        // Text2
+  std::string Button;
+  std::function<void(const std::string& factor, const std::string& zmm)> OnButton;
+};
+
+// Form5. OnButton says whether the dialog closes.
+struct ReferenceDialog {
+  std::string Caption, Label, Text, Button;
+  std::function<bool(const std::string& text)> OnButton;
+};
+
+// Form3: Option1 and Option2, an entry per language. What is chosen is told at once, from 1.
+struct LanguageDialog {
+  std::string Caption, MessagesLabel, HelpLabel, Button;
+  std::vector<std::string> Languages;
+  std::string LastEntry, LastEntryHint;  // an entry that cannot be chosen
+  int Messages = 0, Help = 0;            // chosen at the beginning, from 1; 0: none
+  std::function<void(int)> OnMessages, OnHelp;
+  std::function<void()> OnButton;
+};
+
+struct AboutDialog {
+  std::string Title, Text;
+};
+
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  virtual void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) = 0;
+  virtual YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) = 0;
+  virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
+  virtual bool AskOkCancel(const std::string& title, const std::string& text) = 0;
+  // None when it was cancelled.
+  virtual std::optional<std::string> AskText(const InputDialog& dialog) = 0;
+  // The chosen names with their folders; none when it was cancelled.
+  virtual std::vector<std::string> ShowOpen(const FileDialog& dialog) = 0;
+  virtual std::string ShowSave(const FileDialog& dialog) = 0;
+  // Red in the low byte; none when it was cancelled.
+  virtual std::optional<std::uint32_t> ShowColour() = 0;
+  virtual void ShowZoom(const ZoomDialog& dialog) = 0;
+  virtual void ShowReference(const ReferenceDialog& dialog) = 0;
+  virtual void ShowLanguages(const LanguageDialog& dialog) = 0;
+  virtual void ShowAbout(const AboutDialog& dialog) = 0;
+};
+
+}  // namespace vaxel

@@ -1,0 +1,77 @@
+// What the main window offers the application, apart from its editor.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/graphic_view.h"
+#include "app/menu_table.h"
+#include "drawing/display_list.h"
+
+namespace vaxel {
+
+enum class PointerShape : std::uint8_t { Normal, Hourglass, Cross };
+
+enum class StatusField : std::uint8_t { Text1, Text2 };
+
+// The graphic area: its size in pixels, at least 1, and what the system says of the size of a pixel.
+struct GraphicArea {
+  double WidthPx = 1, HeightPx = 1;
+  double PixelMm = 25.4 / 96;
+};
+
+// Screen coordinates in pixels, y downward.
+struct ScreenPoint {
+  int X = 0, Y = 0;
+};
+struct ScreenRectangle {
+  int Left = 0, Top = 0, Right = 0, Bottom = 0;
+};
+
+// The window when it is not maximised, in screen pixels, and whether it is.
+struct WindowPlace {
+  ScreenRectangle Frame;
+  bool IsMaximised = false;
+};
+
+class MainWindow {
+ public:
+  virtual ~MainWindow() = default;
+
+  virtual void SetTitle(std::string_view title) = 0;
+  virtual void SetCaption(MenuId item, std::string_view caption) = 0;
+  virtual void SetChecked(MenuId item, bool isChecked) = 0;
+  virtual void SetItemEnabled(MenuId item, bool isEnabled) = 0;
+  virtual void SetToolTip(StatusField field, std::string_view text) = 0;
+  virtual void SetStatus(StatusField field, std::string_view text) = 0;
+  virtual void SetRecentFiles(const std::vector<std::string>& names) = 0;
+
+  virtual void SetPointer(PointerShape shape) = 0;
+  // A disabled window takes no keys and no mouse, save Escape.
+  virtual void SetWindowEnabled(bool isEnabled) = 0;
+  // Handles the events that are pending now, and returns.
+  virtual void ProcessEvents() = 0;
+  // Without asking the application again.
+  virtual void Close() = 0;
+  virtual WindowPlace Place() = 0;
+  // A place outside all screens is brought back onto one.
+  virtual void SetPlace(const WindowPlace& place) = 0;
+
+  virtual GraphicArea Graphic() = 0;
+  // Where on the screen the editor is, or the graphic area when the editor is hidden.
+  virtual ScreenRectangle EditorRectangle() = 0;
+  virtual void MovePointer(ScreenPoint place) = 0;
+  // Width of the editor in units of 1/96 inch; 0 hides it.
+  virtual void SetEditorWidth(int width) = 0;
+
+  // A new drawing is about to be made; the one that is shown stays until there is something to show.
+  virtual void PrepareGraphic() = 0;
+  // Shows the drawing's last page, at once. It lives until another is shown and may grow meanwhile.
+  virtual void ShowDrawing(const DisplayList& drawing) = 0;
+  // Shows the drawing enlarged and moved.
+  virtual void SetView(const GraphicView& view) = 0;
+};
+
+}  // namespace vaxel

@@ -1,0 +1,97 @@
+#include "app/recovery.h"
+
+#include <charconv>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "app/script_file.h"
+#include "files/files.h"
+#include "files/output_file.h"
+
+namespace vaxel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Prefix = "Vaxe$", Extension = ".rec";
+constexpr std::string_view Header = "Vaxel recovery";
+
+template <class Number>
+std::optional<Number> ReadNumber(std::string_view digits) {
+  Number number{};
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  return number;
+}
+
+std::string_view TakeUntil(std::string_view& text, char end) {
+  const std::size_t at = text.find(end);
+  const std::string_view part = text.substr(0, at);
+  text.remove_prefix(at == std::string_view::npos ? text.size() : at + 1);
+  return part;
+}
+
+void RemoveFile(const std::string& name) {
+  std::error_code ignored;
+  fs::remove(PathOf(name), ignored);
+}
+
+}  // namespace
+
+Recovery::Recovery(std::string folder, std::uint32_t processId)
+    : folder_(std::move(folder)), processId_(processId) {}
+
+std::string Recovery::OwnName() const {
+  return folder_ + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
+}
+
+void Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
+  written_ = now;
+  OutputFile file(OwnName());
+  file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
+             std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
+  file.Write(copy.Text);
+  if (!file.Commit().empty()) return;
+  changed_ = false;
+  exists_ = true;
+}
+
+void Recovery::Remove() {
+  changed_ = false;
+  if (std::exchange(exists_, false)) RemoveFile(OwnName());
+}
+
+std::vector<std::pair<std::string, std::uint32_t>> Recovery::Copies() const {
+  std::vector<std::pair<std::string, std::uint32_t>> copies;
+  std::error_code error;
+  for (fs::directory_iterator entry(PathOf(folder_), error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string name = NameOf(entry->path().filename());
+    if (!name.starts_with(Prefix) || !name.ends_with(Extension)) continue;
+    const std::size_t digits = name.size() - Prefix.size() - Extension.size();
+    const auto number = ReadNumber<std::uint32_t>(std::string_view(name).substr(Prefix.size(), digits));
+    if (number) copies.emplace_back(folder_ + name, *number);
+  }
+  return copies;
+}
+
+std::optional<RecoveryCopy> Recovery::Read(const std::string& name) {
+  const FileContent content = ReadWholeFile(name, MaxScriptBytes);
+  if (content.Status != FileStatus::Read) return std::nullopt;
+  std::string_view rest = content.Bytes;
+  std::string_view head = TakeUntil(rest, '\n');
+  if (TakeUntil(head, '\t') != Header) return std::nullopt;
+  const auto encoding = ReadNumber<int>(TakeUntil(head, '\t'));
+  const auto hash = ReadNumber<std::size_t>(TakeUntil(head, '\t'));
+  if (!encoding || *encoding < 0 || *encoding > static_cast<int>(TextEncoding::Windows1252) || !hash)
+    return std::nullopt;
+  return RecoveryCopy{name, std::string(head), static_cast<TextEncoding>(*encoding), *hash,
+                      std::string(rest)};
+}
+
+void Recovery::Discard(const RecoveryCopy& copy) const {
+  if (!exists_ || copy.FileName != OwnName()) RemoveFile(copy.FileName);
+}
+
+}  // namespace vaxel

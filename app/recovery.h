@@ -1,0 +1,68 @@
+// Copies of unsaved text, for the case that the program ends without having asked for it.
+//
+// Each running program keeps one file beside the configuration, "Vaxe$NUMBER.rec" with the number of its
+// process: a first line with the name of the script and its encoding, then the text, in UTF-8.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "interpreter/text_encoding.h"
+
+namespace vaxel {
+
+struct RecoveryCopy {
+  std::string FileName;    // of the copy
+  std::string ScriptName;  // empty: it had none yet
+  TextEncoding Encoding = TextEncoding::Utf8;
+  std::size_t LoadedHash = 0;
+  std::string Text;  // lines end in LF
+};
+
+class Recovery {
+ public:
+  using Clock = std::chrono::steady_clock;
+  static constexpr auto Interval = std::chrono::seconds(10);
+
+  // The folder ends in its separator.
+  Recovery(std::string folder, std::uint32_t processId);
+
+  // Whether a copy of text that has changed since the last one is due.
+  bool IsDue(Clock::time_point now) const { return changed_ && now - written_ >= Interval; }
+  void TextChanged() { changed_ = true; }
+  // What cannot be written is tried again after the interval.
+  void Write(Clock::time_point now, const RecoveryCopy& copy);
+  // The text is saved, or is given up.
+  void Remove();
+
+  // Copies that programs which run no more have left, to be asked for before the first is written; files that
+  // cannot be read are left out.
+  template <class IsRunning>
+  std::vector<RecoveryCopy> FindLeft(IsRunning isRunning) const {
+    std::vector<RecoveryCopy> left;
+    for (const auto& [name, processId] : Copies()) {
+      if (processId != processId_ && isRunning(processId)) continue;
+      if (auto copy = Read(name)) left.push_back(std::move(*copy));
+    }
+    return left;
+  }
+  // Removes a copy, save one that has been written anew since.
+  void Discard(const RecoveryCopy& copy) const;
+
+ private:
+  std::vector<std::pair<std::string, std::uint32_t>> Copies() const;
+  static std::optional<RecoveryCopy> Read(const std::string& name);
+  std::string OwnName() const;
+
+  std::string folder_;
+  std::uint32_t processId_;
+  bool changed_ = false;
+  bool exists_ = false;
+  Clock::time_point written_{};
+};
+
+}  // namespace vaxel

@@ -1,0 +1,161 @@
+#include "app/run_bridge.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "files/files.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+// A window that answers within this time seems to answer at once, and handling events costs far more than
+// a line of a script.
+constexpr auto BetweenEvents = std::chrono::milliseconds(15);
+// Nobody waits longer than this before an empty window.
+constexpr auto BetweenPictures = std::chrono::milliseconds(200);
+
+std::string LineOf(const std::string& text, std::uint32_t number) {
+  std::size_t from = 0;
+  for (std::uint32_t line = 1; line < number; ++line) {
+    from = text.find('\n', from);
+    if (from == std::string::npos) return {};
+    ++from;
+  }
+  return text.substr(from, text.find('\n', from) - from);
+}
+
+// Whether a comment is one that a run has written: numbers, "pixels" and "mm". Those of the user stay.
+bool IsOfRun(std::string_view comment) {
+  std::size_t numbers = 0;
+  while (!comment.empty()) {
+    if (comment.starts_with("pixels")) {
+      comment.remove_prefix(6);
+    } else if (comment.starts_with("mm")) {
+      comment.remove_prefix(2);
+    } else if (IsDigit(comment.front()) ||
+               std::string_view(" +-.,E").find(comment.front()) != std::string_view::npos) {
+      numbers += IsDigit(comment.front()) ? 1 : 0;
+      comment.remove_prefix(1);
+    } else {
+      return false;
+    }
+  }
+  return numbers > 0;
+}
+
+}  // namespace
+
+RunBridge::RunBridge(AppContext& app, const DisplayList& drawing, bool isShown,
+                     std::set<std::string>& notices, std::vector<std::string>& answers)
+    : app_(app),
+      drawing_(drawing),
+      isShown_(isShown),
+      told_(notices),
+      answers_(answers),
+      lastEvents_(app.Platform.Now()),
+      lastShown_(lastEvents_) {}
+
+void RunBridge::ShowSoFar() {
+  if (isShown_ && !drawing_.Pages().empty()) app_.Window.ShowDrawing(drawing_);
+  lastShown_ = app_.Platform.Now();
+}
+
+// The first call, when the surface is set up, always lets the window handle its events.
+RunSignal RunBridge::ProcessPendingEvents() {
+  const auto now = app_.Platform.Now();
+  if (!hadEvents_ || now - lastEvents_ >= BetweenEvents) {
+    hadEvents_ = true;
+    if (now - lastShown_ >= BetweenPictures) ShowSoFar();
+    app_.Window.ProcessEvents();
+    lastEvents_ = app_.Platform.Now();
+  }
+  return app_.State.AbortRequested ? RunSignal::Abort : RunSignal::GoOn;
+}
+
+void RunBridge::ShowError(const ErrorReport& report) {
+  ShowSoFar();
+  app_.Window.ProcessEvents();
+  app_.Window.SetPointer(PointerShape::Normal);
+  app_.Tell(BoxIcon::Critical, report.Text);
+  app_.Window.SetPointer(PointerShape::Hourglass);
+  if (report.FileName == app_.State.CurrentFile && report.LineNumber > 0) {
+    app_.Editor.GoToLine(report.LineNumber);
+  }
+}
+
+void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber, std::string_view comment) {
+  if (fileName == app_.State.CurrentFile) {
+    comments_[lineNumber] = comment;
+  } else {
+    ShowNotice(fileName, lineNumber, Trim(comment));
+  }
+}
+
+void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+  std::string notice(fileName);
+  if (lineNumber > 0) notice += (notice.empty() ? "" : ":") + std::to_string(lineNumber) + ": ";
+  // The same text from many lines says no more.
+  if (told_.emplace(text).second) notices_.push_back(notice += text);
+}
+
+bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
+                        std::string_view text) {
+  ShowSoFar();
+  const std::string boxTitle = title.empty() ? "Vaxel" : std::string(title);
+  return app_.Dialogs.AskOkCancel(boxTitle, std::string(text));
+}
+
+Answer RunBridge::Ask(std::string_view, std::uint32_t, std::string_view prompt, std::string_view proposal) {
+  if (asked_ < answers_.size()) return {Answer::Kind::Given, answers_[asked_++]};
+  ShowSoFar();
+  auto text = app_.Dialogs.AskText({"Vaxel", std::string(prompt), std::string(proposal)});
+  if (!text) return {Answer::Kind::Cancelled};
+  ++asked_;
+  answers_.push_back(*text);
+  return {Answer::Kind::Given, std::move(*text)};
+}
+
+std::string RunBridge::FullFileName(std::string_view fileName) {
+  if (fileName.empty()) return {};
+  std::error_code failed;
+  const std::filesystem::path full = std::filesystem::absolute(PathOf(fileName), failed);
+  return failed ? std::string(fileName) : NameOf(full.lexically_normal());
+}
+
+std::string RunBridge::FindFile(std::string_view scriptName, std::string_view name) {
+  return vaxel::FindFile(scriptName, name);
+}
+
+FileContent RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+  return ReadWholeFile(fileName, maxBytes);
+}
+
+void RunBridge::Finish() {
+  const std::string text = comments_.empty() ? std::string() : app_.Editor.Text();
+  for (const auto& [number, comment] : comments_) {
+    const std::string line = LineOf(text, number);
+    std::string commented = WithComment(line, comment);
+    if (commented != line) app_.Editor.ReplaceLine(number, commented);
+  }
+  constexpr std::size_t mostNotices = 20;
+  std::string all;
+  for (std::size_t i = 0; i < notices_.size() && i < mostNotices; ++i) all += (i ? "\n" : "") + notices_[i];
+  if (notices_.size() > mostNotices) all += "\n…";
+  if (!all.empty()) app_.Tell(BoxIcon::Information, all);
+}
+
+std::string WithComment(std::string_view line, std::string_view comment) {
+  // Nothing may stand behind the mark of a continuation.
+  if (line.ends_with(" _")) return std::string(line);
+  const std::size_t apostrophe = line.rfind('\'');
+  std::string_view kept = line;
+  if (apostrophe != std::string_view::npos && IsOfRun(line.substr(apostrophe + 1))) {
+    kept = line.substr(0, apostrophe);
+    while (kept.ends_with(' ')) kept.remove_suffix(1);
+  }
+  return std::string(kept).append(comment);
+}
+
+}  // namespace vaxel

@@ -1,0 +1,315 @@
+#include "app/run_cycle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+#include "app/run_bridge.h"
+#include "app/script_file.h"
+#include "commands/command_table.h"
+#include "interpreter/evaluator.h"
+#include "interpreter/script_fault.h"
+#include "text/number_text.h"
+#include "text/text.h"
+
+namespace vaxel {
+namespace {
+
+std::string Without(std::string text, char mark) {
+  std::erase(text, mark);
+  return text;
+}
+
+std::string OneDecimal(double value) {
+  constexpr double most = 1e15;
+  if (!(std::abs(value) < most)) return "0";
+  const double tenths = std::round(std::abs(value) * 10);
+  if (tenths == 0) return "0";
+  std::string text = value < 0 ? "-" : "";
+  text += FixedText(std::floor(tenths / 10), 0);
+  const int decimal = static_cast<int>(std::fmod(tenths, 10));
+  if (decimal != 0) text += "." + std::to_string(decimal);
+  return text;
+}
+
+// The two numbers of a reference point; whatever stands behind a number is passed over.
+struct ReferenceEntry {
+  double X = 0, Y = 0;
+  bool FromCorner = false;
+};
+
+std::optional<ReferenceEntry> ReadReference(std::string_view text) {
+  if (Trim(text).empty()) return ReferenceEntry{};
+  const std::size_t comma = text.find(',');
+  if (comma == std::string_view::npos) return std::nullopt;
+  return ReferenceEntry{LeadingNumber(text.substr(0, comma)), LeadingNumber(text.substr(comma + 1)),
+                        text.find_first_of("zZ") != std::string_view::npos};
+}
+
+}  // namespace
+
+std::string PointerText(double x, double y) {
+  return OneDecimal(x) + "  " + OneDecimal(y);
+}
+
+std::optional<double> FieldValue(std::string_view text) {
+  try {
+    const Evaluation result = Evaluate(Trim(text));
+    const bool isUsable = result.HasValue && result.Complete && std::isfinite(result.Value);
+    if (isUsable && result.Value > 0) return result.Value;
+  } catch (const ScriptFault&) {
+  }
+  return std::nullopt;
+}
+
+// The window takes nothing but Escape while a run is under way.
+class RunCycle::BusyWindow {
+ public:
+  explicit BusyWindow(AppContext& app) : app_(app) {
+    app_.State.IsRunning = true;
+    app_.Window.SetPointer(PointerShape::Hourglass);
+    app_.Window.SetWindowEnabled(false);
+    app_.Window.ProcessEvents();
+  }
+  ~BusyWindow() {
+    app_.Window.SetPointer(PointerShape::Normal);
+    app_.Window.SetWindowEnabled(true);
+    app_.State.IsRunning = false;
+    app_.Window.ProcessEvents();
+  }
+  BusyWindow(const BusyWindow&) = delete;
+  BusyWindow& operator=(const BusyWindow&) = delete;
+
+ private:
+  AppContext& app_;
+};
+
+RunCycle::RunCycle(AppContext& app) : app_(app) {}
+
+// Runs the editor's text afresh and keeps what the view needs of it.
+RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<std::string>& answers) {
+  ApplicationState& state = app_.State;
+  const bool onScreen = target.Kind == TargetKind::Screen;
+  RunBridge bridge(app_, list, onScreen, notices_, answers);
+  RunContext run(bridge, AllCommands(), app_.Strings, list);
+  run.LangBase = state.LangBase;
+  const RunEnd end = RunScript(run, target, app_.Editor.Text(), state.CurrentFile);
+  if (run.NextZoom) state.NextZoom = *run.NextZoom;
+  if (onScreen && end != RunEnd::Empty) {
+    state.GraphicCentre = {run.Surface.CentreX, run.Surface.CentreY};
+    state.GraphicScale = run.Surface.Z;
+    state.GraphicWidthMm = target.WidthMm;
+    state.GraphicHeightMm = target.HeightMm;
+  }
+  bridge.Finish();
+  return end;
+}
+
+RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
+  const ApplicationState& state = app_.State;
+  app_.Window.PrepareGraphic();
+  const GraphicArea area = app_.Window.Graphic();
+  RunTarget target;
+  target.Kind = TargetKind::Screen;
+  target.WidthMm = area.WidthPx * area.PixelMm;
+  target.HeightMm = area.HeightPx * area.PixelMm;
+  target.PixelMm = area.PixelMm;
+  target.Zoom = state.ScreenZoom;
+  target.Zmm = state.Zmm;
+  target.OffX = state.OffX;
+  target.OffY = state.OffY;
+  target.Measurer = app_.Platform.Measurer();
+  target.Decoder = app_.Platform.Decoder();
+  auto list = std::make_unique<DisplayList>();
+  const RunEnd end = RunFor(target, *list, answers);
+  if (end == RunEnd::Empty || list->Pages().empty()) return end;
+  app_.Window.ShowDrawing(*list);
+  drawing_ = std::move(list);
+  FollowCentre();
+  return end;
+}
+
+RunEnd RunCycle::RunOnScreen() {
+  std::vector<std::string> answers;
+  return RunOnScreen(answers);
+}
+
+void RunCycle::LineChanged(std::size_t line) {
+  isLineChanged_ = true;
+  CursorIn(line);
+  isLineChanged_ = true;
+}
+
+// What was pasted, or brought back by undoing, reaches from the line where the cursor was to where it is.
+void RunCycle::CursorIn(std::size_t line) {
+  if (line == cursorLine_) return;
+  const auto [first, last] = std::minmax(line, cursorLine_);
+  const bool isMoveAlone = !isLineChanged_;
+  cursorLine_ = line;
+  isLineChanged_ = false;
+  if (isMoveAlone) return;
+  for (std::size_t coloured = first; coloured <= last; ++coloured) app_.Editor.ColourLine(coloured);
+}
+
+void RunCycle::Visualise() {
+  const BusyWindow busy(app_);
+  if (std::exchange(isLineChanged_, false)) app_.Editor.ColourLine(cursorLine_);
+  RunOnScreen();
+}
+
+std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answers) {
+  std::string error;
+  std::optional<RunTarget> target = app_.Printers.Target(app_.State.PrinterName, error);
+  if (!target) {
+    app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, app_.State.PrinterName, error));
+    return std::nullopt;
+  }
+  target->Kind = TargetKind::Printer;
+  target->Measurer = app_.Platform.Measurer();
+  target->Decoder = app_.Platform.Decoder();
+  std::optional<DisplayList> list(std::in_place);
+  if (RunFor(*target, *list, answers) != RunEnd::Completed) return std::nullopt;
+  return list;
+}
+
+void RunCycle::PrintDocument(const DisplayList& drawing) {
+  ApplicationState& state = app_.State;
+  if (state.AbortRequested) return;
+  const std::string error = app_.Printers.Print(state.PrinterName, state.DocumentName, drawing);
+  if (!error.empty()) {
+    app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, state.PrinterName, error));
+  }
+}
+
+// What was answered for the paper is not asked again for the screen.
+void RunCycle::Print() {
+  ApplicationState& state = app_.State;
+  const BusyWindow busy(app_);
+  const double offX = std::exchange(state.OffX, 0), offY = std::exchange(state.OffY, 0);
+  const std::string documentName = DocumentNameOf(state.CurrentFile);
+  if (!documentName.empty()) state.DocumentName = documentName;
+  std::vector<std::string> answers;
+  if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
+  state.DocumentName = "Vaxel";
+  state.OffX = offX;
+  state.OffY = offY;
+  RunOnScreen(answers);
+}
+
+void RunCycle::Zoom(bool withCtrl) {
+  ApplicationState& state = app_.State;
+  if (withCtrl) {
+    state.ScreenZoom = state.NextZoom;
+    ResetView();
+  } else {
+    const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };
+    ZoomDialog dialog;
+    dialog.Caption =
+        "Vaxel   " + Without(app_.MenuText(CaptionId(MenuId::Mnu_Zoom)), '&') + "   (F7, Ctrl-F7)";
+    dialog.FactorLabel = app_.Message(text_id::ZoomFactor);
+    dialog.FactorText = shown(state.ScreenZoom);
+    dialog.ZmmLabel = app_.Message(text_id::MmCorrection);
+    dialog.ZmmText = shown(state.Zmm);
+    dialog.Button = app_.Message(text_id::Validate);
+    dialog.OnButton = [this, &state](const std::string& factor, const std::string& zmm) {
+      const std::optional<double> correction = FieldValue(zmm);
+      if (correction && *correction != state.Zmm) {
+        state.Zmm = *correction;
+        app_.WriteKey("Zmm = ", NumberText(state.Zmm));
+      }
+      state.ScreenZoom = FieldValue(factor).value_or(state.ScreenZoom);
+      ResetView();
+    };
+    app_.Dialogs.ShowZoom(dialog);
+  }
+  const BusyWindow busy(app_);
+  RunOnScreen();
+}
+
+bool RunCycle::AcceptReference(const std::string& text) {
+  const std::optional<ReferenceEntry> entry = ReadReference(text);
+  if (!entry) {
+    app_.Tell(BoxIcon::Information, app_.Message(text_id::ReferenceHint));
+    return false;
+  }
+  ApplicationState& state = app_.State;
+  const Point centre = entry->FromCorner ? state.GraphicCentre : Point{};
+  state.RefInX = static_cast<float>(entry->X - centre.X);
+  state.RefInY = static_cast<float>(entry->Y - centre.Y);
+  FollowCentre();
+  return true;
+}
+
+void RunCycle::Reference(bool withCtrl) {
+  ApplicationState& state = app_.State;
+  if (withCtrl) {
+    state.RefInX = state.RefInY = 0;
+    FollowCentre();
+    return;
+  }
+  ReferenceDialog dialog;
+  dialog.Caption =
+      "Vaxel   " + Without(app_.MenuText(CaptionId(MenuId::Mnu_RefCurseur)), '&') + "   (F8, Ctrl-F8)";
+  dialog.Label = app_.Message(text_id::ReferenceLabel);
+  dialog.Text = FloatText(state.RefInX) + "," + FloatText(state.RefInY);
+  dialog.Button = app_.Message(text_id::ValidateReference);
+  dialog.OnButton = [this](const std::string& text) { return AcceptReference(text); };
+  app_.Dialogs.ShowReference(dialog);
+}
+
+// The reference point keeps its place in the drawing when another run moves the centre.
+void RunCycle::FollowCentre() {
+  ApplicationState& state = app_.State;
+  state.RefX = static_cast<float>(state.GraphicCentre.X) + state.RefInX;
+  state.RefY = static_cast<float>(state.GraphicCentre.Y) + state.RefInY;
+}
+
+// The offsets are counted from the middle, so that the centre comes to lie at the pointer however often it is
+// sent there.
+void RunCycle::Positionner(bool withCtrl) {
+  ApplicationState& state = app_.State;
+  if (withCtrl) {
+    state.OffX = state.OffY = 0;
+    ResetView();
+  } else {
+    state.OffX = state.MouseX * state.GraphicScale - state.GraphicWidthMm / 2;
+    state.OffY = state.MouseY * state.GraphicScale - state.GraphicHeightMm / 2;
+  }
+  Visualise();
+}
+
+void RunCycle::ResetView() {
+  view_ = {};
+  app_.Window.SetView(view_);
+}
+
+void RunCycle::PointerMoved(double xPx, double yPx) {
+  ApplicationState& state = app_.State;
+  app_.Window.SetPointer(PointerShape::Cross);
+  const double pixel = app_.Window.Graphic().PixelMm;
+  const Point place = view_.ToDrawing({xPx, yPx});
+  state.MouseX = static_cast<float>(place.X * pixel / state.GraphicScale);
+  state.MouseY = static_cast<float>((state.GraphicHeightMm - place.Y * pixel) / state.GraphicScale);
+  ShowMouse();
+}
+
+void RunCycle::ShowMouse() {
+  const ApplicationState& state = app_.State;
+  app_.Window.SetStatus(StatusField::Text2,
+                        PointerText(double{state.MouseX} - state.RefX, double{state.MouseY} - state.RefY));
+}
+
+void RunCycle::WheelTurned(double xPx, double yPx, double notches) {
+  constexpr double factorPerNotch = 1.2;
+  view_.ZoomAt({xPx, yPx}, std::pow(factorPerNotch, notches));
+  app_.Window.SetView(view_);
+  PointerMoved(xPx, yPx);
+}
+
+void RunCycle::Dragged(double dxPx, double dyPx) {
+  view_.Move({dxPx, dyPx});
+  app_.Window.SetView(view_);
+}
+
+}  // namespace vaxel

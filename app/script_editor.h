@@ -1,0 +1,45 @@
+// What the script editor of the main window (RTB1) offers the application.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "drawing/colour.h"
+
+namespace vaxel {
+
+struct EditorPlace {
+  std::size_t Line = 1;   // of the cursor, from 1
+  std::size_t Lines = 1;  // of the text
+};
+
+// Texts are UTF-8 with LF line ends. Lines count from 1. A call that changes the text tells the application
+// so (Application::EditorChanged), save SetText.
+class ScriptEditor {
+ public:
+  virtual ~ScriptEditor() = default;
+
+  virtual std::string Text() = 0;
+  virtual bool IsEmpty() = 0;
+  // Replaces everything; the cursor goes to the start and there is nothing to undo.
+  virtual void SetText(std::string_view text) = 0;
+  // Inserts at the cursor instead of what is selected.
+  virtual void ReplaceSelection(std::string_view text) = 0;
+  // Replaces a line, without its end; selection and scroll position stay.
+  virtual void ReplaceLine(std::size_t line, std::string_view text) = 0;
+  virtual EditorPlace Place() = 0;
+  virtual void GoToLine(std::size_t line) = 0;
+  // The word under the cursor; empty where there is none.
+  virtual std::string WordAtCursor() = 0;
+  virtual void SetTypingColour(Colour colour) = 0;
+  // Colours a line, or all of them (Cmd_Ctrl_K), as ColoursOfLine says; selection and scroll position stay,
+  // and undoing does not see it.
+  virtual void ColourLine(std::size_t line) = 0;
+  virtual void ColourAll() = 0;
+  // In points; above 0.
+  virtual void SetFontSize(double points) = 0;
+};
+
+}  // namespace vaxel
