@@ -6,24 +6,10 @@
 
 #include <cstddef>
 
+#include "render/gdi_handles.h"
+
 namespace vaxel {
 namespace {
-
-struct Releaser {
-  void operator()(IUnknown* object) const { object->Release(); }
-};
-
-template <class Interface>
-using UniqueCom = std::unique_ptr<Interface, Releaser>;
-
-// The object that a call hands out; none when it failed.
-template <class Interface, class Call>
-UniqueCom<Interface> Obtained(Call call) {
-  Interface* object = nullptr;
-  const bool succeeded = SUCCEEDED(call(&object));
-  UniqueCom<Interface> owned(object);
-  return succeeded ? std::move(owned) : nullptr;
-}
 
 class ImagingDecoder : public PictureDecoder {
  public:

@@ -7,26 +7,12 @@
 #include <string>
 
 #include "drawing/standard_faces.h"
+#include "render/gdi_strings.h"
 #include "text/text.h"
 #include "text/utf8.h"
 
 namespace vaxel {
 namespace {
-
-std::wstring Widen(std::string_view text) {
-  const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(count), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), count);
-  return wide;
-}
-
-std::string Narrow(std::wstring_view wide) {
-  const int length = static_cast<int>(wide.size());
-  const int count = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<std::size_t>(count), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, text.data(), count, nullptr, nullptr);
-  return text;
-}
 
 // Measures in a font of this many pixels, so that the rounding to pixels does not count.
 constexpr int FontPixels = 2048;

@@ -1,0 +1,133 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "render/gdi_bitmap.h"
+#include "render/gdi_fonts.h"
+#include "render/gdi_handles.h"
+#include "render/picture_scaling.h"
+#include "render/renderer.h"
+#include "render/stroke_outline.h"
+
+namespace vaxel {
+
+// Where device millimetres come to lie: pixel = millimetre * PixelsPerMm + Offset.
+struct DeviceTransform {
+  double PixelsPerMmX = 96 / 25.4, PixelsPerMmY = 96 / 25.4;  // above 0
+  double OffsetX = 0, OffsetY = 0;
+
+  Point At(Point millimetres) const {
+    return {millimetres.X * PixelsPerMmX + OffsetX, millimetres.Y * PixelsPerMmY + OffsetY};
+  }
+};
+
+// How strokes reach the device. The edges of an outline, which is a filled polygon, lie within half a pixel
+// of their places, and bitmaps are drawn fast so. Pens keep their width whatever shows the drawing in the
+// end: that is for printers and metafiles.
+enum class GdiStrokes : std::uint8_t { Outlines, Pens };
+
+// Decoded pictures; they are known by their addresses, so a list's must be forgotten before the list goes.
+class GdiPictures {
+ public:
+  // decoder must outlive the object; without one there can be no pictures.
+  explicit GdiPictures(PictureDecoder* decoder) : decoder_(decoder) {}
+
+  // Colours are multiplied by their alpha. Null when the picture cannot be decoded.
+  const std::vector<std::uint32_t>* PixelsOf(const Picture& picture);
+  void Forget() { pixels_.clear(); }
+
+ private:
+  PictureDecoder* decoder_;
+  std::map<const Picture*, std::vector<std::uint32_t>> pixels_;  // empty: it cannot be decoded
+};
+
+// What is made for a drawing and serves the next one too.
+struct GdiStock {
+  // nudgesRightAngles: flag 1 of the setting Patchs, see CLogFont.
+  GdiStock(PictureDecoder* decoder, bool nudgesRightAngles) : Fonts(nudgesRightAngles), Pictures(decoder) {}
+
+  GdiFonts Fonts;
+  GdiPictures Pictures;
+};
+
+// Draws pages on any context of Windows, in the context's own whole units: pixels, unless it maps others. The
+// paper is not drawn. Far outside what the context shows, figures are cut.
+class GdiRenderer : public Renderer {
+ public:
+  // The context and the stock must outlive the renderer.
+  GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock,
+              GdiStrokes strokes = GdiStrokes::Outlines);
+
+  // The context is as it was before when the page has ended.
+  void BeginPage(const Page& page, std::size_t number) override;
+  void EndPage() override;
+  void Line(const Operation& operation, const LineShape& line) override;
+  void Rectangle(const Operation& operation, const RectangleShape& rectangle) override;
+  void Polygon(const Operation& operation, const PolygonShape& polygon,
+               std::span<const Point> corners) override;
+  void Contour(const Operation& operation, const ContourShape& contour,
+               std::span<const ContourArc> pieces) override;
+  void Circle(const Operation& operation, const CircleShape& circle) override;
+  void Dot(const Operation& operation, const PointShape& point) override;
+  void Text(const Operation& operation, const TextShape& shape, std::string_view text,
+            const FontFace& face) override;
+  void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;
+
+  // In English, what failed first; empty when nothing did.
+  const std::string& Failure() const { return failure_; }
+
+ private:
+  struct Box {
+    double Left, Top, Right, Bottom;
+  };
+  static Box BoxOf(Point first, Point second);
+
+  // Whether a figure within the box, which a stroke of the width surrounds, can be seen at all.
+  bool IsVisible(const Box& box, double width) const;
+  double HalfWidth(const Operation& operation) const;
+
+  template <class Stroke>
+  void Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke);
+  void PaintPath(const Operation& operation, const Fill& inside, bool closed);
+  void PaintOutlines(Colour ink, const Contours& contours);
+  void PaintThin(Colour ink, std::span<const Point> path, bool closed);
+  void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path, bool closed);
+
+  void AppendCut(std::span<const Point> contour);
+  void CutAt(double limit, bool isX, bool keepsLess);
+  POINT Rounded(Point pixel) const;
+  void SelectInk(Colour ink);
+  void SelectStroke(Colour ink, int width);
+  void BlendPicture(const PixelBox& box, const PixelView& picture);
+  void StretchPicture(const PixelBox& box, const PixelView& picture);
+  void Expect(bool succeeded, const char* failure);
+
+  HDC context_;
+  DeviceTransform transform_;
+  GdiStock& stock_;
+  GdiStrokes strokes_;
+  double pixelMm_;    // the side of a pixel, the larger one where they differ
+  double tolerance_;  // mm
+  int saved_ = 0;
+  RECT shown_{};   // what the context shows and a little more, pixels
+  Box shownMm_{};  // the same in millimetres
+  Contours shape_, stroke_;
+  std::vector<Point> cut_, kept_;
+  std::vector<POINT> points_;
+  std::vector<INT> counts_;
+  UniqueGdi<HBRUSH> brush_;
+  Colour brushInk_ = 0;
+  UniqueGdi<HPEN> pen_;
+  Colour penInk_ = 0;
+  int penWidth_ = 0;
+  std::string failure_;
+};
+
+}  // namespace vaxel
