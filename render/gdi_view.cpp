@@ -1,0 +1,89 @@
+#include "render/gdi_view.h"
+
+#include <emmintrin.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace vaxel {
+namespace {
+
+// Each pixel is the mean of this many by this many that are drawn. The reduction is written for it.
+constexpr int Multiple = 4;
+// Of the bitmap that is drawn into: so small that it stays near the processor.
+constexpr int BandBytes = 4 << 20;
+constexpr std::uint32_t Opaque = 0xFF000000;
+
+std::uint32_t PixelOf(Colour colour) {
+  return Opaque | static_cast<std::uint32_t>(RedOf(colour)) << 16 |
+         static_cast<std::uint32_t>(GreenOf(colour)) << 8 | static_cast<std::uint32_t>(BlueOf(colour));
+}
+
+// The sums of each part of the colour of 4 by 4 pixels, in the lower half.
+__m128i SumOfBlock(const std::uint32_t* pixels, std::size_t stride) {
+  const __m128i zero = _mm_setzero_si128();
+  __m128i sum = zero;
+  for (int row = 0; row < Multiple; ++row, pixels += stride) {
+    const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pixels));
+    sum = _mm_add_epi16(sum, _mm_add_epi16(_mm_unpacklo_epi8(four, zero), _mm_unpackhi_epi8(four, zero)));
+  }
+  return _mm_add_epi16(sum, _mm_srli_si128(sum, 8));
+}
+
+void ReduceRow(const std::uint32_t* drawn, int width, std::uint32_t* row) {
+  const std::size_t stride = static_cast<std::size_t>(width) * Multiple;
+  const __m128i half = _mm_set1_epi16(Multiple * Multiple / 2);
+  for (int x = 0; x < width; ++x, drawn += Multiple) {
+    const __m128i mean = _mm_srli_epi16(_mm_add_epi16(SumOfBlock(drawn, stride), half), 4);
+    row[x] = Opaque | static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(mean, mean)));
+  }
+}
+
+}  // namespace
+
+bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take) {
+  const int drawnWidth = frame.Width * Multiple;
+  const int rowBytes = drawnWidth * Multiple * static_cast<int>(sizeof(std::uint32_t));
+  const int bandRows = std::clamp(BandBytes / rowBytes, 1, frame.Height);
+  GdiBitmap band(drawnWidth, bandRows * Multiple);
+  std::vector<std::uint32_t> rows(static_cast<std::size_t>(frame.Width) * static_cast<std::size_t>(bandRows));
+  if (!band) {
+    if (failure_.empty()) failure_ = "there is no memory for the picture";
+    return false;
+  }
+  const BitmapDc context(band);
+  const DeviceTransform place = {frame.Place.PixelsPerMmX * Multiple, frame.Place.PixelsPerMmY * Multiple,
+                                 frame.Place.OffsetX * Multiple, frame.Place.OffsetY * Multiple};
+  GdiRenderer renderer(context.Handle(), place, stock_);
+  for (int top = 0; top < frame.Height; top += bandRows) {
+    const int count = std::min(bandRows, frame.Height - top);
+    std::fill_n(band.Pixels(), band.PixelCount(), PixelOf(frame.Paper));
+    SetViewportOrgEx(context.Handle(), 0, -top * Multiple, nullptr);
+    PlayPage(list_, page, renderer);
+    GdiFlush();
+    for (int y = 0; y < count; ++y) {
+      ReduceRow(band.Pixels() + static_cast<std::size_t>(y) * Multiple * static_cast<std::size_t>(drawnWidth),
+                frame.Width,
+                rows.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(frame.Width));
+    }
+    if (!take(rows.data(), count)) return false;
+  }
+  if (failure_.empty()) failure_ = renderer.Failure();
+  return true;
+}
+
+GdiBitmap GdiView::Draw(std::size_t page, const ViewFrame& frame) {
+  GdiBitmap bitmap(frame.Width, frame.Height);
+  if (!bitmap) {
+    if (failure_.empty()) failure_ = "there is no memory for the picture";
+    return {};
+  }
+  std::uint32_t* next = bitmap.Pixels();
+  const bool drawn = DrawRows(page, frame, [&](const std::uint32_t* pixels, int rows) {
+    next = std::copy_n(pixels, static_cast<std::size_t>(rows) * static_cast<std::size_t>(frame.Width), next);
+    return true;
+  });
+  return drawn ? std::move(bitmap) : GdiBitmap();
+}
+
+}  // namespace vaxel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "render/gdi_bitmap.h"
+#include "render/gdi_renderer.h"
+
+namespace vaxel {
+
+// What a view shows of a page.
+struct ViewFrame {
+  int Width = 0, Height = 0;  // pixels, above 0
+  DeviceTransform Place{};
+  Colour Paper = White;  // everywhere where nothing is drawn
+};
+
+// Antialiased pictures of the pages of one list, which must outlive the view. What one picture needed serves
+// the next, so a view is kept as long as its list.
+class GdiView {
+ public:
+  GdiView(const DisplayList& list, PictureDecoder* decoder, bool nudgesRightAngles = false)
+      : list_(list), stock_(decoder, nudgesRightAngles) {}
+
+  // Opaque. None when there is no memory for it.
+  GdiBitmap Draw(std::size_t page, const ViewFrame& frame);
+
+  // The same without a bitmap of all: hands out rows from the top, as many as it has at a time, until the
+  // taker returns false. False then, or when there was no memory.
+  using RowTaker = std::function<bool(const std::uint32_t* pixels, int rows)>;
+  bool DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take);
+
+  // In English, what failed first since the view was made; empty when nothing did.
+  const std::string& Failure() const { return failure_; }
+
+ private:
+  const DisplayList& list_;
+  GdiStock stock_;
+  std::string failure_;
+};
+
+}  // namespace vaxel

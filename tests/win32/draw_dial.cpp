@@ -1,0 +1,79 @@
+// Usage: draw_dial SCRIPT DPI PICTURE.png [TIMES]
+//
+// Draws a script's first page as the window shows it, for someone to look at, and says how long that takes.
+#include <windows.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "files/files.h"
+#include "files/output_file.h"
+#include "interpreter/text_encoding.h"
+#include "render/gdi_view.h"
+#include "render/system_decoder.h"
+#include "render/system_measurer.h"
+#include "tests/support/script_run.h"
+
+namespace vaxel {
+namespace {
+
+double Milliseconds(std::chrono::steady_clock::duration time) {
+  return std::chrono::duration<double, std::milli>(time).count();
+}
+
+void WriteBitmap(const GdiBitmap& bitmap, const std::string& name) {
+  BITMAPFILEHEADER head{};
+  BITMAPINFO info = TopDownPixels(bitmap.Width(), bitmap.Height());
+  const auto size = static_cast<DWORD>(bitmap.PixelCount() * 4);
+  head.bfType = 0x4D42;
+  head.bfOffBits = sizeof head + sizeof info.bmiHeader;
+  head.bfSize = head.bfOffBits + size;
+  OutputFile file(name);
+  file.Write({reinterpret_cast<const char*>(&head), sizeof head});
+  file.Write({reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader});
+  file.Write({reinterpret_cast<const char*>(bitmap.Pixels()), size});
+  file.Commit();
+}
+
+int Draw(const std::string& script, double dpi, const std::string& picture, int times) {
+  SystemMeasurer measurer;
+  SystemDecoder decoder;
+  test::RunSettings settings;
+  settings.FileName = script;
+  settings.Folder = NameOf(PathOf(script).parent_path()) + "/";
+  settings.Target.PixelMm = 25.4 / 96;
+  settings.Target.Measurer = &measurer;
+  settings.Target.Decoder = &decoder;
+  const auto text = DecodeText(ReadWholeFile(script, 1 << 20).Bytes);
+  const test::ScriptRun run = test::RunText(text ? text->Text : "", settings);
+  if (run.List.Pages().empty()) return 1;
+  const double scale = dpi / 25.4;
+  const Page& page = run.List.Pages()[0];
+  const ViewFrame frame = {static_cast<int>(std::ceil(page.Width * scale)),
+                           static_cast<int>(std::ceil(page.Height * scale)),
+                           {scale, scale, 0, 0}};
+  GdiView view(run.List, &decoder);
+  GdiBitmap bitmap;
+  for (int i = 0; i < times; ++i) {
+    const auto start = std::chrono::steady_clock::now();
+    bitmap = view.Draw(0, frame);
+    std::printf("%d x %d pixels, %zu operations: %.1f ms\n", frame.Width, frame.Height, page.Count,
+                Milliseconds(std::chrono::steady_clock::now() - start));
+  }
+  std::printf("%s\n", view.Failure().c_str());
+  if (bitmap) WriteBitmap(bitmap, picture);
+  return 0;
+}
+
+}  // namespace
+}  // namespace vaxel
+
+int main(int count, char** arguments) {
+  if (count < 4) return 2;
+  return vaxel::Draw(arguments[1], std::atof(arguments[2]), arguments[3],
+                     count > 4 ? std::atoi(arguments[4]) : 1);
+}
