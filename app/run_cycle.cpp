@@ -75,8 +75,9 @@ class RunCycle::BusyWindow {
   ~BusyWindow() {
     app_.Window.SetPointer(PointerShape::Normal);
     app_.Window.SetWindowEnabled(true);
-    app_.State.IsRunning = false;
+    // Still a part of the run: a key that was held down meanwhile must not begin another within this one.
     app_.Window.ProcessEvents();
+    app_.State.IsRunning = false;
   }
   BusyWindow(const BusyWindow&) = delete;
   BusyWindow& operator=(const BusyWindow&) = delete;
@@ -135,21 +136,19 @@ RunEnd RunCycle::RunOnScreen() {
   return RunOnScreen(answers);
 }
 
+// What was pasted, or brought back by undoing, reaches from the line where the cursor was to where it is.
 void RunCycle::LineChanged(std::size_t line) {
-  isLineChanged_ = true;
-  CursorIn(line);
+  for (std::size_t left = std::min(line, cursorLine_); left <= std::max(line, cursorLine_); ++left) {
+    if (left != line) app_.Editor.ColourLine(left);
+  }
+  cursorLine_ = line;
   isLineChanged_ = true;
 }
 
-// What was pasted, or brought back by undoing, reaches from the line where the cursor was to where it is.
 void RunCycle::CursorIn(std::size_t line) {
   if (line == cursorLine_) return;
-  const auto [first, last] = std::minmax(line, cursorLine_);
-  const bool isMoveAlone = !isLineChanged_;
+  if (std::exchange(isLineChanged_, false)) app_.Editor.ColourLine(cursorLine_);
   cursorLine_ = line;
-  isLineChanged_ = false;
-  if (isMoveAlone) return;
-  for (std::size_t coloured = first; coloured <= last; ++coloured) app_.Editor.ColourLine(coloured);
 }
 
 void RunCycle::Visualise() {

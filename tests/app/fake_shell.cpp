@@ -1,0 +1,210 @@
+#include "tests/app/fake_shell.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "files/files.h"
+
+namespace vaxel::test {
+
+namespace fs = std::filesystem;
+
+void FakeWindow::SetPointer(PointerShape shape) {
+  if (shape != PointerShape::Cross) log_.push_back(shape == PointerShape::Hourglass ? "hourglass" : "arrow");
+}
+
+void FakeWindow::ProcessEvents() {
+  log_.push_back("events");
+  if (OnEvents) OnEvents();
+}
+
+void FakeEditor::SetText(std::string_view text) {
+  Content = text;
+  Line = 1;
+  log_.push_back("text " + std::to_string(text.size()));
+}
+
+void FakeEditor::ReplaceSelection(std::string_view text) {
+  Content += text;
+  Line = Place().Lines;
+  Owner->EditorChanged();
+}
+
+void FakeEditor::ReplaceLine(std::size_t line, std::string_view text) {
+  std::size_t from = 0;
+  for (std::size_t i = 1; i < line; ++i) from = Content.find('\n', from) + 1;
+  Content.replace(from, std::min(Content.find('\n', from), Content.size()) - from, text);
+  Owner->EditorChanged();
+}
+
+EditorPlace FakeEditor::Place() {
+  return {Line, static_cast<std::size_t>(std::count(Content.begin(), Content.end(), '\n')) + 1};
+}
+
+void FakeEditor::Type(std::string_view text) {
+  Line = Place().Lines;
+  Owner->CursorMoved();
+  ReplaceSelection(text);
+}
+
+std::string FakeDialogs::Next() {
+  if (Answers.empty()) {
+    ADD_FAILURE() << "a question without an answer";
+    return "cancel";
+  }
+  std::string answer = std::move(Answers.front());
+  Answers.pop_front();
+  return answer;
+}
+
+void FakeDialogs::ShowMessage(BoxIcon icon, const std::string&, const std::string& text) {
+  log_.push_back((icon == BoxIcon::Critical ? "critical " : "message ") + text);
+}
+
+YesNoCancel FakeDialogs::AskYesNoCancel(const std::string&, const std::string& text) {
+  log_.push_back("question " + text);
+  const std::string answer = Next();
+  return answer == "yes" ? YesNoCancel::Yes : answer == "no" ? YesNoCancel::No : YesNoCancel::Cancel;
+}
+
+bool FakeDialogs::AskYesNo(const std::string&, const std::string& text) {
+  log_.push_back("question " + text);
+  return Next() == "yes";
+}
+
+bool FakeDialogs::AskOkCancel(const std::string& title, const std::string&) {
+  log_.push_back("box " + title);
+  return Next() == "ok";
+}
+
+std::optional<std::string> FakeDialogs::AskText(const InputDialog& dialog) {
+  log_.push_back("input " + dialog.Prompt + " [" + dialog.Proposal + "]");
+  std::string answer = Next();
+  if (answer == "cancel") return std::nullopt;
+  return answer;
+}
+
+std::vector<std::string> FakeDialogs::ShowOpen(const FileDialog& dialog) {
+  log_.emplace_back("open dialog");
+  FileDialogs.push_back(dialog);
+  return std::exchange(Files, {});
+}
+
+std::string FakeDialogs::ShowSave(const FileDialog& dialog) {
+  log_.emplace_back("save dialog");
+  FileDialogs.push_back(dialog);
+  const std::vector<std::string> files = std::exchange(Files, {});
+  return files.empty() ? std::string() : files.front();
+}
+
+void FakeDialogs::ShowZoom(const ZoomDialog& dialog) {
+  log_.emplace_back("zoom dialog");
+  LastZoom = dialog;
+  if (OnZoom) OnZoom(dialog);
+}
+
+void FakeDialogs::ShowReference(const ReferenceDialog& dialog) {
+  log_.emplace_back("reference dialog");
+  LastReference = dialog;
+  if (OnReference) OnReference(dialog);
+}
+
+void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
+  log_.emplace_back("language dialog");
+  LastLanguages = dialog;
+  if (OnLanguages) OnLanguages(dialog);
+}
+
+std::optional<RunTarget> FakePrinters::Target(const std::string&, std::string& error) {
+  error = TargetFailure;
+  if (!error.empty()) return std::nullopt;
+  RunTarget target;
+  target.WidthMm = 200;
+  target.HeightMm = 287;
+  target.PixelMm = 25.4 / 600;
+  return target;
+}
+
+std::string FakePrinters::Print(const std::string& printer, const std::string& documentName,
+                                const DisplayList& drawing) {
+  log_.push_back("print " + documentName + " on " + printer + ", " + std::to_string(drawing.Pages().size()) +
+                 " pages, " + std::to_string(drawing.Size()) + " operations");
+  return Failure;
+}
+
+bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word) {
+  log_.push_back("help " + helpFile + " " + word);
+  return true;
+}
+
+std::string FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& sink) {
+  sink.Write("png");
+  return {};
+}
+
+FakeShell::FakeShell() {
+  const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
+  folder_ = fs::path(VAXEL_BINARY_DIR) / "app-test" / test->name();
+  fs::remove_all(folder_);
+  fs::create_directories(folder_);
+  Restart();
+}
+
+FakeShell::~FakeShell() {
+  std::error_code ignored;
+  fs::permissions(folder_, fs::perms::owner_all, ignored);
+  fs::remove_all(folder_, ignored);
+}
+
+void FakeShell::Restart() {
+  Editor.Content.clear();
+  Editor.Line = 1;
+  App.emplace(Shell{Window, Editor, Boxes, Printer, System});
+  Editor.Owner = &*App;
+}
+
+bool FakeShell::Start(const std::string& script) {
+  return App->Start({0, 3, 2, NameOf(folder_), "", script});
+}
+
+void FakeShell::StartWith(std::string_view script) {
+  Write("dial.dat", script);
+  Write("Vaxel.cfg",
+        "'Fichier de configuration du Programme Vaxel V0.3b\r\nLangue = English\r\n"
+        "LangueAide = English\r\nFichierDat = dial.dat\r\n");
+  ASSERT_TRUE(Start());
+  Happened.clear();
+}
+
+std::string FakeShell::Path(const std::string& name) const {
+  return NameOf(folder_ / PathOf(name));
+}
+
+void FakeShell::Write(const std::string& name, std::string_view bytes) const {
+  std::ofstream(folder_ / PathOf(name), std::ios::binary) << bytes;
+}
+
+std::string FakeShell::Read(const std::string& name) const {
+  std::ifstream file(folder_ / PathOf(name), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool FakeShell::Exists(const std::string& name) const {
+  return fs::exists(folder_ / PathOf(name));
+}
+
+Log FakeShell::Take(const std::vector<std::string>& beginnings) {
+  Log taken = std::exchange(Happened, {});
+  if (beginnings.empty()) return taken;
+  std::erase_if(taken, [&](const std::string& line) {
+    return std::none_of(beginnings.begin(), beginnings.end(),
+                        [&](const std::string& beginning) { return line.starts_with(beginning); });
+  });
+  return taken;
+}
+
+}  // namespace vaxel::test

@@ -1,0 +1,210 @@
+// A window, dialogs, printer and system that do what a test tells them and write down what they are asked
+// for.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/application.h"
+
+namespace vaxel::test {
+
+using Log = std::vector<std::string>;
+
+class FakeWindow : public MainWindow {
+ public:
+  explicit FakeWindow(Log& log) : log_(log) {}
+
+  void SetTitle(std::string_view title) override { log_.push_back("title " + (Title = title)); }
+  void SetCaption(MenuId item, std::string_view caption) override { Captions.emplace_back(item, caption); }
+  void SetChecked(MenuId item, bool isChecked) override { Set(Checked, item, isChecked); }
+  void SetItemEnabled(MenuId item, bool isEnabled) override { Set(Greyed, item, !isEnabled); }
+  void SetToolTip(StatusField, std::string_view text) override { ToolTips.emplace_back(text); }
+  void SetStatus(StatusField field, std::string_view text) override {
+    (field == StatusField::Text1 ? Text1 : Text2) = text;
+  }
+  void SetRecentFiles(const std::vector<std::string>& names) override { Recent = names; }
+  void SetPointer(PointerShape shape) override;
+  void SetWindowEnabled(bool isEnabled) override { log_.push_back(isEnabled ? "enable" : "disable"); }
+  void ProcessEvents() override;
+  void Close() override { log_.push_back("close"); }
+  WindowPlace Place() override { return {{10, 20, 810, 620}, false}; }
+  void SetPlace(const WindowPlace& place) override { PlaceSet = place; }
+  GraphicArea Graphic() override { return {640, 480, 0.25}; }
+  ScreenRectangle EditorRectangle() override { return {100, 50, 301, 450}; }
+  void MovePointer(ScreenPoint place) override {
+    log_.push_back("pointer at " + std::to_string(place.X) + "," + std::to_string(place.Y));
+  }
+  void SetEditorWidth(int width) override { EditorWidth = width; }
+  void PrepareGraphic() override { log_.push_back("prepare"); }
+  void ShowDrawing(const DisplayList& drawing) override {
+    log_.push_back("show " + std::to_string(drawing.Size()));
+  }
+  void SetView(const GraphicView& view) override { View = view; }
+
+  std::string Title, Text1, Text2;
+  std::vector<std::pair<MenuId, std::string>> Captions;
+  std::set<MenuId> Checked, Greyed;
+  std::vector<std::string> ToolTips, Recent;
+  std::optional<WindowPlace> PlaceSet;
+  int EditorWidth = -1;
+  GraphicView View;
+  std::function<void()> OnEvents;  // what the user does meanwhile
+
+ private:
+  static void Set(std::set<MenuId>& items, MenuId item, bool isIn) {
+    items.erase(item);
+    if (isIn) items.insert(item);
+  }
+
+  Log& log_;
+};
+
+class FakeEditor : public ScriptEditor {
+ public:
+  explicit FakeEditor(Log& log) : log_(log) {}
+
+  std::string Text() override { return Content; }
+  bool IsEmpty() override { return Content.empty(); }
+  void SetText(std::string_view text) override;
+  void ReplaceSelection(std::string_view text) override;
+  void ReplaceLine(std::size_t line, std::string_view text) override;
+  EditorPlace Place() override;
+  void GoToLine(std::size_t line) override { Line = line; }
+  std::string WordAtCursor() override { return "Arc"; }
+  void SetTypingColour(Colour colour) override { log_.push_back("typing colour " + std::to_string(colour)); }
+  void ColourLine(std::size_t line) override { log_.push_back("colour line " + std::to_string(line)); }
+  void ColourAll() override { log_.push_back("colour all"); }
+  void SetFontSize(double points) override { FontSize = points; }
+
+  // As a user does.
+  void Type(std::string_view text);
+
+  std::string Content;
+  std::size_t Line = 1;
+  double FontSize = 0;
+  Application* Owner = nullptr;
+
+ private:
+  Log& log_;
+};
+
+class FakeDialogs : public Dialogs {
+ public:
+  explicit FakeDialogs(Log& log) : log_(log) {}
+
+  void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) override;
+  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) override;
+  bool AskYesNo(const std::string& title, const std::string& text) override;
+  bool AskOkCancel(const std::string& title, const std::string& text) override;
+  std::optional<std::string> AskText(const InputDialog& dialog) override;
+  std::vector<std::string> ShowOpen(const FileDialog& dialog) override;
+  std::string ShowSave(const FileDialog& dialog) override;
+  std::optional<std::uint32_t> ShowColour() override { return Chosen; }
+  void ShowZoom(const ZoomDialog& dialog) override;
+  void ShowReference(const ReferenceDialog& dialog) override;
+  void ShowLanguages(const LanguageDialog& dialog) override;
+  void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
+
+  // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok" or a text.
+  std::deque<std::string> Answers;
+  std::vector<std::string> Files;  // what the next file dialogs give; none: cancelled
+  std::optional<std::uint32_t> Chosen;
+  std::vector<FileDialog> FileDialogs;
+  ZoomDialog LastZoom;
+  ReferenceDialog LastReference;
+  LanguageDialog LastLanguages;
+  std::function<void(const ZoomDialog&)> OnZoom;
+  std::function<void(const ReferenceDialog&)> OnReference;
+  std::function<void(const LanguageDialog&)> OnLanguages;
+
+ private:
+  std::string Next();
+
+  Log& log_;
+};
+
+class FakePrinters : public Printers {
+ public:
+  explicit FakePrinters(Log& log) : log_(log) {}
+  std::string CurrentPrinter() override { return Name; }
+  std::optional<RunTarget> Target(const std::string& printer, std::string& error) override;
+  std::string Print(const std::string& printer, const std::string& documentName,
+                    const DisplayList& drawing) override;
+
+  std::string Name = "Plotter";
+  std::string Failure;
+  std::string TargetFailure;
+
+ private:
+  Log& log_;
+};
+
+class FakePlatform : public Platform {
+ public:
+  explicit FakePlatform(Log& log) : log_(log) {}
+  std::chrono::steady_clock::time_point Now() override { return Time += Step; }
+  bool IsCtrlDown() override { return Ctrl; }
+  bool IsNtFamily() override { return true; }
+  std::string SystemDescription() override { return "Windows Test"; }
+  std::string Today() override { return "21/11/2026"; }
+  std::uint32_t ProcessId() override { return Process; }
+  bool IsRunning(std::uint32_t processId) override { return Running.contains(processId); }
+  void SetWorkingFolder(const std::string& folder) override { log_.push_back("folder " + folder); }
+  bool OpenHelp(const std::string& helpFile, const std::string& word) override;
+  TextMeasurer* Measurer() override { return nullptr; }
+  PictureDecoder* Decoder() override { return nullptr; }
+  std::string WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
+  std::string WriteEmf(const DisplayList&, std::size_t, ByteSink&) override { return "no disk"; }
+
+  std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
+  std::chrono::milliseconds Step{0};  // that passes with each look at the clock
+  bool Ctrl = false;
+  std::uint32_t Process = 7;
+  std::set<std::uint32_t> Running;
+
+ private:
+  Log& log_;
+};
+
+// An application in a folder of its own.
+class FakeShell {
+ public:
+  FakeShell();
+  ~FakeShell();
+
+  // Begins as another program would in the same folder, with an editor of its own.
+  void Restart();
+  bool Start(const std::string& script = "");
+  // A start with a configuration that has everything: no dialog appears.
+  void StartWith(std::string_view script);
+
+  std::string Path(const std::string& name) const;
+  void Write(const std::string& name, std::string_view bytes) const;
+  std::string Read(const std::string& name) const;
+  bool Exists(const std::string& name) const;
+  // What happened since the last call, the lines beginning with one of the words alone if there are any.
+  Log Take(const std::vector<std::string>& beginnings = {});
+
+  ApplicationState& State() { return App->Context().State; }
+
+  Log Happened;
+  FakeWindow Window{Happened};
+  FakeEditor Editor{Happened};
+  FakeDialogs Boxes{Happened};
+  FakePrinters Printer{Happened};
+  FakePlatform System{Happened};
+  std::optional<Application> App;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+}  // namespace vaxel::test

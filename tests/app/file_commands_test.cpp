@@ -1,0 +1,322 @@
+// Opening, saving and what must never be lost.
+#include "app/file_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "app/script_colours.h"
+#include "files/files.h"
+#include "tests/app/fake_shell.h"
+
+namespace vaxel::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const char* const Line = "X = 0,0,1\n";
+
+TEST(FileCommands, OpensAScript) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  fs::create_directory(PathOf(shell.Path("sub")));
+  shell.Write("sub/second.dat", "X = 0,0,2\r\nX = 1,1,2");
+  shell.Boxes.Files = {shell.Path("sub/second.dat")};
+  shell.App->Command(MenuId::Mnu_Ouvrir);
+  EXPECT_EQ(shell.Take({"open", "events", "text", "colour", "title", "prepare", "show"}),
+            (Log{"open dialog", "events", "text 19", "colour all", "title " + shell.Window.Title, "events",
+                 "prepare", "events", "show 4", "events"}));
+  const FileDialog& dialog = shell.Boxes.FileDialogs.back();
+  EXPECT_EQ(dialog.Filter, "Vaxel files (*.dat)|*.dat|All files (*.*)|*.*|");
+  EXPECT_EQ(dialog.Flags, 0x1004U);
+  EXPECT_EQ(dialog.Folder, shell.State().ProgramFolder);
+  EXPECT_EQ(shell.State().StartupFile, shell.Path("sub/second.dat"));
+  EXPECT_FALSE(shell.State().TextModified);
+  // The next one begins in its folder; cancelled, it changes nothing.
+  shell.Editor.Type("'");
+  const std::string text = shell.Editor.Content;
+  shell.Boxes.Answers = {"no"};
+  shell.Take();
+  shell.App->Command(MenuId::Mnu_Ouvrir);
+  EXPECT_EQ(shell.Take(), (Log{"question Save the changes?", "open dialog"}));
+  EXPECT_EQ(shell.Boxes.FileDialogs.back().Folder, shell.Path("sub/"));
+  EXPECT_EQ(shell.Editor.Content, text);
+  EXPECT_TRUE(shell.State().TextModified);
+  shell.Boxes.Answers = {"cancel"};
+  shell.App->Command(MenuId::Mnu_Ouvrir);
+  EXPECT_EQ(shell.Take({"open"}), Log{});
+  shell.Boxes.Answers = {"no"};
+  shell.App->OpenRecent(1);
+  EXPECT_EQ(shell.State().CurrentFile, shell.Path("dial.dat"));
+}
+
+TEST(FileCommands, KeepsTheTextWhenAFileCannotBeRead) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Write("binary.dat", std::string("\x7F\0\0x", 4));
+  shell.Write("huge.dat", "");
+  fs::resize_file(PathOf(shell.Path("huge.dat")), MaxScriptBytes + 1);  // takes no room on the disk
+  for (const char* name : {"missing.dat", "binary.dat", "huge.dat", ""}) {
+    shell.Boxes.Files = {shell.Path(name)};
+    shell.App->Command(MenuId::Mnu_Ouvrir);
+    EXPECT_EQ(shell.Take({"critical"}).size(), 1U) << name;
+    EXPECT_EQ(shell.Editor.Content, Line) << name;
+    EXPECT_EQ(shell.State().CurrentFile, shell.Path("dial.dat")) << name;
+  }
+}
+
+TEST(FileCommands, BeginsANewScriptFromTheTemplate) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.App->Command(MenuId::Mnu_Nouveau);
+  EXPECT_EQ(shell.Editor.Content, "");
+  EXPECT_TRUE(shell.Window.Title.ends_with(": ")) << shell.Window.Title;
+  shell.Write("Vaxel.daN", "' new\r\n\r\n");
+  shell.Take();
+  shell.App->Command(MenuId::Mnu_Nouveau);
+  EXPECT_EQ(shell.Editor.Content, "' new\n\n");
+  EXPECT_EQ(shell.Window.Text1, "L 1/3");
+  EXPECT_EQ(shell.State().StartupFile, "");
+  EXPECT_FALSE(shell.State().TextModified);
+  EXPECT_EQ(shell.Take({"typing", "title", "prepare"}),
+            (Log{"typing colour 0", "title " + shell.Window.Title, "prepare"}));
+  // It has no name yet.
+  shell.Boxes.Files = {shell.Path("named.dat")};
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Take(), (Log{"save dialog", "title " + shell.Window.Title}));
+  EXPECT_EQ(shell.Read("named.dat"), "' new\r\n\r\n");
+  EXPECT_EQ(shell.State().StartupFile, shell.Path("named.dat"));
+}
+
+TEST(FileCommands, SavesUnderTheChosenName) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  const std::pair<const char*, const char*> names[] = {
+      {"a.b.dat", "a.b"}, {"c.dat", "c.dat"}, {"dial.old.dat", "dial.old"}, {"plain", "plain"}};
+  for (const auto& [chosen, written] : names) {
+    shell.Boxes.Files = {shell.Path(chosen)};
+    shell.App->Command(MenuId::Mnu_Enregistrer);
+    EXPECT_EQ(shell.Read(written), "X = 0,0,1\r\n") << chosen;
+    EXPECT_EQ(shell.State().CurrentFile, shell.Path(written));
+  }
+  const FileDialog& dialog = shell.Boxes.FileDialogs.back();
+  EXPECT_EQ(dialog.Filter, "Vaxel files (*.dat)|*.dat|All files (*.*)|*.*");
+  EXPECT_EQ(dialog.Flags, 6U);
+  EXPECT_EQ(dialog.DefaultExtension, "dat");
+  // The dialog could not ask whether this one may be replaced.
+  shell.Write("a.b", "old");
+  shell.Boxes.Files = {shell.Path("a.b.dat")};
+  shell.Boxes.Answers = {"no"};
+  shell.App->Command(MenuId::Mnu_Enregistrer);
+  EXPECT_EQ(shell.Read("a.b"), "old");
+  // Cancelled.
+  shell.Take();
+  shell.App->Command(MenuId::Mnu_Enregistrer);
+  EXPECT_EQ(shell.Take(), Log{"save dialog"});
+  EXPECT_EQ(shell.State().CurrentFile, shell.Path("plain"));
+}
+
+TEST(FileCommands, NeverWritesAScriptOverAMeterFile) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Write("dial.Mtr", "meter");
+  shell.State().CurrentFile = shell.Path("dial.Mtr");
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Take(), Log{"save dialog"});
+  EXPECT_EQ(shell.Read("dial.Mtr"), "meter");
+}
+
+TEST(FileCommands, SavesInTheEncodingOfTheFile) {
+  struct Case {
+    std::string Bytes, Typed, Saved;
+  };
+  const Case cases[] = {
+      {"' \xE9\r\n", "' €\n", "' \xE9\r\n' \x80\r\n"},
+      {"' \xE9\r", "' Ω", "\xEF\xBB\xBF' é\r\n' Ω"},
+      {"' é\n", "' Ω\n\n", "' é\r\n' Ω\r\n\r\n"},
+      {"\xEF\xBB\xBF' é", "", "\xEF\xBB\xBF' é"},
+      {std::string("\xFF\xFE'\0\xA9\x03", 6), "é", std::string("\xFF\xFE'\0\xA9\x03\xE9\0", 8)}};
+  for (const Case& c : cases) {
+    FakeShell shell;
+    shell.StartWith(c.Bytes);
+    shell.Editor.Type(c.Typed);
+    shell.App->Command(MenuId::Mnu_EnregistrerS);
+    EXPECT_EQ(shell.Read("dial.dat"), c.Saved);
+    EXPECT_FALSE(shell.State().TextModified);
+    // A text that has to be saved in another encoding is told of, once.
+    EXPECT_EQ(shell.Take({"message"}).size(), c.Saved.starts_with("\xEF\xBB\xBF' é\r") ? 1U : 0U);
+    shell.Editor.Type("'");
+    shell.App->Command(MenuId::Mnu_EnregistrerS);
+    EXPECT_EQ(shell.Take({"message", "critical", "question"}), Log{});
+  }
+}
+
+TEST(FileCommands, NoticesThatTheFileHasChangedOnTheDisk) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Editor.Type("' mine");
+  shell.Write("dial.dat", "' somebody else's");
+  shell.Boxes.Answers = {"cancel"};
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
+  shell.Boxes.Answers = {"no"};
+  shell.Boxes.Files = {shell.Path("mine.dat")};
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
+  EXPECT_EQ(shell.Read("mine.dat"), "X = 0,0,1\r\n' mine");
+  shell.Write("mine.dat", "");
+  shell.Boxes.Answers = {"yes"};
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Read("mine.dat"), "X = 0,0,1\r\n' mine");
+  // The program's own writing is no change, and a file that is gone is nothing to be asked for.
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  fs::remove(PathOf(shell.Path("mine.dat")));
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_TRUE(shell.Exists("mine.dat"));
+}
+
+TEST(FileCommands, TellsWhyItCannotSaveAndKeepsTheText) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Editor.Type("' mine");
+  fs::permissions(PathOf(shell.Path("dial.dat")), fs::perms::owner_read);
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Take({"critical"}),
+            Log{"critical The file " + shell.Path("dial.dat") + " cannot be written: it is read-only"});
+  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_EQ(shell.Read("dial.dat"), Line);
+  fs::permissions(PathOf(shell.Path("dial.dat")), fs::perms::owner_all);
+  shell.State().CurrentFile = shell.Path("vanished/dial.dat");
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Take({"critical"}).size(), 1U);
+  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_EQ(shell.Editor.Content, std::string(Line) + "' mine");
+}
+
+TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Boxes.Files = {shell.Path("pictures/a b.png"), shell.Path("c.dat"), "/elsewhere/d.txt"};
+  shell.App->Command(MenuId::Mnu_Liste_Fic);
+  EXPECT_EQ(shell.Editor.Content, std::string(Line) + "pictures/a b.png\nc.dat\n/elsewhere/d.txt");
+  EXPECT_EQ(shell.Boxes.FileDialogs.back().Flags, 0x281204U);
+  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_EQ(ListOfNames({"C:\\Dials\\x.dat", "c:\\dials\\sub\\y.dat", "D:\\z.dat"}, "C:\\Dials\\dial.dat"),
+            "x.dat\nsub\\y.dat\nD:\\z.dat");
+}
+
+TEST(FileCommands, Exports) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Boxes.Files = {shell.Path("a.svg")};
+  shell.App->Command(MenuId::Mnu_Exporter);
+  EXPECT_NE(shell.Read("a.svg").find("width=\"160mm\""), std::string::npos);
+  shell.Boxes.Files = {shell.Path("b.PNG")};
+  shell.App->Command(MenuId::Mnu_Exporter);
+  EXPECT_EQ(shell.Read("b.PNG"), "png");
+  shell.Boxes.Files = {shell.Path("c.emf")};
+  shell.App->Command(MenuId::Mnu_Exporter);
+  EXPECT_EQ(shell.Take({"critical"}),
+            Log{"critical The file " + shell.Path("c.emf") + " cannot be written: no disk"});
+  EXPECT_FALSE(shell.Exists("c.emf"));
+}
+
+TEST(Recovery, BringsBackWhatWasNotSaved) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Editor.Type("' unsaved");
+  shell.App->Tick();
+  EXPECT_TRUE(shell.Exists("Vaxe$7.rec"));
+  // Not again before some seconds have passed.
+  shell.Editor.Type(" é");
+  shell.App->Tick();
+  EXPECT_EQ(shell.Read("Vaxe$7.rec").find("é"), std::string::npos);
+  shell.System.Time += std::chrono::seconds(11);
+  shell.App->Tick();
+  EXPECT_NE(shell.Read("Vaxe$7.rec").find("é"), std::string::npos);
+  // Another program in the same folder leaves it alone while this one runs.
+  shell.System.Process = 8;
+  shell.System.Running = {7};
+  shell.Restart();
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Take({"question"}), Log{});
+  // After a crash it is offered.
+  shell.System.Running.clear();
+  shell.Restart();
+  shell.Boxes.Answers = {"yes"};
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Take({"question"}), Log{"question A recovery copy of the unsaved text of " +
+                                          shell.Path("dial.dat") + " was found. Restore it?"});
+  EXPECT_EQ(shell.Editor.Content, std::string(Line) + "' unsaved é");
+  EXPECT_EQ(shell.State().CurrentFile, shell.Path("dial.dat"));
+  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_FALSE(shell.Exists("Vaxe$7.rec"));
+  EXPECT_TRUE(shell.Exists("Vaxe$8.rec"));
+  // Saved, and then ended: nothing is left.
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  shell.App->Tick();
+  EXPECT_FALSE(shell.Exists("Vaxe$8.rec"));
+  shell.Editor.Type("x");
+  shell.System.Time += std::chrono::seconds(11);
+  shell.App->Tick();
+  shell.Boxes.Answers = {"no"};
+  EXPECT_TRUE(shell.App->Quit());
+  EXPECT_FALSE(shell.Exists("Vaxe$8.rec"));
+}
+
+TEST(Recovery, PassesOverWhatIsNoCopy) {
+  FakeShell shell;
+  shell.Write("Vaxe$5.rec", "something else");
+  shell.Write("Vaxe$x.rec", "Vaxel recovery\t0\t1\tx\nX");
+  shell.Write("Vaxe$6.rec", "Vaxel recovery\t9\t1\tx\nX");
+  shell.StartWith(Line);
+  EXPECT_EQ(shell.Editor.Content, Line);
+}
+
+TEST(RunBridge, WritesCommentsBehindTheirLines) {
+  FakeShell shell;
+  shell.StartWith("Trait = 0, 0, 10, 20\n? ' where\nEpaisT = 2\nEpaisT\n");
+  const std::string commented =
+      "Trait = 0, 0, 10, 20\n? ' where  ' 10, 20\nEpaisT = 2\nEpaisT  '  2 pixels, 0.5mm\n";
+  EXPECT_EQ(shell.Editor.Content, commented);
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Editor.Content, commented);
+  shell.Editor.Content.replace(8, 1, "5");
+  shell.App->KeyDown(Key::F4);
+  EXPECT_NE(shell.Editor.Content.find("' where  ' 10, 20\n"), std::string::npos);
+}
+
+TEST(ScriptColours, FollowTheCommandTable) {
+  const Colour keyword = MakeColour(0, 0, 192), label = MakeColour(160, 0, 160),
+               comment = MakeColour(0, 112, 0);
+  struct Case {
+    const char* Line;
+    std::vector<ColouredRange> Ranges;
+  };
+  const Case cases[] = {{"  trait = 1, 2 ' é", {{2, 7, keyword}, {15, 18, comment}}},
+                        {"Trate = 1", {}},
+                        {"Texte = 0,0,,,L'eau", {{0, 5, keyword}}},
+                        {"' 😀 x", {{0, 6, comment}}},
+                        {"Début: ' 1", {{0, 7, label}, {7, 10, comment}}},
+                        {"%A = 5 ' x", {{0, 2, keyword}, {7, 10, comment}}},
+                        {"IF %A < 3 THEN Arc = 1 ' x",
+                         {{0, 2, keyword}, {10, 14, keyword}, {15, 18, keyword}, {23, 26, comment}}},
+                        {"IF %A < 3 GOTO Fin ' x", {{0, 2, keyword}, {10, 14, keyword}, {19, 22, comment}}},
+                        {"IF %A <", {{0, 2, keyword}}},
+                        {"NPage ' x = 3", {{0, 5, keyword}, {6, 13, comment}}},
+                        {"", {}}};
+  for (const Case& c : cases) {
+    const std::vector<ColouredRange> ranges = ColoursOfLine(c.Line);
+    ASSERT_EQ(ranges.size(), c.Ranges.size()) << c.Line;
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+      EXPECT_EQ(ranges[i].Begin, c.Ranges[i].Begin) << c.Line << " " << i;
+      EXPECT_EQ(ranges[i].End, c.Ranges[i].End) << c.Line << " " << i;
+      EXPECT_EQ(ranges[i].Ink, c.Ranges[i].Ink) << c.Line << " " << i;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vaxel::test
