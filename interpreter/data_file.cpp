@@ -1,5 +1,6 @@
 #include "interpreter/data_file.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "interpreter/text_encoding.h"
@@ -8,6 +9,7 @@ namespace vaxel {
 
 void DataFile::Open(std::string text) {
   text_ = NormaliseLineEnds(std::move(text));
+  std::replace(text_.begin(), text_.end(), '\t', ' ');
   position_ = 0;
   isOpen_ = true;
   PassComments();

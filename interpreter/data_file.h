@@ -6,8 +6,8 @@
 
 namespace vaxel {
 
-// A data file that is read line by line; lines that begin with an apostrophe are comments. Empty, and at its
-// end, before one is opened.
+// A data file that is read line by line; lines that begin with an apostrophe are comments, and a TAB is a
+// blank as in a script. Empty, and at its end, before one is opened.
 class DataFile {
  public:
   // Any line ends.
@@ -22,7 +22,7 @@ class DataFile {
   std::string_view LineAt(std::size_t position) const;
   void PassComments();
 
-  std::string text_;  // lines end in LF
+  std::string text_;  // lines end in LF, without TABs
   std::size_t position_ = 0;
   bool isOpen_ = false;
 };
