@@ -37,6 +37,7 @@ std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
 }
 
 void DisplayList::BeginPage(double width, double height) {
+  if (pages_.size() == MaxOperations) throw OperationLimitExceeded();
   pages_.push_back({width, height, operations_.size(), 0});
 }
 

@@ -116,7 +116,7 @@ struct Page {
   std::size_t First = 0, Count = 0;  // its operations
 };
 
-// Thrown by an operation that would exceed DisplayList::MaxOperations.
+// Thrown by an operation or a page that would exceed DisplayList::MaxOperations.
 class OperationLimitExceeded : public std::length_error {
  public:
   OperationLimitExceeded() : std::length_error("too many drawing operations") {}
@@ -144,6 +144,7 @@ inline constexpr double MaxCoordinate = 100'000;
 
 class DisplayList {
  public:
+  // Of pages as well, which may be empty.
   static constexpr std::size_t MaxOperations = 5'000'000;
   // Of all texts together, so that the limits bound the memory whatever is drawn.
   static constexpr std::size_t MaxTextBytes = 100'000'000;

@@ -5,8 +5,10 @@
 namespace vaxel {
 namespace {
 
-// A loop over more lines than these reads the others again and again: memory is bounded.
+// A loop over more lines than these, or longer ones, reads the others again and again: memory is bounded. A
+// line with its prepared command takes up to some sixty times its text.
 constexpr std::size_t MostLines = 200'000;
+constexpr std::size_t MostText = 8'000'000;
 
 }  // namespace
 
@@ -19,11 +21,13 @@ PreparedLine* PreparedScript::At(LineReader& reader) {
   if (line.Result == LineReader::Result::End) return nullptr;
   line.NextPosition = reader.ReadPos;
   line.NextNumber = reader.NextNumber();
-  if (lines_.size() == MostLines) {
+  const std::size_t length = line.Line.Text.size();
+  if (lines_.size() == MostLines || length > MostText - textLength_) {
     line.IsKept = false;
     passing_ = std::move(line);
     return &passing_;
   }
+  textLength_ += length;
   const auto kept = lines_.emplace(position, std::make_unique<PreparedLine>(std::move(line))).first;
   if (reader.IsJoined()) {
     kept->second->Joined = kept->second->Line.Text;

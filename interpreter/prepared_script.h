@@ -20,7 +20,7 @@ struct PreparedLine {
   PreparedLine* Next = nullptr;              // the line after it, once it was wanted
   std::size_t NextPosition = 0;
   std::uint32_t NextNumber = 1;
-  bool IsKept = true;  // else it holds until the next one is read
+  bool IsKept = true;  // else it holds until the next one is read, and is run as it stands
   std::string Joined;  // the text of a line that is no part of the script's
 };
 
@@ -30,11 +30,15 @@ class PreparedScript {
   // The line at the reader's place; null at the end of the text. A line that is kept lives until Clear.
   PreparedLine* At(LineReader& reader);
   PreparedLine* After(PreparedLine& line, LineReader& reader);
-  void Clear() { lines_.clear(); }
+  void Clear() {
+    lines_.clear();
+    textLength_ = 0;
+  }
 
  private:
   std::unordered_map<std::size_t, std::unique_ptr<PreparedLine>> lines_;
-  PreparedLine passing_;  // one that is not kept
+  std::size_t textLength_ = 0;  // of all of them
+  PreparedLine passing_;        // one that is not kept
 };
 
 }  // namespace vaxel

@@ -61,7 +61,7 @@ void RunRepeating(RunContext& run) {
     level.Line = line->Line;
     BeginLine(run);
     if (line->Result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    if (line->Version != run.SeparatorsVersion) {
+    if (line->IsKept && line->Version != run.SeparatorsVersion) {
       line->Command = PrepareCommandLine(run, line->Line.Text);
       line->Version = run.SeparatorsVersion;
     }

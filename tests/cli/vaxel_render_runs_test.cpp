@@ -200,6 +200,23 @@ TEST_F(VaxelRender, EndsEndlessRunsInTime) {
   }
 }
 
+TEST_F(VaxelRender, LoopsKeepWithinBounds) {
+  constexpr long kilobytes = 1'000'000;
+  Write("dial.dat", "A:\nNPage\nGoto A\n");
+  const Outcome pages = Run("-o a.pdf --max-seconds 60 dial.dat");
+  EXPECT_EQ(pages.Status, 1);
+  EXPECT_NE(pages.Printed.find("\nPlus de 5 millions d'opérations"), std::string::npos) << pages.Printed;
+  // What is kept of lines that are run again is many times their text.
+  std::string line = "Cercle = 0,0,1,,,", lines = "%I = 0\nA:\n";
+  for (int i = 0; i < 10'000; ++i) line += "1,";
+  for (int i = 0; i < 700; ++i) lines += line + "\n";
+  Write("dial.dat", lines + "%I == %I+1\nIF %I < 2 GOTO A\n");
+  EXPECT_EQ(Run("-o a.list dial.dat").Status, 0);
+  rusage usage{};
+  ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
+  EXPECT_LT(usage.ru_maxrss, kilobytes);
+}
+
 TEST_F(VaxelRender, ReadsDataFilesOfEveryKind) {
   Write("dial.dat",
         "Open = data.txt\nLire:\nIF %EOF = 1 THEN Stop\nLVar = %Ligne\nTexte = 0,0,,,(%Ligne)\nGoto Lire\n");
