@@ -75,15 +75,17 @@ bool ConsoleHost::Confirm(BoxKind kind, std::string_view fileName, std::uint32_t
 Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
                         std::string_view proposal) {
   if (asked_ < answers_.size()) return {Answer::Kind::Given, answers_[asked_++]};
+  if (isCancelled_) return {Answer::Kind::Cancelled};
   if (!mayAsk_ || !IsTerminal(stdin)) return {Answer::Kind::Unavailable};
   Print(fileName, lineNumber,
         std::string(prompt) + (proposal.empty() ? "" : " [" + std::string(proposal) + "]"));
-  if (!Watch.AwaitInput()) return {Answer::Kind::Cancelled};
   std::string line;
-  for (int c = 0; (c = std::getchar()) != '\n';) {
-    if (c == EOF) return {Answer::Kind::Cancelled};
+  isCancelled_ = !Watch.AwaitInput();
+  for (int c = 0; !isCancelled_ && (c = std::getchar()) != '\n';) {
+    isCancelled_ = c == EOF;
     line += static_cast<char>(c);
   }
+  if (isCancelled_) return {Answer::Kind::Cancelled};
   if (line.ends_with('\r')) line.pop_back();
   // An empty line takes what was proposed.
   answers_.push_back(line.empty() ? std::string(proposal) : line);

@@ -34,7 +34,7 @@ class ConsoleHost : public RunHost {
   bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
                std::string_view text) override;
   // The next of the answers that were given with the options, then what is typed on the terminal. What was
-  // answered in one run is answered in the next.
+  // answered or cancelled in one run is so in the next.
   Answer Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
              std::string_view proposal) override;
   void BeginRun() { asked_ = 0; }
@@ -54,6 +54,7 @@ class ConsoleHost : public RunHost {
   std::set<std::string> notices_;
   std::vector<std::string> answers_;  // those typed so far are added
   std::size_t asked_ = 0;             // in this run
+  bool isCancelled_ = false;          // the question behind these answers
   bool goesOnWithoutDepth_;
   bool mayAsk_;  // else standard input is the script
 };

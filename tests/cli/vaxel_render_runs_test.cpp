@@ -151,8 +151,9 @@ TEST_F(VaxelRender, AsksOnATerminal) {
   EXPECT_EQ(given.Printed.find("Rayon", given.Printed.find("Rayon") + 1), std::string::npos) << given.Printed;
   // The end of the input is Cancel: the run ends there, with what is drawn so far.
   const Outcome cancelled =
-      RunOnTerminal("-o b.list --answer 3 --answer 4 dial.dat", {{Shown("Nom\r\n"), CtrlD}});
+      RunOnTerminal("-o b.list -o b.pdf --answer 3 --answer 4 dial.dat", {{Shown("Nom\r\n"), CtrlD}});
   EXPECT_EQ(cancelled.Status, 0) << cancelled.Printed;
+  EXPECT_EQ(cancelled.Printed.find("Nom"), cancelled.Printed.rfind("Nom")) << cancelled.Printed;
   EXPECT_EQ(TextsOf(Read("b.list")), "[3-4]");
   const Outcome interrupted = RunOnTerminal("-o c.list dial.dat", {{Shown("Rayon ?\r\n"), CtrlC}});
   EXPECT_EQ(interrupted.Status, 130) << interrupted.Printed;
