@@ -156,6 +156,11 @@ Point ReadPosition(const RunContext& run, const Parameters& parameters) {
   return position;
 }
 
+// The text with its references replaced, or as it stands when it is marked as literal; the mark remains.
+std::string Replaced(const RunContext& run, std::string_view text) {
+  return IsLiteral(text) ? std::string(text) : run.Substitute(text);
+}
+
 // "%Name=value", or a value for the variable that is named by its place: "%1", "%2", …
 std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::string_view text,
                                                  std::size_t place) {
@@ -164,10 +169,9 @@ std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::str
   if (Trim(text).starts_with('%') && equals != std::string_view::npos) {
     name = Trim(text.substr(0, equals));
     text = text.substr(equals + 1);
-    if (!IsVariableName(name, run.Separators))
-      throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
+    run.RequireSettable(name);
   }
-  std::string value = IsLiteral(text) ? std::string(Trim(text)) : std::string(Trim(run.Substitute(text)));
+  std::string value(Trim(Replaced(run, text)));
   std::replace(value.begin(), value.end(), ',', '.');
   return {name, std::move(value)};
 }
@@ -220,7 +224,7 @@ void RunStop(RunContext& run, const Parameters&) {
 void RunFichier(RunContext& run, const Parameters& parameters) {
   // Files that include others many times run nearly for ever without any jump.
   HandleEvents(run);
-  const std::string name(TextOf(run.Substitute(parameters.Text(1))));
+  const std::string name(TextOf(Replaced(run, parameters.Text(1))));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
   const std::string fileName = RequireFile(run, name, true);
   if (run.CurrentLevel == RunContext::MaxLevels) {
@@ -259,15 +263,18 @@ void RunLVar(RunContext& run, const Parameters& parameters) {
 
 void RunInput(RunContext& run, const Parameters& parameters) {
   std::string_view text = parameters.Whole();
-  std::string_view form;
+  // A blank keeps an answer from being taken for another form by how it begins.
+  std::string_view form = " ";
   if (text.starts_with('=') || text.starts_with('<')) {
     form = text.substr(0, 1);
     text.remove_prefix(1);
   }
   const std::size_t comma = text.rfind(run.Separators.First);
   if (comma == std::string_view::npos) throw ScriptFault(FaultReason::MissingParameter, "2");
-  const std::string prompt(TextOf(run.Substitute(text.substr(0, comma))));
+  const std::string prompt(TextOf(Replaced(run, text.substr(0, comma))));
   const std::string_view name = Trim(text.substr(comma + run.Separators.First.size()));
+  // Nobody shall be asked in vain.
+  run.RequireSettable(name);
   const ScriptLevel& level = run.Level();
   const std::string* const present = level.Variables.Find(name);
   const Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
