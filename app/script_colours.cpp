@@ -63,7 +63,7 @@ void PaintCondition(std::string_view text, Painter& painter) {
                                  : static_cast<std::size_t>(conditional.Rest.data() - text.data());
     painter.Paint(Trim(text.substr(behind, rest - behind)), KeywordInk);
     if (!conditional.Jumps) PaintCommand(conditional.Rest, painter);
-    if (conditional.Jumps) PaintComment(conditional.Rest, painter);
+    if (conditional.Jumps) PaintComment(text.substr(rest), painter);
   } catch (const ScriptFault&) {
     PaintComment(text, painter);  // the condition is not written to its end
   }
