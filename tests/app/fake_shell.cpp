@@ -148,7 +148,7 @@ std::string FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& si
 
 FakeShell::FakeShell() {
   const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-  folder_ = fs::path(VAXEL_BINARY_DIR) / "app-test" / test->name();
+  folder_ = fs::absolute(fs::path(VAXEL_BINARY_DIR) / "app-test" / test->name()).lexically_normal();
   fs::remove_all(folder_);
   fs::create_directories(folder_);
   Restart();
@@ -181,7 +181,7 @@ void FakeShell::StartWith(std::string_view script) {
 }
 
 std::string FakeShell::Path(const std::string& name) const {
-  return NameOf(folder_ / PathOf(name));
+  return NameOf((folder_ / PathOf(name)).make_preferred());
 }
 
 void FakeShell::Write(const std::string& name, std::string_view bytes) const {

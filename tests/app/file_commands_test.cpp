@@ -193,6 +193,25 @@ TEST(FileCommands, TellsWhyItCannotSaveAndKeepsTheText) {
   EXPECT_EQ(shell.Take({"critical"}).size(), 1U);
   EXPECT_TRUE(shell.State().TextModified);
   EXPECT_EQ(shell.Editor.Content, std::string(Line) + "' mine");
+#ifndef _WIN32
+  TextEncoding encoding = TextEncoding::Utf8;
+  std::size_t hash = 0;
+  EXPECT_NE(SaveScript("/dev/full", shell.Editor.Content, encoding, hash), "");
+#endif
+}
+
+TEST(FileCommands, TakesScriptsOfManyMegabytes) {
+  std::string script;
+  while (script.size() < 50'000'000)
+    script += "' a long line of a comment that says little, but takes its room\n";
+  FakeShell shell;
+  shell.StartWith(script);
+  EXPECT_EQ(shell.Editor.Content, script);
+  shell.Editor.Type("X");
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  const std::string saved = shell.Read("dial.dat");
+  EXPECT_EQ(saved.size(), shell.Editor.Content.size() + shell.Editor.Place().Lines - 1);
+  EXPECT_TRUE(saved.ends_with("room\r\nX"));
 }
 
 TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
@@ -200,7 +219,8 @@ TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
   shell.StartWith(Line);
   shell.Boxes.Files = {shell.Path("pictures/a b.png"), shell.Path("c.dat"), "/elsewhere/d.txt"};
   shell.App->Command(MenuId::Mnu_Liste_Fic);
-  EXPECT_EQ(shell.Editor.Content, std::string(Line) + "pictures/a b.png\nc.dat\n/elsewhere/d.txt");
+  const std::string below = NameOf(PathOf("pictures/a b.png").make_preferred());
+  EXPECT_EQ(shell.Editor.Content, Line + below + "\nc.dat\n/elsewhere/d.txt");
   EXPECT_EQ(shell.Boxes.FileDialogs.back().Flags, 0x281204U);
   EXPECT_TRUE(shell.State().TextModified);
   EXPECT_EQ(ListOfNames({"C:\\Dials\\x.dat", "c:\\dials\\sub\\y.dat", "D:\\z.dat"}, "C:\\Dials\\dial.dat"),
