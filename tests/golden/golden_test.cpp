@@ -43,5 +43,21 @@ TEST(Golden, ExamplesDrawWhatTheyDrew) {
   EXPECT_GE(examples, 20);
 }
 
+TEST(Golden, TemplatesOfNewScriptsDrawTheSame) {
+  std::string first;
+  for (const char* code : {"fr", "en", "es"}) {
+    const fs::path name =
+        fs::path(VAXEL_SOURCE_DIR) / "resources/templates" / ("Vaxel_" + std::string(code) + ".DaN");
+    for (RunSettings settings : {RunSettings(), ForPrinter()}) {
+      const ScriptRun run = RunText(Contents(name), settings);
+      EXPECT_EQ(run.End, RunEnd::Completed) << name << ": " << run.Reason();
+      EXPECT_GT(run.List.Size(), 60U);
+      if (settings.Target.Kind != TargetKind::Screen) continue;
+      if (first.empty()) first = PagesText(run.List);
+      EXPECT_EQ(PagesText(run.List), first) << name;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace vaxel::test
