@@ -36,12 +36,14 @@ class GdiBitmap {
 // A context that draws into a bitmap, which must live longer.
 class BitmapDc {
  public:
-  explicit BitmapDc(const GdiBitmap& bitmap)
-      : context_(CreateCompatibleDC(nullptr)), selected_(context_.get(), bitmap.Handle()) {}
+  explicit BitmapDc(GdiBitmap& bitmap)
+      : bitmap_(bitmap), context_(CreateCompatibleDC(nullptr)), selected_(context_.get(), bitmap.Handle()) {}
 
   HDC Handle() const { return context_.get(); }
+  GdiBitmap& Bitmap() const { return bitmap_; }
 
  private:
+  GdiBitmap& bitmap_;
   UniqueDc context_;
   SelectedObject selected_;
 };

@@ -136,11 +136,12 @@ bool GdiFonts::Draw(HDC context, const DeviceText& text, std::string_view conten
   // Fonts turn by whole tenths of a degree; a text that would so end beside its place is set in stretches.
   constexpr double tolerance = 0.3;
   const double astray = std::abs(degrees - tenths / 10.0) / DegreesPerRadian;
-  const double longest = astray > 1e-9 ? tolerance / astray : text.Length;
+  double longest = tolerance / std::max(astray, 1e-9);
+  if (text.SetsEach && tenths % 900 != 0) longest = 0;
   for (std::size_t from = 0; from < wide.size();) {
     const double begin = from == 0 ? 0 : ends_[from - 1];
     std::size_t to = from + 1;
-    while (to < wide.size() && (IsContinuation(wide[to]) || ends_[to] - begin <= longest + 1e-9)) ++to;
+    while (to < wide.size() && (IsContinuation(wide[to]) || ends_[to] - begin <= longest)) ++to;
     if (!DrawStretch(context, text, wide, from, to)) return false;
     from = to;
   }

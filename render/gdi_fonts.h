@@ -24,6 +24,9 @@ struct DeviceText {
   double Size = 0;    // of the font
   double Length = 0;  // of the baseline
   Colour Ink = Black;
+  // Whether each character of a turned text is set by itself: what the device adds up of them may be a pixel
+  // beside. What is kept, as in a metafile, should rather stay one text.
+  bool SetsEach = false;
 };
 
 // Sets texts on any context, each character at the place that the font's unhinted widths, stretched to the

@@ -12,43 +12,16 @@ namespace {
 // Millimetres: what is smaller has no inside.
 constexpr double LeastSize = 1e-6;
 // Pixels by which the sides that stand for a curve may lie beside it.
-constexpr double Tolerance = 0.15;
-// Pixels around what is shown, so that the edges along which figures are cut are not seen.
-constexpr int Margin = 4;
+constexpr double Tolerance = 0.1;
 // The largest number that the device's own arithmetic can take.
 constexpr double MaxUnits = 50'000'000;
-// Pixels: a thinner stroke is drawn with the thinnest pen, as an outline that narrow could vanish between
-// the middles of the pixels.
-constexpr double ThinStroke = 1.5;
 
 LONG RoundedUnit(double value) {
   return static_cast<LONG>(std::floor(std::clamp(value, -MaxUnits, MaxUnits) + 0.5));
 }
 
-double ValueOf(Point point, bool isX) {
-  return isX ? point.X : point.Y;
-}
-
-// Cuts the segment to the box; false when nothing of it is left.
-bool CutSegment(Point& from, Point& to, double left, double top, double right, double bottom) {
-  double enter = 0, leave = 1;
-  const Point along = to - from;
-  const double directions[] = {-along.X, along.X, -along.Y, along.Y};
-  const double distances[] = {from.X - left, right - from.X, from.Y - top, bottom - from.Y};
-  for (int side = 0; side < 4; ++side) {
-    if (directions[side] == 0) {
-      if (distances[side] < 0) return false;
-      continue;
-    }
-    const double crossing = distances[side] / directions[side];
-    if (directions[side] < 0) enter = std::max(enter, crossing);
-    if (directions[side] > 0) leave = std::min(leave, crossing);
-  }
-  if (enter > leave) return false;
-  const Point start = from;
-  from = start + along * enter;
-  to = start + along * leave;
-  return true;
+POINT Rounded(Point pixel) {
+  return {RoundedUnit(pixel.X), RoundedUnit(pixel.Y)};
 }
 
 // Multiplied colours as they look on white, the last row first: not every reader of a metafile knows the
@@ -74,15 +47,24 @@ const std::vector<std::uint32_t>* GdiPictures::PixelsOf(const Picture& picture) 
   return pixels.empty() ? nullptr : &pixels;
 }
 
-GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock, GdiStrokes strokes)
-    : context_(context),
-      transform_(transform),
-      stock_(stock),
-      strokes_(strokes),
-      pixelMm_(1 / std::min(transform.PixelsPerMmX, transform.PixelsPerMmY)),
-      tolerance_(Tolerance / std::max(transform.PixelsPerMmX, transform.PixelsPerMmY)),
-      shape_(tolerance_),
-      stroke_(tolerance_) {}
+GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock)
+    : context_(context), stock_(stock) {
+  Place(transform);
+}
+
+GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock)
+    : GdiRenderer(target.Handle(), transform, stock) {
+  GdiBitmap& bitmap = target.Bitmap();
+  canvas_.emplace(bitmap.Pixels(), bitmap.Width(), bitmap.Height());
+}
+
+void GdiRenderer::Place(const DeviceTransform& transform) {
+  transform_ = transform;
+  pixelMm_ = 1 / std::min(transform.PixelsPerMmX, transform.PixelsPerMmY);
+  const double tolerance = Tolerance / std::max(transform.PixelsPerMmX, transform.PixelsPerMmY);
+  shape_.SetTolerance(tolerance);
+  stroke_.SetTolerance(tolerance);
+}
 
 void GdiRenderer::Expect(bool succeeded, const char* failure) {
   if (!succeeded && failure_.empty()) failure_ = failure;
@@ -92,18 +74,6 @@ void GdiRenderer::BeginPage(const Page&, std::size_t) {
   saved_ = SaveDC(context_);
   Expect(saved_ != 0, "the device cannot be drawn on");
   SetPolyFillMode(context_, WINDING);
-  // Metafiles and printers take what lies outside too: what they show in the end is not known here.
-  constexpr auto most = static_cast<LONG>(MaxUnits);
-  shown_ = {-most, -most, most, most};
-  if (strokes_ == GdiStrokes::Outlines) {
-    RECT clip{};
-    if (GetClipBox(context_, &clip) != ERROR) shown_ = clip;
-  }
-  InflateRect(&shown_, Margin, Margin);
-  shownMm_ = {(shown_.left - transform_.OffsetX) / transform_.PixelsPerMmX,
-              (shown_.top - transform_.OffsetY) / transform_.PixelsPerMmY,
-              (shown_.right - transform_.OffsetX) / transform_.PixelsPerMmX,
-              (shown_.bottom - transform_.OffsetY) / transform_.PixelsPerMmY};
 }
 
 void GdiRenderer::EndPage() {
@@ -118,9 +88,12 @@ GdiRenderer::Box GdiRenderer::BoxOf(Point first, Point second) {
 }
 
 bool GdiRenderer::IsVisible(const Box& box, double width) const {
-  const double reach = width / 2;
-  return box.Left - reach <= shownMm_.Right && box.Right + reach >= shownMm_.Left &&
-         box.Top - reach <= shownMm_.Bottom && box.Bottom + reach >= shownMm_.Top;
+  // What a printer or a metafile shows in the end is not known here.
+  if (!canvas_) return true;
+  const Point reach = {width / 2, width / 2};
+  const Point from = transform_.At(Point{box.Left, box.Top} - reach);
+  const Point to = transform_.At(Point{box.Right, box.Bottom} + reach);
+  return from.X <= canvas_->Width() && to.X >= 0 && from.Y <= canvas_->Height() && to.Y >= 0;
 }
 
 double GdiRenderer::HalfWidth(const Operation& operation) const {
@@ -144,9 +117,7 @@ void GdiRenderer::SelectStroke(Colour ink, int width) {
   if (!pen_ || penInk_ != ink || penWidth_ != width) {
     const LOGBRUSH colour{BS_SOLID, ink, 0};
     constexpr DWORD style = PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND;
-    UniqueGdi<HPEN> pen(strokes_ == GdiStrokes::Pens
-                            ? ExtCreatePen(style, static_cast<DWORD>(width), &colour, 0, nullptr)
-                            : CreatePen(PS_SOLID, width, ink));
+    UniqueGdi<HPEN> pen(ExtCreatePen(style, static_cast<DWORD>(width), &colour, 0, nullptr));
     Expect(pen != nullptr, "the device has no more pens");
     if (!pen) return;
     SelectObject(context_, pen.get());
@@ -158,95 +129,32 @@ void GdiRenderer::SelectStroke(Colour ink, int width) {
   }
 }
 
-POINT GdiRenderer::Rounded(Point pixel) const {
-  return {RoundedUnit(pixel.X), RoundedUnit(pixel.Y)};
-}
-
-// Keeps the part of the polygon in cut_ on one side of a line.
-void GdiRenderer::CutAt(double limit, bool isX, bool keepsLess) {
-  const auto excess = [&](Point point) {
-    return keepsLess ? ValueOf(point, isX) - limit : limit - ValueOf(point, isX);
-  };
-  kept_.clear();
-  for (std::size_t i = 0; i < cut_.size(); ++i) {
-    const Point from = cut_[i], to = cut_[i + 1 == cut_.size() ? 0 : i + 1];
-    const double before = excess(from), after = excess(to);
-    if (before <= 0) kept_.push_back(from);
-    if ((before < 0 && after > 0) || (before > 0 && after < 0)) {
-      kept_.push_back(from + (to - from) * (before / (before - after)));
-    }
-  }
-  std::swap(cut_, kept_);
-}
-
-// Adds the polygon in whole pixels, without what lies outside what is shown: the device would step through it
-// row by row.
-void GdiRenderer::AppendCut(std::span<const Point> contour) {
-  cut_.clear();
-  Box box{MaxUnits, MaxUnits, -MaxUnits, -MaxUnits};
-  for (const Point& corner : contour) {
-    const Point pixel = transform_.At(corner);
-    box = {std::min(box.Left, pixel.X), std::min(box.Top, pixel.Y), std::max(box.Right, pixel.X),
-           std::max(box.Bottom, pixel.Y)};
-    cut_.push_back(pixel);
-  }
-  if (box.Left < shown_.left) CutAt(shown_.left, true, false);
-  if (box.Right > shown_.right) CutAt(shown_.right, true, true);
-  if (box.Top < shown_.top) CutAt(shown_.top, false, false);
-  if (box.Bottom > shown_.bottom) CutAt(shown_.bottom, false, true);
-  const std::size_t first = points_.size();
-  for (const Point& pixel : cut_) {
-    const POINT rounded = Rounded(pixel);
-    const bool isNew =
-        points_.size() == first || points_.back().x != rounded.x || points_.back().y != rounded.y;
-    if (isNew) points_.push_back(rounded);
-  }
-  if (points_.size() - first < 3) {
-    points_.resize(first);
-  } else {
-    counts_.push_back(static_cast<INT>(points_.size() - first));
-  }
-}
-
-void GdiRenderer::PaintOutlines(Colour ink, const Contours& contours) {
+bool GdiRenderer::RoundPoints(std::span<const Point> path) {
   points_.clear();
-  counts_.clear();
-  for (std::size_t i = 0; i < contours.Count(); ++i) AppendCut(contours.At(i));
-  if (counts_.empty()) return;
-  SelectObject(context_, GetStockObject(NULL_PEN));
-  SelectInk(ink);
-  Expect(PolyPolygon(context_, points_.data(), counts_.data(), static_cast<int>(counts_.size())) != 0,
-         "the device cannot draw a figure");
+  bool differ = false;
+  for (const Point& point : path) {
+    points_.push_back(Rounded(transform_.At(point)));
+    differ = differ || points_.back().x != points_.front().x || points_.back().y != points_.front().y;
+  }
+  return differ;
 }
 
-void GdiRenderer::PaintThin(Colour ink, std::span<const Point> path, bool closed) {
-  SelectStroke(ink, 1);
-  const std::size_t segments = closed || path.size() == 1 ? path.size() : path.size() - 1;
-  for (std::size_t i = 0; i < segments; ++i) {
-    Point from = transform_.At(path[i]), to = transform_.At(path[i + 1 == path.size() ? 0 : i + 1]);
-    if (!CutSegment(from, to, shown_.left, shown_.top, shown_.right, shown_.bottom)) continue;
-    // A pen draws the pixels that its points lie in, and leaves out the last one.
-    const POINT end = {static_cast<LONG>(std::floor(to.X)), static_cast<LONG>(std::floor(to.Y))};
-    MoveToEx(context_, static_cast<int>(std::floor(from.X)), static_cast<int>(std::floor(from.Y)), nullptr);
-    Expect(LineTo(context_, end.x, end.y) != 0, "the device cannot draw a line");
-    SetPixelV(context_, end.x, end.y, ink);
-  }
+// Not every device draws a stroke without length.
+void GdiRenderer::PaintDot(const Operation& operation, Point at) {
+  if (operation.Width <= 0) return;
+  stroke_.Clear();
+  stroke_.StrokeSegment(at, at, HalfWidth(operation));
+  RoundPoints(stroke_.At(0));
+  SelectObject(context_, GetStockObject(NULL_PEN));
+  SelectInk(operation.Ink);
+  Expect(::Polygon(context_, points_.data(), static_cast<int>(points_.size())) != 0,
+         "the device cannot draw a dot");
 }
 
 void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path,
                                bool closed) {
-  points_.clear();
-  bool isDot = true;
-  for (const Point& point : path) {
-    points_.push_back(Rounded(transform_.At(point)));
-    isDot = isDot && points_.back().x == points_.front().x && points_.back().y == points_.front().y;
-  }
-  if (isDot) {
-    // Not every device draws a stroke without length.
-    if (operation.Width <= 0) return;
-    stroke_.Clear();
-    stroke_.StrokeSegment(path.front(), path.front(), HalfWidth(operation));
-    PaintOutlines(operation.Ink, stroke_);
+  if (!RoundPoints(path)) {
+    PaintDot(operation, path.front());
     return;
   }
   if (operation.Width > 0) {
@@ -265,24 +173,25 @@ void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, s
   Expect(drawn != 0, "the device cannot draw a figure");
 }
 
+PixelCanvas& GdiRenderer::Canvas() {
+  if (std::exchange(hasPendingTexts_, false)) GdiFlush();
+  return *canvas_;
+}
+
 // Paints the figure whose edge is the polygon in shape_; stroke adds the outline of its stroke to stroke_.
 template <class Stroke>
 void GdiRenderer::Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke) {
   const std::span<const Point> path = shape_.At(0);
   if (path.empty() || (operation.Width <= 0 && !inside.Solid)) return;
-  if (strokes_ == GdiStrokes::Pens) {
+  if (!canvas_) {
     PaintWithPen(operation, inside, path, closed);
     return;
   }
-  if (inside.Solid) PaintOutlines(inside.Ink, shape_);
+  if (inside.Solid) Canvas().Fill(shape_, transform_, inside.Ink);
   if (operation.Width <= 0) return;
-  if (operation.Width < ThinStroke * pixelMm_) {
-    PaintThin(operation.Ink, path, closed);
-    return;
-  }
   stroke_.Clear();
-  stroke(operation.Width / 2);
-  PaintOutlines(operation.Ink, stroke_);
+  stroke(HalfWidth(operation));
+  Canvas().Fill(stroke_, transform_, operation.Ink);
 }
 
 void GdiRenderer::PaintPath(const Operation& operation, const Fill& inside, bool closed) {
@@ -394,10 +303,14 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
   if (!IsVisible(BoxOf(shape.Start, end), 2.6 * shape.Size)) return;
   const Point reach = transform_.At(end) - transform_.At(shape.Start);
   const double alongX = along.X * transform_.PixelsPerMmX, alongY = along.Y * transform_.PixelsPerMmY;
-  const DeviceText placed = {transform_.At(shape.Start), std::atan2(-alongY, alongX),
-                             shape.Size * transform_.PixelsPerMmY, std::hypot(reach.X, reach.Y),
-                             operation.Ink};
+  const DeviceText placed = {.Start = transform_.At(shape.Start),
+                             .Angle = std::atan2(-alongY, alongX),
+                             .Size = shape.Size * transform_.PixelsPerMmY,
+                             .Length = std::hypot(reach.X, reach.Y),
+                             .Ink = operation.Ink,
+                             .SetsEach = canvas_.has_value()};
   Expect(stock_.Fonts.Draw(context_, placed, text, face), "the device cannot draw a text");
+  hasPendingTexts_ = true;
 }
 
 void GdiRenderer::Image(const Operation&, const PictureShape& shape, const Picture& picture) {
@@ -415,31 +328,11 @@ void GdiRenderer::Image(const Operation&, const PictureShape& shape, const Pictu
                         static_cast<int>(std::max(to.y, from.y + 1))};
   const PixelView source = {pixels->data(), static_cast<int>(picture.Width),
                             static_cast<int>(picture.Height)};
-  if (strokes_ == GdiStrokes::Pens) {
-    StretchPicture(box, source);
+  if (canvas_) {
+    Canvas().Blend(source, box);
   } else {
-    BlendPicture(box, source);
+    StretchPicture(box, source);
   }
-}
-
-void GdiRenderer::BlendPicture(const PixelBox& box, const PixelView& picture) {
-  const PixelBox seen = {std::max(box.Left, static_cast<int>(shown_.left)),
-                         std::max(box.Top, static_cast<int>(shown_.top)),
-                         std::min(box.Right, static_cast<int>(shown_.right)),
-                         std::min(box.Bottom, static_cast<int>(shown_.bottom))};
-  if (seen.Width() <= 0 || seen.Height() <= 0) return;
-  GdiBitmap bitmap(seen.Width(), seen.Height());
-  Expect(static_cast<bool>(bitmap), "there is no memory for a picture");
-  if (!bitmap) return;
-  const PixelBox part = {seen.Left - box.Left, seen.Top - box.Top, seen.Right - box.Left,
-                         seen.Bottom - box.Top};
-  const std::vector<std::uint32_t> scaled = ScalePicture(picture, box.Width(), box.Height(), part);
-  std::copy(scaled.begin(), scaled.end(), bitmap.Pixels());
-  const BitmapDc source(bitmap);
-  constexpr BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  Expect(GdiAlphaBlend(context_, seen.Left, seen.Top, seen.Width(), seen.Height(), source.Handle(), 0, 0,
-                       seen.Width(), seen.Height(), blend) != 0,
-         "the device cannot draw a picture");
 }
 
 void GdiRenderer::StretchPicture(const PixelBox& box, const PixelView& picture) {

@@ -4,34 +4,22 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "render/device_transform.h"
 #include "render/gdi_bitmap.h"
 #include "render/gdi_fonts.h"
 #include "render/gdi_handles.h"
 #include "render/picture_scaling.h"
+#include "render/pixel_canvas.h"
 #include "render/renderer.h"
 #include "render/stroke_outline.h"
 
 namespace vaxel {
-
-// Where device millimetres come to lie: pixel = millimetre * PixelsPerMm + Offset.
-struct DeviceTransform {
-  double PixelsPerMmX = 96 / 25.4, PixelsPerMmY = 96 / 25.4;  // above 0
-  double OffsetX = 0, OffsetY = 0;
-
-  Point At(Point millimetres) const {
-    return {millimetres.X * PixelsPerMmX + OffsetX, millimetres.Y * PixelsPerMmY + OffsetY};
-  }
-};
-
-// How strokes reach the device. The edges of an outline, which is a filled polygon, lie within half a pixel
-// of their places, and bitmaps are drawn fast so. Pens keep their width whatever shows the drawing in the
-// end: that is for printers and metafiles.
-enum class GdiStrokes : std::uint8_t { Outlines, Pens };
 
 // Decoded pictures; they are known by their addresses, so a list's must be forgotten before the list goes.
 class GdiPictures {
@@ -57,13 +45,19 @@ struct GdiStock {
   GdiPictures Pictures;
 };
 
-// Draws pages on any context of Windows, in the context's own whole units: pixels, unless it maps others. The
-// paper is not drawn. Far outside what the context shows, figures are cut.
+// Draws pages on any context of Windows. The paper is not drawn.
 class GdiRenderer : public Renderer {
  public:
-  // The context and the stock must outlive the renderer.
-  GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock,
-              GdiStrokes strokes = GdiStrokes::Outlines);
+  // Draws with pens, in the context's own whole units: pixels, unless it maps others. For printers and
+  // metafiles: pens keep their width whatever shows the drawing in the end. The context and the stock must
+  // outlive the renderer.
+  GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock);
+  // Draws into a bitmap, where GDI sets the texts alone: its figures and pens may lie a whole pixel beside
+  // their places, and wide pens are slow.
+  GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock);
+
+  // For the pages that follow.
+  void Place(const DeviceTransform& transform);
 
   // The context is as it was before when the page has ended.
   void BeginPage(const Page& page, std::size_t number) override;
@@ -96,32 +90,26 @@ class GdiRenderer : public Renderer {
   template <class Stroke>
   void Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke);
   void PaintPath(const Operation& operation, const Fill& inside, bool closed);
-  void PaintOutlines(Colour ink, const Contours& contours);
-  void PaintThin(Colour ink, std::span<const Point> path, bool closed);
   void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path, bool closed);
+  void PaintDot(const Operation& operation, Point at);
+  // Those of a path in points_; false when they are all the same.
+  bool RoundPoints(std::span<const Point> path);
+  PixelCanvas& Canvas();
 
-  void AppendCut(std::span<const Point> contour);
-  void CutAt(double limit, bool isX, bool keepsLess);
-  POINT Rounded(Point pixel) const;
   void SelectInk(Colour ink);
   void SelectStroke(Colour ink, int width);
-  void BlendPicture(const PixelBox& box, const PixelView& picture);
   void StretchPicture(const PixelBox& box, const PixelView& picture);
   void Expect(bool succeeded, const char* failure);
 
   HDC context_;
   DeviceTransform transform_;
   GdiStock& stock_;
-  GdiStrokes strokes_;
-  double pixelMm_;    // the side of a pixel, the larger one where they differ
-  double tolerance_;  // mm
-  int saved_ = 0;
-  RECT shown_{};   // what the context shows and a little more, pixels
-  Box shownMm_{};  // the same in millimetres
+  std::optional<PixelCanvas> canvas_;  // none where pens draw
+  bool hasPendingTexts_ = false;       // which GDI may not have put into the bitmap yet
+  double pixelMm_ = 0;                 // the side of a pixel, the larger one where they differ
   Contours shape_, stroke_;
-  std::vector<Point> cut_, kept_;
   std::vector<POINT> points_;
-  std::vector<INT> counts_;
+  int saved_ = 0;
   UniqueGdi<HBRUSH> brush_;
   Colour brushInk_ = 0;
   UniqueGdi<HPEN> pen_;

@@ -12,12 +12,6 @@ namespace {
 constexpr int Multiple = 4;
 // Of the bitmap that is drawn into: so small that it stays near the processor.
 constexpr int BandBytes = 4 << 20;
-constexpr std::uint32_t Opaque = 0xFF000000;
-
-std::uint32_t PixelOf(Colour colour) {
-  return Opaque | static_cast<std::uint32_t>(RedOf(colour)) << 16 |
-         static_cast<std::uint32_t>(GreenOf(colour)) << 8 | static_cast<std::uint32_t>(BlueOf(colour));
-}
 
 // The sums of each part of the colour of 4 by 4 pixels, in the lower half.
 __m128i SumOfBlock(const std::uint32_t* pixels, std::size_t stride) {
@@ -35,7 +29,7 @@ void ReduceRow(const std::uint32_t* drawn, int width, std::uint32_t* row) {
   const __m128i half = _mm_set1_epi16(Multiple * Multiple / 2);
   for (int x = 0; x < width; ++x, drawn += Multiple) {
     const __m128i mean = _mm_srli_epi16(_mm_add_epi16(SumOfBlock(drawn, stride), half), 4);
-    row[x] = Opaque | static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(mean, mean)));
+    row[x] = 0xFF000000 | static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_packus_epi16(mean, mean)));
   }
 }
 
@@ -52,13 +46,13 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     return false;
   }
   const BitmapDc context(band);
-  const DeviceTransform place = {frame.Place.PixelsPerMmX * Multiple, frame.Place.PixelsPerMmY * Multiple,
-                                 frame.Place.OffsetX * Multiple, frame.Place.OffsetY * Multiple};
-  GdiRenderer renderer(context.Handle(), place, stock_);
+  DeviceTransform place = frame.Place.Enlarged(Multiple);
+  GdiRenderer renderer(context, place, stock_);
   for (int top = 0; top < frame.Height; top += bandRows) {
     const int count = std::min(bandRows, frame.Height - top);
-    std::fill_n(band.Pixels(), band.PixelCount(), PixelOf(frame.Paper));
-    SetViewportOrgEx(context.Handle(), 0, -top * Multiple, nullptr);
+    std::fill_n(band.Pixels(), band.PixelCount(), OpaquePixel(frame.Paper));
+    place.OffsetY = (frame.Place.OffsetY - top) * Multiple;
+    renderer.Place(place);
     PlayPage(list_, page, renderer);
     GdiFlush();
     for (int y = 0; y < count; ++y) {

@@ -9,10 +9,11 @@ namespace {
 
 constexpr double HalfTurn = std::numbers::pi;
 
+// A multiple of 4, so that the outermost points of circles and of level or upright strokes are exact.
 int StepsOf(double radius, double sweep, double tolerance) {
-  constexpr double most = 100'000;
+  constexpr double most = 25'000;
   const double step = radius > tolerance ? 2 * std::acos(1 - tolerance / radius) : HalfTurn / 2;
-  return static_cast<int>(std::clamp(std::ceil(std::abs(sweep) / step), 1.0, most));
+  return 4 * static_cast<int>(std::clamp(std::ceil(std::abs(sweep) / step / 4), 1.0, most));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The outlines of strokes with round ends and joins, for devices whose own pens are not exact enough or slow.
+// The outlines of strokes with round ends and joins, to be filled.
 // Lengths are in one unit, that of the points; y runs downward, angles are radians, counter-clockwise as the
 // reader sees them.
 #pragma once
@@ -15,8 +15,8 @@ namespace vaxel {
 // Polygons that are filled together, by the non-zero rule. Kept for their memory.
 class Contours {
  public:
-  // tolerance: how far the straight sides that stand for curves may lie from them.
-  explicit Contours(double tolerance) : tolerance_(tolerance) {}
+  // How far the straight sides that stand for curves may lie from them; above 0.
+  void SetTolerance(double tolerance) { tolerance_ = tolerance; }
 
   void Clear();
   std::size_t Count() const { return ends_.size(); }
@@ -36,7 +36,7 @@ class Contours {
   void StrokeCircle(Point centre, double radius, double half);
 
  private:
-  double tolerance_;
+  double tolerance_ = 0.01;
   std::vector<Point> points_;
   std::vector<std::size_t> ends_;
 };

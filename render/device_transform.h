@@ -1,0 +1,21 @@
+#pragma once
+
+#include "geometry/point.h"
+
+namespace vaxel {
+
+// Where device millimetres come to lie: pixel = millimetre * PixelsPerMm + Offset.
+struct DeviceTransform {
+  double PixelsPerMmX = 96 / 25.4, PixelsPerMmY = 96 / 25.4;  // above 0
+  double OffsetX = 0, OffsetY = 0;
+
+  Point At(Point millimetres) const {
+    return {millimetres.X * PixelsPerMmX + OffsetX, millimetres.Y * PixelsPerMmY + OffsetY};
+  }
+  // Everything drawn that many times as large.
+  DeviceTransform Enlarged(double factor) const {
+    return {PixelsPerMmX * factor, PixelsPerMmY * factor, OffsetX * factor, OffsetY * factor};
+  }
+};
+
+}  // namespace vaxel
