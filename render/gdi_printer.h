@@ -1,0 +1,37 @@
+// Printing on the printers of Windows, at true size.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "drawing/display_list.h"
+
+namespace vaxel {
+
+// Empty when there is none.
+std::string DefaultPrinter();
+
+// A printer in portrait, as its user has set it up.
+struct PrinterFacts {
+  double WidthMm = 0, HeightMm = 0;            // the area that it can print on
+  double LeftMm = 0, TopMm = 0;                // of that area, from the paper's upper-left corner
+  double PaperWidthMm = 0, PaperHeightMm = 0;  // of the sheet
+  double PixelMm = 0;
+};
+
+// None, with the reason in error, when there is no such printer.
+std::optional<PrinterFacts> FactsOf(const std::string& printer, std::string& error);
+
+struct PrintJob {
+  std::string Printer;
+  std::string DocumentName;
+  PictureDecoder* Decoder = nullptr;
+  bool NudgesRightAngles = false;  // see CLogFont
+};
+
+// Prints all pages as one document. The upper-left corner of a page is that of the area that the printer can
+// print on; a page that has that area's sides the other way round comes in landscape. Returns the reason, in
+// English, when the document was not printed; then nothing of it is, where the printer can still be stopped.
+std::string Print(const DisplayList& list, const PrintJob& job);
+
+}  // namespace vaxel
