@@ -1,12 +1,8 @@
 #include "render/gdi_pictures.h"
 
-#include <objbase.h>
-#include <wincodec.h>
-#include <windows.h>
-
 #include <cstddef>
 
-#include "render/gdi_handles.h"
+#include "render/gdi_imaging.h"
 
 namespace vaxel {
 namespace {
@@ -54,14 +50,9 @@ class ImagingDecoder : public PictureDecoder {
 }  // namespace
 
 std::unique_ptr<PictureDecoder> MakeImagingDecoder(std::string& error) {
-  // Whoever has set the thread up already has done it in a way that serves here too.
-  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  auto factory = Obtained<IWICImagingFactory>([](IWICImagingFactory** made) {
-    return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                            reinterpret_cast<void**>(made));
-  });
+  auto factory = MakeImagingFactory();
   if (factory) return std::make_unique<ImagingDecoder>(std::move(factory));
-  error = "the imaging component of Windows is missing";
+  error = NoImaging;
   return nullptr;
 }
 

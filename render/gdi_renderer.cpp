@@ -41,10 +41,13 @@ std::vector<std::uint32_t> OnWhite(const std::vector<std::uint32_t>& pixels, int
 }  // namespace
 
 const std::vector<std::uint32_t>* GdiPictures::PixelsOf(const Picture& picture) {
-  const auto [place, isNew] = pixels_.try_emplace(&picture);
-  std::vector<std::uint32_t>& pixels = place->second;
-  if (isNew && !(decoder_ && decoder_->Decode(picture, pixels))) pixels.clear();
-  return pixels.empty() ? nullptr : &pixels;
+  Decoded& known = decoded_[&picture];
+  if (known.Bytes != picture.Bytes.data() || known.Size != picture.Bytes.size()) {
+    known = {picture.Bytes.data(), picture.Bytes.size()};
+    if (decoder_ && !decoder_->Decode(picture, known.Pixels)) known.Pixels.clear();
+  }
+  const bool isWhole = known.Pixels.size() == std::size_t{picture.Width} * picture.Height;
+  return isWhole ? &known.Pixels : nullptr;
 }
 
 GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock)

@@ -21,19 +21,26 @@
 
 namespace vaxel {
 
-// Decoded pictures; they are known by their addresses, so a list's must be forgotten before the list goes.
+// Decoded pictures, kept until the object ends.
 class GdiPictures {
  public:
   // decoder must outlive the object; without one there can be no pictures.
   explicit GdiPictures(PictureDecoder* decoder) : decoder_(decoder) {}
 
-  // Colours are multiplied by their alpha. Null when the picture cannot be decoded.
+  // Colours are multiplied by their alpha; as many pixels as the picture has. Null when it cannot be decoded.
   const std::vector<std::uint32_t>* PixelsOf(const Picture& picture);
-  void Forget() { pixels_.clear(); }
 
  private:
+  // Lists share their pictures, and a list that is cleared lets them go: another may then lie at the same
+  // place.
+  struct Decoded {
+    const char* Bytes = nullptr;
+    std::size_t Size = 0;
+    std::vector<std::uint32_t> Pixels{};  // empty: it cannot be decoded
+  };
+
   PictureDecoder* decoder_;
-  std::map<const Picture*, std::vector<std::uint32_t>> pixels_;  // empty: it cannot be decoded
+  std::map<const Picture*, Decoded> decoded_;
 };
 
 // What is made for a drawing and serves the next one too.

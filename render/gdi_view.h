@@ -17,8 +17,8 @@ struct ViewFrame {
   Colour Paper = White;  // everywhere where nothing is drawn
 };
 
-// Antialiased pictures of the pages of one list, which must outlive the view. What one picture needed serves
-// the next, so a view is kept as long as its list.
+// Antialiased pictures of the pages of one list, which must outlive the view and may grow meanwhile. What one
+// picture needed serves the next, so a view is kept as long as the drawing of a run.
 class GdiView {
  public:
   GdiView(const DisplayList& list, PictureDecoder* decoder, bool nudgesRightAngles = false)

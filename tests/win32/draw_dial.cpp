@@ -1,8 +1,6 @@
 // Usage: draw_dial SCRIPT DPI PICTURE.png [TIMES]
 //
 // Draws a script's first page as the window shows it, for someone to look at, and says how long that takes.
-#include <windows.h>
-
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -13,6 +11,7 @@
 #include "files/files.h"
 #include "files/output_file.h"
 #include "interpreter/text_encoding.h"
+#include "render/gdi_export.h"
 #include "render/gdi_view.h"
 #include "render/system_decoder.h"
 #include "render/system_measurer.h"
@@ -23,20 +22,6 @@ namespace {
 
 double Milliseconds(std::chrono::steady_clock::duration time) {
   return std::chrono::duration<double, std::milli>(time).count();
-}
-
-void WriteBitmap(const GdiBitmap& bitmap, const std::string& name) {
-  BITMAPFILEHEADER head{};
-  BITMAPINFO info = TopDownPixels(bitmap.Width(), bitmap.Height());
-  const auto size = static_cast<DWORD>(bitmap.PixelCount() * 4);
-  head.bfType = 0x4D42;
-  head.bfOffBits = sizeof head + sizeof info.bmiHeader;
-  head.bfSize = head.bfOffBits + size;
-  OutputFile file(name);
-  file.Write({reinterpret_cast<const char*>(&head), sizeof head});
-  file.Write({reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader});
-  file.Write({reinterpret_cast<const char*>(bitmap.Pixels()), size});
-  file.Commit();
 }
 
 int Draw(const std::string& script, double dpi, const std::string& picture, int times) {
@@ -57,16 +42,18 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
                            static_cast<int>(std::ceil(page.Height * scale)),
                            {scale, scale, 0, 0}};
   GdiView view(run.List, &decoder);
-  GdiBitmap bitmap;
   for (int i = 0; i < times; ++i) {
     const auto start = std::chrono::steady_clock::now();
-    bitmap = view.Draw(0, frame);
+    view.Draw(0, frame);
     std::printf("%d x %d pixels, %zu operations: %.1f ms\n", frame.Width, frame.Height, page.Count,
                 Milliseconds(std::chrono::steady_clock::now() - start));
   }
-  std::printf("%s\n", view.Failure().c_str());
-  if (bitmap) WriteBitmap(bitmap, picture);
-  return 0;
+  OutputFile file(picture);
+  std::string failure = WriteGdiPng(run.List, 0, dpi, {.Decoder = &decoder}, file);
+  if (failure.empty()) failure = file.Commit();
+  if (failure.empty()) return 0;
+  std::fprintf(stderr, "draw_dial: %s\n", failure.c_str());
+  return 1;
 }
 
 }  // namespace
