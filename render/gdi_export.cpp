@@ -127,7 +127,7 @@ std::string WriteEmf(const DisplayList& list, std::size_t page, const GdiExport&
   if (!context.Handle()) return "there is no memory for the metafile";
   CountInHundredths(context.Handle());
   GdiStock stock(how.Decoder, how.NudgesRightAngles);
-  GdiRenderer renderer(context.Handle(), {UnitsPerMm, UnitsPerMm, 0, 0}, stock);
+  GdiRenderer renderer(context.Handle(), {UnitsPerMm, UnitsPerMm, 0, 0}, stock, list);
   PlayPage(list, page, renderer);
   if (!renderer.Failure().empty()) return renderer.Failure();
   const UniqueMetafile file = context.Close();

@@ -109,7 +109,7 @@ bool IsLandscape(const Page& page, const PrinterFacts& portrait) {
 // Returns what failed; the device may have been given a part of the page.
 std::string PrintPage(HDC context, const DisplayList& list, std::size_t page, GdiStock& stock) {
   if (StartPage(context) <= 0) return "the printer does not begin a page";
-  GdiRenderer renderer(context, TrueSize(context), stock);
+  GdiRenderer renderer(context, TrueSize(context), stock, list);
   PlayPage(list, page, renderer);
   if (EndPage(context) <= 0) return "the printer does not end a page";
   return renderer.Failure();

@@ -24,18 +24,10 @@ POINT Rounded(Point pixel) {
   return {RoundedUnit(pixel.X), RoundedUnit(pixel.Y)};
 }
 
-// Multiplied colours as they look on white, the last row first: not every reader of a metafile knows the
-// other order.
-std::vector<std::uint32_t> OnWhite(const std::vector<std::uint32_t>& pixels, int width) {
-  std::vector<std::uint32_t> opaque;
-  opaque.reserve(pixels.size());
-  const auto rowLength = static_cast<std::size_t>(width);
-  for (std::size_t end = pixels.size(); end > 0; end -= rowLength) {
-    for (std::size_t i = end - rowLength; i < end; ++i) {
-      opaque.push_back(pixels[i] + (255 - (pixels[i] >> 24)) * 0x010101U);
-    }
-  }
-  return opaque;
+bool IsOpaque(const PixelView& picture) {
+  const std::uint32_t* const end =
+      picture.Pixels + static_cast<std::size_t>(picture.Width) * static_cast<std::size_t>(picture.Height);
+  return std::all_of(picture.Pixels, end, [](std::uint32_t pixel) { return pixel >> 24 == 255; });
 }
 
 }  // namespace
@@ -50,13 +42,15 @@ const std::vector<std::uint32_t>* GdiPictures::PixelsOf(const Picture& picture) 
   return isWhole ? &known.Pixels : nullptr;
 }
 
-GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock)
-    : context_(context), stock_(stock) {
+GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock,
+                         const DisplayList& list)
+    : context_(context), stock_(stock), list_(&list) {
   Place(transform);
 }
 
 GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock)
-    : GdiRenderer(target.Handle(), transform, stock) {
+    : context_(target.Handle()), stock_(stock) {
+  Place(transform);
   GdiBitmap& bitmap = target.Bitmap();
   canvas_.emplace(bitmap.Pixels(), bitmap.Width(), bitmap.Height());
 }
@@ -73,7 +67,8 @@ void GdiRenderer::Expect(bool succeeded, const char* failure) {
   if (!succeeded && failure_.empty()) failure_ = failure;
 }
 
-void GdiRenderer::BeginPage(const Page&, std::size_t) {
+void GdiRenderer::BeginPage(const Page&, std::size_t number) {
+  page_ = number - 1;
   saved_ = SaveDC(context_);
   Expect(saved_ != 0, "the device cannot be drawn on");
   SetPolyFillMode(context_, WINDING);
@@ -316,7 +311,7 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
   hasPendingTexts_ = true;
 }
 
-void GdiRenderer::Image(const Operation&, const PictureShape& shape, const Picture& picture) {
+void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
   if (shape.Width < LeastSize || shape.Height < LeastSize) return;
   const Point opposite = shape.Corner + Point{shape.Width, shape.Height};
   if (!IsVisible(BoxOf(shape.Corner, opposite), 0)) return;
@@ -334,21 +329,55 @@ void GdiRenderer::Image(const Operation&, const PictureShape& shape, const Pictu
   if (canvas_) {
     Canvas().Blend(source, box);
   } else {
-    StretchPicture(box, source);
+    StretchPicture(operation, shape, box, source);
   }
 }
 
-void GdiRenderer::StretchPicture(const PixelBox& box, const PixelView& picture) {
-  // No more than the device can show.
-  const int width = std::min(picture.Width, box.Width()), height = std::min(picture.Height, box.Height());
-  const std::vector<std::uint32_t> opaque =
-      OnWhite(ScalePicture(picture, width, height, {0, 0, width, height}), width);
+GdiBitmap GdiRenderer::WithGround(const Operation& operation, const PictureShape& shape,
+                                  const PixelView& picture, int width, int height) {
+  GdiBitmap bitmap(width, height);
+  if (!bitmap) return {};
+  std::fill_n(bitmap.Pixels(), bitmap.PixelCount(), OpaquePixel(White));
+  const BitmapDc target(bitmap);
+  if (!IsOpaque(picture)) {
+    const double scaleX = width / shape.Width, scaleY = height / shape.Height;
+    GdiRenderer ground(target, {scaleX, scaleY, -shape.Corner.X * scaleX, -shape.Corner.Y * scaleY}, stock_);
+    PlayPageBefore(operation, *list_, page_, ground);
+    GdiFlush();
+  }
+  PixelCanvas(bitmap.Pixels(), width, height).Blend(picture, {0, 0, width, height});
+  return bitmap;
+}
+
+void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
+                                 const PixelView& picture) {
+  // What it holds, or where that is coarse what the eye sees, but no more than the device can show.
+  constexpr double pixelsPerMm = 300 / 25.4;
+  const auto sizeOf = [](int held, double side, int shown) {
+    return std::min(std::max(held, static_cast<int>(std::min(side * pixelsPerMm, 4000.0))), shown);
+  };
+  const bool isOpaque = IsOpaque(picture);
+  const int width =
+      isOpaque ? std::min(picture.Width, box.Width()) : sizeOf(picture.Width, shape.Width, box.Width());
+  const int height =
+      isOpaque ? std::min(picture.Height, box.Height()) : sizeOf(picture.Height, shape.Height, box.Height());
+  GdiBitmap bitmap = WithGround(operation, shape, picture, width, height);
+  Expect(static_cast<bool>(bitmap), "there is no memory for a picture");
+  if (!bitmap) return;
+  // The last row first: not every reader of a metafile knows the other order.
+  for (int y = 0; y < height / 2; ++y) {
+    std::uint32_t* const row =
+        bitmap.Pixels() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+    std::swap_ranges(
+        row, row + width,
+        bitmap.Pixels() + static_cast<std::size_t>(height - 1 - y) * static_cast<std::size_t>(width));
+  }
   BITMAPINFO info = TopDownPixels(width, height);
   info.bmiHeader.biHeight = height;
   SetStretchBltMode(context_, HALFTONE);
   SetBrushOrgEx(context_, 0, 0, nullptr);
   const int lines = StretchDIBits(context_, box.Left, box.Top, box.Width(), box.Height(), 0, 0, width, height,
-                                  opaque.data(), &info, DIB_RGB_COLORS, SRCCOPY);
+                                  bitmap.Pixels(), &info, DIB_RGB_COLORS, SRCCOPY);
   Expect(lines != 0, "the device cannot draw a picture");
 }
 

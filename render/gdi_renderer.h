@@ -56,9 +56,10 @@ struct GdiStock {
 class GdiRenderer : public Renderer {
  public:
   // Draws with pens, in the context's own whole units: pixels, unless it maps others. For printers and
-  // metafiles: pens keep their width whatever shows the drawing in the end. The context and the stock must
-  // outlive the renderer.
-  GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock);
+  // metafiles: pens keep their width whatever shows the drawing in the end. Such devices know no
+  // transparency: a picture is given to them together with what lies below it, for which the list is needed
+  // that is played. All must outlive the renderer.
+  GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock, const DisplayList& list);
   // Draws into a bitmap, where GDI sets the texts alone: its figures and pens may lie a whole pixel beside
   // their places, and wide pens are slow.
   GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock);
@@ -105,12 +106,18 @@ class GdiRenderer : public Renderer {
 
   void SelectInk(Colour ink);
   void SelectStroke(Colour ink, int width);
-  void StretchPicture(const PixelBox& box, const PixelView& picture);
+  // An opaque picture of this size: what lies below the picture, with the picture upon it.
+  GdiBitmap WithGround(const Operation& operation, const PictureShape& shape, const PixelView& picture,
+                       int width, int height);
+  void StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
+                      const PixelView& picture);
   void Expect(bool succeeded, const char* failure);
 
   HDC context_;
   DeviceTransform transform_;
   GdiStock& stock_;
+  const DisplayList* list_ = nullptr;
+  std::size_t page_ = 0;               // from 0
   std::optional<PixelCanvas> canvas_;  // none where pens draw
   bool hasPendingTexts_ = false;       // which GDI may not have put into the bitmap yet
   double pixelMm_ = 0;                 // the side of a pixel, the larger one where they differ

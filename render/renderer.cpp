@@ -40,14 +40,27 @@ class Player {
   std::vector<ContourArc> pieces_;
 };
 
-}  // namespace
-
-void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer) {
+// Without an end: all of it.
+void PlayUntil(const Operation* end, const DisplayList& list, std::size_t page, Renderer& renderer) {
   const Page& played = list.Pages()[page];
   Player player(list, renderer);
   renderer.BeginPage(played, page + 1);
-  for (std::size_t i = 0; i < played.Count; ++i) player.Play(list.At(played.First + i));
+  for (std::size_t i = 0; i < played.Count; ++i) {
+    const Operation& operation = list.At(played.First + i);
+    if (&operation == end) break;
+    player.Play(operation);
+  }
   renderer.EndPage();
+}
+
+}  // namespace
+
+void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer) {
+  PlayUntil(nullptr, list, page, renderer);
+}
+
+void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer) {
+  PlayUntil(&end, list, page, renderer);
 }
 
 void PlayAll(const DisplayList& list, Renderer& renderer) {

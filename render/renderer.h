@@ -32,6 +32,8 @@ class Renderer {
 
 // Plays one page (from 0), or all of them, in the order in which they were drawn.
 void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer);
+// The same of a page as it was before one of its operations.
+void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer);
 void PlayAll(const DisplayList& list, Renderer& renderer);
 
 // The point of a circle, or of a contour's piece, at an angle; y runs downward.

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "tests/win32/drawn_bitmap.h"
+#include "tests/win32/gdi_objects.h"
 
 namespace vaxel {
 namespace {
@@ -74,9 +75,10 @@ TEST(GdiView, KeepsNoHandles) {
   });
   GdiView view(list, nullptr);
   view.Draw(0, Frame);
-  const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  const int before = test::GdiObjectCount();
+  ASSERT_GT(before, 36);
   for (int i = 0; i < 20; ++i) view.Draw(0, Frame);
-  EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before);
+  EXPECT_EQ(test::GdiObjectCount(), before);
 }
 
 }  // namespace
