@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/dialogs.h"
+
+namespace vaxel {
+
+struct DialogActions;
+struct DialogSpec;
+
+// What stands on the buttons of our own dialogs; message boxes and file dialogs use the system's language.
+struct ButtonTexts {
+  std::string Ok = "OK", Cancel = "Cancel", Yes = "&Yes", No = "&No";
+};
+
+// All dialogs are modal to the dialog that is open, else to the main window. That window may be disabled, and
+// then still is when they have ended; it may be hidden or none, as it is while the program starts.
+class DialogsWin32 : public Dialogs {
+ public:
+  DialogsWin32(HINSTANCE instance, std::function<HWND()> owner, std::function<ButtonTexts()> buttons = {});
+
+  void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) override;
+  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) override;
+  bool AskYesNo(const std::string& title, const std::string& text) override;
+  bool AskOkCancel(const std::string& title, const std::string& text) override;
+  std::optional<std::string> AskText(const InputDialog& dialog) override;
+  std::vector<std::string> ShowOpen(const FileDialog& dialog) override;
+  std::string ShowSave(const FileDialog& dialog) override;
+  std::optional<std::uint32_t> ShowColour() override;
+  void ShowZoom(const ZoomDialog& dialog) override;
+  void ShowReference(const ReferenceDialog& dialog) override;
+  void ShowLanguages(const LanguageDialog& dialog) override;
+  void ShowAbout(const AboutDialog& dialog) override;
+
+ private:
+  HWND Owner() const;
+  ButtonTexts Buttons() const { return buttons_ ? buttons_() : ButtonTexts(); }
+  // The id of the button that ended it.
+  int ShowBox(UINT kind, const std::string& title, const std::string& text);
+  int Run(const DialogSpec& spec, const DialogActions& actions);
+
+  HINSTANCE instance_;
+  std::function<HWND()> owner_;
+  std::function<ButtonTexts()> buttons_;
+  std::vector<HWND> open_;  // our own dialogs, the uppermost last
+  std::array<COLORREF, 16> customColours_;
+  COLORREF lastColour_ = 0;
+};
+
+}  // namespace vaxel
