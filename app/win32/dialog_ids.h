@@ -1,4 +1,5 @@
-// The controls of our dialogs. Buttons that message boxes have too keep their ids: IDOK, IDCANCEL, IDYES, IDNO.
+// The controls of our dialogs. Buttons that message boxes have too keep their ids: IDOK, IDCANCEL, IDYES,
+// IDNO.
 #pragma once
 
 namespace vaxel {

@@ -13,8 +13,7 @@
 
 namespace vaxel {
 
-struct DialogActions;
-struct DialogSpec;
+struct DialogForm;
 
 // What stands on the buttons of our own dialogs; message boxes and file dialogs use the system's language.
 struct ButtonTexts {
@@ -45,7 +44,7 @@ class DialogsWin32 : public Dialogs {
   ButtonTexts Buttons() const { return buttons_ ? buttons_() : ButtonTexts(); }
   // The id of the button that ended it.
   int ShowBox(UINT kind, const std::string& title, const std::string& text);
-  int Run(const DialogSpec& spec, const DialogActions& actions);
+  int Run(const DialogForm& form);
 
   HINSTANCE instance_;
   std::function<HWND()> owner_;

@@ -1,0 +1,230 @@
+#include "app/win32/dialog_forms.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "app/win32/dialog_ids.h"
+#include "app/win32/wide_text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
+
+std::string FieldText(HWND dialog, int id) {
+  return Utf8(TextOfControl(dialog, id));
+}
+
+// The user may type as much as a field holds at all.
+void LiftLimit(HWND dialog, int id) {
+  SendDlgItemMessageW(dialog, id, EM_SETLIMITTEXT, 0, 0);
+}
+
+void ShowIcon(HWND dialog, HICON icon) {
+  SendDlgItemMessageW(dialog, IDC_PICTURE, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+}
+
+HICON BoxIconOf(UINT kind) {
+  const UINT icon = kind & MB_ICONMASK;
+  const auto* const name = icon == MB_ICONERROR      ? IDI_ERROR
+                           : icon == MB_ICONQUESTION ? IDI_QUESTION
+                                                     : IDI_INFORMATION;
+  return LoadIconW(nullptr, name);
+}
+
+std::vector<ButtonSpec> BoxButtons(UINT kind, const ButtonTexts& texts) {
+  const ButtonSpec ok{IDOK, Wide(texts.Ok)}, cancel{IDCANCEL, Wide(texts.Cancel)};
+  const ButtonSpec yes{IDYES, Wide(texts.Yes)}, no{IDNO, Wide(texts.No)};
+  switch (kind & MB_TYPEMASK) {
+    case MB_OKCANCEL:
+      return {ok, cancel};
+    case MB_YESNO:
+      return {yes, no};
+    case MB_YESNOCANCEL:
+      return {yes, no, cancel};
+    default:
+      return {ok};
+  }
+}
+
+// A disabled control gets no pointer, so the hint lies over its place in the dialog.
+void AddHint(HWND dialog, int id, std::wstring hint) {
+  const HWND tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0,
+                                   0, dialog, nullptr, nullptr, nullptr);
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  tool.uFlags = TTF_SUBCLASS;
+  tool.hwnd = dialog;
+  tool.uId = static_cast<UINT_PTR>(id);
+  tool.lpszText = hint.data();
+  GetWindowRect(GetDlgItem(dialog, id), &tool.rect);
+  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&tool.rect), 2);
+  SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+// A group of radio buttons and who is told of it. A button that gets the focus also says that it was pressed.
+struct OptionGroup {
+  int FirstId, Count;
+  int Chosen;  // from 1; 0: none
+  const std::function<void(int)>& OnChosen;
+
+  void Show(HWND dialog) const {
+    if (Chosen > 0) CheckRadioButton(dialog, FirstId, FirstId + Count - 1, FirstId + Chosen - 1);
+  }
+  void Pressed(HWND dialog, int id) {
+    const int index = id - FirstId + 1;
+    if (index < 1 || index > Count || index == Chosen || !IsDlgButtonChecked(dialog, id)) return;
+    Chosen = index;
+    if (OnChosen) OnChosen(index);
+  }
+};
+
+std::wstring WithoutAccelerator(const std::string& name) {
+  std::wstring text;
+  for (const wchar_t c : ControlText(name)) text.append(c == L'&' ? 2 : 1, c);
+  return text;
+}
+
+}  // namespace
+
+DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, std::string& answer) {
+  const DialogFont font;
+  DialogBuilder builder(font, ControlText(dialog.Title), InputWidth);
+  builder.AddText(IDC_PROMPT, ControlText(dialog.Prompt));
+  builder.AddField(IDC_TEXT1, ControlText(dialog.Proposal));
+  builder.AddButtons(BoxButtons(MB_OKCANCEL, buttons));
+  DialogActions actions;
+  actions.OnInit = [](HWND window) {
+    LiftLimit(window, IDC_TEXT1);
+    return GetDlgItem(window, IDC_TEXT1);
+  };
+  actions.OnPressed = [&answer](HWND window, int id) {
+    if (id == IDOK) answer = FieldText(window, IDC_TEXT1);
+    return id == IDOK || id == IDCANCEL;
+  };
+  return {builder.Finish(), actions};
+}
+
+DialogForm ZoomForm(const ZoomDialog& dialog) {
+  const DialogFont font;
+  const std::wstring factor = ControlText(dialog.FactorLabel), zmm = ControlText(dialog.ZmmLabel);
+  const auto widthOf = [&](const std::wstring& label) {
+    return static_cast<int>(font.Size(label, DialogBuilder::WidestText, true).cx);
+  };
+  const int labelWidth = std::max(widthOf(factor), widthOf(zmm));
+  DialogBuilder builder(font, ControlText(dialog.Caption),
+                        labelWidth + DialogBuilder::WideGap + ZoomFieldWidth);
+  builder.AddField(IDC_LABEL1, factor, labelWidth, IDC_TEXT1, ControlText(dialog.FactorText));
+  builder.AddField(IDC_LABEL2, zmm, labelWidth, IDC_TEXT2, ControlText(dialog.ZmmText));
+  builder.AddButtons({{IDC_COMMAND1, ControlText(dialog.Button)}});
+  DialogActions actions;
+  actions.OnInit = [](HWND window) {
+    LiftLimit(window, IDC_TEXT1);
+    LiftLimit(window, IDC_TEXT2);
+    return GetDlgItem(window, IDC_TEXT1);
+  };
+  actions.OnPressed = [&dialog](HWND window, int id) {
+    if (id == IDC_COMMAND1) dialog.OnButton(FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2));
+    return id == IDC_COMMAND1 || id == IDCANCEL;
+  };
+  return {builder.Finish(), actions};
+}
+
+DialogForm ReferenceForm(const ReferenceDialog& dialog) {
+  const DialogFont font;
+  DialogBuilder builder(font, ControlText(dialog.Caption), ReferenceWidth);
+  builder.AddText(IDC_LABEL1, ControlText(dialog.Label), true);
+  builder.AddField(IDC_TEXT1, ControlText(dialog.Text));
+  builder.AddButtons({{IDC_COMMAND1, ControlText(dialog.Button)}});
+  DialogActions actions;
+  actions.OnInit = [](HWND window) {
+    LiftLimit(window, IDC_TEXT1);
+    return GetDlgItem(window, IDC_TEXT1);
+  };
+  actions.OnPressed = [&dialog](HWND window, int id) {
+    if (id != IDC_COMMAND1) return id == IDCANCEL;
+    if (dialog.OnButton(FieldText(window, IDC_TEXT1))) return true;
+    const HWND field = GetDlgItem(window, IDC_TEXT1);
+    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
+    return false;
+  };
+  return {builder.Finish(), actions};
+}
+
+DialogForm LanguageForm(const LanguageDialog& dialog) {
+  const DialogFont font;
+  const std::wstring hint = ControlText(dialog.LastEntryHint);
+  std::vector<std::wstring> entries;
+  for (const std::string& name : dialog.Languages) entries.push_back(WithoutAccelerator(name));
+  entries.push_back(WithoutAccelerator(dialog.LastEntry));
+  DialogBuilder builder(font, ControlText(dialog.Caption), 0);
+  builder.AddChoices({IDC_FRAME1, IDC_OPTION1_FIRST, ControlText(dialog.MessagesLabel)},
+                     {IDC_FRAME2, IDC_OPTION2_FIRST, ControlText(dialog.HelpLabel)}, entries);
+  builder.AddText(IDC_HINT, ControlText(dialog.LastEntry) + L"   " + hint);
+  builder.AddButtons({{IDC_COMMAND1, ControlText(dialog.Button)}});
+  const int count = static_cast<int>(dialog.Languages.size());
+  DialogActions actions;
+  OptionGroup messages{IDC_OPTION1_FIRST, count, dialog.Messages, dialog.OnMessages};
+  OptionGroup help{IDC_OPTION2_FIRST, count, dialog.Help, dialog.OnHelp};
+  actions.OnInit = [=](HWND window) {
+    messages.Show(window);
+    help.Show(window);
+    AddHint(window, IDC_OPTION1_FIRST + count, hint);
+    AddHint(window, IDC_OPTION2_FIRST + count, hint);
+    // Where nothing is chosen, a group must not be entered unasked: that would choose its first entry.
+    const int focus = messages.Chosen > 0 ? IDC_OPTION1_FIRST + messages.Chosen - 1 : IDC_COMMAND1;
+    return GetDlgItem(window, focus);
+  };
+  actions.OnPressed = [messages, help, &dialog](HWND window, int id) mutable {
+    messages.Pressed(window, id);
+    help.Pressed(window, id);
+    if (id == IDC_COMMAND1) dialog.OnButton();
+    return id == IDC_COMMAND1 || id == IDCANCEL;
+  };
+  return {builder.Finish(), actions};
+}
+
+DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND owner) {
+  const DialogFont font;
+  DialogBuilder builder(font, ControlText(dialog.Title), 0);
+  builder.AddPicture(IDC_PICTURE);
+  builder.AddText(IDC_PROMPT, ControlText(dialog.Text));
+  builder.AddButtons(BoxButtons(MB_OK, buttons));
+  DialogActions actions;
+  actions.OnInit = [owner](HWND window) {
+    const auto icon = reinterpret_cast<HICON>(owner ? GetClassLongPtrW(owner, GCLP_HICON) : 0);
+    ShowIcon(window, icon ? icon : LoadIconW(nullptr, IDI_APPLICATION));
+    return GetDlgItem(window, IDOK);
+  };
+  actions.OnPressed = [](HWND, int id) { return id == IDOK || id == IDCANCEL; };
+  return {builder.Finish(), actions};
+}
+
+DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text, const ButtonTexts& texts) {
+  const DialogFont font;
+  const std::vector<ButtonSpec> buttons = BoxButtons(kind, texts);
+  DialogBuilder builder(font, ControlText(title), 0);
+  builder.AddPicture(IDC_PICTURE);
+  builder.AddText(IDC_PROMPT, ControlText(text));
+  builder.AddButtons(buttons);
+  // As a message box does: Escape answers where there is nothing to decide, or Cancel to press.
+  const bool canCancel = (kind & MB_TYPEMASK) != MB_YESNO;
+  DialogActions actions;
+  actions.OnInit = [kind, canCancel, focus = buttons.front().Id](HWND window) {
+    ShowIcon(window, BoxIconOf(kind));
+    if (!canCancel) EnableMenuItem(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+    MessageBeep(kind & MB_ICONMASK);
+    return GetDlgItem(window, focus);
+  };
+  actions.OnPressed = [canCancel, buttons](HWND, int id) {
+    return (id == IDCANCEL && canCancel) ||
+           std::any_of(buttons.begin(), buttons.end(), [id](const ButtonSpec& b) { return b.Id == id; });
+  };
+  return {builder.Finish(), actions};
+}
+
+}  // namespace vaxel

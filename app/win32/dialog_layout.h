@@ -1,0 +1,97 @@
+// How a dialog of our own is laid out from its texts, before a window of it exists.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "render/gdi_handles.h"
+
+namespace vaxel {
+
+// The font of dialogs. Sizes are in dialog units, which follow the font and with it the screen's resolution.
+class DialogFont {
+ public:
+  static constexpr WORD Points = 9;
+  static constexpr wchar_t Face[] = L"Segoe UI";
+
+  DialogFont();
+  // Of a text that is broken at blanks where a line is wider. Ampersands that underline count as nothing.
+  SIZE Size(const std::wstring& text, int maxWidth, bool hasAccelerator) const;
+  // What the main screen has to offer.
+  SIZE Screen() const;
+
+ private:
+  UniqueDc context_;
+  UniqueGdi<HFONT> font_;
+  SIZE base_{};  // pixels that are 4 units across and 8 units down
+};
+
+// Classes of controls as the templates of dialogs name them.
+enum class ControlClass : WORD { Button = 0x80, Edit = 0x81, Static = 0x82 };
+
+struct DialogControl {
+  ControlClass Class;
+  int Id;
+  std::wstring Text;
+  RECT Place;  // in dialog units
+  DWORD Style, ExtendedStyle = 0;
+};
+
+struct DialogSpec {
+  std::wstring Caption;
+  SIZE Size{};                          // in dialog units, without caption and border
+  std::vector<DialogControl> Controls;  // in the order of the Tab key
+};
+
+// The same for DialogBoxIndirectParamW.
+std::vector<WORD> DialogTemplate(const DialogSpec& spec);
+
+// For controls, which break lines at CR LF and end at NUL.
+std::wstring ControlText(const std::string& text);
+
+struct ButtonSpec {
+  int Id;
+  std::wstring Text;
+};
+
+// Puts controls one below the other.
+class DialogBuilder {
+ public:
+  static constexpr int Margin = 7, Gap = 4, WideGap = 7, WidestText = 240;
+
+  // The dialog becomes as wide as its contents, the caption and contentWidth ask for.
+  DialogBuilder(const DialogFont& font, const std::wstring& caption, int contentWidth);
+
+  // Left of all that follows.
+  void AddPicture(int id);
+  // Over the whole width; what is too long for a screen scrolls. An ampersand underlines the letter behind it
+  // when it stands above the field that the letter goes to.
+  void AddText(int id, const std::wstring& text, bool hasAccelerator = false);
+  void AddField(int id, const std::wstring& text);
+  // A field behind its label.
+  void AddField(int labelId, const std::wstring& label, int labelWidth, int id, const std::wstring& text);
+  // Two groups of radio buttons side by side. The last entry is shown disabled.
+  struct Choice {
+    int FrameId, FirstId;
+    std::wstring Label;
+  };
+  void AddChoices(const Choice& left, const Choice& right, const std::vector<std::wstring>& entries);
+  // At the right; the first one is what Enter presses.
+  void AddButtons(const std::vector<ButtonSpec>& buttons);
+
+  DialogSpec Finish();
+
+ private:
+  void Add(ControlClass controlClass, int id, const std::wstring& text, RECT place, DWORD style,
+           DWORD extendedStyle = 0);
+  int Below(int height, int gap);
+  int AddChoice(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame);
+
+  const DialogFont& font_;
+  DialogSpec spec_;
+  int left_ = Margin, width_, top_ = Margin, pictureBottom_ = 0;
+};
+
+}  // namespace vaxel
