@@ -15,6 +15,9 @@ namespace {
 
 constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
 
+// Nobody reads on, and a control takes seconds for a million characters.
+constexpr std::size_t LongestShown = 200000;
+
 std::string FieldText(HWND dialog, int id) {
   return Utf8(TextOfControl(dialog, id));
 }
@@ -209,7 +212,9 @@ DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text,
   const std::vector<ButtonSpec> buttons = BoxButtons(kind, texts);
   DialogBuilder builder(font, ControlText(title), 0);
   builder.AddPicture(IDC_PICTURE);
-  builder.AddText(IDC_PROMPT, ControlText(text));
+  std::wstring shown = ControlText(text);
+  if (shown.size() > LongestShown) shown.replace(LongestShown, std::wstring::npos, L"…");
+  builder.AddText(IDC_PROMPT, shown);
   builder.AddButtons(buttons);
   // As a message box does: Escape answers where there is nothing to decide, or Cancel to press.
   const bool canCancel = (kind & MB_TYPEMASK) != MB_YESNO;

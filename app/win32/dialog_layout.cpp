@@ -59,7 +59,7 @@ void WriteControl(TemplateWriter& out, const DialogControl& control) {
   out.Double(static_cast<DWORD>(control.Id));
   out.Word(0xFFFF);
   out.Word(static_cast<WORD>(control.Class));
-  out.Text(control.Text);
+  out.Text(control.Class == ControlClass::Edit ? std::wstring() : control.Text);
   out.Word(0);
 }
 
@@ -85,8 +85,9 @@ SIZE DialogFont::Size(const std::wstring& text, int maxWidth, bool hasAccelerato
   RECT box{0, 0, MulDiv(maxWidth, base_.cx, 4), 0};
   const UINT format = DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_EDITCONTROL;
   DrawTextW(context_.get(), text.c_str(), -1, &box, hasAccelerator ? format : format | DT_NOPREFIX);
-  // A unit more than measured: the font of another resolution has other fractions.
-  return {UnitsOfPixels(box.right, base_.cx, 4) + 1, UnitsOfPixels(box.bottom, base_.cy, 8)};
+  // More than measured: the font of another resolution has other fractions, and smoothed text may be wider.
+  const int width = UnitsOfPixels(box.right, base_.cx, 4);
+  return {width + width / 32 + 1, UnitsOfPixels(box.bottom, base_.cy, 8)};
 }
 
 SIZE DialogFont::Screen() const {
@@ -116,6 +117,12 @@ std::vector<WORD> DialogTemplate(const DialogSpec& spec) {
   out.Text(DialogFont::Face);
   for (const DialogControl& control : spec.Controls) WriteControl(out, control);
   return out.Take();
+}
+
+void FillFields(HWND dialog, const DialogSpec& spec) {
+  for (const DialogControl& control : spec.Controls) {
+    if (control.Class == ControlClass::Edit) SetDlgItemTextW(dialog, control.Id, control.Text.c_str());
+  }
 }
 
 std::wstring ControlText(const std::string& text) {
@@ -151,13 +158,14 @@ void DialogBuilder::Add(ControlClass controlClass, int id, const std::wstring& t
 
 // The upper edge of what is put there; the next one goes below it.
 int DialogBuilder::Below(int height, int gap) {
+  bottom_ = std::max(bottom_, top_ + height);
   return std::exchange(top_, top_ + height + gap);
 }
 
 void DialogBuilder::AddPicture(int id) {
   Add(ControlClass::Static, id, {}, {left_, top_, left_ + PictureSize, top_ + PictureSize}, SS_ICON);
   left_ += PictureSize + WideGap;
-  pictureBottom_ = top_ + PictureSize;
+  bottom_ = top_ + PictureSize;
 }
 
 void DialogBuilder::AddText(int id, const std::wstring& text, bool hasAccelerator) {
@@ -241,7 +249,7 @@ void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons) {
     all += widths.back() + Gap;
   }
   width_ = std::max(width_, all);
-  top_ = std::max(top_, pictureBottom_ + WideGap);
+  top_ = std::max(top_, bottom_ + WideGap);
   const int top = Below(ButtonHeight, 0);
   int left = left_ + width_ - all;
   for (std::size_t i = 0; i < buttons.size(); ++i) {

@@ -45,8 +45,10 @@ struct DialogSpec {
   std::vector<DialogControl> Controls;  // in the order of the Tab key
 };
 
-// The same for DialogBoxIndirectParamW.
+// The same for DialogBoxIndirectParamW, without the texts of edit controls: a control lays a long text out
+// again when it is given its font. FillFields sets them afterwards.
 std::vector<WORD> DialogTemplate(const DialogSpec& spec);
+void FillFields(HWND dialog, const DialogSpec& spec);
 
 // For controls, which break lines at CR LF and end at NUL.
 std::wstring ControlText(const std::string& text);
@@ -91,7 +93,7 @@ class DialogBuilder {
 
   const DialogFont& font_;
   DialogSpec spec_;
-  int left_ = Margin, width_, top_ = Margin, pictureBottom_ = 0;
+  int left_ = Margin, width_, top_ = Margin, bottom_ = 0;
 };
 
 }  // namespace vaxel

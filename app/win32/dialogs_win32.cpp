@@ -57,8 +57,13 @@ int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string
   if (!FitsMessageBox(text)) return Run(BoxForm(kind, title, text, Buttons()));
   const DialogOwner owner(Owner());
   const std::wstring shown = ControlText(text), caption = Wide(title);
-  return MessageBoxW(owner.Window(), shown.c_str(), caption.c_str(),
-                     owner.Window() ? kind : kind | MB_TASKMODAL | MB_SETFOREGROUND);
+  const UINT shownKind = owner.Window() ? kind : kind | MB_TASKMODAL | MB_SETFOREGROUND;
+  // Wine closes a box with Yes and No at Escape. No would be an answer that nobody gave.
+  int answer = IDCANCEL;
+  do {
+    answer = MessageBoxW(owner.Window(), shown.c_str(), caption.c_str(), shownKind);
+  } while (answer == IDCANCEL && (kind & MB_TYPEMASK) == MB_YESNO);
+  return answer;
 }
 
 void DialogsWin32::ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) {

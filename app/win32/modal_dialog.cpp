@@ -29,11 +29,13 @@ void Centre(HWND dialog, HWND owner) {
 }
 
 struct RunningDialog {
+  const DialogSpec& Spec;
   const DialogActions& Actions;
   HWND Owner;
   std::exception_ptr Thrown;
 
   BOOL Init(HWND dialog) {
+    FillFields(dialog, Spec);
     Centre(dialog, Owner);
     const HWND focus = Actions.OnInit ? Actions.OnInit(dialog) : nullptr;
     if (!focus) return TRUE;
@@ -82,7 +84,7 @@ int RunDialog(HINSTANCE instance, HWND owner, const DialogSpec& spec, const Dial
   // Templates begin at a multiple of four bytes; memory that was allocated does.
   const auto* const dialogTemplate = reinterpret_cast<const DLGTEMPLATE*>(words.data());
   const DialogOwner enabled(owner);
-  RunningDialog running{actions, owner, nullptr};
+  RunningDialog running{spec, actions, owner, nullptr};
   const INT_PTR id = DialogBoxIndirectParamW(instance, dialogTemplate, enabled.Window(), DialogProcedure,
                                              reinterpret_cast<LPARAM>(&running));
   if (running.Thrown) std::rethrow_exception(running.Thrown);

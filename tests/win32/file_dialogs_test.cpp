@@ -1,0 +1,146 @@
+#include "app/win32/file_dialogs.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/win32/dialogs_win32.h"
+#include "app/win32/wide_text.h"
+#include "tests/win32/dialog_driver.h"
+
+namespace vaxel {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::wstring>;
+
+std::wstring_view Buffer(std::wstring_view literal) {
+  return literal;
+}
+
+TEST(FileDialogs, ReturnedBuffersAreListsOfFullNames) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\a b.dat\0\0\0"sv)), (Names{L"C:\\a b.dat"}));
+  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\f\0a.dat\0b c.dat\0\0x\0"sv)),
+            (Names{L"C:\\f\\a.dat", L"C:\\f\\b c.dat"}));
+  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\\0a\0b\0\0"sv)), (Names{L"C:\\a", L"C:\\b"}));
+  EXPECT_EQ(NamesInBuffer(Buffer(L"\0\0"sv)), Names{});
+  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\unfinished"sv)), (Names{L"C:\\unfinished"}));
+}
+
+// The field for the name lies in the control that the dialogs have for it.
+HWND NameField(const ShownDialog& dialog) {
+  constexpr int nameControl = 0x47c;
+  const HWND control = dialog.Control(nameControl);
+  const HWND combo = FindWindowExW(control, nullptr, L"ComboBox", nullptr);
+  const HWND field = FindWindowExW(combo ? combo : control, nullptr, L"Edit", nullptr);
+  return field ? field : control;
+}
+
+void TypeName(const ShownDialog& dialog, const std::wstring& name) {
+  SendMessageW(NameField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+  dialog.Press(IDOK);
+}
+
+class FileDialogsTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    fs::remove_all(Folder);
+    fs::create_directories(Folder);
+    for (const wchar_t* name : {L"un.dat", L"deux mots.dat", L"Ωé.dat"}) std::ofstream(Folder / name) << "x";
+  }
+  void TearDown() override { fs::remove_all(Folder); }
+
+  std::string FullName(const wchar_t* name) const { return Utf8((Folder / name).wstring()); }
+  FileDialog Request(std::uint32_t flags) const {
+    return {"Vaxel (*.dat)|*.dat|Tous (*.*)|*.*", Utf8(Folder.wstring()), "", "", flags};
+  }
+
+  fs::path Folder = fs::temp_directory_path() / L"vaxel dialogs Ω";
+  DialogsWin32 Shown{GetModuleHandleW(nullptr), [] { return HWND{}; }};
+};
+
+TEST_F(FileDialogsTest, OpenReturnsAFileAndKeepsTheWorkingFolder) {
+  const fs::path before = fs::current_path();
+  std::vector<std::string> chosen;
+  const auto open = [&] { chosen = Shown.ShowOpen(Request(FileMustExist | HideReadOnly)); };
+  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"Ωé.dat"); });
+  EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"Ωé.dat")}));
+  EXPECT_EQ(fs::current_path(), before);
+  Drive(open, [](const ShownDialog& dialog) { dialog.Press(IDCANCEL); });
+  EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(FileDialogsTest, SeveralFilesComeWithTheirFolder) {
+  std::vector<std::string> chosen;
+  const auto open = [&] {
+    chosen =
+        Shown.ShowOpen(Request(MultipleSelection | ExplorerStyle | LongNames | FileMustExist | HideReadOnly));
+  };
+  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"\"un.dat\" \"deux mots.dat\""); });
+  EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"un.dat"), FullName(L"deux mots.dat")}));
+  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"un.dat"); });
+  EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"un.dat")}));
+}
+
+TEST_F(FileDialogsTest, SaveAddsTheExtensionAndAsksBeforeItReplaces) {
+  std::string chosen;
+  FileDialog request = Request(OverwritePrompt | HideReadOnly);
+  request.DefaultExtension = "dat";
+  const auto save = [&] { chosen = Shown.ShowSave(request); };
+  Drive(save, [](const ShownDialog& dialog) { TypeName(dialog, L"neuf"); });
+  EXPECT_EQ(chosen, FullName(L"neuf.dat"));
+  Drive(save, [](const ShownDialog& dialog) { TypeName(dialog, L"a.b.dat"); });
+  EXPECT_EQ(chosen, FullName(L"a.b.dat"));
+  Drive(save, [](const ShownDialog& dialog) {
+    TypeName(dialog, L"un.dat");
+    HWND question = nullptr;
+    for (int i = 0; i < 400 && (question = GetLastActivePopup(dialog.Window())) == dialog.Window(); ++i)
+      Sleep(10);
+    ASSERT_NE(question, dialog.Window());
+    ShownDialog(question).Press(IDNO);
+    EXPECT_TRUE(ShownDialog(question).WaitClosed());
+    dialog.Press(IDCANCEL);
+  });
+  EXPECT_EQ(chosen, "");
+}
+
+// A script's name proposes that of its export, and a script may be called what it likes.
+TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
+  FileDialog request = Request(OverwritePrompt);
+  for (const char* name : {"cadran", "a<b>:\"c|d?*", "x/y\\z", "...", "\x01\x02", ""}) {
+    request.FileName = name;
+    std::wstring proposed;
+    std::string chosen;
+    Drive([&] { chosen = Shown.ShowSave(request); },
+          [&](const ShownDialog& dialog) {
+            wchar_t text[300]{};
+            SendMessageW(NameField(dialog), WM_GETTEXT, 300, reinterpret_cast<LPARAM>(text));
+            proposed = text;
+            dialog.Press(IDCANCEL);
+          });
+    EXPECT_EQ(proposed, ProposedName(Wide(name))) << name;
+    EXPECT_EQ(proposed.find_first_of(L"<>:\"|?*/\\"), std::wstring::npos) << name;
+  }
+}
+
+TEST_F(FileDialogsTest, NothingIsLeftBehind) {
+  const auto cancel = [](const ShownDialog& dialog) { dialog.Press(IDCANCEL); };
+  const auto open = [&] { Shown.ShowOpen(Request(FileMustExist)); };
+  constexpr int showings = 100, warming = 3;
+  for (int i = 0; i < warming; ++i) Drive(open, cancel);
+  const int windows = CountWindows(), objects = CountGdiObjects();
+  for (int i = 0; i < showings; ++i) Drive(open, cancel);
+  // The system keeps some for later showings, but not one each.
+  EXPECT_LT(CountWindows(), windows + showings / 4);
+  EXPECT_LT(CountGdiObjects(), objects + showings / 4);
+}
+
+}  // namespace
+}  // namespace vaxel
