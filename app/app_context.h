@@ -73,6 +73,7 @@ inline constexpr int SavedAsUtf8 = 158;
 inline constexpr int NoPrinter = 160;
 inline constexpr int Validate = 162, MmCorrection = 163, ValidateReference = 164, ReferenceLabel = 165;
 inline constexpr int ReferenceHint = 166;
+inline constexpr int OutOfMemory = 170, Unexpected = 171;
 }  // namespace text_id
 
 }  // namespace vaxel

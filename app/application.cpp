@@ -78,6 +78,7 @@ void Application::Debut(const StartOptions& options) {
   recovery_ = Recovery(state.ProgramFolder, app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
   AfficheMenus();
+  app_.Window.Show();
   for (MenuId item : WithoutCommand) SetItemEnabled(item, false);
   LoadFirstScript(options);
   app_.UpdateTitle();
@@ -280,9 +281,18 @@ void Application::EditorWidthChanged(int width) {
 void Application::Tick() {
   const ApplicationState& state = app_.State;
   if (!state.TextModified) return recovery_.Remove();
-  const auto now = app_.Platform.Now();
-  if (state.IsRunning || !recovery_.IsDue(now)) return;
-  recovery_.Write(now, {{}, state.CurrentFile, state.Encoding, state.LoadedHash, app_.Editor.Text()});
+  if (state.IsRunning || !recovery_.IsDue(app_.Platform.Now())) return;
+  WriteRecoveryCopy();
+}
+
+void Application::SessionEnds() {
+  if (app_.State.TextModified) WriteRecoveryCopy();
+}
+
+void Application::WriteRecoveryCopy() {
+  const ApplicationState& state = app_.State;
+  recovery_.Write(app_.Platform.Now(),
+                  {{}, state.CurrentFile, state.Encoding, state.LoadedHash, app_.Editor.Text()});
 }
 
 void Application::CentreCursor() {

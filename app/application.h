@@ -49,6 +49,8 @@ class Application {
   void EditorWidthChanged(int width);
   // From time to time, at least every few seconds.
   void Tick();
+  // The user logs off: the program may be ended without being asked anything more.
+  void SessionEnds();
 
   void SetItemEnabled(MenuId item, bool isEnabled);
   RunCycle& Runs() { return runs_; }
@@ -61,6 +63,7 @@ class Application {
   bool IsEnabled(MenuId item) const;
   bool Shortcut(MenuId item);
   void OfferRecovery();
+  void WriteRecoveryCopy();
   void ShowAbout();
   void CentreCursor();
   void ChooseColour();

@@ -40,6 +40,8 @@ class MainWindow {
  public:
   virtual ~MainWindow() = default;
 
+  // At start-up, once it is known what the window looks like; until then it is hidden.
+  virtual void Show() {}
   virtual void SetTitle(std::string_view title) = 0;
   virtual void SetCaption(MenuId item, std::string_view caption) = 0;
   virtual void SetChecked(MenuId item, bool isChecked) = 0;

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <windows.h>
+// Need what windows.h declares.
+#include <richedit.h>
+#include <tom.h>
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/application.h"
+#include "app/script_editor.h"
+#include "app/win32/win32_handles.h"
+#include "app/win32/window_class.h"
+#include "render/gdi_handles.h"
+
+namespace vaxel {
+
+// The script editor (RTB1), a rich edit control of plain text. Colours of a long script come in the lines
+// that are seen first and in the others little by little.
+class EditorWin32 : public ScriptEditor {
+ public:
+  EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure);
+
+  void Attach(Application& application) { application_ = &application; }
+  HWND Window() const { return window_; }
+  void SetDpi(UINT dpi);
+  // What the control tells its parent.
+  void TextChanged();
+  void SelectionChanged();
+
+  std::string Text() override;
+  bool IsEmpty() override;
+  void SetText(std::string_view text) override;
+  void ReplaceSelection(std::string_view text) override;
+  void ReplaceLine(std::size_t line, std::string_view text) override;
+  EditorPlace Place() override;
+  void GoToLine(std::size_t line) override;
+  std::string WordAtCursor() override;
+  void SetTypingColour(Colour colour) override;
+  void ColourLine(std::size_t line) override;
+  void ColourAll() override;
+  void SetFontSize(double points) override;
+
+ private:
+  class Unnoticed;
+  using Clock = std::chrono::steady_clock;
+
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                    DWORD_PTR editor);
+  std::optional<LRESULT> Handle(UINT message, WPARAM wParam);
+  bool TakesKey(WPARAM key);
+  void Paste();
+
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(window_, message, wParam, lParam);
+  }
+  LRESULT Send(UINT message, WPARAM wParam, const void* data) const {
+    return Send(message, wParam, reinterpret_cast<LPARAM>(data));
+  }
+  CHARRANGE Selection() const;
+  void Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
+  // Of a line counted from 0; where the text ends for one behind it.
+  CHARRANGE RangeOfLine(std::size_t line) const;
+  CHARRANGE VisibleRange() const;
+  std::wstring TextOf(CHARRANGE range) const;
+  std::wstring WholeText() const;
+  void SetFormat(WPARAM scope, const CHARFORMAT2W& format) const { Send(EM_SETCHARFORMAT, scope, &format); }
+  void SetColour(CHARRANGE range, Colour colour) const;
+  void ColourRange(std::wstring_view line, LONG begin) const;
+  void ColourPending(Clock::duration time);
+
+  FailureHandler onFailure_;
+  UniqueLibrary library_;
+  HWND window_ = nullptr;
+  UniqueCom<ITextDocument> document_;
+  Application* application_ = nullptr;
+  int unnoticed_ = 0;            // how many are at work
+  std::optional<LONG> pending_;  // from where on the colours are yet to come
+};
+
+}  // namespace vaxel

@@ -1,0 +1,206 @@
+#include "app/win32/graphic_window.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+
+#include "app/win32/control_ids.h"
+
+namespace vaxel {
+namespace {
+
+constexpr wchar_t ClassName[] = L"VaxelGraphic";
+constexpr UINT_PTR PauseTimer = 1;
+// Milliseconds: a user who moves the drawing sees no stutter below the first, and has paused after the
+// second.
+constexpr double FastEnough = 30;
+constexpr UINT Pause = 80;
+
+POINT PixelOf(LPARAM lParam) {
+  return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+class PaintScope {
+ public:
+  explicit PaintScope(HWND window) : window_(window) { BeginPaint(window, &paint_); }
+  ~PaintScope() { EndPaint(window_, &paint_); }
+  PaintScope(const PaintScope&) = delete;
+  PaintScope& operator=(const PaintScope&) = delete;
+  HDC Context() const { return paint_.hdc; }
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_{};
+};
+
+// What is left around a box.
+void FillAround(HDC context, const SIZE& size, const RECT& box) {
+  const int saved = SaveDC(context);
+  ExcludeClipRect(context, box.left, box.top, box.right, box.bottom);
+  PatBlt(context, 0, 0, size.cx, size.cy, WHITENESS);
+  RestoreDC(context, saved);
+}
+
+}  // namespace
+
+GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, FailureHandler onFailure)
+    : onFailure_(std::move(onFailure)) {
+  RegisterWindowClass<GraphicWindow>(instance, ClassName, nullptr, nullptr);
+  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(GraphicId)), instance, this);
+  if (!window_) throw std::runtime_error("the graphic area could not be made");
+}
+
+GraphicArea GraphicWindow::Area() const {
+  return {static_cast<double>(lastSize_.cx), static_cast<double>(lastSize_.cy),
+          25.4 / GetDpiForWindow(window_)};
+}
+
+void GraphicWindow::Show(const DisplayList* list) {
+  list_ = list;
+  picture_.reset();
+  if (list) {
+    AppContext& app = application_->Context();
+    picture_ =
+        std::make_unique<GdiView>(*list, app.Platform.Decoder(), app.State.PatchFlags[PatchTurnedFonts]);
+  }
+  isStale_ = true;
+  mayWait_ = false;
+  InvalidateRect(window_, nullptr, FALSE);
+  UpdateWindow(window_);
+}
+
+void GraphicWindow::SetView(const GraphicView& view) {
+  view_ = view;
+  Invalidate();
+}
+
+void GraphicWindow::Invalidate() {
+  isStale_ = true;
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void GraphicWindow::Redraw() {
+  const auto start = std::chrono::steady_clock::now();
+  isStale_ = false;
+  drawnView_ = view_;
+  bitmap_ = {};
+  if (picture_ && !list_->Pages().empty()) {
+    ViewFrame frame;
+    frame.Width = lastSize_.cx;
+    frame.Height = lastSize_.cy;
+    frame.Place.PixelsPerMmX = frame.Place.PixelsPerMmY = view_.Scale / Area().PixelMm;
+    frame.Place.OffsetX = view_.Offset.X;
+    frame.Place.OffsetY = view_.Offset.Y;
+    bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame);
+  }
+  mayWait_ = static_cast<bool>(bitmap_);
+  drawMs_ = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// The bitmap as it was drawn, where the view has it now.
+void GraphicWindow::PaintMoved(HDC context, const SIZE& size) {
+  const double scale = view_.Scale / drawnView_.Scale;
+  const auto at = [](double place) { return static_cast<int>(std::lround(place)); };
+  const double left = view_.Offset.X - drawnView_.Offset.X * scale;
+  const double top = view_.Offset.Y - drawnView_.Offset.Y * scale;
+  const RECT box = {at(left), at(top), at(left + bitmap_.Width() * scale),
+                    at(top + bitmap_.Height() * scale)};
+  const BitmapDc bitmap(bitmap_);
+  StretchBlt(context, box.left, box.top, box.right - box.left, box.bottom - box.top, bitmap.Handle(), 0, 0,
+             bitmap_.Width(), bitmap_.Height(), SRCCOPY);
+  FillAround(context, size, box);
+}
+
+void GraphicWindow::Paint() {
+  const PaintScope paint(window_);
+  const HDC context = paint.Context();
+  const bool waits = isStale_ && mayWait_ && drawMs_ > FastEnough;
+  if (waits) {
+    SetTimer(window_, PauseTimer, Pause, nullptr);
+  } else if (isStale_) {
+    Redraw();
+  }
+  if (!bitmap_) {
+    PatBlt(context, 0, 0, lastSize_.cx, lastSize_.cy, WHITENESS);
+  } else if (waits) {
+    PaintMoved(context, lastSize_);
+  } else {
+    const BitmapDc bitmap(bitmap_);
+    BitBlt(context, 0, 0, bitmap_.Width(), bitmap_.Height(), bitmap.Handle(), 0, 0, SRCCOPY);
+  }
+}
+
+void GraphicWindow::ShowCursor() const {
+  const wchar_t* name = IDC_ARROW;
+  if (pointer_ == PointerShape::Cross) name = IDC_CROSS;
+  if (pointer_ == PointerShape::Hourglass) name = IDC_WAIT;
+  SetCursor(LoadCursorW(nullptr, name));
+}
+
+void GraphicWindow::TurnWheel(WPARAM wParam, LPARAM lParam) {
+  POINT pixel = PixelOf(lParam);
+  ScreenToClient(window_, &pixel);
+  application_->Runs().WheelTurned(pixel.x, pixel.y,
+                                   static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA);
+}
+
+void GraphicWindow::Move(POINT pixel) {
+  if (drag_) {
+    application_->Runs().Dragged(pixel.x - drag_->x, pixel.y - drag_->y);
+    drag_ = pixel;
+  }
+  application_->Runs().PointerMoved(pixel.x, pixel.y);
+}
+
+std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_SIZE:
+      lastSize_ = {std::max(1, int{LOWORD(lParam)}), std::max(1, int{HIWORD(lParam)})};
+      Invalidate();
+      return 0;
+    case WM_TIMER:
+      KillTimer(window_, PauseTimer);
+      mayWait_ = false;
+      InvalidateRect(window_, nullptr, FALSE);
+      return 0;
+    case WM_SETCURSOR:
+      ShowCursor();
+      return TRUE;
+    case WM_CAPTURECHANGED:
+      drag_.reset();
+      return 0;
+    default:
+      break;
+  }
+  if (!application_) return std::nullopt;
+  switch (message) {
+    case WM_MOUSEMOVE:
+      Move(PixelOf(lParam));
+      return 0;
+    case WM_LBUTTONDOWN:
+      SetFocus(window_);
+      SetCapture(window_);
+      drag_ = PixelOf(lParam);
+      return 0;
+    case WM_LBUTTONUP:
+      ReleaseCapture();
+      return 0;
+    case WM_MOUSEWHEEL:
+      TurnWheel(wParam, lParam);
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace vaxel

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+
+#include "app/application.h"
+#include "app/graphic_view.h"
+#include "app/main_window.h"
+#include "app/win32/window_class.h"
+#include "drawing/display_list.h"
+#include "render/gdi_bitmap.h"
+#include "render/gdi_view.h"
+
+namespace vaxel {
+
+// The graphic area (Picture1): shows a drawing from a bitmap, which is drawn anew when something about it
+// has changed. Where that takes long, it waits until the user pauses and shows the old bitmap in its new
+// place meanwhile.
+class GraphicWindow {
+ public:
+  GraphicWindow(HINSTANCE instance, HWND parent, FailureHandler onFailure);
+
+  void Attach(Application& application) { application_ = &application; }
+  HWND Window() const { return window_; }
+  // The list must live until another is shown, or none.
+  void Show(const DisplayList* list);
+  void SetView(const GraphicView& view);
+  void SetPointer(PointerShape shape) { pointer_ = shape; }
+  GraphicArea Area() const;
+
+  bool IsComplete() const { return window_ != nullptr; }
+  std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  void Failed() const { onFailure_(); }
+
+ private:
+  void Redraw();
+  void Invalidate();
+  void Paint();
+  void PaintMoved(HDC context, const SIZE& size);
+  void ShowCursor() const;
+  void TurnWheel(WPARAM wParam, LPARAM lParam);
+  void Move(POINT pixel);
+
+  FailureHandler onFailure_;
+  HWND window_ = nullptr;
+  Application* application_ = nullptr;
+  std::unique_ptr<GdiView> picture_;
+  const DisplayList* list_ = nullptr;
+  GraphicView view_;
+  GraphicView drawnView_;  // of the bitmap
+  GdiBitmap bitmap_;
+  SIZE lastSize_{1, 1};
+  PointerShape pointer_ = PointerShape::Normal;
+  bool isStale_ = true;        // the bitmap
+  bool mayWait_ = false;       // there is something to show while it is stale
+  double drawMs_ = 0;          // what the last bitmap took
+  std::optional<POINT> drag_;  // where the pointer was, while a button is held down
+};
+
+}  // namespace vaxel

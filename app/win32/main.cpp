@@ -1,0 +1,75 @@
+#include <windows.h>
+// Need what windows.h declares.
+#include <objbase.h>
+#include <shellapi.h>
+
+#include <exception>
+#include <memory>
+#include <string>
+
+#include "app/application.h"
+#include "app/win32/dialogs_win32.h"
+#include "app/win32/main_window_win32.h"
+#include "app/win32/platform_win32.h"
+#include "app/win32/printers_win32.h"
+#include "render/gdi_strings.h"
+
+namespace vaxel {
+namespace {
+
+class ComScope {
+ public:
+  ComScope() : result_(OleInitialize(nullptr)) {}
+  ~ComScope() {
+    if (SUCCEEDED(result_)) OleUninitialize();
+  }
+  ComScope(const ComScope&) = delete;
+  ComScope& operator=(const ComScope&) = delete;
+
+ private:
+  HRESULT result_;
+};
+
+// The first parameter; empty when there is none.
+std::string ScriptOfCommandLine() {
+  int count = 0;
+  struct Free {
+    void operator()(wchar_t** list) const { LocalFree(list); }
+  };
+  const std::unique_ptr<wchar_t*, Free> parameters(CommandLineToArgvW(GetCommandLineW(), &count));
+  return parameters && count > 1 ? Narrow(parameters.get()[1]) : std::string();
+}
+
+int Run(HINSTANCE instance) {
+  const ComScope com;
+  Application* running = nullptr;
+  const auto nudgesRightAngles = [&running] {
+    return running && running->Context().State.PatchFlags[PatchTurnedFonts];
+  };
+  PlatformWin32 platform(nudgesRightAngles);
+  PrintersWin32 printers(*platform.Decoder(), nudgesRightAngles);
+  MainWindowWin32 window(instance);
+  DialogsWin32 dialogs(instance, [&window] { return window.Window(); });
+  Application application({window, window.Editor(), dialogs, printers, platform});
+  running = &application;
+  window.Attach(application);
+
+  const StartOptions options = {VAXEL_MAJOR,     VAXEL_MINOR,     VAXEL_REVISION,
+                                WorkingFolder(), ProgramFolder(), ScriptOfCommandLine()};
+  bool isStarted = false;
+  window.Guarded([&] { isStarted = application.Start(options); });
+  return isStarted ? window.RunMessages() : 1;
+}
+
+}  // namespace
+}  // namespace vaxel
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
+  try {
+    return vaxel::Run(instance);
+  } catch (const std::exception& failure) {
+    // Nothing is there yet that could tell it in the user's language.
+    MessageBoxW(nullptr, vaxel::Widen(failure.what()).c_str(), L"Vaxel", MB_ICONERROR);
+    return 1;
+  }
+}

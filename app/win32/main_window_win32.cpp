@@ -1,0 +1,329 @@
+#include "app/win32/main_window_win32.h"
+
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "app/win32/control_ids.h"
+#include "app/win32/pixels.h"
+#include "render/gdi_strings.h"
+
+namespace vaxel {
+namespace {
+
+constexpr wchar_t ClassName[] = L"Vaxel";
+constexpr UINT_PTR TickTimer = 1;
+constexpr UINT TickMilliseconds = 2000;
+// Units of 1/96 inch.
+constexpr int DividerWidth = 6, LeastGraphicWidth = 80;
+constexpr int LeastWidth = 420, LeastHeight = 280;
+constexpr int UsualWidth = 1180, UsualHeight = 780;
+
+RECT WorkAreaAround(const RECT& box) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromRect(&box, MONITOR_DEFAULTTONEAREST), &monitor);
+  return monitor.rcWork;
+}
+
+// Moved, and made smaller where it must be, to lie within.
+RECT MovedInto(const RECT& area, const RECT& box) {
+  const LONG width = std::min(box.right - box.left, area.right - area.left);
+  const LONG height = std::min(box.bottom - box.top, area.bottom - area.top);
+  const LONG left = std::clamp(box.left, area.left, area.right - width);
+  const LONG top = std::clamp(box.top, area.top, area.bottom - height);
+  return {left, top, left + width, top + height};
+}
+
+void SetFrame(HWND window, const RECT& frame) {
+  SetWindowPos(window, nullptr, frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+UniqueWindow MainWindowWin32::Create(HINSTANCE instance) {
+  const HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(IconId));
+  RegisterWindowClass<MainWindowWin32>(instance, ClassName, icon,
+                                       reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}));
+  UniqueWindow window(CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Vaxel",
+                                      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                                      CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this));
+  if (!window) throw std::runtime_error("the window could not be made");
+  return window;
+}
+
+MainWindowWin32::MainWindowWin32(HINSTANCE instance)
+    : window_(Create(instance)),
+      editor_(instance, window_.get(), [this] { Failed(); }),
+      graphic_(instance, window_.get(), [this] { Failed(); }),
+      status_(instance, window_.get()) {
+  SetMenu(window_.get(), menus_.Handle());
+  RECT frame{};
+  GetWindowRect(window_.get(), &frame);
+  frame.right = frame.left + ToPixels(UsualWidth, Dpi());
+  frame.bottom = frame.top + ToPixels(UsualHeight, Dpi());
+  SetFrame(window_.get(), MovedInto(WorkAreaAround(frame), frame));
+}
+
+void MainWindowWin32::Attach(Application& application) {
+  application_ = &application;
+  editor_.Attach(application);
+  graphic_.Attach(application);
+  focus_ = editor_.Window();
+  Layout();
+  SetTimer(window_.get(), TickTimer, TickMilliseconds, nullptr);
+}
+
+bool MainWindowWin32::Guarded(const std::function<void()>& action) {
+  try {
+    action();
+    return true;
+  } catch (...) {
+    Failed();
+    return false;
+  }
+}
+
+void MainWindowWin32::Failed() {
+  try {
+    AppContext& app = application_->Context();
+    // The drawing of a run that was broken off is gone.
+    graphic_.Show(application_->Runs().Drawing());
+    try {
+      throw;
+    } catch (const std::bad_alloc&) {
+      app.Tell(BoxIcon::Critical, app.Message(text_id::OutOfMemory));
+    } catch (const std::exception& failure) {
+      app.Tell(BoxIcon::Critical, app.Message(text_id::Unexpected, failure.what()));
+    } catch (...) {
+      app.Tell(BoxIcon::Critical, app.Message(text_id::Unexpected, "?"));
+    }
+  } catch (...) {
+    // There is not even room to tell it.
+    MessageBeep(MB_ICONERROR);
+  }
+}
+
+void MainWindowWin32::Show() {
+  ShowWindow(window_.get(), isMaximised_ ? SW_SHOWMAXIMIZED : SW_SHOWDEFAULT);
+  UpdateWindow(window_.get());
+}
+
+void MainWindowWin32::Close() {
+  const HWND window = window_.release();
+  if (!window) return;
+  SetMenu(window, nullptr);
+  DestroyWindow(window);
+  PostQuitMessage(0);
+}
+
+void MainWindowWin32::SetTitle(std::string_view title) {
+  SetWindowTextW(window_.get(), Widen(title).c_str());
+}
+
+void MainWindowWin32::SetCaption(MenuId item, std::string_view caption) {
+  menus_.SetCaption(item, caption);
+  if (MenuRowOf(item).Popup == MenuId::Bar) DrawMenuBar(window_.get());
+}
+
+void MainWindowWin32::SetItemEnabled(MenuId item, bool isEnabled) {
+  menus_.SetItemEnabled(item, isEnabled);
+  if (MenuRowOf(item).Popup == MenuId::Bar) DrawMenuBar(window_.get());
+}
+
+WindowPlace MainWindowWin32::Place() {
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  GetWindowPlacement(window_.get(), &placement);
+  RECT frame = placement.rcNormalPosition;
+  // It counts from the corner of the work area.
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromRect(&frame, MONITOR_DEFAULTTONEAREST), &monitor);
+  OffsetRect(&frame, monitor.rcWork.left - monitor.rcMonitor.left,
+             monitor.rcWork.top - monitor.rcMonitor.top);
+  const bool isMaximised =
+      placement.showCmd == SW_SHOWMAXIMIZED ||
+      (placement.showCmd == SW_SHOWMINIMIZED && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
+  return {{static_cast<int>(frame.left), static_cast<int>(frame.top), static_cast<int>(frame.right),
+           static_cast<int>(frame.bottom)},
+          isMaximised};
+}
+
+void MainWindowWin32::SetPlace(const WindowPlace& place) {
+  const RECT frame = {place.Frame.Left, place.Frame.Top, place.Frame.Right, place.Frame.Bottom};
+  isMaximised_ = place.IsMaximised;
+  isPlacing_ = true;
+  SetFrame(window_.get(), MovedInto(WorkAreaAround(frame), frame));
+  isPlacing_ = false;
+}
+
+ScreenRectangle MainWindowWin32::EditorRectangle() {
+  RECT box{};
+  GetWindowRect(editorWidth_ > 0 ? editor_.Window() : graphic_.Window(), &box);
+  return {static_cast<int>(box.left), static_cast<int>(box.top), static_cast<int>(box.right),
+          static_cast<int>(box.bottom)};
+}
+
+void MainWindowWin32::SetEditorWidth(int width) {
+  editorWidth_ = width;
+  // The keys must not go to what is hidden.
+  if (width <= 0 && GetFocus() == editor_.Window()) SetFocus(graphic_.Window());
+  ShowWindow(editor_.Window(), width > 0 ? SW_SHOWNA : SW_HIDE);
+  Layout();
+}
+
+int MainWindowWin32::EditorPixels(int clientWidth) const {
+  if (editorWidth_ <= 0) return 0;
+  const int widest = clientWidth - ToPixels(DividerWidth + LeastGraphicWidth, Dpi());
+  return std::max(0, std::min(ToPixels(editorWidth_, Dpi()), widest));
+}
+
+bool MainWindowWin32::IsOverDivider(POINT pixel) const {
+  RECT client{};
+  GetClientRect(window_.get(), &client);
+  const int left = EditorPixels(client.right);
+  return editorWidth_ > 0 && pixel.x >= left && pixel.x < left + ToPixels(DividerWidth, Dpi()) &&
+         pixel.y >= 0 && pixel.y < client.bottom - status_.Height();
+}
+
+void MainWindowWin32::Layout() {
+  RECT client{};
+  GetClientRect(window_.get(), &client);
+  const int height = std::max(0L, client.bottom - status_.Height());
+  const int editor = EditorPixels(client.right);
+  const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
+  constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
+  // At once, so that neither is seen over the other.
+  HDWP moves = BeginDeferWindowPos(2);
+  if (moves) moves = DeferWindowPos(moves, editor_.Window(), nullptr, 0, 0, editor, height, flags);
+  if (moves) {
+    moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, 0,
+                           std::max(0L, client.right - graphic), height, flags);
+  }
+  if (moves) EndDeferWindowPos(moves);
+  status_.Place(height, client.right);
+}
+
+void MainWindowWin32::ChangeDpi(const RECT& suggested) {
+  status_.SetDpi(Dpi());
+  editor_.SetDpi(Dpi());
+  if (!isPlacing_) SetFrame(window_.get(), suggested);
+  Layout();
+}
+
+void MainWindowWin32::OpenDropped(HDROP drop) {
+  const UINT length = DragQueryFileW(drop, 0, nullptr, 0);
+  std::wstring name(length, L'\0');
+  DragQueryFileW(drop, 0, name.data(), length + 1);
+  DragFinish(drop);
+  if (!name.empty() && IsWindowEnabled(window_.get())) application_->OpenDropped(Narrow(name));
+}
+
+void MainWindowWin32::Number(int id) {
+  // A dialog is open, or a run is under way.
+  if (!IsWindowEnabled(window_.get())) return;
+  constexpr auto items = static_cast<int>(MenuRows.size());
+  if (id >= FirstRecentId) {
+    application_->OpenRecent(static_cast<std::size_t>(id - FirstRecentId));
+  } else if (id >= FirstCommandId && id < FirstCommandId + items) {
+    application_->Command(static_cast<MenuId>(id - FirstCommandId));
+  }
+}
+
+std::optional<LRESULT> MainWindowWin32::HandleDivider(UINT message, LPARAM lParam) {
+  const POINT pixel = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  switch (message) {
+    case WM_SETCURSOR: {
+      POINT pointer{};
+      GetCursorPos(&pointer);
+      ScreenToClient(window_.get(), &pointer);
+      if (LOWORD(lParam) != HTCLIENT || isBusy_ || !IsOverDivider(pointer)) return std::nullopt;
+      SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+      return TRUE;
+    }
+    case WM_LBUTTONDOWN: {
+      RECT client{};
+      GetClientRect(window_.get(), &client);
+      isDividing_ = IsOverDivider(pixel);
+      dividerGrip_ = pixel.x - EditorPixels(client.right);
+      if (isDividing_) SetCapture(window_.get());
+      return 0;
+    }
+    case WM_MOUSEMOVE:
+      if (isDividing_) application_->EditorWidthChanged(FromPixels(pixel.x - dividerGrip_, Dpi()));
+      return 0;
+    case WM_LBUTTONUP:
+      if (isDividing_) ReleaseCapture();
+      return 0;
+    case WM_CAPTURECHANGED:
+      isDividing_ = false;
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<LRESULT> MainWindowWin32::HandleFrame(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED) Layout();
+      return 0;
+    case WM_GETMINMAXINFO:
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {ToPixels(LeastWidth, Dpi()),
+                                                               ToPixels(LeastHeight, Dpi())};
+      return 0;
+    case WM_DPICHANGED:
+      ChangeDpi(*reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SETCURSOR:
+      if (isBusy_) {
+        SetPointer(pointer_);
+        return TRUE;
+      }
+      return HandleDivider(message, lParam);
+    default:
+      return HandleDivider(message, lParam);
+  }
+}
+
+std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      if (lParam == 0) {
+        Number(LOWORD(wParam));
+      } else if (LOWORD(wParam) == EditorId && HIWORD(wParam) == EN_CHANGE) {
+        editor_.TextChanged();
+      }
+      return 0;
+    case WM_NOTIFY:
+      if (wParam == EditorId && reinterpret_cast<const NMHDR*>(lParam)->code == EN_SELCHANGE) {
+        editor_.SelectionChanged();
+        return 0;
+      }
+      return std::nullopt;
+    case WM_TIMER:
+      application_->Tick();
+      return 0;
+    case WM_DROPFILES:
+      OpenDropped(reinterpret_cast<HDROP>(wParam));
+      return 0;
+    case WM_ACTIVATE:
+      Activate(LOWORD(wParam) != WA_INACTIVE);
+      return 0;
+    case WM_CLOSE:
+      if (IsWindowEnabled(window_.get()) && application_->Quit()) Close();
+      return 0;
+    case WM_QUERYENDSESSION:
+      application_->SessionEnds();
+      return TRUE;
+    default:
+      return HandleFrame(message, wParam, lParam);
+  }
+}
+
+}  // namespace vaxel

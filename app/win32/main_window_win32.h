@@ -1,0 +1,99 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/application.h"
+#include "app/main_window.h"
+#include "app/win32/editor_win32.h"
+#include "app/win32/graphic_window.h"
+#include "app/win32/menu_bar.h"
+#include "app/win32/status_bar.h"
+#include "app/win32/win32_handles.h"
+
+namespace vaxel {
+
+// The main window with its editor, graphic area, status fields and menus. Its messages are decoded here and
+// go to the application.
+class MainWindowWin32 : public MainWindow {
+ public:
+  // Hidden. Throws when the system refuses it.
+  explicit MainWindowWin32(HINSTANCE instance);
+  ~MainWindowWin32() override { Close(); }
+
+  // Before anything can happen in the window.
+  void Attach(Application& application);
+  ScriptEditor& Editor() { return editor_; }
+  HWND Window() const { return window_.get(); }
+  // Whether nothing was thrown; what was is told to the user.
+  bool Guarded(const std::function<void()>& action);
+  // Until the window has closed; the process's exit status.
+  int RunMessages();
+
+  void Show() override;
+  void SetTitle(std::string_view title) override;
+  void SetCaption(MenuId item, std::string_view caption) override;
+  void SetChecked(MenuId item, bool isChecked) override { menus_.SetChecked(item, isChecked); }
+  void SetItemEnabled(MenuId item, bool isEnabled) override;
+  void SetToolTip(StatusField field, std::string_view text) override { status_.SetToolTip(field, text); }
+  void SetStatus(StatusField field, std::string_view text) override { status_.SetText(field, text); }
+  void SetRecentFiles(const std::vector<std::string>& names) override { menus_.SetRecentFiles(names); }
+  void SetPointer(PointerShape shape) override;
+  void SetWindowEnabled(bool isEnabled) override;
+  void ProcessEvents() override;
+  void Close() override;
+  WindowPlace Place() override;
+  void SetPlace(const WindowPlace& place) override;
+  GraphicArea Graphic() override { return graphic_.Area(); }
+  ScreenRectangle EditorRectangle() override;
+  void MovePointer(ScreenPoint place) override { SetCursorPos(place.X, place.Y); }
+  void SetEditorWidth(int width) override;
+  void PrepareGraphic() override {}
+  void ShowDrawing(const DisplayList& drawing) override { graphic_.Show(&drawing); }
+  void SetView(const GraphicView& view) override { graphic_.SetView(view); }
+
+  bool IsComplete() const { return application_ && window_; }
+  std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  // To be called where an exception was caught.
+  void Failed();
+
+ private:
+  UniqueWindow Create(HINSTANCE instance);
+  std::optional<LRESULT> HandleFrame(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> HandleDivider(UINT message, LPARAM lParam);
+  UINT Dpi() const { return GetDpiForWindow(window_.get()); }
+  int EditorPixels(int clientWidth) const;
+  bool IsOverDivider(POINT pixel) const;
+  void Layout();
+  void ChangeDpi(const RECT& suggested);
+  void Activate(bool isActive);
+  void OpenDropped(HDROP drop);
+  bool Belongs(HWND window) const { return window == window_.get() || IsChild(window_.get(), window); }
+  void Dispatch(MSG& message);
+  bool TakesKey(const MSG& message);
+  bool IsForAnotherTime(const MSG& message) const;
+  void Number(int id);
+
+  UniqueWindow window_;
+  MenuBar menus_;
+  EditorWin32 editor_;
+  GraphicWindow graphic_;
+  StatusBar status_;
+  Application* application_ = nullptr;
+  HWND focus_ = nullptr;  // where the keys went when the window was active
+  int editorWidth_ = 0;   // 1/96 inch
+  int dividerGrip_ = 0;   // pixels from the divider's left edge, while it is dragged
+  bool isDividing_ = false;
+  bool isBusy_ = false;       // disabled by the application
+  bool isPlacing_ = false;    // the size that is being set is meant as it is
+  bool isMaximised_ = false;  // when it is shown
+  PointerShape pointer_ = PointerShape::Normal;
+};
+
+}  // namespace vaxel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/menu_table.h"
+#include "app/win32/win32_handles.h"
+
+namespace vaxel {
+
+// The menus of MenuRows, and the recent files at the end of the first one. The window that has it must give
+// it up before it ends.
+class MenuBar {
+ public:
+  MenuBar();
+
+  HMENU Handle() const { return bar_.get(); }
+  void SetCaption(MenuId item, std::string_view caption);
+  void SetChecked(MenuId item, bool isChecked);
+  void SetItemEnabled(MenuId item, bool isEnabled);
+  void SetRecentFiles(const std::vector<std::string>& names);
+
+ private:
+  struct ItemPlace {
+    HMENU Menu = nullptr;
+    UINT Position = 0;
+  };
+  const ItemPlace& PlaceOf(MenuId item) const { return places_[static_cast<std::size_t>(item)]; }
+
+  UniqueMenu bar_;
+  HMENU files_ = nullptr;
+  int fileItems_ = 0;  // without the recent ones
+  std::array<ItemPlace, MenuRows.size()> places_{};
+};
+
+}  // namespace vaxel

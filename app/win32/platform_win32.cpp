@@ -1,0 +1,147 @@
+#include "app/win32/platform_win32.h"
+
+#include <windows.h>
+// Needs what windows.h declares.
+#include <shellapi.h>
+
+#include <filesystem>
+#include <initializer_list>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "app/script_file.h"
+#include "app/win32/win32_handles.h"
+#include "files/files.h"
+#include "render/gdi_export.h"
+#include "render/gdi_strings.h"
+
+namespace vaxel {
+namespace {
+
+// Of exported pictures, like those of the command line.
+constexpr double PngDpi = 300;
+
+// Of a process; empty where that cannot be told.
+std::wstring ImageName(HANDLE process) {
+  std::wstring name(32768, L'\0');
+  auto length = static_cast<DWORD>(name.size());
+  if (!QueryFullProcessImageNameW(process, 0, name.data(), &length)) return {};
+  name.resize(length);
+  return name.substr(name.find_last_of(L'\\') + 1);
+}
+
+std::optional<OSVERSIONINFOW> SystemVersion() {
+  using Query = LONG(WINAPI*)(OSVERSIONINFOW*);
+  OSVERSIONINFOW version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  // GetVersionEx tells programs what they were written for.
+  const FARPROC found = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion");
+  const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(found));
+  if (!query || query(&version) != 0) return std::nullopt;
+  return version;
+}
+
+std::wstring ProductName() {
+  wchar_t name[128] = L"";
+  DWORD bytes = sizeof name;
+  const LSTATUS status = RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion",
+                                      L"ProductName", RRF_RT_REG_SZ, nullptr, name, &bytes);
+  return status == ERROR_SUCCESS && name[0] ? name : L"Windows";
+}
+
+bool Exists(const std::string& name) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(PathOf(name), ignored);
+}
+
+bool Open(const std::string& program, const std::string& parameters) {
+  const auto status = reinterpret_cast<INT_PTR>(
+      ShellExecuteW(nullptr, nullptr, Widen(program).c_str(),
+                    parameters.empty() ? nullptr : Widen(parameters).c_str(), nullptr, SW_SHOWNORMAL));
+  return status > 32;
+}
+
+}  // namespace
+
+PlatformWin32::PlatformWin32(std::function<bool()> nudgesRightAngles)
+    : nudgesRightAngles_(std::move(nudgesRightAngles)) {}
+
+bool PlatformWin32::IsCtrlDown() {
+  return GetKeyState(VK_CONTROL) < 0;
+}
+
+std::string PlatformWin32::SystemDescription() {
+  std::wstring name = ProductName();
+  const std::optional<OSVERSIONINFOW> version = SystemVersion();
+  if (!version) return Narrow(name);
+  // The product's name was not changed for it.
+  constexpr DWORD firstBuildOf11 = 22000;
+  constexpr std::wstring_view ten = L"Windows 10";
+  if (version->dwBuildNumber >= firstBuildOf11 && name.starts_with(ten)) {
+    name.replace(0, ten.size(), L"Windows 11");
+  }
+  if (version->szCSDVersion[0]) name.append(L" ").append(version->szCSDVersion);
+  name += L" (" + std::to_wstring(version->dwMajorVersion) + L"." + std::to_wstring(version->dwMinorVersion) +
+          L"." + std::to_wstring(version->dwBuildNumber) + L")";
+  return Narrow(name);
+}
+
+std::string PlatformWin32::Today() {
+  wchar_t date[80] = L"";
+  GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, date,
+                  static_cast<int>(std::size(date)), nullptr);
+  return Narrow(date);
+}
+
+std::uint32_t PlatformWin32::ProcessId() {
+  return GetCurrentProcessId();
+}
+
+bool PlatformWin32::IsRunning(std::uint32_t processId) {
+  const UniqueProcess process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, processId));
+  // One that has ended is kept as long as someone looks at it.
+  if (!process || WaitForSingleObject(process.get(), 0) == WAIT_OBJECT_0) return false;
+  return lstrcmpiW(ImageName(process.get()).c_str(), ImageName(GetCurrentProcess()).c_str()) == 0;
+}
+
+void PlatformWin32::SetWorkingFolder(const std::string& folder) {
+  SetCurrentDirectoryW(Widen(folder).c_str());
+}
+
+// Windows has had no viewer for such files of its own since Vista.
+bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& word) {
+  wchar_t viewer[MAX_PATH] = L"";
+  const DWORD found = SearchPathW(nullptr, L"winhlp32.exe", nullptr, MAX_PATH, viewer, nullptr);
+  if (Exists(helpFile) && found > 0 && found < MAX_PATH) {
+    const std::string quoted = "\"" + helpFile + "\"";
+    return Open(Narrow(viewer), word.empty() ? quoted : "-k " + word + " " + quoted);
+  }
+  for (const char* manual : {"docs\\manual.html", "manual.html", "docs\\manual.md", "manual.md"}) {
+    const std::string name = ProgramFolder() + manual;
+    if (Exists(name)) return Open(name, {});
+  }
+  return false;
+}
+
+std::string PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
+  return WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink);
+}
+
+std::string PlatformWin32::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
+  return vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink);
+}
+
+std::string ProgramFolder() {
+  std::wstring name(32768, L'\0');
+  name.resize(GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size())));
+  return std::string(FolderOf(Narrow(name)));
+}
+
+std::string WorkingFolder() {
+  std::wstring name(32768, L'\0');
+  name.resize(GetCurrentDirectoryW(static_cast<DWORD>(name.size()), name.data()));
+  return Narrow(name);
+}
+
+}  // namespace vaxel

@@ -1,0 +1,32 @@
+#include "app/win32/printers_win32.h"
+
+#include <utility>
+
+#include "render/gdi_printer.h"
+
+namespace vaxel {
+
+PrintersWin32::PrintersWin32(PictureDecoder& decoder, std::function<bool()> nudgesRightAngles)
+    : decoder_(decoder), nudgesRightAngles_(std::move(nudgesRightAngles)) {}
+
+std::string PrintersWin32::CurrentPrinter() {
+  return DefaultPrinter();
+}
+
+std::optional<RunTarget> PrintersWin32::Target(const std::string& printer, std::string& error) {
+  const std::optional<PrinterFacts> facts = FactsOf(printer, error);
+  if (!facts) return std::nullopt;
+  RunTarget target;
+  target.Kind = TargetKind::Printer;
+  target.WidthMm = facts->WidthMm;
+  target.HeightMm = facts->HeightMm;
+  target.PixelMm = facts->PixelMm;
+  return target;
+}
+
+std::string PrintersWin32::Print(const std::string& printer, const std::string& documentName,
+                                 const DisplayList& drawing) {
+  return vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()});
+}
+
+}  // namespace vaxel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "app/platform.h"
+
+namespace vaxel {
+
+class PrintersWin32 : public Printers {
+ public:
+  // decoder must outlive the object. nudgesRightAngles: see CLogFont; asked for each document.
+  PrintersWin32(PictureDecoder& decoder, std::function<bool()> nudgesRightAngles);
+
+  std::string CurrentPrinter() override;
+  std::optional<RunTarget> Target(const std::string& printer, std::string& error) override;
+  std::string Print(const std::string& printer, const std::string& documentName,
+                    const DisplayList& drawing) override;
+
+ private:
+  PictureDecoder& decoder_;
+  std::function<bool()> nudgesRightAngles_;
+};
+
+}  // namespace vaxel

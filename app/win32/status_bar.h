@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "app/main_window.h"
+#include "render/gdi_handles.h"
+
+namespace vaxel {
+
+// The read-only fields Text1 and Text2 at the window's lower edge, with their tooltips.
+class StatusBar {
+ public:
+  StatusBar(HINSTANCE instance, HWND parent);
+
+  void SetText(StatusField field, std::string_view text);
+  void SetToolTip(StatusField field, std::string_view text);
+  // The font and with it the height are those of the resolution.
+  void SetDpi(UINT dpi);
+  int Height() const { return height_; }
+  void Place(int top, int width);
+
+ private:
+  HWND FieldOf(StatusField field) const { return fields_[static_cast<std::size_t>(field)]; }
+
+  HWND parent_;
+  std::array<HWND, 2> fields_{};
+  std::array<std::wstring, 2> texts_;
+  HWND toolTips_ = nullptr;
+  UniqueGdi<HFONT> font_;
+  UINT dpi_ = 96;
+  int height_ = 0, textHeight_ = 0;
+};
+
+}  // namespace vaxel
