@@ -104,7 +104,7 @@ class EditorWin32::Unnoticed {
     if (editor_.document_) editor_.document_->Undo(tomResume, nullptr);
     if (!isSeen_) return;
     editor_.Send(WM_SETREDRAW, TRUE);
-    InvalidateRect(editor_.window_, nullptr, FALSE);
+    RedrawWindow(editor_.window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_NOERASE);
   }
   Unnoticed(const Unnoticed&) = delete;
   Unnoticed& operator=(const Unnoticed&) = delete;
