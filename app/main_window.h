@@ -72,6 +72,8 @@ class MainWindow {
   virtual void PrepareGraphic() = 0;
   // Shows the drawing's last page, at once. It lives until another is shown and may grow meanwhile.
   virtual void ShowDrawing(const DisplayList& drawing) = 0;
+  // The same while a run is under way: what would take long may be left out.
+  virtual void ShowDrawingSoFar(const DisplayList& drawing) { ShowDrawing(drawing); }
   // Shows the drawing enlarged and moved.
   virtual void SetView(const GraphicView& view) = 0;
 };

@@ -58,7 +58,7 @@ RunBridge::RunBridge(AppContext& app, const DisplayList& drawing, bool isShown,
       lastShown_(lastEvents_) {}
 
 void RunBridge::ShowSoFar() {
-  if (isShown_ && !drawing_.Pages().empty()) app_.Window.ShowDrawing(drawing_);
+  if (isShown_ && !drawing_.Pages().empty()) app_.Window.ShowDrawingSoFar(drawing_);
   lastShown_ = app_.Platform.Now();
 }
 

@@ -53,7 +53,7 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     std::fill_n(band.Pixels(), band.PixelCount(), OpaquePixel(frame.Paper));
     place.OffsetY = (frame.Place.OffsetY - top) * Multiple;
     renderer.Place(place);
-    PlayPage(list_, page, renderer);
+    PlayPage(list_, page, renderer, frame.GoOn);
     GdiFlush();
     for (int y = 0; y < count; ++y) {
       ReduceRow(band.Pixels() + static_cast<std::size_t>(y) * Multiple * static_cast<std::size_t>(drawnWidth),

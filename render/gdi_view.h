@@ -15,6 +15,7 @@ struct ViewFrame {
   int Width = 0, Height = 0;  // pixels, above 0
   DeviceTransform Place{};
   Colour Paper = White;  // everywhere where nothing is drawn
+  PlayWatch GoOn{};      // what it leaves out is missing; none: nothing is
 };
 
 // Antialiased pictures of the pages of one list, which must outlive the view and may grow meanwhile. What one

@@ -40,14 +40,16 @@ class Player {
   std::vector<ContourArc> pieces_;
 };
 
-// Without an end: all of it.
-void PlayUntil(const Operation* end, const DisplayList& list, std::size_t page, Renderer& renderer) {
+// Without an end and someone to ask: all of it.
+void PlayUntil(const Operation* end, const PlayWatch& goOn, const DisplayList& list, std::size_t page,
+               Renderer& renderer) {
+  constexpr std::size_t between = 64;
   const Page& played = list.Pages()[page];
   Player player(list, renderer);
   renderer.BeginPage(played, page + 1);
   for (std::size_t i = 0; i < played.Count; ++i) {
     const Operation& operation = list.At(played.First + i);
-    if (&operation == end) break;
+    if (&operation == end || (goOn && i % between == 0 && !goOn(i))) break;
     player.Play(operation);
   }
   renderer.EndPage();
@@ -55,12 +57,12 @@ void PlayUntil(const Operation* end, const DisplayList& list, std::size_t page, 
 
 }  // namespace
 
-void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer) {
-  PlayUntil(nullptr, list, page, renderer);
+void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer, const PlayWatch& goOn) {
+  PlayUntil(nullptr, goOn, list, page, renderer);
 }
 
 void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer) {
-  PlayUntil(&end, list, page, renderer);
+  PlayUntil(&end, {}, list, page, renderer);
 }
 
 void PlayAll(const DisplayList& list, Renderer& renderer) {

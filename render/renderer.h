@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -30,8 +31,12 @@ class Renderer {
   virtual void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) = 0;
 };
 
+// Asked now and then with the number of an operation in its page, from 0: false leaves out this one and what
+// comes after it.
+using PlayWatch = std::function<bool(std::size_t operation)>;
+
 // Plays one page (from 0), or all of them, in the order in which they were drawn.
-void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer);
+void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer, const PlayWatch& goOn = {});
 // The same of a page as it was before one of its operations.
 void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer);
 void PlayAll(const DisplayList& list, Renderer& renderer);

@@ -19,6 +19,12 @@ constexpr UINT_PTR PauseTimer = 1;
 // second.
 constexpr double FastEnough = 30;
 constexpr UINT Pause = 80;
+// Of a drawing that is still growing, and of a complete one before a key or a button may break it off.
+constexpr double SoFar = 100, Patience = 1000;
+
+double MillisecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
 
 POINT PixelOf(LPARAM lParam) {
   return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -61,9 +67,21 @@ GraphicArea GraphicWindow::Area() const {
 }
 
 void GraphicWindow::Show(const DisplayList* list) {
+  const bool isSame = isGrowing_ && list == list_;
+  isGrowing_ = false;
+  if (!isSame) picture_.reset();
+  ShowAtOnce(list);
+}
+
+void GraphicWindow::ShowSoFar(const DisplayList& list) {
+  if (!isGrowing_ || &list != list_) picture_.reset();
+  isGrowing_ = true;
+  ShowAtOnce(&list);
+}
+
+void GraphicWindow::ShowAtOnce(const DisplayList* list) {
   list_ = list;
-  picture_.reset();
-  if (list) {
+  if (list && !picture_) {
     AppContext& app = application_->Context();
     picture_ =
         std::make_unique<GdiView>(*list, app.Platform.Decoder(), app.State.PatchFlags[PatchTurnedFonts]);
@@ -85,21 +103,41 @@ void GraphicWindow::Invalidate() {
 }
 
 void GraphicWindow::Redraw() {
-  const auto start = std::chrono::steady_clock::now();
   isStale_ = false;
   drawnView_ = view_;
   bitmap_ = {};
   if (picture_ && !list_->Pages().empty()) {
-    ViewFrame frame;
-    frame.Width = lastSize_.cx;
-    frame.Height = lastSize_.cy;
-    frame.Place.PixelsPerMmX = frame.Place.PixelsPerMmY = view_.Scale / Area().PixelMm;
-    frame.Place.OffsetX = view_.Offset.X;
-    frame.Place.OffsetY = view_.Offset.Y;
-    bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame);
+    // Who has ended a run by Escape does not want to wait for it.
+    const bool isCut = isGrowing_ || application_->Context().State.AbortRequested;
+    const std::size_t count = list_->Pages().back().Count;
+    const auto atOnce = [&] { return std::min(count, static_cast<std::size_t>(perMs_ * SoFar)); };
+    // What was broken off shows its beginning, like one that is growing.
+    if (!DrawFirst(isCut ? atOnce() : count)) DrawFirst(atOnce());
   }
   mayWait_ = static_cast<bool>(bitmap_);
-  drawMs_ = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Nobody can be kept waiting for as long as a drawing of a million operations takes: false when a key or a
+// button has broken it off.
+bool GraphicWindow::DrawFirst(std::size_t operations) {
+  const auto start = std::chrono::steady_clock::now();
+  bool isBroken = false;
+  ViewFrame frame;
+  frame.Width = lastSize_.cx;
+  frame.Height = lastSize_.cy;
+  frame.Place.PixelsPerMmX = frame.Place.PixelsPerMmY = view_.Scale / Area().PixelMm;
+  frame.Place.OffsetX = view_.Offset.X;
+  frame.Place.OffsetY = view_.Offset.Y;
+  frame.GoOn = [&](std::size_t operation) {
+    isBroken = isBroken ||
+               (MillisecondsSince(start) > Patience && HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0);
+    return operation < operations && !isBroken;
+  };
+  bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame);
+  drawMs_ = MillisecondsSince(start);
+  // Small drawings take as long as their pixels do.
+  if (!isBroken && drawMs_ > SoFar / 2) perMs_ = std::max(5.0, static_cast<double>(operations) / drawMs_);
+  return !isBroken;
 }
 
 // The bitmap as it was drawn, where the view has it now.

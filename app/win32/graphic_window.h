@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -26,6 +27,8 @@ class GraphicWindow {
   HWND Window() const { return window_; }
   // The list must live until another is shown, or none.
   void Show(const DisplayList* list);
+  // As much of it as can be drawn at once; it is going to be shown whole.
+  void ShowSoFar(const DisplayList& list);
   void SetView(const GraphicView& view);
   void SetPointer(PointerShape shape) { pointer_ = shape; }
   GraphicArea Area() const;
@@ -35,6 +38,8 @@ class GraphicWindow {
   void Failed() const { onFailure_(); }
 
  private:
+  void ShowAtOnce(const DisplayList* list);
+  bool DrawFirst(std::size_t operations);
   void Redraw();
   void Invalidate();
   void Paint();
@@ -55,6 +60,8 @@ class GraphicWindow {
   PointerShape pointer_ = PointerShape::Normal;
   bool isStale_ = true;        // the bitmap
   bool mayWait_ = false;       // there is something to show while it is stale
+  bool isGrowing_ = false;     // the list
+  double perMs_ = 25;          // operations drawn in a millisecond, as far as is known
   double drawMs_ = 0;          // what the last bitmap took
   std::optional<POINT> drag_;  // where the pointer was, while a button is held down
 };

@@ -56,6 +56,7 @@ class MainWindowWin32 : public MainWindow {
   void SetEditorWidth(int width) override;
   void PrepareGraphic() override {}
   void ShowDrawing(const DisplayList& drawing) override { graphic_.Show(&drawing); }
+  void ShowDrawingSoFar(const DisplayList& drawing) override { graphic_.ShowSoFar(drawing); }
   void SetView(const GraphicView& view) override { graphic_.SetView(view); }
 
   bool IsComplete() const { return application_ && window_; }
