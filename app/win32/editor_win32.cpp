@@ -6,24 +6,21 @@
 #include <richole.h>
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include "app/script_colours.h"
 #include "app/win32/control_ids.h"
+#include "app/win32/rich_format.h"
 #include "render/gdi_strings.h"
 
 namespace vaxel {
 namespace {
 
 constexpr UINT_PTR ColourTimer = 1;
-constexpr UINT BetweenSlices = 30;  // milliseconds
-constexpr auto FirstSlice = std::chrono::milliseconds(60);
-constexpr auto Slice = std::chrono::milliseconds(12);
-// Characters from the start: behind them a text has the colours of the lines alone that were changed.
-constexpr LONG MostColoured = 1 << 20;
+constexpr UINT BetweenLooks = 50;  // milliseconds, at what is seen
+constexpr auto FirstColours = std::chrono::milliseconds(100);
 constexpr double UsualFontSize = 10;
 constexpr UINT Utf16 = 1200;
 
@@ -47,47 +44,14 @@ bool IsInWord(wchar_t unit) {
   return unit == L'_' || IsCharAlphaNumericW(unit) != FALSE;
 }
 
-const wchar_t* EditorFace() {
-  LOGFONTW wanted{};
-  wanted.lfCharSet = DEFAULT_CHARSET;
-  lstrcpynW(wanted.lfFaceName, L"Consolas", LF_FACESIZE);
-  bool isThere = false;
-  const UniqueDc context(CreateCompatibleDC(nullptr));
-  const FONTENUMPROCW found = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM result) {
-    *reinterpret_cast<bool*>(result) = true;
-    return 0;
-  };
-  EnumFontFamiliesExW(context.get(), &wanted, found, reinterpret_cast<LPARAM>(&isThere), 0);
-  return isThere ? L"Consolas" : L"Courier New";
-}
-
-CHARFORMAT2W FormatOf(DWORD mask) {
-  CHARFORMAT2W format{};
-  format.cbSize = sizeof format;
-  format.dwMask = mask;
-  return format;
-}
-
-CHARFORMAT2W SizeFormat(double points) {
-  CHARFORMAT2W format = FormatOf(CFM_SIZE);
-  format.yHeight = static_cast<LONG>(std::lround(points * 20));
-  return format;
-}
-
-CHARFORMAT2W ColourFormat(Colour colour) {
-  CHARFORMAT2W format = FormatOf(CFM_COLOR);
-  format.crTextColor = colour;
-  return format;
-}
-
 bool IsDown(int key) {
   return GetKeyState(key) < 0;
 }
 
 }  // namespace
 
-// What happens meanwhile is not the user's doing: the application is not told, undoing does not see it and
-// the scroll position stays.
+// What happens meanwhile is not the user's doing: the application is not told, undoing does not see it,
+// selection and scroll position stay.
 class EditorWin32::Unnoticed {
  public:
   explicit Unnoticed(EditorWin32& editor, bool isSeen = true)
@@ -97,10 +61,16 @@ class EditorWin32::Unnoticed {
     // A hidden window would be shown by this.
     if (isSeen_) editor_.Send(WM_SETREDRAW, FALSE);
     editor_.Send(EM_GETSCROLLPOS, 0, &scroll_);
+    selection_ = editor_.Selection();
   }
   ~Unnoticed() {
     if (--editor_.unnoticed_ > 0) return;
-    editor_.Send(EM_SETSCROLLPOS, 0, &scroll_);
+    const CHARRANGE selection = editor_.Selection();
+    if (selection.cpMin != selection_.cpMin || selection.cpMax != selection_.cpMax)
+      editor_.Select(selection_);
+    POINT scroll{};
+    editor_.Send(EM_GETSCROLLPOS, 0, &scroll);
+    if (scroll.x != scroll_.x || scroll.y != scroll_.y) editor_.Send(EM_SETSCROLLPOS, 0, &scroll_);
     if (editor_.document_) editor_.document_->Undo(tomResume, nullptr);
     if (!isSeen_) return;
     editor_.Send(WM_SETREDRAW, TRUE);
@@ -113,6 +83,7 @@ class EditorWin32::Unnoticed {
   EditorWin32& editor_;
   bool isSeen_;
   POINT scroll_{};
+  CHARRANGE selection_{};
 };
 
 EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure)
@@ -135,7 +106,7 @@ EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailu
   Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(White));
   CHARFORMAT2W format = FormatOf(CFM_FACE | CFM_COLOR | CFM_CHARSET | CFM_BOLD | CFM_ITALIC);
   format.bCharSet = DEFAULT_CHARSET;
-  lstrcpynW(format.szFaceName, EditorFace(), LF_FACESIZE);
+  lstrcpynW(format.szFaceName, ScriptFace(), LF_FACESIZE);
   SetFormat(SCF_DEFAULT, format);
   SetFormat(SCF_ALL, format);
   SetFontSize(UsualFontSize);
@@ -170,7 +141,7 @@ std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam) {
     }
     case WM_TIMER:
       if (wParam != ColourTimer) return std::nullopt;
-      ColourPending(Slice);
+      ColourSeen();
       return 0;
     default:
       return std::nullopt;
@@ -327,76 +298,67 @@ void EditorWin32::SetTypingColour(Colour colour) {
   SetFormat(SCF_SELECTION, ColourFormat(colour));
 }
 
+// The control's text ranges would do it without the selection, but under Wine they take ten times as long.
 void EditorWin32::SetColour(CHARRANGE range, Colour colour) const {
-  if (!document_) return;
-  const auto text = Obtained<ITextRange>(
-      [&](ITextRange** made) { return document_->Range(range.cpMin, range.cpMax, made); });
-  if (!text) return;
-  const auto font = Obtained<ITextFont>([&](ITextFont** made) { return text->GetFont(made); });
-  if (font) font->SetForeColor(static_cast<LONG>(colour));
+  if (range.cpMin == range.cpMax) return;
+  Select(range);
+  SetFormat(SCF_SELECTION, ColourFormat(colour));
 }
 
-void EditorWin32::ColourRange(std::wstring_view line, LONG begin) const {
-  for (const ColouredRange& range : ColoursOfLine(Narrow(line))) {
-    SetColour({begin + static_cast<LONG>(range.Begin), begin + static_cast<LONG>(range.End)}, range.Ink);
+LONG EditorWin32::ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const {
+  std::size_t from = 0;
+  while (from < text.size() && Clock::now() < until) {
+    const std::size_t end = std::min(text.find(L'\r', from), text.size());
+    const LONG place = begin + static_cast<LONG>(from);
+    SetColour({place, begin + static_cast<LONG>(end)}, Black);
+    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)))) {
+      SetColour({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
+    }
+    from = end + 1;
   }
+  return begin + static_cast<LONG>(std::min(from, text.size()));
 }
 
 void EditorWin32::ColourLine(std::size_t line) {
   const CHARRANGE range = RangeOfLine(line - 1);
   const std::wstring text = TextOf(range);
   const Unnoticed unnoticed(*this);
-  SetColour(range, Black);
-  ColourRange(text, range.cpMin);
+  ColourLines(text, range.cpMin, Clock::time_point::max());
 }
 
-CHARRANGE EditorWin32::VisibleRange() const {
+EditorWin32::LineRange EditorWin32::VisibleLines() const {
   RECT client{};
   GetClientRect(window_, &client);
-  const auto first = static_cast<LONG>(Send(EM_LINEINDEX, static_cast<WPARAM>(Send(EM_GETFIRSTVISIBLELINE))));
   const POINTL corner = {0, std::max(0L, client.bottom - 1)};
   const LRESULT last = Send(EM_EXLINEFROMCHAR, 0, static_cast<LPARAM>(Send(EM_CHARFROMPOS, 0, &corner)));
-  return {first, RangeOfLine(static_cast<std::size_t>(last)).cpMax};
+  return {static_cast<std::size_t>(Send(EM_GETFIRSTVISIBLELINE)), static_cast<std::size_t>(last)};
 }
 
 void EditorWin32::ColourAll() {
+  const std::wstring text = WholeText();
+  const auto length = static_cast<LONG>(text.size());
   {
-    const CHARRANGE visible = VisibleRange();
-    const std::wstring text = TextOf(visible);
     const Unnoticed unnoticed(*this);
-    for (std::size_t begin = 0; begin < text.size();) {
-      const std::size_t end = std::min(text.find(L'\r', begin), text.size());
-      const LONG place = visible.cpMin + static_cast<LONG>(begin);
-      SetColour({place, visible.cpMin + static_cast<LONG>(end)}, Black);
-      ColourRange(std::wstring_view(text).substr(begin, end - begin), place);
-      begin = end + 1;
-    }
+    pending_ = ColourLines(text, 0, Clock::now() + FirstColours);
   }
-  pending_ = 0;
-  ColourPending(FirstSlice);
+  seen_.reset();
+  if (*pending_ >= length) return pending_.reset();
+  ColourSeen();
+  SetTimer(window_, ColourTimer, BetweenLooks, nullptr);
 }
 
-void EditorWin32::ColourPending(Clock::duration time) {
-  const auto until = Clock::now() + time;
-  const std::wstring text = WholeText();
-  const auto most = std::min(text.size(), static_cast<std::size_t>(MostColoured));
-  auto begin = static_cast<std::size_t>(pending_.value_or(MostColoured));
-  if (begin < most) {
-    const Unnoticed unnoticed(*this);
-    while (begin < most && Clock::now() < until) {
-      const std::size_t end = std::min(text.find(L'\r', begin), text.size());
-      SetColour({static_cast<LONG>(begin), static_cast<LONG>(end)}, Black);
-      ColourRange(std::wstring_view(text).substr(begin, end - begin), static_cast<LONG>(begin));
-      begin = end + 1;
-    }
-  }
-  if (begin < most) {
-    pending_ = static_cast<LONG>(begin);
-    SetTimer(window_, ColourTimer, BetweenSlices, nullptr);
-  } else {
-    pending_.reset();
+void EditorWin32::ColourSeen() {
+  if (!pending_) {
     KillTimer(window_, ColourTimer);
+    return;
   }
+  const LineRange lines = VisibleLines();
+  const CHARRANGE range = {RangeOfLine(lines.First).cpMin, RangeOfLine(lines.Last).cpMax};
+  if (range.cpMax <= *pending_ || lines == seen_) return;
+  seen_ = lines;
+  const std::wstring text = TextOf(range);
+  const Unnoticed unnoticed(*this);
+  ColourLines(text, range.cpMin, Clock::time_point::max());
 }
 
 void EditorWin32::SetFontSize(double points) {

@@ -19,8 +19,8 @@
 
 namespace vaxel {
 
-// The script editor (RTB1), a rich edit control of plain text. Colours of a long script come in the lines
-// that are seen first and in the others little by little.
+// The script editor (RTB1), a rich edit control of plain text. The lines of a long script get their colours
+// when they are first seen.
 class EditorWin32 : public ScriptEditor {
  public:
   EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure);
@@ -65,21 +65,28 @@ class EditorWin32 : public ScriptEditor {
   void Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
   // Of a line counted from 0; where the text ends for one behind it.
   CHARRANGE RangeOfLine(std::size_t line) const;
-  CHARRANGE VisibleRange() const;
+  // Lines counted from 0.
+  struct LineRange {
+    std::size_t First = 0, Last = 0;
+    bool operator==(const LineRange&) const = default;
+  };
+  LineRange VisibleLines() const;
   std::wstring TextOf(CHARRANGE range) const;
   std::wstring WholeText() const;
   void SetFormat(WPARAM scope, const CHARFORMAT2W& format) const { Send(EM_SETCHARFORMAT, scope, &format); }
   void SetColour(CHARRANGE range, Colour colour) const;
-  void ColourRange(std::wstring_view line, LONG begin) const;
-  void ColourPending(Clock::duration time);
+  // The lines of a part of the text, which begins with one; where the time was over.
+  LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
+  void ColourSeen();
 
   FailureHandler onFailure_;
   UniqueLibrary library_;
   HWND window_ = nullptr;
   UniqueCom<ITextDocument> document_;
   Application* application_ = nullptr;
-  int unnoticed_ = 0;            // how many are at work
-  std::optional<LONG> pending_;  // from where on the colours are yet to come
+  int unnoticed_ = 0;              // how many are at work
+  std::optional<LONG> pending_;    // from where on the colours are yet to come
+  std::optional<LineRange> seen_;  // the lines behind that which were coloured last
 };
 
 }  // namespace vaxel
