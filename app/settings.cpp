@@ -64,10 +64,11 @@ std::string Settings::LanguageText(int index, int id) const {
 }
 
 // "Vaxel_de.lng" beside the program, in the order of their names, so that the numbers of languages stay.
-void Settings::AddLanguages() {
+std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
   namespace fs = std::filesystem;
   constexpr std::string_view prefix = "VAXEL_", extension = ".LNG";
   constexpr std::size_t maxBytes = 2 << 20;
+  std::vector<LanguageProblems> problems;
   std::vector<std::string> names;
   std::error_code error;
   for (fs::directory_iterator entry(PathOf(app_.State.ProgramFolder), error), end; !error && entry != end;
@@ -80,13 +81,27 @@ void Settings::AddLanguages() {
   for (const std::string& name : names) {
     const std::string code = name.substr(prefix.size(), name.size() - prefix.size() - extension.size());
     const FileContent content = ReadWholeFile(app_.State.ProgramFolder + name, maxBytes);
-    TellProblems(name, app_.Strings.AddLanguage(code, content.Bytes));
+    switch (content.Status) {
+      case FileStatus::Read:
+        problems.push_back({name, app_.Strings.AddLanguage(code, content.Bytes), {}});
+        break;
+      case FileStatus::TooLarge:
+        problems.push_back({name, {{0, LineFault::TooLarge}}, {}});
+        break;
+      case FileStatus::Unreadable:
+        problems.push_back({name, {}, content.Reason});
+        break;
+    }
   }
+  return problems;
 }
 
-void Settings::TellProblems(const std::string& fileName, const std::vector<LineProblem>& problems) {
+void Settings::TellProblems(const LanguageProblems& found) {
   constexpr std::size_t mostShown = 15;
+  const auto& [fileName, problems, unreadable] = found;
   std::string lines;
+  if (!unreadable.empty())
+    return app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotRead, fileName, unreadable));
   for (std::size_t i = 0; i < problems.size() && i < mostShown; ++i) {
     const std::string fault = app_.Message(static_cast<int>(problems[i].Fault), problems[i].Value);
     if (problems[i].Line == 0) {
@@ -111,7 +126,7 @@ void Settings::UseHelpLanguage(int index) {
 
 bool Settings::Read() {
   ApplicationState& state = app_.State;
-  AddLanguages();
+  const std::vector<LanguageProblems> problems = AddLanguages();
   app_.Config.emplace(state.ProgramFolder, state.VersionText, app_.Platform.IsNtFamily());
   const ConfigurationFile::Reading reading = app_.Config->Read(LanguageNames(app_.Strings));
   const Configuration& settings = reading.Settings;
@@ -142,6 +157,8 @@ bool Settings::Read() {
   app_.Window.SetRecentFiles(state.RecentFiles);
   app_.Window.SetChecked(MenuId::Mnu_Code, state.IsEditorShown);
   app_.Window.SetEditorWidth(state.IsEditorShown ? state.EditorWidth : 0);
+  // In the language that the file has chosen.
+  for (const LanguageProblems& found : problems) TellProblems(found);
   if (!reading.Error.empty()) {
     app_.IsConfigFailureTold = true;
     app_.Tell(BoxIcon::Information,
@@ -164,7 +181,9 @@ void Settings::CopyTemplate() {
   OutputFile file(name);
   file.Write(content.Bytes);
   const std::string error = file.Commit();
-  if (!error.empty()) app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotWrite, name, error));
+  // In a folder that cannot be written the user was told so already.
+  if (error.empty() || app_.IsConfigFailureTold) return;
+  app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotWrite, name, error));
 }
 
 void Settings::ChooseLanguages() {

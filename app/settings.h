@@ -27,8 +27,14 @@ class Settings {
   void WriteAtEnd();
 
  private:
-  void AddLanguages();
-  void TellProblems(const std::string& fileName, const std::vector<LineProblem>& problems);
+  // What is wrong in the file of a language.
+  struct LanguageProblems {
+    std::string FileName;
+    std::vector<LineProblem> Lines;
+    std::string Unreadable;  // why it cannot be read
+  };
+  std::vector<LanguageProblems> AddLanguages();
+  void TellProblems(const LanguageProblems& found);
   void UseHelpLanguage(int index);
   void UseMessageLanguage(int index);
   void CopyTemplate();

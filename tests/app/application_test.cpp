@@ -404,8 +404,10 @@ TEST(Application, SetsPatchesByTheirNumbers) {
 
 TEST(Application, GoesOnWithoutAFolderToWriteIn) {
   FakeShell shell;
-  // A folder stands where the file should be.
+  // Folders stand where the files should be.
   std::filesystem::create_directory(PathOf(shell.Path("Vaxel.cfg")));
+  std::filesystem::create_directory(PathOf(shell.Path("Vaxel.DaN")));
+  shell.Write("Vaxel_en.DaN", "' template");
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
     dialog.OnMessages(2);
     dialog.OnHelp(2);
@@ -416,6 +418,21 @@ TEST(Application, GoesOnWithoutAFolderToWriteIn) {
   shell.App->KeyDown(Key::F7);
   EXPECT_EQ(shell.State().Zmm, 1.1);
   EXPECT_EQ(shell.Take({"message"}).size(), 1U);
+}
+
+TEST(Application, TellsOfWrongLanguageFilesInTheChosenLanguage) {
+  FakeShell shell;
+  shell.Write("Vaxel_de.lng", "5 = Deutsch\n110 = Datei\nx\n");
+  shell.Write("Vaxel_it.lng", std::string(3 << 20, '\''));
+  std::filesystem::create_directory(PathOf(shell.Path("Vaxel_nl.lng")));
+  shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangue = English\r\nLangueAide = Deutsch\r\n");
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Take({"message"}),
+            (Log{"message Wrong lines of the language file Vaxel_de.lng, which the English text replaces:\n"
+                 "line 3: not \"number = text\": x\n",
+                 "message The language file Vaxel_it.lng is not used: the file is larger than 1 MB",
+                 "message The file Vaxel_nl.lng cannot be read: it is a folder"}));
+  EXPECT_EQ(shell.State().HelpFile, "Vaxel_de.hlp");
 }
 
 TEST(Application, RemembersItsWindow) {
