@@ -138,8 +138,16 @@ RunEnd RunCycle::RunOnScreen() {
 
 // What was pasted, or brought back by undoing, reaches from the line where the cursor was to where it is.
 void RunCycle::LineChanged(std::size_t line) {
-  for (std::size_t left = std::min(line, cursorLine_); left <= std::max(line, cursorLine_); ++left) {
-    if (left != line) app_.Editor.ColourLine(left);
+  constexpr std::size_t mostSingly = 200;
+  // Lines that were deleted are no more.
+  const std::size_t last = std::min(std::max(line, cursorLine_), app_.Editor.Place().Lines);
+  const std::size_t first = std::min(line, cursorLine_);
+  if (last - first > mostSingly) {
+    app_.Editor.ColourAll();
+  } else {
+    for (std::size_t left = first; left <= last; ++left) {
+      if (left != line) app_.Editor.ColourLine(left);
+    }
   }
   cursorLine_ = line;
   isLineChanged_ = true;

@@ -133,6 +133,15 @@ TEST(Application, ColoursLinesThatTheCursorLeaves) {
   shell.Editor.Type("\nX = 2,2,2\nX = 3,3,3");  // pasted
   EXPECT_EQ(shell.Take(), (Log{"colour line 4", "colour line 5"}));
   EXPECT_EQ(shell.Window.Text1, "L 6/6");
+  // Deleted lines are no more; one of very many lines costs as much as all.
+  shell.Editor.Content = "X = 1,1,1\n";
+  shell.Editor.Line = 1;
+  shell.App->EditorChanged();
+  EXPECT_EQ(shell.Take(), Log{"colour line 2"});
+  for (int i = 0; i < 1000; ++i) shell.Editor.Content += "X = 1,1,1\n";
+  shell.Editor.Line = 1001;
+  shell.App->EditorChanged();
+  EXPECT_EQ(shell.Take(), Log{"colour all"});
 }
 
 TEST(Application, TellsWhereARunFails) {
