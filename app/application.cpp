@@ -263,6 +263,7 @@ void Application::KeyUp(Key key) {
 
 void Application::EditorChanged() {
   app_.State.TextModified = true;
+  if (!app_.State.IsWritingComments) ++app_.State.UserEdits;
   recovery_.TextChanged();
   runs_.LineChanged(app_.Editor.Place().Line);
   app_.ShowPlace();

@@ -22,6 +22,8 @@ struct ApplicationState {
   // The script being edited.
   std::string CurrentFile;  // full path; empty: not yet saved
   bool TextModified = false;
+  std::uint64_t UserEdits = 0;     // how often the text was changed by anything but the comments of a run
+  bool IsWritingComments = false;  // a run writes its comments into the text
   TextEncoding Encoding = TextEncoding::Utf8;  // in which it was loaded
   std::size_t LoadedHash = 0;                  // of the bytes of the file as they were loaded or saved
   std::string StartupFile;                     // with which the next start begins

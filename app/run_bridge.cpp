@@ -1,5 +1,6 @@
 #include "app/run_bridge.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -26,23 +27,22 @@ std::string LineOf(const std::string& text, std::uint32_t number) {
   return text.substr(from, text.find('\n', from) - from);
 }
 
-// Whether a comment is one that a run has written: numbers, "pixels" and "mm". Those of the user stay.
-bool IsOfRun(std::string_view comment) {
-  std::size_t numbers = 0;
-  while (!comment.empty()) {
-    if (comment.starts_with("pixels")) {
-      comment.remove_prefix(6);
-    } else if (comment.starts_with("mm")) {
-      comment.remove_prefix(2);
-    } else if (IsDigit(comment.front()) ||
-               std::string_view(" +-.,E").find(comment.front()) != std::string_view::npos) {
-      numbers += IsDigit(comment.front()) ? 1 : 0;
-      comment.remove_prefix(1);
-    } else {
-      return false;
+// A comment without its blanks and with "#" for every number.
+std::string ShapeOf(std::string_view comment) {
+  std::string shape;
+  for (std::size_t i = 0; i < comment.size(); ++i) {
+    const bool isSign =
+        (comment[i] == '-' || comment[i] == '+') && i + 1 < comment.size() && IsDigit(comment[i + 1]);
+    if (comment[i] == ' ') continue;
+    if (!isSign && !IsDigit(comment[i])) {
+      shape += comment[i];
+      continue;
     }
+    const std::size_t end = comment.find_first_not_of("0123456789.E+-", i + 1);
+    i = std::min(end, comment.size()) - 1;
+    shape += '#';
   }
-  return numbers > 0;
+  return shape;
 }
 
 }  // namespace
@@ -74,19 +74,24 @@ RunSignal RunBridge::ProcessPendingEvents() {
   return app_.State.AbortRequested ? RunSignal::Abort : RunSignal::GoOn;
 }
 
+// A script that includes itself is read from the disk, where its lines may be others than in the editor.
+bool RunBridge::IsOfEditor(std::string_view fileName) const {
+  return fileName == app_.State.CurrentFile && (!run_ || run_->InMainScript());
+}
+
 void RunBridge::ShowError(const ErrorReport& report) {
   ShowSoFar();
   app_.Window.ProcessEvents();
   app_.Window.SetPointer(PointerShape::Normal);
   app_.Tell(BoxIcon::Critical, report.Text);
   app_.Window.SetPointer(PointerShape::Hourglass);
-  if (report.FileName == app_.State.CurrentFile && report.LineNumber > 0) {
+  if (IsOfEditor(report.FileName) && report.LineNumber > 0) {
     app_.Editor.GoToLine(report.LineNumber);
   }
 }
 
 void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber, std::string_view comment) {
-  if (fileName == app_.State.CurrentFile) {
+  if (IsOfEditor(fileName)) {
     comments_[lineNumber] = comment;
   } else {
     ShowNotice(fileName, lineNumber, Trim(comment));
@@ -132,13 +137,26 @@ FileContent RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes)
   return ReadWholeFile(fileName, maxBytes);
 }
 
-void RunBridge::Finish() {
-  const std::string text = comments_.empty() ? std::string() : app_.Editor.Text();
+void RunBridge::WriteComments() {
+  if (comments_.empty()) return;
+  struct Writing {
+    explicit Writing(bool& flag) : Flag(flag) { Flag = true; }
+    ~Writing() { Flag = false; }
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+    bool& Flag;
+  };
+  const Writing writing(app_.State.IsWritingComments);
+  const std::string text = app_.Editor.Text();
   for (const auto& [number, comment] : comments_) {
     const std::string line = LineOf(text, number);
-    std::string commented = WithComment(line, comment);
+    const std::string commented = WithComment(line, comment);
     if (commented != line) app_.Editor.ReplaceLine(number, commented);
   }
+}
+
+void RunBridge::Finish() {
+  WriteComments();
   constexpr std::size_t mostNotices = 20;
   std::string all;
   for (std::size_t i = 0; i < notices_.size() && i < mostNotices; ++i) all += (i ? "\n" : "") + notices_[i];
@@ -151,7 +169,8 @@ std::string WithComment(std::string_view line, std::string_view comment) {
   if (line.ends_with(" _")) return std::string(line);
   const std::size_t apostrophe = line.rfind('\'');
   std::string_view kept = line;
-  if (apostrophe != std::string_view::npos && IsOfRun(line.substr(apostrophe + 1))) {
+  // Those of the user stay, also when they are numbers.
+  if (apostrophe != std::string_view::npos && ShapeOf(line.substr(apostrophe)) == ShapeOf(comment)) {
     kept = line.substr(0, apostrophe);
     while (kept.ends_with(' ')) kept.remove_suffix(1);
   }

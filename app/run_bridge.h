@@ -10,6 +10,7 @@
 
 #include "app/app_context.h"
 #include "drawing/display_list.h"
+#include "interpreter/run_context.h"
 #include "interpreter/run_host.h"
 
 namespace vaxel {
@@ -34,14 +35,19 @@ class RunBridge : public RunHost {
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
   FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override;
 
+  // The run, of which the script in the editor is level 1; it must live until the last call.
+  void Follow(const RunContext& run) { run_ = &run; }
   // When the run is over: writes the comments into the editor and shows the notices.
   void Finish();
 
  private:
   void ShowSoFar();
+  void WriteComments();
+  bool IsOfEditor(std::string_view fileName) const;
 
   AppContext& app_;
   const DisplayList& drawing_;
+  const RunContext* run_ = nullptr;
   bool isShown_;
   std::set<std::string>& told_;
   std::vector<std::string>& answers_;

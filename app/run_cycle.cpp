@@ -94,6 +94,7 @@ RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<
   const bool onScreen = target.Kind == TargetKind::Screen;
   RunBridge bridge(app_, list, onScreen, notices_, answers);
   RunContext run(bridge, AllCommands(), app_.Strings, list);
+  bridge.Follow(run);
   run.LangBase = state.LangBase;
   const RunEnd end = RunScript(run, target, app_.Editor.Text(), state.CurrentFile);
   if (run.NextZoom) state.NextZoom = *run.NextZoom;

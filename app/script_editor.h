@@ -27,7 +27,7 @@ class ScriptEditor {
   virtual void SetText(std::string_view text) = 0;
   // Inserts at the cursor instead of what is selected.
   virtual void ReplaceSelection(std::string_view text) = 0;
-  // Replaces a line, without its end; selection and scroll position stay.
+  // Replaces a line, without its end, and colours it; selection and scroll position stay.
   virtual void ReplaceLine(std::size_t line, std::string_view text) = 0;
   virtual EditorPlace Place() = 0;
   virtual void GoToLine(std::size_t line) = 0;
