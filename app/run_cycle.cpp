@@ -47,6 +47,11 @@ std::optional<ReferenceEntry> ReadReference(std::string_view text) {
                         text.find_first_of("zZ") != std::string_view::npos};
 }
 
+// A drawing that is larger or smaller says nothing, and at the end of numbers it cannot be made.
+bool IsUsableFactor(double factor) {
+  return factor >= 0.001 && factor <= 1000;
+}
+
 }  // namespace
 
 std::string PointerText(double x, double y) {
@@ -56,8 +61,7 @@ std::string PointerText(double x, double y) {
 std::optional<double> FieldValue(std::string_view text) {
   try {
     const Evaluation result = Evaluate(Trim(text));
-    const bool isUsable = result.HasValue && result.Complete && std::isfinite(result.Value);
-    if (isUsable && result.Value > 0) return result.Value;
+    if (result.HasValue && result.Complete && IsUsableFactor(result.Value)) return result.Value;
   } catch (const ScriptFault&) {
   }
   return std::nullopt;
@@ -208,7 +212,7 @@ void RunCycle::Print() {
 void RunCycle::Zoom(bool withCtrl) {
   ApplicationState& state = app_.State;
   if (withCtrl) {
-    state.ScreenZoom = state.NextZoom;
+    if (IsUsableFactor(state.NextZoom)) state.ScreenZoom = state.NextZoom;
     ResetView();
   } else {
     const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };

@@ -67,7 +67,7 @@ class RunCycle {
 // Two numbers as "##0.#" shows them, two blanks between.
 std::string PointerText(double x, double y);
 
-// The number of a dialog's field, which may be an expression; none for what is no number above 0.
+// The number of a dialog's field, which may be an expression; none for what is no number from 0.001 to 1000.
 std::optional<double> FieldValue(std::string_view text);
 
 }  // namespace vaxel

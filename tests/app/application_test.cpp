@@ -251,7 +251,7 @@ TEST(Application, ZoomsByTheDialogAndByZoomIni) {
   EXPECT_NEAR(shell.State().GraphicScale, 3.048, 1e-12);
   EXPECT_EQ(shell.Take({"show"}), Log{"show 2"});
   // What is no number above 0 leaves the values in force.
-  for (const char* entry : {"0", "", "abc", "1/0", "-2", "1+", "1E308*10"}) {
+  for (const char* entry : {"0", "", "abc", "1/0", "-2", "1+", "1E308*10", "1E300", "1E-9"}) {
     shell.Boxes.OnZoom = [&](const ZoomDialog& dialog) { dialog.OnButton(entry, entry); };
     shell.App->KeyDown(Key::F7);
     EXPECT_EQ(shell.State().ScreenZoom, 3) << entry;
@@ -262,6 +262,12 @@ TEST(Application, ZoomsByTheDialogAndByZoomIni) {
   shell.App->KeyDown(Key::F7);
   EXPECT_EQ(shell.Take({"zoom dialog", "show"}), Log{"show 2"});
   EXPECT_EQ(shell.State().ScreenZoom, 2.5);
+  for (const char* script : {"ZoomIni = 0\n", "ZoomIni = -2\n", "ZoomIni = 1E300\n"}) {
+    shell.Editor.Content = script;
+    shell.App->KeyDown(Key::F4);
+    shell.App->KeyDown(Key::F7);
+    EXPECT_EQ(shell.State().ScreenZoom, 2.5) << script;
+  }
 }
 
 TEST(Application, CountsThePointerFromTheReferencePoint) {
