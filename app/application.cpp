@@ -126,8 +126,7 @@ void Application::OfferRecovery() {
     state.StartupFile = state.CurrentFile;
     app_.UpdateTitle();
     EditorChanged();
-    recovery_.Write(app_.Platform.Now(), copy);
-    recovery_.Discard(copy);
+    if (recovery_.Write(app_.Platform.Now(), copy)) recovery_.Discard(copy);
     return;
   }
 }
@@ -282,7 +281,8 @@ void Application::EditorWidthChanged(int width) {
 void Application::Tick() {
   const ApplicationState& state = app_.State;
   if (!state.TextModified) return recovery_.Remove();
-  if (state.IsRunning || !recovery_.IsDue(app_.Platform.Now())) return;
+  // In a run as well: one that never ends is what programs are ended for.
+  if (!recovery_.IsDue(app_.Platform.Now())) return;
   WriteRecoveryCopy();
 }
 

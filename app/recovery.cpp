@@ -1,5 +1,6 @@
 #include "app/recovery.h"
 
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <system_error>
@@ -46,15 +47,15 @@ std::string Recovery::OwnName() const {
   return folder_ + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
 }
 
-void Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
+bool Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
   written_ = now;
   OutputFile file(OwnName());
   file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
              std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
   file.Write(copy.Text);
-  if (!file.Commit().empty()) return;
+  if (!file.Commit().empty()) return false;
   changed_ = false;
-  exists_ = true;
+  return exists_ = true;
 }
 
 void Recovery::Remove() {
@@ -73,6 +74,8 @@ std::vector<std::pair<std::string, std::uint32_t>> Recovery::Copies() const {
     const auto number = ReadNumber<std::uint32_t>(std::string_view(name).substr(Prefix.size(), digits));
     if (number) copies.emplace_back(folder_ + name, *number);
   }
+  std::partition(copies.begin(), copies.end(),
+                 [this](const auto& copy) { return copy.second == processId_; });
   return copies;
 }
 

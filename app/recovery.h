@@ -34,13 +34,14 @@ class Recovery {
   // Whether a copy of text that has changed since the last one is due.
   bool IsDue(Clock::time_point now) const { return changed_ && now - written_ >= Interval; }
   void TextChanged() { changed_ = true; }
-  // What cannot be written is tried again after the interval.
-  void Write(Clock::time_point now, const RecoveryCopy& copy);
+  // Whether it could be written; else it is tried again after the interval.
+  bool Write(Clock::time_point now, const RecoveryCopy& copy);
   // The text is saved, or is given up.
   void Remove();
 
   // Copies that programs which run no more have left, to be asked for before the first is written; files that
-  // cannot be read are left out.
+  // cannot be read are left out. One that a program of this one's number has left comes first: the next
+  // writing replaces it.
   template <class IsRunning>
   std::vector<RecoveryCopy> FindLeft(IsRunning isRunning) const {
     std::vector<RecoveryCopy> left;

@@ -19,6 +19,43 @@ using std::chrono::milliseconds;
 
 const char* const Line = "X = 0,0,1\n";
 
+TEST(UnsavedText, IsCopiedWhileARunDoesNotEnd) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Editor.Type("A:\nGoto A");
+  shell.Window.OnEvents = [&] {
+    shell.App->Tick();
+    shell.App->KeyDown(Key::Escape);
+  };
+  shell.App->KeyDown(Key::F4);
+  EXPECT_TRUE(shell.Read("Vaxe$7.rec").ends_with("A:\nGoto A"));
+}
+
+TEST(UnsavedText, OfAProgramOfTheSameNumberIsOfferedFirst) {
+  FakeShell shell;
+  for (const char* number : {"3", "5", "7", "9"}) {
+    shell.Write("Vaxe$" + std::string(number) + ".rec",
+                "Vaxel recovery\t0\t1\t" + std::string(number) + ".dat\n' of " + number);
+  }
+  shell.Boxes.Answers = {"yes"};
+  shell.StartWith(Line);
+  EXPECT_EQ(shell.Editor.Content, "' of 7");
+  // It is copied to where the one that was taken lay; the others are still to be asked for.
+  for (const char* number : {"3", "5", "7", "9"}) {
+    EXPECT_TRUE(shell.Read("Vaxe$" + std::string(number) + ".rec").ends_with("' of " + std::string(number)));
+  }
+}
+
+TEST(UnsavedText, StaysOnTheDiskUntilItIsCopiedAnew) {
+  FakeShell shell;
+  shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n' mine");
+  fs::create_directory(PathOf(shell.Path("Vaxe$7.rec")));
+  shell.Boxes.Answers = {"yes"};
+  shell.StartWith(Line);
+  EXPECT_EQ(shell.Editor.Content, "' mine");
+  EXPECT_TRUE(shell.Exists("Vaxe$5.rec"));
+}
+
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {
   FakeShell shell;
   shell.StartWith("?  ' 1998\nEpaisT ' 2, 3\n?  ' see 'x' 5\n? ' 7 pixels\n? ' 1E+20,-0.5\n");
