@@ -158,13 +158,27 @@ void FileCommands::New() {
   app_.State.TextModified = false;
 }
 
+void FileCommands::TellNotSaved(const std::string& fileName, const std::string& reason) {
+  namespace fs = std::filesystem;
+  const fs::path path = PathOf(fileName);
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  std::string text = app_.Message(text_id::CannotWrite, fileName, reason);
+  if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
+    text = app_.Message(text_id::ReadOnlyScript, fileName);
+  } else if (!fs::exists(path.parent_path(), ignored)) {
+    text = app_.Message(text_id::FolderGone, NameOf(path.parent_path()));
+  }
+  app_.Tell(BoxIcon::Critical, text);
+}
+
 bool FileCommands::WriteTo(const std::string& fileName) {
   ApplicationState& state = app_.State;
   TextEncoding encoding = state.Encoding;
   std::size_t hash = 0;
   const std::string error = SaveScript(fileName, app_.Editor.Text(), encoding, hash);
   if (!error.empty()) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::CannotWrite, fileName, error));
+    TellNotSaved(fileName, error);
     return false;
   }
   if (std::exchange(state.Encoding, encoding) != encoding) {

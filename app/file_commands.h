@@ -39,6 +39,7 @@ class FileCommands {
   void ShowOpened();
   bool WriteTo(const std::string& fileName);
   void Remember(const std::string& fileName);
+  void TellNotSaved(const std::string& fileName, const std::string& reason);
   void TellNotLoaded(const std::string& fileName, const ScriptFile& script);
 
   AppContext& app_;
