@@ -118,12 +118,12 @@ void Application::OfferRecovery() {
       recovery_.Discard(copy);
       continue;
     }
-    ApplicationState& state = app_.State;
-    files_.SetEditorText(copy.Text);
-    state.CurrentFile = copy.ScriptName;
-    state.Encoding = copy.Encoding;
-    state.LoadedHash = copy.LoadedHash;
-    state.StartupFile = state.CurrentFile;
+    ScriptFile script;
+    script.Text = copy.Text;
+    script.Encoding = copy.Encoding;
+    script.Hash = copy.LoadedHash;
+    files_.SetScript(std::move(script), copy.ScriptName);
+    app_.State.StartupFile = copy.ScriptName;
     app_.UpdateTitle();
     EditorChanged();
     if (recovery_.Write(app_.Platform.Now(), copy)) recovery_.Discard(copy);

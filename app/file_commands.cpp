@@ -77,33 +77,52 @@ void FileCommands::TellNotLoaded(const std::string& fileName, const ScriptFile& 
   app_.Tell(BoxIcon::Critical, text);
 }
 
-void FileCommands::SetEditorText(std::string_view text) {
-  app_.Editor.SetText(text);
-  app_.Editor.ColourAll();
+// The text and its name change together or, when memory runs out, not at all: a text under the name of
+// another would be saved over it.
+void FileCommands::SetScript(ScriptFile script, std::string fileName) {
+  ApplicationState& state = app_.State;
+  app_.Editor.SetText(script.Text);
+  state.CurrentFile = std::move(fileName);
+  state.Encoding = script.Encoding;
+  state.LoadedHash = script.Hash;
   runs_.TextReplaced();
+  app_.Editor.ColourAll();
 }
 
 bool FileCommands::Load(const std::string& fileName) {
-  const ScriptFile script = LoadScript(fileName);
+  ScriptFile script = LoadScript(fileName);
   if (script.Result != ScriptFile::Outcome::Loaded) {
     TellNotLoaded(fileName, script);
     return false;
   }
-  ApplicationState& state = app_.State;
-  state.CurrentFile = fileName;
-  state.Encoding = script.Encoding;
-  state.LoadedHash = script.Hash;
-  state.OpenFolder = FolderOf(fileName);
-  SetEditorText(script.Text);
+  SetScript(std::move(script), fileName);
+  app_.State.OpenFolder = FolderOf(fileName);
   Remember(fileName);
   return true;
 }
 
+// What the user does now is for the script that is about to go.
+void FileCommands::HandleEvents() {
+  app_.State.IsRunning = true;
+  app_.Window.SetWindowEnabled(false);
+  app_.Window.ProcessEvents();
+  app_.Window.SetWindowEnabled(true);
+  app_.State.IsRunning = false;
+}
+
+// The comments that the run writes are no changes. What was typed when the window took keys again is.
+void FileCommands::DrawOpened() {
+  ApplicationState& state = app_.State;
+  const std::uint64_t edits = state.UserEdits;
+  state.TextModified = false;
+  runs_.Visualise();
+  if (state.UserEdits == edits) state.TextModified = false;
+}
+
 void FileCommands::ShowOpened() {
   app_.UpdateTitle();
-  runs_.Visualise();
+  DrawOpened();
   app_.State.StartupFile = app_.State.CurrentFile;
-  app_.State.TextModified = false;
 }
 
 bool FileCommands::ChooseAndLoad() {
@@ -115,7 +134,7 @@ bool FileCommands::ChooseAndLoad() {
   const std::vector<std::string> chosen = app_.Dialogs.ShowOpen(dialog);
   if (chosen.empty() || chosen.front().empty()) return false;
   app_.State.OpenFolder = FolderOf(chosen.front());
-  app_.Window.ProcessEvents();
+  HandleEvents();
   return Load(chosen.front());
 }
 
@@ -136,15 +155,14 @@ void FileCommands::OpenRecent(std::size_t index) {
 void FileCommands::New() {
   if (!SettleChanges()) return;
   ApplicationState& state = app_.State;
-  SetEditorText("");
-  state.CurrentFile.clear();
-  state.Encoding = TextEncoding::Utf8;
-  state.LoadedHash = 0;
+  SetScript({}, {});
   const std::string name = FindFile(state.ProgramFolder, "Vaxel.DaN");
   if (!name.empty()) {
-    const ScriptFile script = LoadScript(name);
+    ScriptFile script = LoadScript(name);
     if (script.Result == ScriptFile::Outcome::Loaded) {
-      SetEditorText(script.Text);
+      script.Encoding = TextEncoding::Utf8;
+      script.Hash = 0;
+      SetScript(std::move(script), {});
     } else {
       TellNotLoaded(name, script);
     }
@@ -152,10 +170,9 @@ void FileCommands::New() {
   app_.Editor.GoToLine(1);
   app_.Editor.SetTypingColour(Black);
   app_.UpdateTitle();
-  runs_.Visualise();
+  DrawOpened();
   app_.ShowPlace();
   state.StartupFile = state.CurrentFile;
-  app_.State.TextModified = false;
 }
 
 void FileCommands::TellNotSaved(const std::string& fileName, const std::string& reason) {
@@ -181,10 +198,10 @@ bool FileCommands::WriteTo(const std::string& fileName) {
     TellNotSaved(fileName, error);
     return false;
   }
+  state.LoadedHash = hash;
   if (std::exchange(state.Encoding, encoding) != encoding) {
     app_.Tell(BoxIcon::Information, app_.Message(text_id::SavedAsUtf8, fileName));
   }
-  state.LoadedHash = hash;
   return true;
 }
 

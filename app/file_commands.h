@@ -27,8 +27,8 @@ class FileCommands {
   // Loads a script into the editor, colours it and makes it the current one (LitFic). Whether that could be
   // done; else the user was told why not and nothing is changed.
   bool Load(const std::string& fileName);
-  // Another text for the editor, in its colours (Cmd_Ctrl_K).
-  void SetEditorText(std::string_view text);
+  // Another script for the editor, in its colours (Cmd_Ctrl_K), and the file that it belongs to.
+  void SetScript(ScriptFile script, std::string fileName);
   // The Open dialog and what follows it; whether a script was opened.
   bool ChooseAndLoad();
   // Asks whether changes are to be saved, and saves them. False when the user cancelled, or when what was to
@@ -36,7 +36,9 @@ class FileCommands {
   bool SettleChanges();
 
  private:
+  void HandleEvents();
   void ShowOpened();
+  void DrawOpened();
   bool WriteTo(const std::string& fileName);
   void Remember(const std::string& fileName);
   void TellNotSaved(const std::string& fileName, const std::string& reason);

@@ -46,8 +46,8 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
     dialog.OnButton();
   };
   EXPECT_TRUE(shell.Start());
-  EXPECT_EQ(shell.Take(), (Log{"language dialog", "open dialog", "events", "text 59", "colour all",
-                               "title " + shell.Window.Title} +
+  EXPECT_EQ(shell.Take(), (Log{"language dialog", "open dialog", "disable", "events", "enable", "text 59",
+                               "colour all", "title " + shell.Window.Title} +
                            RunOfDial));
   EXPECT_TRUE(shell.Window.Title.starts_with("Vaxel  V0.3b  (")) << shell.Window.Title;
   EXPECT_TRUE(shell.Window.Title.ends_with(")   File: " + shell.Path("first.dat"))) << shell.Window.Title;

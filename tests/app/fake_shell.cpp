@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <utility>
 
 #include "files/files.h"
@@ -17,12 +18,28 @@ void FakeWindow::SetPointer(PointerShape shape) {
   if (shape != PointerShape::Cross) log_.push_back(shape == PointerShape::Hourglass ? "hourglass" : "arrow");
 }
 
+void FakeWindow::SetWindowEnabled(bool isEnabled) {
+  IsEnabled = isEnabled;
+  log_.push_back(isEnabled ? "enable" : "disable");
+}
+
+void FakeWindow::ShowDrawing(const DisplayList& drawing) {
+  shown_ = &drawing;
+  log_.push_back("show " + std::to_string(drawing.Size()));
+}
+
+void FakeWindow::Paint() {
+  if (shown_) PaintedOperations = shown_->Size();
+}
+
 void FakeWindow::ProcessEvents() {
   log_.push_back("events");
+  Paint();
   if (OnEvents) OnEvents();
 }
 
 void FakeEditor::SetText(std::string_view text) {
+  if (IsFull) throw std::bad_alloc();
   Content = text;
   Line = 1;
   log_.push_back("text " + std::to_string(text.size()));
@@ -163,6 +180,7 @@ FakeShell::~FakeShell() {
 void FakeShell::Restart() {
   Editor.Content.clear();
   Editor.Line = 1;
+  Window.Forget();
   App.emplace(Shell{Window, Editor, Boxes, Printer, System});
   Editor.Owner = &*App;
 }

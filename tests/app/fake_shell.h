@@ -32,7 +32,7 @@ class FakeWindow : public MainWindow {
   }
   void SetRecentFiles(const std::vector<std::string>& names) override { Recent = names; }
   void SetPointer(PointerShape shape) override;
-  void SetWindowEnabled(bool isEnabled) override { log_.push_back(isEnabled ? "enable" : "disable"); }
+  void SetWindowEnabled(bool isEnabled) override;
   void ProcessEvents() override;
   void Close() override { log_.push_back("close"); }
   WindowPlace Place() override { return {{10, 20, 810, 620}, false}; }
@@ -44,11 +44,14 @@ class FakeWindow : public MainWindow {
   }
   void SetEditorWidth(int width) override { EditorWidth = width; }
   void PrepareGraphic() override { log_.push_back("prepare"); }
-  void ShowDrawing(const DisplayList& drawing) override {
-    log_.push_back("show " + std::to_string(drawing.Size()));
-  }
+  void ShowDrawing(const DisplayList& drawing) override;
   void SetView(const GraphicView& view) override { View = view; }
 
+  // Reads the drawing that is shown, as every window does when it likes.
+  void Paint();
+  void Forget() { shown_ = nullptr; }
+
+  std::size_t PaintedOperations = 0;
   std::string Title, Text1, Text2;
   std::vector<std::pair<MenuId, std::string>> Captions;
   std::set<MenuId> Checked, Greyed;
@@ -56,6 +59,7 @@ class FakeWindow : public MainWindow {
   std::optional<WindowPlace> PlaceSet;
   int EditorWidth = -1;
   GraphicView View;
+  bool IsEnabled = true;
   std::function<void()> OnEvents;  // what the user does meanwhile
 
  private:
@@ -65,6 +69,7 @@ class FakeWindow : public MainWindow {
   }
 
   Log& log_;
+  const DisplayList* shown_ = nullptr;
 };
 
 class FakeEditor : public ScriptEditor {
@@ -91,6 +96,7 @@ class FakeEditor : public ScriptEditor {
   std::size_t Line = 1;
   double FontSize = 0;
   Application* Owner = nullptr;
+  bool IsFull = false;  // takes no text for want of memory
 
  private:
   Log& log_;

@@ -19,6 +19,60 @@ using std::chrono::milliseconds;
 
 const char* const Line = "X = 0,0,1\n";
 
+TEST(UnsavedText, IsWhatIsTypedAsSoonAsTheWindowTakesKeys) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Write("other.dat", "?\n");
+  for (MenuId item : {MenuId::Mnu_Ouvrir, MenuId::Mnu_Nouveau}) {
+    shell.Boxes.Files = {shell.Path("other.dat")};
+    bool isTyped = false;
+    shell.Window.OnEvents = [&] {
+      if (shell.Window.IsEnabled && !std::exchange(isTyped, true)) shell.Editor.Type("' mine");
+    };
+    shell.App->Command(item);
+    shell.Window.OnEvents = nullptr;
+    EXPECT_TRUE(shell.Editor.Content.ends_with("' mine")) << shell.Editor.Content;
+    EXPECT_TRUE(shell.State().TextModified);
+    shell.Boxes.Answers = {"no"};
+  }
+  // The comments of the run alone are nothing to be asked for.
+  shell.Boxes.Files = {shell.Path("other.dat")};
+  shell.App->Command(MenuId::Mnu_Ouvrir);
+  EXPECT_EQ(shell.Editor.Content, "?  ' 0, 0\n");
+  EXPECT_FALSE(shell.State().TextModified);
+}
+
+TEST(UnsavedText, TakesNoOtherCommandBetweenAnAnswerAndTheLoading) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Write("other.dat", "X = 1,1,1\n");
+  shell.Boxes.Files = {shell.Path("other.dat")};
+  shell.Window.OnEvents = [&] {
+    shell.App->Command(MenuId::Mnu_Nouveau);
+    EXPECT_FALSE(shell.App->Quit());
+  };
+  shell.App->Command(MenuId::Mnu_Ouvrir);
+  shell.Window.OnEvents = nullptr;
+  EXPECT_EQ(shell.State().CurrentFile, shell.Path("other.dat"));
+  EXPECT_EQ(shell.Take({"text"}), Log{"text 10"});
+}
+
+// A text under another's name would be saved over it, and nobody would be asked.
+TEST(UnsavedText, KeepsItsNameWhenAnotherFindsNoRoom) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Write("other.dat", "X = 1,1,1\n");
+  shell.Editor.Type("' mine");
+  shell.Boxes.Answers = {"no", "no"};
+  shell.Boxes.Files = {shell.Path("other.dat")};
+  shell.Editor.IsFull = true;
+  EXPECT_THROW(shell.App->Command(MenuId::Mnu_Ouvrir), std::bad_alloc);
+  EXPECT_THROW(shell.App->Command(MenuId::Mnu_Nouveau), std::bad_alloc);
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Read("other.dat"), "X = 1,1,1\n");
+  EXPECT_EQ(shell.Read("dial.dat"), "X = 0,0,1\r\n' mine");
+}
+
 TEST(UnsavedText, IsCopiedWhileARunDoesNotEnd) {
   FakeShell shell;
   shell.StartWith(Line);
