@@ -47,6 +47,25 @@ std::optional<ReferenceEntry> ReadReference(std::string_view text) {
                         text.find_first_of("zZ") != std::string_view::npos};
 }
 
+// While a script is printed it alone says where the drawing stands; however that ends, the screen's place and
+// the usual name of documents come back.
+class OwnPlace {
+ public:
+  explicit OwnPlace(ApplicationState& state)
+      : state_(state), offX_(std::exchange(state.OffX, 0)), offY_(std::exchange(state.OffY, 0)) {}
+  ~OwnPlace() {
+    state_.DocumentName = "Vaxel";
+    state_.OffX = offX_;
+    state_.OffY = offY_;
+  }
+  OwnPlace(const OwnPlace&) = delete;
+  OwnPlace& operator=(const OwnPlace&) = delete;
+
+ private:
+  ApplicationState& state_;
+  double offX_, offY_;
+};
+
 // A drawing that is larger or smaller says nothing, and at the end of numbers it cannot be made.
 bool IsUsableFactor(double factor) {
   return factor >= 0.001 && factor <= 1000;
@@ -128,10 +147,19 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   target.Measurer = app_.Platform.Measurer();
   target.Decoder = app_.Platform.Decoder();
   auto list = std::make_unique<DisplayList>();
-  const RunEnd end = RunFor(target, *list, answers);
-  if (end == RunEnd::Empty || list->Pages().empty()) return end;
-  app_.Window.ShowDrawing(*list);
-  drawing_ = std::move(list);
+  const auto keep = [&] {
+    if (list->Pages().empty()) return;
+    app_.Window.ShowDrawing(*list);
+    drawing_ = std::move(list);
+  };
+  RunEnd end = RunEnd::Failed;
+  try {
+    end = RunFor(target, *list, answers);
+  } catch (...) {
+    keep();  // the window may show it already
+    throw;
+  }
+  keep();
   FollowCentre();
   return end;
 }
@@ -198,14 +226,13 @@ void RunCycle::PrintDocument(const DisplayList& drawing) {
 void RunCycle::Print() {
   ApplicationState& state = app_.State;
   const BusyWindow busy(app_);
-  const double offX = std::exchange(state.OffX, 0), offY = std::exchange(state.OffY, 0);
-  const std::string documentName = DocumentNameOf(state.CurrentFile);
-  if (!documentName.empty()) state.DocumentName = documentName;
   std::vector<std::string> answers;
-  if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
-  state.DocumentName = "Vaxel";
-  state.OffX = offX;
-  state.OffY = offY;
+  {
+    const OwnPlace place(state);
+    const std::string documentName = DocumentNameOf(state.CurrentFile);
+    if (!documentName.empty()) state.DocumentName = documentName;
+    if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
+  }
   RunOnScreen(answers);
 }
 

@@ -110,6 +110,29 @@ TEST(UnsavedText, StaysOnTheDiskUntilItIsCopiedAnew) {
   EXPECT_TRUE(shell.Exists("Vaxe$5.rec"));
 }
 
+TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
+  FakeShell shell;
+  shell.StartWith(Line);
+  shell.Editor.Content = "A:\nX = 0,0,1\nGoto A";
+  const auto breakOff = [&](int after) {
+    shell.Window.OnEvents = [&shell, after, calls = 0]() mutable {
+      if (++calls == after) throw std::runtime_error("broken");
+    };
+  };
+  shell.System.Step = milliseconds(5);
+  breakOff(60);
+  EXPECT_THROW(shell.App->KeyDown(Key::F4), std::runtime_error);
+  shell.Window.Paint();
+  EXPECT_GT(shell.Window.PaintedOperations, 2U);
+  EXPECT_FALSE(shell.State().IsRunning);
+  EXPECT_TRUE(shell.Window.IsEnabled);
+  shell.State().OffX = 30;
+  breakOff(20);
+  EXPECT_THROW(shell.App->Command(MenuId::Mnu_Imprimer), std::runtime_error);
+  EXPECT_EQ(shell.State().OffX, 30);
+  EXPECT_EQ(shell.State().DocumentName, "Vaxel");
+}
+
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {
   FakeShell shell;
   shell.StartWith("?  ' 1998\nEpaisT ' 2, 3\n?  ' see 'x' 5\n? ' 7 pixels\n? ' 1E+20,-0.5\n");
