@@ -18,7 +18,7 @@
 namespace vaxel {
 namespace {
 
-constexpr int DefaultEditorWidth = 380;
+constexpr int DefaultEditorWidth = 460;
 constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";

@@ -454,9 +454,9 @@ TEST(Application, RemembersItsWindow) {
   FakeShell shell;
   shell.StartWith(Dial);
   EXPECT_FALSE(shell.Window.PlaceSet);
-  EXPECT_EQ(shell.Window.EditorWidth, 380);
+  EXPECT_EQ(shell.Window.EditorWidth, 460);
   shell.App->Command(MenuId::Mnu_AgrandirCode);
-  EXPECT_EQ(shell.Window.EditorWidth, 570);
+  EXPECT_EQ(shell.Window.EditorWidth, 690);
   shell.App->Command(MenuId::Mnu_Code);
   EXPECT_EQ(shell.Window.EditorWidth, 0);
   shell.Boxes.Answers = {"3", "12"};
@@ -471,7 +471,7 @@ TEST(Application, RemembersItsWindow) {
   EXPECT_EQ(shell.Window.EditorWidth, 0);
   EXPECT_EQ(shell.Editor.FontSize, 12);
   shell.App->Command(MenuId::Mnu_Code);
-  EXPECT_EQ(shell.Window.EditorWidth, 570);
+  EXPECT_EQ(shell.Window.EditorWidth, 690);
   EXPECT_EQ(shell.Window.Recent, Log{shell.Path("dial.dat")});
   shell.Take();
   shell.App->Command(MenuId::Mnu_CentreCurseur);
