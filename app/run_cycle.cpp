@@ -172,18 +172,15 @@ RunEnd RunCycle::RunOnScreen() {
 // What was pasted, or brought back by undoing, reaches from the line where the cursor was to where it is.
 void RunCycle::LineChanged(std::size_t line) {
   constexpr std::size_t mostSingly = 200;
-  // Lines that were deleted are no more.
-  const std::size_t last = std::min(std::max(line, cursorLine_), app_.Editor.Place().Lines);
-  const std::size_t first = std::min(line, cursorLine_);
-  if (last - first > mostSingly) {
-    app_.Editor.ColourAll();
-  } else {
-    for (std::size_t left = first; left <= last; ++left) {
-      if (left != line) app_.Editor.ColourLine(left);
-    }
-  }
-  cursorLine_ = line;
+  const std::size_t before = std::exchange(cursorLine_, line);
   isLineChanged_ = true;
+  // Lines that were deleted are no more.
+  const std::size_t last = std::min(std::max(line, before), app_.Editor.Place().Lines);
+  const std::size_t first = std::min(line, before);
+  if (last - first > mostSingly) return app_.Editor.ColourAll();
+  for (std::size_t left = first; left <= last; ++left) {
+    if (left != line) app_.Editor.ColourLine(left);
+  }
 }
 
 void RunCycle::CursorIn(std::size_t line) {
