@@ -35,7 +35,8 @@ void ReduceRow(const std::uint32_t* drawn, int width, std::uint32_t* row) {
 
 }  // namespace
 
-bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take) {
+bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take,
+                       const PlayWatch& goOn) {
   const int drawnWidth = frame.Width * Multiple;
   const int rowBytes = drawnWidth * Multiple * static_cast<int>(sizeof(std::uint32_t));
   const int bandRows = std::clamp(BandBytes / rowBytes, 1, frame.Height);
@@ -53,7 +54,7 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     std::fill_n(band.Pixels(), band.PixelCount(), OpaquePixel(frame.Paper));
     place.OffsetY = (frame.Place.OffsetY - top) * Multiple;
     renderer.Place(place);
-    PlayPage(list_, page, renderer, frame.GoOn);
+    PlayPage(list_, page, renderer, goOn);
     GdiFlush();
     for (int y = 0; y < count; ++y) {
       ReduceRow(band.Pixels() + static_cast<std::size_t>(y) * Multiple * static_cast<std::size_t>(drawnWidth),
@@ -66,17 +67,18 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
   return true;
 }
 
-GdiBitmap GdiView::Draw(std::size_t page, const ViewFrame& frame) {
+GdiBitmap GdiView::Draw(std::size_t page, const ViewFrame& frame, const PlayWatch& goOn) {
   GdiBitmap bitmap(frame.Width, frame.Height);
   if (!bitmap) {
     if (failure_.empty()) failure_ = "there is no memory for the picture";
     return {};
   }
   std::uint32_t* next = bitmap.Pixels();
-  const bool drawn = DrawRows(page, frame, [&](const std::uint32_t* pixels, int rows) {
+  const auto keep = [&](const std::uint32_t* pixels, int rows) {
     next = std::copy_n(pixels, static_cast<std::size_t>(rows) * static_cast<std::size_t>(frame.Width), next);
     return true;
-  });
+  };
+  const bool drawn = DrawRows(page, frame, keep, goOn);
   return drawn ? std::move(bitmap) : GdiBitmap();
 }
 

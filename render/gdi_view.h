@@ -15,7 +15,6 @@ struct ViewFrame {
   int Width = 0, Height = 0;  // pixels, above 0
   DeviceTransform Place{};
   Colour Paper = White;  // everywhere where nothing is drawn
-  PlayWatch GoOn{};      // what it leaves out is missing; none: nothing is
 };
 
 // Antialiased pictures of the pages of one list, which must outlive the view and may grow meanwhile. What one
@@ -25,13 +24,13 @@ class GdiView {
   GdiView(const DisplayList& list, PictureDecoder* decoder, bool nudgesRightAngles = false)
       : list_(list), stock_(decoder, nudgesRightAngles) {}
 
-  // Opaque. None when there is no memory for it.
-  GdiBitmap Draw(std::size_t page, const ViewFrame& frame);
+  // Opaque. None when there is no memory for it. What goOn leaves out is missing.
+  GdiBitmap Draw(std::size_t page, const ViewFrame& frame, const PlayWatch& goOn = {});
 
   // The same without a bitmap of all: hands out rows from the top, as many as it has at a time, until the
   // taker returns false. False then, or when there was no memory.
   using RowTaker = std::function<bool(const std::uint32_t* pixels, int rows)>;
-  bool DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take);
+  bool DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take, const PlayWatch& goOn = {});
 
   // In English, what failed first since the view was made; empty when nothing did.
   const std::string& Failure() const { return failure_; }

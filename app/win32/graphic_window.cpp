@@ -128,12 +128,12 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
   frame.Place.PixelsPerMmX = frame.Place.PixelsPerMmY = view_.Scale / Area().PixelMm;
   frame.Place.OffsetX = view_.Offset.X;
   frame.Place.OffsetY = view_.Offset.Y;
-  frame.GoOn = [&](std::size_t operation) {
+  const auto goOn = [&](std::size_t operation) {
     isBroken = isBroken ||
                (MillisecondsSince(start) > Patience && HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0);
     return operation < operations && !isBroken;
   };
-  bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame);
+  bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame, goOn);
   drawMs_ = MillisecondsSince(start);
   // Small drawings take as long as their pixels do.
   if (!isBroken && drawMs_ > SoFar / 2) perMs_ = std::max(5.0, static_cast<double>(operations) / drawMs_);

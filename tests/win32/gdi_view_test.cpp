@@ -67,6 +67,23 @@ TEST(GdiView, FollowsItsFrame) {
   }
 }
 
+// A drawing that is broken off shows the same operations in all of its bands.
+TEST(GdiView, LeavesOutWhatItIsTold) {
+  const DisplayList list = ListOf([](DisplayList& made) {
+    for (int i = 0; i < 1000; ++i) {
+      made.Add({0, Black, 1, RectangleShape{{i * 0.3, -5}, {i * 0.3 + 0.3, 305}, {true, Black}}});
+    }
+  });
+  GdiView view(list, nullptr);
+  const ViewFrame frame = {3000, 3000, {10, 10, 0, 0}};
+  const GdiBitmap bitmap = view.Draw(0, frame, [](std::size_t operation) { return operation < 128; });
+  ASSERT_TRUE(bitmap);
+  for (int y = 0; y < frame.Height; y += 7) {
+    ASSERT_EQ(bitmap.Pixels()[y * frame.Width + 128 * 3 - 1], 0xFF000000U) << y;
+    ASSERT_EQ(bitmap.Pixels()[y * frame.Width + 128 * 3], 0xFFFFFFFFU) << y;
+  }
+}
+
 TEST(GdiView, KeepsNoHandles) {
   const DisplayList list = ListOf([](DisplayList& made) {
     made.Add({1, Black, 1, LineShape{{0, 0}, {20, 20}}});
