@@ -4,12 +4,13 @@
 #include <winternl.h>
 
 #include <cstddef>
+#include <vector>
 
 namespace vaxel::test {
 
-// The objects of GDI that this process has, from the table that GDI keeps of them: GetGuiResources finds none
+// The objects of GDI that a process has, from the table that GDI keeps of them: GetGuiResources finds none
 // under Wine.
-inline int GdiObjectCount() {
+inline int GdiObjectCount(HANDLE process = GetCurrentProcess()) {
   struct Entry {
     void* Object;
     USHORT Process, Reserved;
@@ -18,18 +19,20 @@ inline int GdiObjectCount() {
     void* User;
   };
   constexpr std::size_t tableInBlock = 0xF8;
-  constexpr int entries = 0x4000;
+  constexpr std::size_t entries = 0x4000;
   PROCESS_BASIC_INFORMATION information{};
-  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &information, sizeof information,
-                            nullptr);
+  NtQueryInformationProcess(process, ProcessBasicInformation, &information, sizeof information, nullptr);
   const char* const block = reinterpret_cast<const char*>(information.PebBaseAddress);
-  const Entry* const table = *reinterpret_cast<const Entry* const*>(block + tableInBlock);
-  const auto process = static_cast<USHORT>(GetCurrentProcessId());
+  const char* table = nullptr;
+  std::vector<Entry> objects(entries);
+  ReadProcessMemory(process, block + tableInBlock, &table, sizeof table, nullptr);
+  ReadProcessMemory(process, table, objects.data(), entries * sizeof(Entry), nullptr);
+  const auto owner = static_cast<USHORT>(GetProcessId(process));
   int count = 0;
-  for (int i = 0; table && i < entries; ++i) {
+  for (const Entry& object : objects) {
     // Wine's table is the process's own.
-    const bool isOurs = table[i].Process == 0 || table[i].Process == process;
-    if (isOurs && (table[i].Type & 0x7F) != 0) ++count;
+    const bool isIts = object.Process == 0 || object.Process == owner;
+    if (isIts && (object.Type & 0x7F) != 0) ++count;
   }
   return count;
 }
