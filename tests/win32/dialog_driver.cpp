@@ -1,16 +1,17 @@
 #include "tests/win32/dialog_driver.h"
 
 #include <gtest/gtest.h>
-#include <winternl.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <climits>
 #include <cstddef>
-#include <cstdint>
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include "tests/win32/gdi_objects.h"
 
 namespace vaxel {
 namespace {
@@ -47,6 +48,21 @@ bool WaitUntil(Condition condition) {
     std::this_thread::sleep_for(2ms);
   }
   return true;
+}
+
+// Hidden ones and controls too.
+int CountWindows() {
+  int count = 0;
+  const auto add = [](HWND window, LPARAM counter) -> BOOL {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    const auto addOne = [](HWND, LPARAM total) -> BOOL { return ++*reinterpret_cast<int*>(total), TRUE; };
+    if (process != GetCurrentProcessId()) return TRUE;
+    EnumChildWindows(window, addOne, counter);
+    return addOne(window, counter);
+  };
+  EnumWindows(add, reinterpret_cast<LPARAM>(&count));
+  return count;
 }
 
 }  // namespace
@@ -129,37 +145,21 @@ void Drive(const std::function<void()>& show, const std::function<void(const Sho
   driver.join();
 }
 
-int CountWindows() {
-  int count = 0;
-  const auto add = [](HWND window, LPARAM counter) -> BOOL {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    const auto addOne = [](HWND, LPARAM total) -> BOOL { return ++*reinterpret_cast<int*>(total), TRUE; };
-    if (process != GetCurrentProcessId()) return TRUE;
-    EnumChildWindows(window, addOne, counter);
-    return addOne(window, counter);
-  };
-  EnumWindows(add, reinterpret_cast<LPARAM>(&count));
-  return count;
-}
-
-int CountGdiObjects() {
-  const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-  if (count > 0) return static_cast<int>(count);
-  // Wine always says 0, but keeps the table of all objects where Windows has it too.
-  struct Entry {
-    std::uint64_t Object;
-    std::uint32_t Owner;
-    std::uint16_t Unique;
-    std::uint8_t Type, Flags;
-    std::uint64_t User;
-  };
-  constexpr std::size_t tableOffset = 0xF8, entries = 16384;
-  PROCESS_BASIC_INFORMATION process{};
-  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof(process), nullptr);
-  const auto* const block = reinterpret_cast<const char*>(process.PebBaseAddress);
-  const auto* const table = *reinterpret_cast<const Entry* const*>(block + tableOffset);
-  return static_cast<int>(std::count_if(table, table + entries, [](const Entry& e) { return e.Type != 0; }));
+ShowingCost MeasureShowings(const std::function<void()>& show,
+                            const std::function<void(const ShownDialog&)>& drive) {
+  constexpr int batches = 4;
+  const auto users = [] { return static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)); };
+  ShowingCost least{.Windows = INT_MAX, .GdiObjects = INT_MAX, .UserObjects = INT_MAX};
+  Drive(show, drive);
+  for (int batch = 0; batch < batches; ++batch) {
+    const ShowingCost before{
+        .Windows = CountWindows(), .GdiObjects = test::GdiObjectCount(), .UserObjects = users()};
+    for (int i = 0; i < least.Showings; ++i) Drive(show, drive);
+    least.Windows = std::min(least.Windows, CountWindows() - before.Windows);
+    least.GdiObjects = std::min(least.GdiObjects, test::GdiObjectCount() - before.GdiObjects);
+    least.UserObjects = std::min(least.UserObjects, users() - before.UserObjects);
+  }
+  return least;
 }
 
 }  // namespace vaxel

@@ -46,9 +46,13 @@ ShownDialog WaitForDialog(const std::wstring& caption = {});
 // failure, and closed.
 void Drive(const std::function<void()>& show, const std::function<void(const ShownDialog&)>& drive);
 
-// Windows of this process, hidden ones and controls too.
-int CountWindows();
-// Objects of GDI of this process.
-int CountGdiObjects();
+// What is left behind by so many showings of a dialog, at the least. The system keeps some objects for later,
+// a handful at a time, so the best of several batches is taken: what a dialog loses, it loses in each.
+struct ShowingCost {
+  int Showings = 25;
+  int Windows = 0, GdiObjects = 0, UserObjects = 0;
+};
+ShowingCost MeasureShowings(const std::function<void()>& show,
+                            const std::function<void(const ShownDialog&)>& drive);
 
 }  // namespace vaxel

@@ -310,19 +310,13 @@ TEST_F(DialogsTest, NothingIsLeftBehind) {
          Shown.ShowAbout({"Vaxel", "text"});
        }},
       {"colour", [&] { Shown.ShowColour(); }}};
-  constexpr int showings = 100, warming = 3;
   for (const auto& [name, show] : all) {
-    const Steps steps = PressKey(std::string(name) == "colour" ? VK_ESCAPE : VK_RETURN);
-    for (int i = 0; i < warming; ++i) Drive(show, steps);
-    const int windows = CountWindows(), objects = CountGdiObjects();
-    const DWORD users = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    for (int i = 0; i < showings; ++i) Drive(show, steps);
-    EXPECT_EQ(CountWindows(), windows) << name;
-    // The system keeps some for later showings, but not one each; its colour dialog, at least that of Wine,
-    // loses some of its own.
-    const int allowed = std::string(name) == "colour" ? showings : showings / 4;
-    EXPECT_LT(CountGdiObjects(), objects + allowed) << name;
-    EXPECT_LT(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), users + showings / 4) << name;
+    const bool isColour = std::string(name) == "colour";
+    const ShowingCost cost = MeasureShowings(show, PressKey(isColour ? VK_ESCAPE : VK_RETURN));
+    EXPECT_EQ(cost.Windows, 0) << name;
+    // The system's colour dialog, at least that of Wine, loses some of its own.
+    EXPECT_LT(cost.GdiObjects, isColour ? cost.Showings : cost.Showings / 4) << name;
+    EXPECT_LT(cost.UserObjects, cost.Showings / 4) << name;
   }
 }
 

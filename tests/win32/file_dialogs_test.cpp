@@ -133,13 +133,9 @@ TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
 TEST_F(FileDialogsTest, NothingIsLeftBehind) {
   const auto cancel = [](const ShownDialog& dialog) { dialog.Press(IDCANCEL); };
   const auto open = [&] { Shown.ShowOpen(Request(FileMustExist)); };
-  constexpr int showings = 100, warming = 3;
-  for (int i = 0; i < warming; ++i) Drive(open, cancel);
-  const int windows = CountWindows(), objects = CountGdiObjects();
-  for (int i = 0; i < showings; ++i) Drive(open, cancel);
-  // The system keeps some for later showings, but not one each.
-  EXPECT_LT(CountWindows(), windows + showings / 4);
-  EXPECT_LT(CountGdiObjects(), objects + showings / 4);
+  const ShowingCost cost = MeasureShowings(open, cancel);
+  EXPECT_LT(cost.Windows, cost.Showings / 4);
+  EXPECT_LT(cost.GdiObjects, cost.Showings / 4);
 }
 
 }  // namespace
