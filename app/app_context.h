@@ -69,6 +69,7 @@ inline constexpr int LanguageCaption = 137, MessagesLanguage = 138, HelpLanguage
 inline constexpr int MoreLanguages = 141, AddLanguage = 142;
 inline constexpr int LanguageFileWrong = 143, LanguageFileLine = 144, LanguageFileRefused = 145;
 inline constexpr int AboutText = 146, AboutVersion = 147, AboutSystem = 148, NoHelp = 149;
+inline constexpr int Yes = 153, No = 154, Cancel = 155, Ok = 156;
 inline constexpr int ReadOnlyScript = 157, SavedAsUtf8 = 158, FolderGone = 159;
 inline constexpr int NoPrinter = 160;
 inline constexpr int Validate = 162, MmCorrection = 163, ValidateReference = 164, ReferenceLabel = 165;

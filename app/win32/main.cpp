@@ -49,7 +49,14 @@ int Run(HINSTANCE instance) {
   PlatformWin32 platform(nudgesRightAngles);
   PrintersWin32 printers(*platform.Decoder(), nudgesRightAngles);
   MainWindowWin32 window(instance);
-  DialogsWin32 dialogs(instance, [&window] { return window.Window(); });
+  const auto buttons = [&running] {
+    const auto text = [&running](int id) { return running->Context().Message(id); };
+    return running
+               ? ButtonTexts{text(text_id::Ok), text(text_id::Cancel), text(text_id::Yes), text(text_id::No)}
+               : ButtonTexts{};
+  };
+  DialogsWin32 dialogs(
+      instance, [&window] { return window.Window(); }, buttons);
   Application application({window, window.Editor(), dialogs, printers, platform});
   running = &application;
   window.Attach(application);

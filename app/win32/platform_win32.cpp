@@ -1,8 +1,9 @@
 #include "app/win32/platform_win32.h"
 
 #include <windows.h>
-// Needs what windows.h declares.
+// Need what windows.h declares.
 #include <shellapi.h>
+#include <shlwapi.h>
 
 #include <filesystem>
 #include <initializer_list>
@@ -21,6 +22,8 @@ namespace {
 
 // Of exported pictures, like those of the command line.
 constexpr double PngDpi = 300;
+// Of a web address with its end, as the shell takes it.
+constexpr DWORD LongestAddress = 2084;
 
 // Of a process; empty where that cannot be told.
 std::wstring ImageName(HANDLE process) {
@@ -60,6 +63,27 @@ bool Open(const std::string& program, const std::string& parameters) {
       ShellExecuteW(nullptr, nullptr, Widen(program).c_str(),
                     parameters.empty() ? nullptr : Widen(parameters).c_str(), nullptr, SW_SHOWNORMAL));
   return status > 32;
+}
+
+bool IsAsciiName(const std::string& word) {
+  return !word.empty() && std::all_of(word.begin(), word.end(), [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+  });
+}
+
+// Opens a page at the anchor of a word. The shell loses the anchor on the way from the name of a page to the
+// browser, so the browser is started with it. False where there is no anchor or no browser.
+bool OpenAtWord(const std::string& page, const std::string& word) {
+  if (!IsAsciiName(word)) return false;
+  wchar_t browser[MAX_PATH] = L"", address[LongestAddress] = L"";
+  DWORD browserLength = MAX_PATH, addressLength = LongestAddress;
+  if (AssocQueryStringW(ASSOCF_NOTRUNCATE, ASSOCSTR_EXECUTABLE, L"http", nullptr, browser, &browserLength) !=
+          S_OK ||
+      UrlCreateFromPathW(Widen(page).c_str(), address, &addressLength, 0) != S_OK)
+    return false;
+  std::string anchor = word;
+  for (char& c : anchor) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return Open(Narrow(browser), "\"" + Narrow(address) + "#" + anchor + "\"");
 }
 
 }  // namespace
@@ -119,7 +143,9 @@ bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& wor
   }
   for (const char* manual : {"docs\\manual.html", "manual.html", "docs\\manual.md", "manual.md"}) {
     const std::string name = ProgramFolder() + manual;
-    if (Exists(name)) return Open(name, {});
+    if (!Exists(name)) continue;
+    if (name.ends_with(".html") && OpenAtWord(name, word)) return true;
+    return Open(name, {});
   }
   return false;
 }
