@@ -81,6 +81,8 @@ bool OpenAtWord(const std::string& page, const std::string& word) {
           S_OK ||
       UrlCreateFromPathW(Widen(page).c_str(), address, &addressLength, 0) != S_OK)
     return false;
+  // Wine's way to the browser outside translates names of files, but no addresses of them.
+  if (std::wstring_view(browser).ends_with(L"\\winebrowser.exe")) return false;
   std::string anchor = word;
   for (char& c : anchor) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
   return Open(Narrow(browser), "\"" + Narrow(address) + "#" + anchor + "\"");
