@@ -23,7 +23,7 @@ int ShowDialog(const std::string& name, int language) {
   DialogsWin32 dialogs(
       GetModuleHandleW(nullptr), [main] { return main; },
       [&] {
-        return ButtonTexts{text(156), text(155), text(153), text(154)};
+        return ButtonTexts{text(text_id::Ok), text(text_id::Cancel), text(text_id::Yes), text(text_id::No)};
       });
   std::string lines;
   for (int i = 0; i < 400; ++i)
