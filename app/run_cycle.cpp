@@ -149,8 +149,9 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   auto list = std::make_unique<DisplayList>();
   const auto keep = [&] {
     if (list->Pages().empty()) return;
-    app_.Window.ShowDrawing(*list);
-    drawing_ = std::move(list);
+    // The old one lives until the window has let it go; a window that fails meanwhile asks for the new one.
+    std::swap(drawing_, list);
+    app_.Window.ShowDrawing(*drawing_);
   };
   RunEnd end = RunEnd::Failed;
   try {

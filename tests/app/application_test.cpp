@@ -118,6 +118,20 @@ TEST(Application, RunsOntoTheScreenInOrder) {
   EXPECT_EQ(shell.Take({"show"}), Log{});
 }
 
+// A window that fails meanwhile goes back to the drawing that it is told of, and keeps it.
+TEST(Application, ShowsTheDrawingThatItKeeps) {
+  FakeShell shell;
+  shell.StartWith(Dial);
+  int shown = 0;
+  shell.Window.OnShow = [&](const DisplayList& drawing) {
+    ++shown;
+    EXPECT_EQ(&drawing, shell.App->Runs().Drawing());
+  };
+  shell.App->KeyDown(Key::F4);
+  shell.App->KeyDown(Key::F7);
+  EXPECT_EQ(shown, 2);
+}
+
 TEST(Application, ColoursLinesThatTheCursorLeaves) {
   FakeShell shell;
   shell.StartWith(Dial);

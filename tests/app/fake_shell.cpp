@@ -26,6 +26,7 @@ void FakeWindow::SetWindowEnabled(bool isEnabled) {
 void FakeWindow::ShowDrawing(const DisplayList& drawing) {
   shown_ = &drawing;
   log_.push_back("show " + std::to_string(drawing.Size()));
+  if (OnShow) OnShow(drawing);
 }
 
 void FakeWindow::Paint() {

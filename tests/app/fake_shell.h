@@ -61,6 +61,7 @@ class FakeWindow : public MainWindow {
   GraphicView View;
   bool IsEnabled = true;
   std::function<void()> OnEvents;  // what the user does meanwhile
+  std::function<void(const DisplayList&)> OnShow;
 
  private:
   static void Set(std::set<MenuId>& items, MenuId item, bool isIn) {
