@@ -41,6 +41,7 @@ void RegisterWindowClass(HINSTANCE instance, const wchar_t* name, HICON icon, HB
   windowClass.lpfnWndProc = WindowProcedure<Window>;
   windowClass.hInstance = instance;
   windowClass.hIcon = icon;
+  windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   windowClass.hbrBackground = background;
   windowClass.lpszClassName = name;
   RegisterClassExW(&windowClass);
