@@ -81,12 +81,13 @@ class MainWindowWin32 : public MainWindow {
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
 
+  // Before the window, whose first messages come while it is made and ask for it.
+  Application* application_ = nullptr;
   UniqueWindow window_;
   MenuBar menus_;
   EditorWin32 editor_;
   GraphicWindow graphic_;
   StatusBar status_;
-  Application* application_ = nullptr;
   HWND focus_ = nullptr;  // where the keys went when the window was active
   int editorWidth_ = 0;   // 1/96 inch
   int dividerGrip_ = 0;   // pixels from the divider's left edge, while it is dragged
