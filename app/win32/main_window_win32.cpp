@@ -89,6 +89,16 @@ bool MainWindowWin32::Guarded(const std::function<void()>& action) {
 }
 
 void MainWindowWin32::Failed() {
+  // What fails at every painting or at every tick of the timer would tell of itself without end.
+  if (isFailing_) return;
+  struct Telling {
+    explicit Telling(bool& flag) : Flag(flag) { Flag = true; }
+    ~Telling() { Flag = false; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    bool& Flag;
+  };
+  const Telling telling(isFailing_);
   try {
     AppContext& app = application_->Context();
     // The drawing of a run that was broken off is gone.

@@ -95,6 +95,7 @@ class MainWindowWin32 : public MainWindow {
   bool isBusy_ = false;       // disabled by the application
   bool isPlacing_ = false;    // the size that is being set is meant as it is
   bool isMaximised_ = false;  // when it is shown
+  bool isFailing_ = false;    // the user is being told of a failure
   PointerShape pointer_ = PointerShape::Normal;
 };
 
