@@ -287,6 +287,11 @@ std::optional<LRESULT> MainWindowWin32::HandleFrame(UINT message, WPARAM wParam,
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {ToPixels(LeastWidth, Dpi()),
                                                                ToPixels(LeastHeight, Dpi())};
       return 0;
+    case WM_ENABLE:
+      // The end of a drag would be lost on a disabled window: without a button the drawing would go on
+      // moving.
+      if (!wParam) ReleaseCapture();
+      return 0;
     case WM_DPICHANGED:
       ChangeDpi(*reinterpret_cast<const RECT*>(lParam));
       return 0;
