@@ -19,11 +19,30 @@ constexpr UINT_PTR PauseTimer = 1;
 // second.
 constexpr double FastEnough = 30;
 constexpr UINT Pause = 80;
+// Without keys and buttons, after which a drawing that they have broken off is tried again.
+constexpr UINT LongPause = 1500;
 // Of a drawing that is still growing, and of a complete one before a key or a button may break it off.
-constexpr double SoFar = 100, Patience = 1000;
+constexpr double SoFar = 100, Patience = 1000, BetweenLooks = 20;
 
 double MillisecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+bool HasUserPaused() {
+  LASTINPUTINFO last{};
+  last.cbSize = sizeof last;
+  return !GetLastInputInfo(&last) || GetTickCount() - last.dwTime >= LongPause;
+}
+
+// Whether a key or a button is held down that has a message for this program. Asking the queue alone would
+// take the end of the key that has asked for the drawing for another one; taking messages from it would let
+// others through.
+bool HasUserActed() {
+  if (HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) == 0) return false;
+  for (int key = VK_LBUTTON; key < 0xFF; ++key) {
+    if (GetAsyncKeyState(key) < 0) return true;
+  }
+  return false;
 }
 
 POINT PixelOf(LPARAM lParam) {
@@ -103,7 +122,7 @@ void GraphicWindow::Invalidate() {
 }
 
 void GraphicWindow::Redraw() {
-  isStale_ = false;
+  isStale_ = isBroken_ = false;
   drawnView_ = view_;
   bitmap_ = {};
   if (picture_ && !list_->Pages().empty()) {
@@ -111,8 +130,12 @@ void GraphicWindow::Redraw() {
     const bool isCut = isGrowing_ || application_->Context().State.AbortRequested;
     const std::size_t count = list_->Pages().back().Count;
     const auto atOnce = [&] { return std::min(count, static_cast<std::size_t>(perMs_ * SoFar)); };
-    // What was broken off shows its beginning, like one that is growing.
-    if (!DrawFirst(isCut ? atOnce() : count)) DrawFirst(atOnce());
+    // What was broken off shows its beginning, like one that is growing, and all of it later.
+    isBroken_ = !DrawFirst(isCut ? atOnce() : count);
+    if (isBroken_) {
+      DrawFirst(atOnce());
+      SetTimer(window_, PauseTimer, LongPause, nullptr);
+    }
   }
   mayWait_ = static_cast<bool>(bitmap_);
 }
@@ -122,6 +145,7 @@ void GraphicWindow::Redraw() {
 bool GraphicWindow::DrawFirst(std::size_t operations) {
   const auto start = std::chrono::steady_clock::now();
   bool isBroken = false;
+  double nextLook = Patience;
   ViewFrame frame;
   frame.Width = lastSize_.cx;
   frame.Height = lastSize_.cy;
@@ -129,8 +153,11 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
   frame.Place.OffsetX = view_.Offset.X;
   frame.Place.OffsetY = view_.Offset.Y;
   const auto goOn = [&](std::size_t operation) {
-    isBroken = isBroken ||
-               (MillisecondsSince(start) > Patience && HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0);
+    const double now = MillisecondsSince(start);
+    if (now > nextLook) {
+      isBroken = isBroken || HasUserActed();
+      nextLook = now + BetweenLooks;
+    }
     return operation < operations && !isBroken;
   };
   bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame, goOn);
@@ -173,6 +200,14 @@ void GraphicWindow::Paint() {
   }
 }
 
+void GraphicWindow::PauseEnds() {
+  if (isBroken_ && !isStale_ && !HasUserPaused()) return;  // it comes again
+  KillTimer(window_, PauseTimer);
+  isStale_ = isStale_ || isBroken_;
+  mayWait_ = false;
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
 void GraphicWindow::ShowCursor() const {
   const wchar_t* name = IDC_ARROW;
   if (pointer_ == PointerShape::Cross) name = IDC_CROSS;
@@ -207,9 +242,7 @@ std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM
       Invalidate();
       return 0;
     case WM_TIMER:
-      KillTimer(window_, PauseTimer);
-      mayWait_ = false;
-      InvalidateRect(window_, nullptr, FALSE);
+      PauseEnds();
       return 0;
     case WM_SETCURSOR:
       ShowCursor();

@@ -44,6 +44,7 @@ class GraphicWindow {
   void Invalidate();
   void Paint();
   void PaintMoved(HDC context, const SIZE& size);
+  void PauseEnds();
   void ShowCursor() const;
   void TurnWheel(WPARAM wParam, LPARAM lParam);
   void Move(POINT pixel);
@@ -60,6 +61,7 @@ class GraphicWindow {
   PointerShape pointer_ = PointerShape::Normal;
   bool isStale_ = true;        // the bitmap
   bool mayWait_ = false;       // there is something to show while it is stale
+  bool isBroken_ = false;      // the bitmap shows a part alone, as the user had something to do
   bool isGrowing_ = false;     // the list
   double perMs_ = 25;          // operations drawn in a millisecond, as far as is known
   double drawMs_ = 0;          // what the last bitmap took
