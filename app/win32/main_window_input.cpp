@@ -119,6 +119,8 @@ void MainWindowWin32::ProcessEvents() {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
     Dispatch(message);
+    // The run must see it before the key's end, which may be the next event already.
+    if (isBusy_ && application_->Context().State.AbortRequested) return;
   }
 }
 

@@ -479,6 +479,11 @@ TEST_F(ProgramTest, EscapeEndsARun) {
     program_->ReleaseKey(VK_ESCAPE);
     program_->AwaitIdle();
   }
+  // Down and up before the run looks for events again.
+  program_->Key(VK_F4);
+  Await("the run", [&] { return program_->IsBusy(); });
+  program_->Key(VK_ESCAPE);
+  program_->AwaitIdle();
   EXPECT_EQ(program_->EditorText(), Endless);
   EndWithoutSaving();
 }
