@@ -290,6 +290,13 @@ void Application::SessionEnds() {
   if (app_.State.TextModified) WriteRecoveryCopy();
 }
 
+// In silence: nobody is there to read it.
+void Application::SessionHasEnded() {
+  app_.IsConfigFailureTold = true;
+  // Before the languages are chosen nothing is, and the next start is to ask for them.
+  if (app_.State.LangIndex != 0) settings_.WriteAtEnd();
+}
+
 void Application::WriteRecoveryCopy() {
   const ApplicationState& state = app_.State;
   recovery_.Write(app_.Platform.Now(),

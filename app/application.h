@@ -49,8 +49,10 @@ class Application {
   void EditorWidthChanged(int width);
   // From time to time, at least every few seconds.
   void Tick();
-  // The user logs off: the program may be ended without being asked anything more.
+  // The user logs off: the program may be ended without being asked anything more. The first is told when
+  // that may still come to nothing, the second when it does not.
   void SessionEnds();
+  void SessionHasEnded();
 
   void SetItemEnabled(MenuId item, bool isEnabled);
   RunCycle& Runs() { return runs_; }

@@ -336,6 +336,9 @@ std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPAR
     case WM_QUERYENDSESSION:
       application_->SessionEnds();
       return TRUE;
+    case WM_ENDSESSION:
+      if (wParam) application_->SessionHasEnded();
+      return 0;
     default:
       return HandleFrame(message, wParam, lParam);
   }

@@ -492,6 +492,25 @@ TEST(Application, RemembersItsWindow) {
   EXPECT_EQ(shell.Take(), Log{"pointer at 200,250"});
 }
 
+TEST(Application, RemembersItWhenTheSessionEnds) {
+  FakeShell shell;
+  shell.Write("dial.dat", Dial);
+  shell.Boxes.Files = {shell.Path("dial.dat")};
+  shell.Boxes.OnLanguages = [&](const LanguageDialog& dialog) {
+    // Nothing is chosen: the next start asks again.
+    const std::string settings = shell.Read("Vaxel.cfg");
+    shell.App->SessionHasEnded();
+    EXPECT_EQ(shell.Read("Vaxel.cfg"), settings);
+    dialog.OnMessages(2);
+    dialog.OnHelp(2);
+    dialog.OnButton();
+  };
+  ASSERT_TRUE(shell.Start());
+  shell.App->SessionHasEnded();
+  const std::string settings = shell.Read("Vaxel.cfg");
+  EXPECT_NE(settings.find("FichierDat =" + shell.Path("dial.dat") + "\r\n"), std::string::npos) << settings;
+}
+
 TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell;
   shell.StartWith(Dial);

@@ -488,6 +488,21 @@ TEST_F(ProgramTest, EscapeEndsARun) {
   EndWithoutSaving();
 }
 
+TEST_F(ProgramTest, KeepsItsTextWhenTheSessionEnds) {
+  StartWith("' one");
+  program_->SetEditorText(Endless);
+  program_->Key(VK_F4);
+  Await("the run", [&] { return program_->IsBusy(); });
+  // Neither is answered before the run looks for events.
+  EXPECT_EQ(SendMessageW(program_->Window(), WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(program_->Window(), WM_ENDSESSION, TRUE, 0);
+  const std::vector<fs::path> copies = FilesIn(folder_.Path(), ".rec");
+  ASSERT_EQ(copies.size(), 1U);
+  EXPECT_TRUE(BytesOf(copies.front()).ends_with(Endless));
+  EXPECT_NE(folder_.Read("Vaxel.cfg").find("\nRecent1 "), std::string::npos);
+  program_->Kill();
+}
+
 // What arrives at the printer lies in the folder that scripts/wine-with-printer names.
 class Printing : public ProgramTest {
  protected:
