@@ -82,6 +82,7 @@ class Document {
     info.cbSize = sizeof info;
     info.lpszDocName = name.c_str();
     started_ = StartDocW(context, &info) > 0;
+    isRefused_ = !started_ && GetLastError() == ERROR_CANCELLED;
   }
   ~Document() {
     if (started_) AbortDoc(context_);
@@ -90,6 +91,8 @@ class Document {
   Document& operator=(const Document&) = delete;
 
   bool IsStarted() const { return started_; }
+  // Printers that write files ask the user for a name.
+  bool IsRefused() const { return isRefused_; }
   bool Finish() {
     started_ = false;
     return EndDoc(context_) > 0;
@@ -97,7 +100,7 @@ class Document {
 
  private:
   HDC context_;
-  bool started_ = false;
+  bool started_ = false, isRefused_ = false;
 };
 
 bool IsLandscape(const Page& page, const PrinterFacts& portrait) {
@@ -157,6 +160,7 @@ std::string Print(const DisplayList& list, const PrintJob& job) {
   // Some printers take the first page's orientation for the document's.
   if (!list.Pages().empty() && !turn(list.Pages().front())) return "the printer cannot turn the page";
   Document document(context.get(), Widen(job.DocumentName));
+  if (document.IsRefused()) return {};
   if (!document.IsStarted()) return "the printer takes no document";
   for (std::size_t page = 0; page < list.Pages().size(); ++page) {
     if (!turn(list.Pages()[page])) return "the printer cannot turn the page";

@@ -32,6 +32,7 @@ struct PrintJob {
 // Prints all pages as one document. The upper-left corner of a page is that of the area that the printer can
 // print on; a page that has that area's sides the other way round comes in landscape. Returns the reason, in
 // English, when the document was not printed; then nothing of it is, where the printer can still be stopped.
+// None when the user has called it off, where the printer asks for the name of a file.
 std::string Print(const DisplayList& list, const PrintJob& job);
 
 }  // namespace vaxel
