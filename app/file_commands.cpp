@@ -21,6 +21,11 @@ std::string Filter(const std::string& description, const char* pattern) {
   return description + " (" + pattern + ")|" + pattern + "|";
 }
 
+bool IsPictureFile(const std::string& name) {
+  const std::string upper = UpperCase(name);
+  return upper.ends_with(".SVG") || upper.ends_with(".PNG") || upper.ends_with(".EMF");
+}
+
 bool FileExists(const std::string& name) {
   std::error_code ignored;
   return std::filesystem::exists(PathOf(name), ignored);
@@ -223,6 +228,12 @@ void FileCommands::Save() {
   app_.State.TextModified = false;
 }
 
+// The dialogs have asked for the name that was chosen alone.
+bool FileCommands::MayReplace(const std::string& fileName) {
+  return !FileExists(fileName) ||
+         app_.Dialogs.AskYesNo("Vaxel", app_.Message(text_id::ReplaceFile, fileName));
+}
+
 void FileCommands::SaveAs() {
   ApplicationState& state = app_.State;
   FileDialog dialog;
@@ -233,10 +244,7 @@ void FileCommands::SaveAs() {
   dialog.Flags = OverwritePrompt | HideReadOnly;
   const std::string chosen = app_.Dialogs.ShowSave(dialog);
   const std::string name = CutExtraExtension(chosen);
-  // The dialog has asked for the name that was chosen alone.
-  if (name != chosen && FileExists(name) &&
-      !app_.Dialogs.AskYesNo("Vaxel", app_.Message(text_id::ReplaceFile, name)))
-    return;
+  if (name != chosen && !MayReplace(name)) return;
   if (name.empty() || !WriteTo(name)) return;
   state.CurrentFile = name;
   app_.UpdateTitle();
@@ -274,8 +282,10 @@ void FileCommands::Export() {
   dialog.Folder = FolderOf(app_.State.CurrentFile);
   dialog.FileName = DocumentNameOf(app_.State.CurrentFile);
   dialog.Flags = OverwritePrompt | HideReadOnly;
-  const std::string name = app_.Dialogs.ShowSave(dialog);
+  std::string name = app_.Dialogs.ShowSave(dialog);
   if (name.empty()) return;
+  // A picture under the extension of something else, of a script for one, would be neither.
+  if (!IsPictureFile(name) && !MayReplace(name += ".svg")) return;
   const std::string upper = UpperCase(name);
   const std::size_t page = drawing->Pages().size() - 1;
   OutputFile file(name);

@@ -40,6 +40,7 @@ class FileCommands {
   void ShowOpened();
   void DrawOpened();
   bool WriteTo(const std::string& fileName);
+  bool MayReplace(const std::string& fileName);
   void Remember(const std::string& fileName);
   void TellNotSaved(const std::string& fileName, const std::string& reason);
   void TellNotLoaded(const std::string& fileName, const ScriptFile& script);

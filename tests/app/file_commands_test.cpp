@@ -242,6 +242,16 @@ TEST(FileCommands, Exports) {
   EXPECT_EQ(shell.Take({"critical"}),
             Log{"critical The file " + shell.Path("c.emf") + " cannot be written: no disk"});
   EXPECT_FALSE(shell.Exists("c.emf"));
+  // Under the name of the script itself, and then under one that the dialog did not ask about.
+  shell.Boxes.Files = {shell.Path("dial.dat")};
+  shell.App->Command(MenuId::Mnu_Exporter);
+  EXPECT_EQ(shell.Read("dial.dat"), Line);
+  EXPECT_TRUE(shell.Read("dial.dat.svg").starts_with("<svg"));
+  shell.Write("dial.dat.svg", "old");
+  shell.Boxes.Files = {shell.Path("dial.dat")};
+  shell.Boxes.Answers = {"no"};
+  shell.App->Command(MenuId::Mnu_Exporter);
+  EXPECT_EQ(shell.Read("dial.dat.svg"), "old");
 }
 
 TEST(Recovery, BringsBackWhatWasNotSaved) {
