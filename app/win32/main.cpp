@@ -64,8 +64,11 @@ int Run(HINSTANCE instance) {
   const StartOptions options = {VAXEL_MAJOR,     VAXEL_MINOR,     VAXEL_REVISION,
                                 WorkingFolder(), ProgramFolder(), ScriptOfCommandLine()};
   bool isStarted = false;
-  window.Guarded([&] { isStarted = application.Start(options); });
-  return isStarted ? window.RunMessages() : 1;
+  const bool hasFailed = !window.Guarded([&] { isStarted = application.Start(options); });
+  // One that is open already stays so: a script that cannot be drawn can be changed, and would otherwise keep
+  // the program from starting the next time too.
+  const bool isOpen = isStarted || (hasFailed && IsWindowVisible(window.Window()));
+  return isOpen ? window.RunMessages() : 1;
 }
 
 }  // namespace
