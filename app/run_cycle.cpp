@@ -184,6 +184,12 @@ void RunCycle::LineChanged(std::size_t line) {
   }
 }
 
+void RunCycle::TextReplaced() {
+  cursorLine_ = 1;
+  isLineChanged_ = false;
+  if (!view_.IsDefault()) ResetView();
+}
+
 void RunCycle::CursorIn(std::size_t line) {
   if (line == cursorLine_) return;
   if (std::exchange(isLineChanged_, false)) app_.Editor.ColourLine(cursorLine_);

@@ -29,11 +29,8 @@ class RunCycle {
   // its own one when it leaves it or when the script is run.
   void LineChanged(std::size_t line);
   void CursorIn(std::size_t line);
-  // Another text, all of it coloured.
-  void TextReplaced() {
-    cursorLine_ = 1;
-    isLineChanged_ = false;
-  }
+  // Another text, all of it coloured. Its drawing is shown as it is.
+  void TextReplaced();
 
   // The pointer over the graphic area, the wheel and dragging, in pixels from its upper left corner.
   void PointerMoved(double xPx, double yPx);

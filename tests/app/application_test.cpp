@@ -366,6 +366,11 @@ TEST(Application, EnlargesAroundThePointer) {
   EXPECT_EQ(shell.Window.Text2, before);
   shell.App->Runs().WheelTurned(100, 100, 1000);
   EXPECT_EQ(shell.Window.View.Scale, GraphicView::MaxScale);
+  // Of another drawing there would be nothing to see; of the same one it stays where the user looks.
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Window.View.Scale, GraphicView::MaxScale);
+  shell.App->OpenRecent(0);
+  EXPECT_TRUE(shell.Window.View.IsDefault());
 }
 
 TEST(Application, QuitsWithTheSaveQuestion) {
