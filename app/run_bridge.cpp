@@ -148,7 +148,14 @@ void RunBridge::WriteComments() {
   };
   const Writing writing(app_.State.IsWritingComments);
   const std::string text = app_.Editor.Text();
+  // Controls end lines at a few more characters. The numbers then mean other lines there, which would be
+  // lost.
+  const bool areSameLines = CountOf(text, "\n") + 1 == app_.Editor.Place().Lines;
   for (const auto& [number, comment] : comments_) {
+    if (!areSameLines) {
+      ShowNotice(app_.State.CurrentFile, number, Trim(comment));
+      continue;
+    }
     const std::string line = LineOf(text, number);
     const std::string commented = WithComment(line, comment);
     if (commented != line) app_.Editor.ReplaceLine(number, commented);

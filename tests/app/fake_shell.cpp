@@ -60,7 +60,9 @@ void FakeEditor::ReplaceLine(std::size_t line, std::string_view text) {
 }
 
 EditorPlace FakeEditor::Place() {
-  return {Line, static_cast<std::size_t>(std::count(Content.begin(), Content.end(), '\n')) + 1};
+  return {Line, static_cast<std::size_t>(std::count_if(Content.begin(), Content.end(),
+                                                       [](char c) { return c == '\n' || c == '\v'; })) +
+                    1};
 }
 
 void FakeEditor::Type(std::string_view text) {

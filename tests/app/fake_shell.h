@@ -82,6 +82,7 @@ class FakeEditor : public ScriptEditor {
   void SetText(std::string_view text) override;
   void ReplaceSelection(std::string_view text) override;
   void ReplaceLine(std::size_t line, std::string_view text) override;
+  // A vertical tab ends a line too, as in the control of Windows.
   EditorPlace Place() override;
   void GoToLine(std::size_t line) override { Line = line; }
   std::string WordAtCursor() override { return "Arc"; }

@@ -144,6 +144,17 @@ TEST(RunBridge, KeepsTheUsersOwnNumbers) {
   EXPECT_EQ(shell.Editor.Content, commented);
 }
 
+// The editor would put the comment into another line and take away what stands there.
+TEST(UnsavedText, StaysWholeWhereTheEditorCountsOtherLines) {
+  FakeShell shell;
+  const std::string script = "Trait = 0, 0, 10, 20\n' a\vb\n?\n' end\n";
+  shell.StartWith(Line);
+  shell.Editor.Content = script;
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Editor.Content, script);
+  EXPECT_EQ(shell.Take({"message"}), Log{"message " + shell.Path("dial.dat") + ":3: ' 10, 20"});
+}
+
 // On the disk the script has other lines than in the editor.
 TEST(RunBridge, WritesNothingIntoLinesOfAScriptThatIncludesItself) {
   FakeShell shell;
