@@ -116,11 +116,11 @@ void MainWindowWin32::Dispatch(MSG& message) {
 
 void MainWindowWin32::ProcessEvents() {
   MSG message{};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  // The run must see an Escape before the key's end, which may be the next event already.
+  const auto isEnding = [this] { return isBusy_ && application_->Context().State.AbortRequested; };
+  while (!isEnding() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
     Dispatch(message);
-    // The run must see it before the key's end, which may be the next event already.
-    if (isBusy_ && application_->Context().State.AbortRequested) return;
   }
 }
 
