@@ -218,8 +218,8 @@ int DialogBuilder::AddChoice(const Choice& choice, const std::vector<std::wstrin
   }
   const int height = FrameTop + rows * RadioStep + FrameBottom;
   frame.bottom = frame.top + height;
-  // Wine cuts off the end of a frame's text.
-  Add(ControlClass::Button, choice.FrameId, choice.Label + L"  ", frame, BS_GROUPBOX | WS_GROUP);
+  // Wine measures the label in a smaller font than it draws with, and cuts its end.
+  Add(ControlClass::Button, choice.FrameId, choice.Label + L"   ", frame, BS_GROUPBOX | WS_GROUP);
   return height;
 }
 
