@@ -12,6 +12,8 @@
 
 namespace vaxel {
 
+inline constexpr std::size_t MostRecentFiles = 9;
+
 struct ApplicationState {
   // "major.minor" and a letter for the revision, or a blank for none.
   std::string VersionText;
@@ -28,7 +30,7 @@ struct ApplicationState {
   std::size_t LoadedHash = 0;                  // of the bytes of the file as they were loaded or saved
   std::string StartupFile;                     // with which the next start begins
   std::string OpenFolder;                      // where the next Open dialog begins
-  std::vector<std::string> RecentFiles;        // the newest first
+  std::vector<std::string> RecentFiles;        // the newest first, MostRecentFiles at most
 
   // The view of the drawing.
   double OffX = 0, OffY = 0;  // of the default centre from the middle, mm of the screen, y upward

@@ -15,8 +15,6 @@
 namespace vaxel {
 namespace {
 
-constexpr std::size_t MostRecentFiles = 9;
-
 std::string Filter(const std::string& description, const char* pattern) {
   return description + " (" + pattern + ")|" + pattern + "|";
 }

@@ -36,7 +36,6 @@ class RunCycle {
   void PointerMoved(double xPx, double yPx);
   void WheelTurned(double xPx, double yPx, double notches);
   void Dragged(double dxPx, double dyPx);
-  const GraphicView& View() const { return view_; }
   // The drawing that is shown, for exports; null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
 

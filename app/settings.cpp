@@ -23,7 +23,6 @@ constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
 constexpr std::string_view RecentName = "Recent";
-constexpr int MostRecentFiles = 9;
 
 std::vector<std::string> LanguageNames(const StringTable& strings) {
   std::vector<std::string> names;
@@ -143,7 +142,7 @@ bool Settings::Read() {
   state.CodeFontSize = settings.CodeFontSize;
   state.Patchs = settings.Patchs;
   state.PatchFlags = settings.PatchFlags;
-  for (int i = 1; i <= MostRecentFiles; ++i) {
+  for (std::size_t i = 1; i <= MostRecentFiles; ++i) {
     const auto name = settings.OwnKey(std::string(RecentName) + std::to_string(i));
     if (name && !name->empty()) state.RecentFiles.push_back(*name);
   }

@@ -74,7 +74,6 @@ class DrawSurface {
   void NewPage();
   // Maps the surface's rectangle to the whole device; a negative height makes y grow upward.
   void SetScale(double left, double top, double width, double height);
-  Point SizeInMm() const { return deviceSize_; }
   const RunTarget& Target() const { return target_; }
   // The current point moves to the second point.
   void Line(double x1, double y1, double x2, double y2, Colour colour);
