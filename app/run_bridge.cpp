@@ -17,15 +17,23 @@ constexpr auto BetweenEvents = std::chrono::milliseconds(15);
 // Nobody waits longer than this before an empty window.
 constexpr auto BetweenPictures = std::chrono::milliseconds(200);
 
-std::string LineOf(const std::string& text, std::uint32_t number) {
-  std::size_t from = 0;
-  for (std::uint32_t line = 1; line < number; ++line) {
-    from = text.find('\n', from);
-    if (from == std::string::npos) return {};
-    ++from;
+// Lines of a text in the order of their numbers, which count from 1, found in one passage through it.
+class LinesInOrder {
+ public:
+  explicit LinesInOrder(std::string_view text) : rest_(text) {}
+  // Not before the line that was asked for last; empty behind the last one.
+  std::string_view Line(std::uint32_t number) {
+    for (; number_ < number; ++number_) {
+      const std::size_t end = rest_.find('\n');
+      rest_ = end == std::string_view::npos ? std::string_view() : rest_.substr(end + 1);
+    }
+    return rest_.substr(0, rest_.find('\n'));
   }
-  return text.substr(from, text.find('\n', from) - from);
-}
+
+ private:
+  std::string_view rest_;
+  std::uint32_t number_ = 1;
+};
 
 // A comment without its blanks and with "#" for every number.
 std::string ShapeOf(std::string_view comment) {
@@ -151,12 +159,13 @@ void RunBridge::WriteComments() {
   // Controls end lines at a few more characters. The numbers then mean other lines there, which would be
   // lost.
   const bool areSameLines = CountOf(text, "\n") + 1 == app_.Editor.Place().Lines;
+  LinesInOrder lines(text);
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
       ShowNotice(app_.State.CurrentFile, number, Trim(comment));
       continue;
     }
-    const std::string line = LineOf(text, number);
+    const std::string_view line = lines.Line(number);
     const std::string commented = WithComment(line, comment);
     if (commented != line) app_.Editor.ReplaceLine(number, commented);
   }

@@ -16,9 +16,10 @@
 namespace vaxel {
 namespace {
 
-std::string Without(std::string text, char mark) {
-  std::erase(text, mark);
-  return text;
+std::string DialogCaption(const AppContext& app, MenuId item, const char* keys) {
+  std::string name = app.MenuText(CaptionId(item));
+  std::erase(name, '&');
+  return "Vaxel   " + name + "   " + keys;
 }
 
 std::string OneDecimal(double value) {
@@ -248,8 +249,7 @@ void RunCycle::Zoom(bool withCtrl) {
   } else {
     const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };
     ZoomDialog dialog;
-    dialog.Caption =
-        "Vaxel   " + Without(app_.MenuText(CaptionId(MenuId::Mnu_Zoom)), '&') + "   (F7, Ctrl-F7)";
+    dialog.Caption = DialogCaption(app_, MenuId::Mnu_Zoom, "(F7, Ctrl-F7)");
     dialog.FactorLabel = app_.Message(text_id::ZoomFactor);
     dialog.FactorText = shown(state.ScreenZoom);
     dialog.ZmmLabel = app_.Message(text_id::MmCorrection);
@@ -292,8 +292,7 @@ void RunCycle::Reference(bool withCtrl) {
     return;
   }
   ReferenceDialog dialog;
-  dialog.Caption =
-      "Vaxel   " + Without(app_.MenuText(CaptionId(MenuId::Mnu_RefCurseur)), '&') + "   (F8, Ctrl-F8)";
+  dialog.Caption = DialogCaption(app_, MenuId::Mnu_RefCurseur, "(F8, Ctrl-F8)");
   dialog.Label = app_.Message(text_id::ReferenceLabel);
   dialog.Text = FloatText(state.RefInX) + "," + FloatText(state.RefInY);
   dialog.Button = app_.Message(text_id::ValidateReference);
