@@ -26,7 +26,7 @@ constexpr double Turn = 2 * std::numbers::pi;
 constexpr double Degree = Turn / 360;
 const Fill Filled{true, Black};
 
-const std::array<Figure, 10> Figures = {
+const std::array<Figure, 11> Figures = {
     {{"line", LineShape{{5, 6}, {31, 21}}, {4.9, 5.9, 31.1, 21.1}},
      {"box", RectangleShape{{30, 20}, {10, 5}, {}}, {9.9, 4.9, 30.1, 20.1}},
      {"filled-box", RectangleShape{{10, 5}, {30, 20}, Filled}, {9.9, 4.9, 30.1, 20.1}},
@@ -45,6 +45,10 @@ const std::array<Figure, 10> Figures = {
       CircleShape{{20, 15}, 10, 10, -179.5 * Degree, 179.5 * Degree, {}, CircleForm::Arc},
       {9.9004, 4.9, 30.1, 25.1}},
      {"pie", CircleShape{{15, 20}, 10, 10, 0, 90 * Degree, Filled, CircleForm::Pie}, {14.9, 9.9, 25.1, 20.1}},
+     // From −30° to 30°, its tip at the centre: up and down by 10·sin 30° = 5.
+     {"pie-through-0",
+      CircleShape{{15, 15}, 10, 10, -30 * Degree, 30 * Degree, Filled, CircleForm::Pie},
+      {14.9, 9.9, 25.1, 20.1}},
      {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}}}};
 
 // Contours of arcs as the reader sees them, y downward. Box, area and perimeter are those of the contour
