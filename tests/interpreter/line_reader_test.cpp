@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "interpreter/label_table.h"
-#include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
 
 namespace vaxel {
@@ -48,71 +46,11 @@ TEST(LineReader, JoinsContinuations) {
   EXPECT_EQ(LinesOf("Arc = 1 _\n"), Lines{"!1:Arc = 1 _"});
 }
 
-TEST(LineReader, SplitsKeywordAndParameters) {
-  struct Case {
-    const char* Line;
-    const char* Keyword;
-    const char* Parameters;
-  };
-  const Case cases[] = {{"Arc=0,90,50", "Arc", "0,90,50"},
-                        {"arc = 0, 90, 50", "arc", " 0, 90, 50"},
-                        {"Goto Fin", "Goto", "Fin"},
-                        {"NPage", "NPage", ""},
-                        {"IF %A = 3 GOTO Fin", "IF", "%A = 3 GOTO Fin"},
-                        {"ift %A=3 THEN X", "ift", "%A=3 THEN X"},
-                        {"SI 1 = 1 GOTO 12", "SI", "1 = 1 GOTO 12"},
-                        {"%N == 2*3", "%N", "= 2*3"},
-                        {"%it's = 3", "%it's", " 3"},
-                        {"Texte = 1,2,,,a = b", "Texte", " 1,2,,,a = b"},
-                        // The "=" of a comment is not the command's.
-                        {"Inversion ' side = left", "Inversion", "' side = left"}};
-  for (const Case& c : cases) {
-    const CommandLine command = SplitCommand(c.Line);
-    EXPECT_EQ(command.Keyword, c.Keyword) << c.Line;
-    EXPECT_EQ(command.Parameters, c.Parameters) << c.Line;
-  }
-}
-
 TEST(LineReader, KnowsLabelLines) {
   for (const char* line : {"Fin:", "Fin : ' end", "a b: c", "Fin: ' x = 3"})
     EXPECT_TRUE(IsLabelLine(line)) << line;
   for (const char* line : {"Fin", "Arc = 1:2", "Fin ' a: b", "%A = C:"})
     EXPECT_FALSE(IsLabelLine(line)) << line;
-}
-
-LabelTable Collect(const std::string& text) {
-  LineReader reader(text);
-  LogicalLine line;
-  LabelTable labels;
-  labels.Collect(reader, line);
-  return labels;
-}
-
-TEST(LabelTable, FindsLabelsByNameWithoutRegardToCase) {
-  const std::string text = "X\n  début:\nFin : rest\nFIN:\n' note:\nIF %A = 1 GOTO fin";
-  const LabelTable labels = Collect(text);
-  EXPECT_EQ(labels.Count(), 3U);
-  ASSERT_NE(labels.Find("DÉBUT"), nullptr);
-  EXPECT_EQ(labels.Find("Début")->LineNumber, 2U);
-  EXPECT_EQ(labels.Find("Début")->Position, 2U);
-  EXPECT_EQ(labels.Find("fin")->LineNumber, 4U);
-  EXPECT_EQ(labels.Find("fin ")->LineNumber, 3U);
-  EXPECT_EQ(labels.Find("note"), nullptr);
-}
-
-TEST(LabelTable, KnowsNoLabelBehindALineThatHoldsStop) {
-  EXPECT_EQ(Collect("a:\nTexte = 0,0,,,nonSTOPping\nb:").Find("b"), nullptr);
-  EXPECT_NE(Collect("a:\nX = 1 ' stop\nb:").Find("b"), nullptr);
-  EXPECT_NE(Collect("a:\nnonstop:\nb:").Find("nonstop"), nullptr);
-}
-
-TEST(LabelTable, RefusesASecondLabelOfOneName) {
-  const std::string text = "X\nfin:\nX\nFin:\n";
-  LineReader reader(text);
-  LogicalLine line;
-  LabelTable labels;
-  EXPECT_THROW(labels.Collect(reader, line), ScriptFault);
-  EXPECT_EQ(line.Number, 4U);
 }
 
 }  // namespace

@@ -11,26 +11,6 @@
 namespace vaxel {
 namespace {
 
-TEST(Parameters, AreSplitAtTheFirstSeparator) {
-  const Separators separators;
-  Parameters parameters;
-  parameters.Assign(" 1, ,Rouge/Red,RVB 1 2 3, 5", separators);
-  EXPECT_EQ(parameters.Count(), 5U);
-  EXPECT_EQ(parameters.Text(1), " 1");
-  EXPECT_EQ(parameters.Trimmed(2), "");
-  EXPECT_EQ(parameters.Text(5), " 5");
-  EXPECT_EQ(parameters.Text(6), "");
-  EXPECT_EQ(parameters.Rest(4), "RVB 1 2 3, 5");
-  EXPECT_EQ(parameters.Rest(6), "");
-
-  const Separators longer{"<>", "::"};
-  parameters.Assign("0,5<>1::2<>", longer);
-  EXPECT_EQ(parameters.Count(), 3U);
-  EXPECT_EQ(parameters.Text(1), "0,5");
-  EXPECT_EQ(parameters.Number(2), 1);
-  EXPECT_EQ(parameters.Text(3), "");
-}
-
 TEST(Parameters, NumbersDropOneUnitMark) {
   const std::pair<const char*, std::optional<double>> cases[] = {
       {"20", 20},         {" 20 ", 20},          {"-45°", -45},       {"5R", 5},
@@ -48,11 +28,6 @@ TEST(Parameters, NumbersMustBeExpressions) {
       EXPECT_EQ(fault.Reason(), FaultReason::Expression) << text;
     }
   }
-  Parameters parameters;
-  const Separators separators;
-  parameters.Assign("1,,3", separators);
-  EXPECT_EQ(parameters.NumberOr(2, 7), 7);
-  EXPECT_THROW(parameters.RequiredNumber(2), ScriptFault);
 }
 
 }  // namespace

@@ -1,25 +1,14 @@
 // Lines that are run again are prepared; what comes of them must be what comes of reading them anew.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "interpreter/evaluator.h"
-#include "interpreter/expression.h"
-#include "interpreter/script_fault.h"
-#include "resources/string_table.h"
 #include "tests/support/script_run.h"
-#include "text/number_text.h"
 
 namespace vaxel::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 std::string Everything(const std::string& script, RunSettings settings, bool prepares) {
   settings.PreparesLines = prepares;
@@ -120,46 +109,6 @@ class ScriptWriter {
   std::mt19937 random_;
 };
 
-std::string Result(const std::function<double()>& compute) {
-  try {
-    return NumberText(compute());
-  } catch (const ScriptFault& fault) {
-    return fault.Description(StringTable(), 0);
-  }
-}
-
-TEST(PreparedLines, ExpressionsHaveTheValueOfTheirText) {
-  std::mt19937 random(1);
-  const auto oneOf = [&](const std::vector<std::string>& texts) { return texts[random() % texts.size()]; };
-  VariableTable variables;
-  variables.Set("%A", "-1.5");
-  variables.Set("%B", "7");
-  variables.SetNumber("%C", 1.0 / 3);
-  for (int i = 0; i < 20'000; ++i) {
-    std::string text;
-    std::string replaced;
-    const auto add = [&](const std::string& part) {
-      text += part;
-      const std::string* const value = variables.Find(part);
-      replaced += value ? *value : part;
-    };
-    int depth = 0;
-    for (int operands = 1 + static_cast<int>(random() % 6); operands > 0; --operands) {
-      add(oneOf({"", "", "-", "+", " - -"}));
-      while (random() % 4 == 0 && ++depth > 0) add(oneOf({"(", "SIN(", "ABS(", "RND1(", "sgn( "}));
-      add(oneOf({"%A", "%B", "%C", "2", "0.25", "3"}));
-      while (depth > 0 && random() % 3 == 0 && --depth >= 0) add(")");
-      if (operands > 1) add(oneOf({"+", "-", " * ", "/", " MOD ", "^", "*"}));
-    }
-    for (; depth > 0; --depth) add(")");
-    auto expression = Expression::Prepare(text, {});
-    ASSERT_TRUE(expression && expression->IsReady(variables)) << text;
-    EXPECT_EQ(Result([&] { return expression->Compute(variables); }),
-              Result([&] { return Evaluate(replaced).Value; }))
-        << text;
-  }
-}
-
 TEST(PreparedLines, ComeToTheSameAsLinesReadAnew) {
   constexpr unsigned scripts = 4000;
   unsigned completed = 0;
@@ -174,17 +123,6 @@ TEST(PreparedLines, ComeToTheSameAsLinesReadAnew) {
   }
   // Enough of them must get through all their passes for the comparison to mean something.
   EXPECT_GT(completed, scripts / 10);
-}
-
-TEST(PreparedLines, DrawTheExamplesAsBefore) {
-  for (const auto& entry : fs::directory_iterator(fs::path(VAXEL_SOURCE_DIR) / "examples")) {
-    if (entry.path().extension() != ".dat") continue;
-    std::ifstream file(entry.path(), std::ios::binary);
-    const std::string script{std::istreambuf_iterator<char>(file), {}};
-    RunSettings settings;
-    settings.Folder = entry.path().parent_path().string() + "/";
-    EXPECT_EQ(Everything(script, settings, true), Everything(script, settings, false)) << entry.path();
-  }
 }
 
 }  // namespace

@@ -12,12 +12,6 @@
 namespace vaxel::test {
 namespace {
 
-TEST(Run, AnEmptyTextDrawsNothingAndClearsNothing) {
-  const ScriptRun run = RunText("");
-  EXPECT_EQ(run.End, RunEnd::Empty);
-  EXPECT_TRUE(run.List.Pages().empty());
-}
-
 TEST(Run, ReportsNameTheLineAndTheFile) {
   struct Case {
     const char* Script;
@@ -37,11 +31,7 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
       {"X = 0, 0, _\n2 _\n", 1,
        "Erreur dans la ligne : X = 0, 0,2 _ du fichier: dial.dat\n\nLa suite annoncée par \" _\" manque à la "
        "fin du "
-       "texte"},
-      {"a:\nX = 0, 0, 1\nA: rest", 3,
-       "Erreur dans la ligne : A: rest du fichier: dial.dat\n\nÉtiquette définie deux fois : A"},
-      {"Open = a.txt", 1,
-       "Erreur dans la ligne : Open = a.txt du fichier: dial.dat\n\nFichier introuvable : a.txt"}};
+       "texte"}};
   for (const Case& c : cases) {
     const ScriptRun run = RunText(c.Script);
     EXPECT_EQ(run.End, RunEnd::Failed);
