@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/menu_table.h"
 #include "text/utf8.h"
 
 namespace vaxel {
@@ -30,27 +29,6 @@ std::string AddTo(StringTable& table, std::string_view text, std::string_view co
   return Problems(table.AddLanguage(code, text));
 }
 
-TEST(StringTable, HasTheTextsThatUsersKnow) {
-  const StringTable table;
-  EXPECT_EQ(table.Text(LanguageNameId), "Français");
-  EXPECT_EQ(table.Text(600 + LanguageNameId), "Castellano");
-  EXPECT_EQ(table.Text(CaptionId(MenuId::Mnu_Enregistrer)), "En&registrer sous");
-  EXPECT_EQ(table.Text(CaptionId(MenuId::Mnu_EnregistrerS)), "&Enregistrer");
-  EXPECT_EQ(table.Text(118), "Sauvegarder les modifications?");
-  EXPECT_EQ(table.Text(121), "Patchs actifs : ");
-  EXPECT_EQ(
-      table.Text(160),
-      "Attention, aucune imprimante n'est configurée sur ce système. Le programme Vaxel va être arrêté.");
-  EXPECT_EQ(
-      table.Text(165),
-      "Point de référence, par rapport à la commande CentreE, pour l'affichage des coordonnées du curseur. "
-      "Avec un Z en fin de texte, le point est défini par rapport au coin inférieur gauche du graphique.");
-  EXPECT_EQ(table.Text(222 + English).substr(0, 7), "Grad = ");
-  EXPECT_EQ(table.Text(English + 110), "File");
-  for (int id : {-1, -300, 0, 84, Added, Added + LanguageNameId, 1 << 30})
-    EXPECT_EQ(table.Text(id), "") << id;
-}
-
 TEST(StringTable, EveryTextIsWhole) {
   const StringTable table;
   for (int id = 0; id < Added; ++id) {
@@ -61,6 +39,8 @@ TEST(StringTable, EveryTextIsWhole) {
     EXPECT_EQ(text.ends_with(' '), french.ends_with(' ')) << id;
     EXPECT_EQ(text.find_first_not_of(' '), french.find_first_not_of(' ')) << id;
   }
+  for (int id : {-1, -300, 0, 84, Added, Added + LanguageNameId, 1 << 30})
+    EXPECT_EQ(table.Text(id), "") << id;
 }
 
 TEST(StringTable, PutsValuesIn) {
@@ -186,16 +166,6 @@ TEST(StringTable, TakesHostileFilesWithinBounds) {
     const std::string filled = table.Text(Added + 101, "one", "two");
     ASSERT_TRUE(filled.find("one") != std::string::npos && filled.find("two") != std::string::npos) << text;
   }
-}
-
-TEST(MenuTable, FollowsTheBar) {
-  std::string bar;
-  for (const MenuRow& row : MenuRows) {
-    const std::string caption =
-        std::string(StringTable().Text(English + row.Caption)) + std::string(row.KeyHint);
-    if (row.Popup == MenuId::Bar) bar += (bar.empty() ? "" : ", ") + caption;
-  }
-  EXPECT_EQ(bar, "&File, &Syntax (F2), &View (F4), &Zoom (F7), &RefCur (F8), &Options, &Help...");
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstdio>
 #include <string>
 
 namespace vaxel {
@@ -61,37 +61,6 @@ TEST(LogGraduation, ReachesTheEndInTheSmallestSteps) {
   int count = 0;
   while (count < 100'000 && graduation.Next() == StepResult::Mark) ++count;
   EXPECT_EQ(count, 90001);
-}
-
-TEST(LinearGraduation, PlacesMarksByTheLawOfTheScale) {
-  ScaleSupport support;
-  support.SetArc(45, 135, 50);
-  support.SetPowerLaw(2);
-  // The angle of mark i of 4: 45 + 90·√(i / 4); √0.25 = 0.5, √0.5 = 0.7071068, √0.75 = 0.8660254.
-  const double expected[] = {45, 90, 108.639610, 122.942286, 135};
-  LinearGraduation graduation(support, 4, 0, 0);
-  for (double degrees : expected) {
-    ASSERT_EQ(graduation.Next(), StepResult::Mark);
-    EXPECT_NEAR(graduation.Place() / RadiansPerDegree, degrees, 1e-5);
-    EXPECT_NEAR(graduation.Place(), support.ScaleAngle({graduation.Index() * 25.0}), 1e-6);
-  }
-  EXPECT_EQ(graduation.Next(), StepResult::End);
-}
-
-TEST(LinearGraduation, KeepsItsIndexInSixteenBits) {
-  ScaleSupport support;
-  support.SetArc(0, 90, 50);
-  EXPECT_EQ(LinearGraduation(support, 10, 40000, 0).Next(), StepResult::Overflow);
-  LinearGraduation graduation(support, 40000, 32766, 0);
-  EXPECT_EQ(graduation.Next(), StepResult::Mark);
-  EXPECT_EQ(graduation.Next(), StepResult::Mark);
-  EXPECT_EQ(graduation.Next(), StepResult::Overflow);
-  // Halves to the even neighbour: 0.5 − 1 is 0, so the first mark is number 1; 1.5 − 1 is 0 too.
-  for (double first : {0.5, 1.5}) {
-    LinearGraduation rounded(support, 10, first, 0);
-    rounded.Next();
-    EXPECT_EQ(rounded.Index(), 1) << first;
-  }
 }
 
 }  // namespace

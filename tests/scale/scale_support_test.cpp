@@ -7,14 +7,6 @@
 namespace vaxel {
 namespace {
 
-// The rounded factor from degrees to radians moves positions by less than this, mm.
-constexpr double Near = 1e-5;
-
-void ExpectPoint(Point point, double x, double y) {
-  EXPECT_NEAR(point.X, x, Near);
-  EXPECT_NEAR(point.Y, y, Near);
-}
-
 TEST(ScaleSupport, PowerLawFollowsTheTableOfRoots) {
   ScaleSupport support;
   // Published roots: √0.1 = 0.3162278, √0.5 = 0.7071068, ∛0.1 = 0.4641589, ∛0.5 = 0.7937005.
@@ -52,34 +44,6 @@ TEST(ScaleSupport, LogarithmicLawFollowsTheTableOfLogarithms) {
 
   support.SetPowerLaw(1);
   EXPECT_EQ(support.ScaleFraction(50), 0.5);
-}
-
-TEST(ScaleSupport, OffsetArcsPassThroughTheStartOfTheScale) {
-  ScaleSupport support;
-  support.CentreOffset = 20;
-  support.SetArc(45, 135, 50);
-  EXPECT_NEAR(support.StartDistance, 65.6826732, 1e-6);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({0}), 50), -35.3553391, 35.3553391);
-  ExpectPoint(support.ScalePoint(support.ScaleAngle({50}), 50), 0, 45.6826732);
-  // Along the needle's ray of 60° the circle about (0, −20) is met at t = −20·sin 60° + √(65.6826739² − 10²).
-  const double t = 47.5964663;
-  ExpectPoint(support.ScalePoint(60 * RadiansPerDegree, 50), -t * 0.5, t * 0.8660254);
-}
-
-TEST(ScaleSupport, TheLastSupportIsTheCurrentOne) {
-  ScaleSupport support;
-  support.SetHorizontal(-40, 60, 5);
-  EXPECT_EQ(support.Kind(), SupportKind::Horizontal);
-  EXPECT_EQ(support.LinePosition({25}), -15);
-  EXPECT_EQ(support.LinePosition({25, true}), 25);
-  support.SetArc(10, 20, 50);
-  EXPECT_EQ(support.Kind(), SupportKind::Arc);
-  // An arc without sweep leaves the line before it in force.
-  support.SetArc(10, 10, 50);
-  EXPECT_EQ(support.Kind(), SupportKind::Horizontal);
-  support.SetVertical(0, 50, 3);
-  EXPECT_EQ(support.Kind(), SupportKind::Vertical);
-  EXPECT_EQ(support.LinePosition({50}), 25);
 }
 
 TEST(ScaleSupport, ArcSineHasNoAnswerBeyondItsRange) {
