@@ -54,21 +54,6 @@ TEST_F(VaxelRender, FindsIncludedFilesHoweverTheyAreSpelled) {
   EXPECT_EQ(TextsOf(Run("--format list dial.dat").Printed).substr(0, 7), "[small]");
 }
 
-TEST_F(VaxelRender, ErrorsInIncludedFilesNameTheWayThere) {
-  Write("bad.dat", "\nX = 0,0,%1\n\nTrait = %1/0");
-  Write("middle.dat", "' c\nFichier = bad, , , 3");
-  Write("dial.dat", "X = 0,0,1\nIF 1 = 1 THEN Fichier = middle");
-  const Outcome french = Run("-o a.svg dial.dat");
-  EXPECT_EQ(french.Status, 1);
-  EXPECT_EQ(french.Printed,
-            "bad.dat:4: Erreur dans la ligne : Trait = %1/0 du fichier: bad.dat\n\nDivision par zéro\n"
-            "appelé à middle.dat:2 : Fichier = bad, , , 3\n"
-            "appelé à dial.dat:2 : IF 1 = 1 THEN Fichier = middle\n");
-  EXPECT_FALSE(fs::exists(folder_ / "a.svg"));
-  EXPECT_NE(Run("--language en dial.dat").Printed.find("\nincluded at middle.dat:2: Fichier = bad"),
-            std::string::npos);
-}
-
 TEST_F(VaxelRender, NamesTheLineThatCannotInclude) {
   fs::create_directory(folder_ / "folder");
   Write("binary.dat", std::string("X = 0,0,1\0", 10));
