@@ -103,9 +103,8 @@ TEST(MeasuredPictures, ComeOutOfEveryRendererAsTheirFilesHaveThem) {
   settings.Target.HeightMm = 30;
   settings.Folder = std::string(VAXEL_SOURCE_DIR) + "/tests/pictures/";
   for (const Placed& placed : Pictures) {
-    // The paper is a disc that covers the sheet: its outline, in another colour, lies outside.
     const ScriptRun run =
-        RunText("Voyant = 0,0,100,1,cyan\nImage = " + placed.File + "," + placed.Place, settings);
+        RunText("CadreP = -20,-15,20,15,cyan\nImage = " + placed.File + "," + placed.Place, settings);
     ASSERT_EQ(run.Reason(), "") << placed.File;
     ExpectPlaced(ThroughPng(run.List, placed.File, Dpi), placed, placed.File + " in PNG");
     ExpectPlaced(ThroughSvg(run.List, placed.File, Dpi), placed, placed.File + " in SVG");

@@ -206,11 +206,11 @@ TEST(MeasuredText, LongTextsEndWhereTheyShould) {
   RunSettings settings;
   settings.Target.Measurer = &measurer;
   for (const char* font : {"Times New Roman", "Liberation Serif"}) {
-    const ScriptRun run = RunText(std::string("CentreE = -90, 0, N\nPolice = ") + font +
-                                      "\nTailleP = 11 \nTexte = 0, 0, , R0, " + letters,
+    const ScriptRun run = RunText(std::string("CentreE = 0, -90, N\nPolice = ") + font +
+                                      "\nTailleP = 11 \nTexte = 0, 0, , R90, " + letters,
                                   settings);
     ASSERT_EQ(run.End, RunEnd::Completed) << run.Reason();
-    const Case text{"", {{letters, {10, -100}, 0, 0, Baseline}}, &Times};
+    const Case text{"", {{letters, {100, -190}, 90, 0, Baseline}}, &Times};
     const Picture::Box expected = InkOf(text);
     ExpectBox(ThroughPdf(run.List, "long-text", Dpi / 2).InkBox(), expected, Tolerance, font);
     ExpectBox(ThroughPng(run.List, "long-text", Dpi / 2).InkBox(), expected, Tolerance, font);
