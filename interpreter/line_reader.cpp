@@ -79,12 +79,7 @@ std::string_view WithoutComment(std::string_view text) {
 }
 
 CommandLine SplitCommand(std::string_view line) {
-  std::size_t split = line.find('=');
-  // A variable's name may hold an apostrophe: there the first "=" counts whatever stands before it.
-  if (split != std::string_view::npos && line.front() != '%' &&
-      line.substr(0, split).find('\'') != std::string_view::npos) {
-    split = std::string_view::npos;
-  }
+  std::size_t split = WithoutComment(line).find('=');
   if (split == std::string_view::npos || BeginsLikeIf(line)) split = line.find(' ');
   if (split == std::string_view::npos) return {line, {}};
   return {Trim(line.substr(0, split)), line.substr(split + 1)};
