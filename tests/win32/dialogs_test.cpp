@@ -289,36 +289,5 @@ TEST_F(DialogsTest, ColoursAreReturnedAndRemembered) {
   EXPECT_FALSE(colour);
 }
 
-TEST_F(DialogsTest, NothingIsLeftBehind) {
-  std::vector<std::string> told;
-  const LanguageDialog languages = Languages(told);
-  const ZoomDialog zoom{"Z", "Factor", "1", "Zmm", "1", "OK", [](const std::string&, const std::string&) {}};
-  const ReferenceDialog reference{"R", "L", "0,0", "OK", [](const std::string&) { return true; }};
-  const std::string longText = ManyLines(60);
-  const std::vector<std::pair<const char*, std::function<void()>>> all = {
-      {"message", [&] { Shown.ShowMessage(BoxIcon::Information, "T", "text"); }},
-      {"long message", [&] { Shown.ShowMessage(BoxIcon::Information, "T", longText); }},
-      {"input",
-       [&] {
-         Shown.AskText({"T", "prompt", "1"});
-       }},
-      {"zoom", [&] { Shown.ShowZoom(zoom); }},
-      {"reference", [&] { Shown.ShowReference(reference); }},
-      {"languages", [&] { Shown.ShowLanguages(languages); }},
-      {"about",
-       [&] {
-         Shown.ShowAbout({"Vaxel", "text"});
-       }},
-      {"colour", [&] { Shown.ShowColour(); }}};
-  for (const auto& [name, show] : all) {
-    const bool isColour = std::string(name) == "colour";
-    const ShowingCost cost = MeasureShowings(show, PressKey(isColour ? VK_ESCAPE : VK_RETURN));
-    EXPECT_EQ(cost.Windows, 0) << name;
-    // The system's colour dialog, at least that of Wine, loses some of its own.
-    EXPECT_LT(cost.GdiObjects, isColour ? cost.Showings : cost.Showings / 4) << name;
-    EXPECT_LT(cost.UserObjects, cost.Showings / 4) << name;
-  }
-}
-
 }  // namespace
 }  // namespace vaxel

@@ -130,13 +130,5 @@ TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
   }
 }
 
-TEST_F(FileDialogsTest, NothingIsLeftBehind) {
-  const auto cancel = [](const ShownDialog& dialog) { dialog.Press(IDCANCEL); };
-  const auto open = [&] { Shown.ShowOpen(Request(FileMustExist)); };
-  const ShowingCost cost = MeasureShowings(open, cancel);
-  EXPECT_LT(cost.Windows, cost.Showings / 4);
-  EXPECT_LT(cost.GdiObjects, cost.Showings / 4);
-}
-
 }  // namespace
 }  // namespace vaxel

@@ -51,16 +51,6 @@ TEST(GdiPictures, DecodesEveryFormatTheRightWayUp) {
   }
 }
 
-TEST(GdiPictures, MultipliesColoursByTheirAlpha) {
-  Picture picture;
-  ASSERT_EQ(ReadPicture(Contents("clear.png"), picture), PictureFault::None);
-  const std::vector<std::uint32_t> pixels = Decoded(picture);
-  ASSERT_FALSE(pixels.empty());
-  // The middle is a red of alpha 128; between it and the corners nothing is.
-  EXPECT_EQ(pixels[picture.Height / 2 * picture.Width + picture.Width / 2], 0x80800000);
-  EXPECT_EQ(pixels[picture.Width / 2], 0U);
-}
-
 // 24 by 12 pixels at 10, 5 of a screen of 40 by 20.
 TEST(GdiPictures, PlacesAFrameInItsScreen) {
   Picture picture;

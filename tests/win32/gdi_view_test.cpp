@@ -6,7 +6,6 @@
 #include <numbers>
 
 #include "tests/win32/drawn_bitmap.h"
-#include "tests/win32/gdi_objects.h"
 
 namespace vaxel {
 namespace {
@@ -82,20 +81,6 @@ TEST(GdiView, LeavesOutWhatItIsTold) {
     ASSERT_EQ(bitmap.Pixels()[y * frame.Width + 128 * 3 - 1], 0xFF000000U) << y;
     ASSERT_EQ(bitmap.Pixels()[y * frame.Width + 128 * 3], 0xFFFFFFFFU) << y;
   }
-}
-
-TEST(GdiView, KeepsNoHandles) {
-  const DisplayList list = ListOf([](DisplayList& made) {
-    made.Add({1, Black, 1, LineShape{{0, 0}, {20, 20}}});
-    for (int i = 0; i < 36; ++i)
-      made.AddText("10", {"Arial"}, {{15, 15}, 0.1 * i, 3, 4, 0, 0}, {0, Black, 1, {}});
-  });
-  GdiView view(list, nullptr);
-  view.Draw(0, Frame);
-  const int before = test::GdiObjectCount();
-  ASSERT_GT(before, 36);
-  for (int i = 0; i < 20; ++i) view.Draw(0, Frame);
-  EXPECT_EQ(test::GdiObjectCount(), before);
 }
 
 }  // namespace

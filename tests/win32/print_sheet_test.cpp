@@ -117,12 +117,14 @@ TEST(Printing, KnowsTheDefaultPrinter) {
 }
 
 TEST(Printing, RefusesWhatIsNotThere) {
-  std::string error;
-  EXPECT_FALSE(FactsOf("No such printer", error));
-  EXPECT_NE(error, "");
   DisplayList list;
   list.BeginPage(100, 100);
-  EXPECT_NE(Print(list, {.Printer = "No such printer", .DocumentName = "x"}), "");
+  for (const char* name : {"No such printer", ""}) {
+    std::string error;
+    EXPECT_FALSE(FactsOf(name, error)) << name;
+    EXPECT_NE(error, "") << name;
+    EXPECT_NE(Print(list, {.Printer = name, .DocumentName = "x"}), "") << name;
+  }
 }
 
 TEST(Printing, PrintsTheSheet) {
