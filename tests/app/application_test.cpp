@@ -23,14 +23,10 @@ Log operator+(Log first, const Log& second) {
   return first;
 }
 
-TEST(Application, EndsWithoutAPrinter) {
-  FakeShell shell;
-  shell.Write("Vaxel.cfg", "Langue = English\r\n");
-  shell.Printer.Name.clear();
-  EXPECT_FALSE(shell.Start());
-  EXPECT_EQ(shell.Take(), Log{"critical Attention, aucune imprimante n'est configurée sur ce système. "
-                              "Le programme Vaxel va être arrêté."});
-  EXPECT_EQ(shell.Read("Vaxel.cfg"), "Langue = English\r\n");
+void ChooseEnglish(const LanguageDialog& dialog) {
+  dialog.OnMessages(2);
+  dialog.OnHelp(2);
+  dialog.OnButton();
 }
 
 TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
@@ -41,9 +37,7 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
     EXPECT_EQ(dialog.Languages, (std::vector<std::string>{"Français", "English", "Castellano"}));
     EXPECT_EQ(dialog.Button, "&Valider - OK");
-    dialog.OnMessages(2);
-    dialog.OnHelp(2);
-    dialog.OnButton();
+    ChooseEnglish(dialog);
   };
   EXPECT_TRUE(shell.Start());
   EXPECT_EQ(shell.Take(), (Log{"language dialog", "open dialog", "disable", "events", "enable", "text 59",
@@ -168,6 +162,12 @@ TEST(Application, TellsWhereARunFails) {
                                                    "show 2"}));
   EXPECT_EQ(shell.Editor.Line, 3U);
   EXPECT_FALSE(shell.State().IsRunning);
+  shell.Write("part.dat", "\nTrait = 1/0\n");
+  shell.Editor.Content = "Fichier = part.dat\n";
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Take({"critical"}),
+            Log{"critical Error in the line: Trait = 1/0 of the file: " + shell.Path("part.dat") +
+                "\n\nDivision by zero\nincluded at " + shell.Path("dial.dat") + ":1: Fichier = part.dat"});
 }
 
 TEST(Application, EscapeEndsALoop) {
@@ -241,8 +241,7 @@ TEST(Application, AsksOnceForThePaperAndTheScreen) {
   FakeShell shell;
   shell.Boxes.Answers = {"5"};
   shell.StartWith("Input = Length, %L\nTrait = 0, 0, %L, 0\n");
-  shell.Boxes.Answers = {"7"};
-  shell.App->Command(MenuId::Mnu_Imprimer);
+  shell.CommandWithAnswers(MenuId::Mnu_Imprimer, {"7"});
   EXPECT_EQ(shell.Take({"input", "print", "show"}),
             (Log{"input Length []", "print dial on Plotter, 1 pages, 1 operations", "show 1"}));
   shell.Boxes.Answers = {"cancel"};
@@ -377,19 +376,12 @@ TEST(Application, QuitsWithTheSaveQuestion) {
   FakeShell shell;
   shell.StartWith(Dial);
   shell.Editor.Type("X = 0,0,1");
-  shell.Boxes.Answers = {"cancel"};
-  shell.App->Command(MenuId::Mnu_Quitter);
+  shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"cancel"});
   EXPECT_EQ(shell.Take({"question", "close", "folder"}), Log{"question Save the changes?"});
-  shell.Boxes.Answers = {"yes"};
-  shell.App->Command(MenuId::Mnu_DblClick);
-  shell.App->Command(MenuId::Mnu_Quitter);
+  shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"yes"});
   EXPECT_EQ(shell.Take({"question", "close", "folder"}),
             (Log{"question Save the changes?", "folder " + shell.State().ProgramFolder, "close"}));
   EXPECT_TRUE(shell.Read("dial.dat").ends_with("\r\nX = 0,0,1"));
-  const std::string settings = shell.Read("Vaxel.cfg");
-  EXPECT_NE(settings.find("\r\nFichierDat =" + shell.Path("dial.dat") + "\r\n"), std::string::npos)
-      << settings;
-  EXPECT_NE(settings.find("\r\nDoubleClic = Oui\r\n"), std::string::npos) << settings;
 }
 
 TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
@@ -398,13 +390,11 @@ TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
   shell.Editor.Type("X = 0,0,1");
   std::filesystem::remove(PathOf(shell.Path("dial.dat")));
   std::filesystem::create_directory(PathOf(shell.Path("dial.dat")));
-  shell.Boxes.Answers = {"yes"};
-  shell.App->Command(MenuId::Mnu_Quitter);
+  shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"yes"});
   const Log happened = shell.Take({"critical", "close"});
   ASSERT_EQ(happened.size(), 1U);
   EXPECT_TRUE(happened[0].starts_with("critical The file ")) << happened[0];
-  shell.Boxes.Answers = {"no"};
-  shell.App->Command(MenuId::Mnu_Quitter);
+  shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"no"});
   EXPECT_EQ(shell.Take({"close"}), Log{"close"});
 }
 
@@ -422,17 +412,14 @@ TEST(Application, SetsPatchesByTheirNumbers) {
   ASSERT_TRUE(shell.Start());
   EXPECT_TRUE(shell.State().PatchFlags[PatchTurnedFonts]);
   shell.Take();
-  shell.Boxes.Answers = {"16", "0.5", "-1"};
-  shell.App->Command(MenuId::Mnu_Patchs);
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"16", "0.5", "-1"});
   const Log asked = shell.Take({"input"});
   ASSERT_EQ(asked.size(), 3U);
   EXPECT_TRUE(asked[0].starts_with("input Active patches:  1\n\nEnter a number")) << asked[0];
   EXPECT_FALSE(shell.State().PatchFlags[PatchTurnedFonts]);
-  shell.Boxes.Answers = {"15"};
-  shell.App->Command(MenuId::Mnu_Patchs);
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"15"});
   EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nPatchs = 16384\r\n"), std::string::npos);
-  shell.Boxes.Answers = {"cancel"};
-  shell.App->Command(MenuId::Mnu_Patchs);
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"cancel"});
   EXPECT_TRUE(shell.State().PatchFlags[14]);
 }
 
@@ -442,11 +429,7 @@ TEST(Application, GoesOnWithoutAFolderToWriteIn) {
   std::filesystem::create_directory(PathOf(shell.Path("Vaxel.cfg")));
   std::filesystem::create_directory(PathOf(shell.Path("Vaxel.DaN")));
   shell.Write("Vaxel_en.DaN", "' template");
-  shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
-    dialog.OnMessages(2);
-    dialog.OnHelp(2);
-    dialog.OnButton();
-  };
+  shell.Boxes.OnLanguages = ChooseEnglish;
   ASSERT_TRUE(shell.Start());
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("1", "1.1"); };
   shell.App->KeyDown(Key::F7);
@@ -478,8 +461,7 @@ TEST(Application, RemembersItsWindow) {
   EXPECT_EQ(shell.Window.EditorWidth, 690);
   shell.App->Command(MenuId::Mnu_Code);
   EXPECT_EQ(shell.Window.EditorWidth, 0);
-  shell.Boxes.Answers = {"3", "12"};
-  shell.App->Command(MenuId::Mnu_TaillCar);
+  shell.CommandWithAnswers(MenuId::Mnu_TaillCar, {"3", "12"});
   EXPECT_EQ(shell.Editor.FontSize, 0);
   shell.App->Command(MenuId::Mnu_TaillCar);
   EXPECT_TRUE(shell.App->Quit());
@@ -506,9 +488,7 @@ TEST(Application, RemembersItWhenTheSessionEnds) {
     const std::string settings = shell.Read("Vaxel.cfg");
     shell.App->SessionHasEnded();
     EXPECT_EQ(shell.Read("Vaxel.cfg"), settings);
-    dialog.OnMessages(2);
-    dialog.OnHelp(2);
-    dialog.OnButton();
+    ChooseEnglish(dialog);
   };
   ASSERT_TRUE(shell.Start());
   shell.App->SessionHasEnded();

@@ -6,31 +6,22 @@
 
 #include <csignal>
 #include <cstddef>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <random>
 #include <string>
 #include <utility>
 
 #include "app/configuration.h"
+#include "tests/support/test_folder.h"
 
 namespace vaxel {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr int KillCount = 200;
 
 class ConfigurationCrash : public testing::Test {
  protected:
-  ConfigurationCrash() {
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-    std::ofstream(folder_ / "Vaxel.cfg", std::ios::binary) << WholeFile(0);
-  }
-  ~ConfigurationCrash() override { fs::remove_all(folder_); }
+  ConfigurationCrash() { folder_.Write("Vaxel.cfg", WholeFile(0)); }
 
   // As the n-th update leaves it; long enough to be written in several pieces.
   static std::string WholeFile(long n) {
@@ -43,10 +34,7 @@ class ConfigurationCrash : public testing::Test {
     const std::string number = std::to_string(n);
     return file_.WriteKeys({OwnLine("Place", number), {std::string(ScriptKey), " " + number}});
   }
-  std::string Bytes() const {
-    std::ifstream file(folder_ / "Vaxel.cfg", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  std::string Bytes() const { return folder_.Read("Vaxel.cfg"); }
   // A process of its own, which must be waited for; it ends without the clean-up of this one.
   static pid_t Start(const std::function<int()>& work) {
     const pid_t child = fork();
@@ -54,9 +42,8 @@ class ConfigurationCrash : public testing::Test {
     return child;
   }
 
-  const fs::path folder_ = fs::path(VAXEL_BINARY_DIR) / "configuration-crash-test" /
-                           testing::UnitTest::GetInstance()->current_test_info()->name();
-  ConfigurationFile file_{folder_.string(), "1", true};
+  const test::TestFolder folder_;
+  ConfigurationFile file_{folder_.Path().string(), "1", true};
 };
 
 TEST_F(ConfigurationCrash, LeavesTheOldFileOrTheNewOne) {
@@ -75,7 +62,7 @@ TEST_F(ConfigurationCrash, LeavesTheOldFileOrTheNewOne) {
     int status = 0;
     waitpid(child, &status, 0);
     ASSERT_TRUE(WIFSIGNALED(status)) << "an update has failed";
-    if (fs::exists(folder_ / "Vaxe$cfg.old")) ++duringUpdate;
+    if (folder_.Has("Vaxe$cfg.old")) ++duringUpdate;
 
     const auto reading = file_.Read({});
     ASSERT_EQ(reading.Error, "");
@@ -103,7 +90,7 @@ TEST_F(ConfigurationCrash, AFullDiskLeavesTheOldFile) {
     waitpid(child, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), isWritten ? 0 : 1) << limit;
     EXPECT_TRUE(Bytes() == WholeFile(isWritten ? 10 : 0)) << limit;
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+    EXPECT_EQ(folder_.FileCount(), 1);
   }
 }
 

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -14,6 +12,7 @@
 #include <vector>
 
 #include "files/files.h"
+#include "tests/support/test_folder.h"
 
 namespace vaxel {
 namespace {
@@ -159,27 +158,10 @@ TEST(Configuration, PatchesAreAskedFor) {
 
 class ConfigurationFolder : public testing::Test {
  protected:
-  ConfigurationFolder() {
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  ~ConfigurationFolder() override { fs::remove_all(folder_); }
+  std::string Bytes() const { return folder_.Read("Vaxel.cfg"); }
 
-  void Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(folder_ / name, std::ios::binary) << bytes;
-  }
-  std::string Bytes(const std::string& name = "Vaxel.cfg") const {
-    std::ifstream file(folder_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  // That no copy and no half-written file stays.
-  std::ptrdiff_t FileCount() const {
-    return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-  }
-
-  const fs::path folder_ = fs::path(VAXEL_BINARY_DIR) / "configuration-test" /
-                           testing::UnitTest::GetInstance()->current_test_info()->name();
-  ConfigurationFile file_{NameOf(folder_), "1.2a", true};
+  const test::TestFolder folder_;
+  ConfigurationFile file_{NameOf(folder_.Path()), "1.2a", true};
 };
 
 TEST_F(ConfigurationFolder, IsGivenAFileAtTheFirstStart) {
@@ -192,31 +174,31 @@ TEST_F(ConfigurationFolder, IsGivenAFileAtTheFirstStart) {
   EXPECT_EQ(Bytes(), expected);
   EXPECT_EQ(file_.WriteKey(LanguageKey, " Castellano"), "");
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "lang 3+600; file <Vaxel.dat>; flags 3; ");
-  EXPECT_EQ(FileCount(), 1);
+  EXPECT_EQ(folder_.FileCount(), 1);
 }
 
 TEST_F(ConfigurationFolder, TheCopyReplacesALostFileAlone) {
   const std::string kept = Head + "Zmm = 2\r\n";
-  Write("Vaxe$cfg.old", kept);
+  folder_.Write("Vaxe$cfg.old", kept);
   EXPECT_EQ(file_.Read(Languages).Settings.Zmm, 2);
   EXPECT_EQ(Bytes(), kept);
-  Write("Vaxe$cfg.old", Head + "Zmm = 3\r\n");
+  folder_.Write("Vaxe$cfg.old", Head + "Zmm = 3\r\n");
   EXPECT_EQ(file_.Read(Languages).Settings.Zmm, 2);
   EXPECT_EQ(file_.WriteKey(ZmmKey, "2"), "");
   EXPECT_EQ(Bytes(), kept);
-  EXPECT_EQ(FileCount(), 1);
+  EXPECT_EQ(folder_.FileCount(), 1);
   // A program that wrote in place has left the file empty.
-  Write("Vaxel.cfg", "");
-  Write("Vaxe$cfg.old", kept);
+  folder_.Write("Vaxel.cfg", "");
+  folder_.Write("Vaxe$cfg.old", kept);
   EXPECT_EQ(file_.WriteKey(DoubleClickKey, " Oui"), "");
   EXPECT_EQ(Bytes(), kept + "DoubleClic = Oui\r\n");
-  EXPECT_EQ(FileCount(), 1);
+  EXPECT_EQ(folder_.FileCount(), 1);
 }
 
 TEST_F(ConfigurationFolder, KeepsItsEncoding) {
-  Write("Vaxel.cfg", Head +
-                         "Langue = FRAN\xC7"
-                         "AIS\r\nM\xEAme \x81\0 ligne"s);
+  folder_.Write("Vaxel.cfg", Head +
+                                 "Langue = FRAN\xC7"
+                                 "AIS\r\nM\xEAme \x81\0 ligne"s);
   EXPECT_EQ(file_.Read(Languages).Settings.LangIndex, 1);
   EXPECT_EQ(file_.WriteKey(ScriptKey, "C:\\Été€.dat"), "");
   EXPECT_EQ(Bytes(), Head +
@@ -226,7 +208,7 @@ TEST_F(ConfigurationFolder, KeepsItsEncoding) {
   EXPECT_EQ(Bytes(),
             "\xEF\xBB\xBF" + Head + "Langue = FRANÇAIS\r\nMême \u0081\0 ligne\r\nFichierDat =C:\\Ω.dat\r\n"s);
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "lang 1+0; file <C:\\Ω.dat>; ");
-  Write("Vaxel.cfg", "\xFF\xFEZ\0m\0m\0 \0=\0 \0002\0"s);
+  folder_.Write("Vaxel.cfg", "\xFF\xFEZ\0m\0m\0 \0=\0 \0002\0"s);
   EXPECT_EQ(file_.WriteKey(PatchsKey, "2"), "");
   EXPECT_EQ(Bytes().substr(0, 6), "\xFF\xFE'\0F\0"s);
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "patchs 2; flags 2; ");
@@ -234,23 +216,23 @@ TEST_F(ConfigurationFolder, KeepsItsEncoding) {
 
 TEST_F(ConfigurationFolder, WhatCannotBeWrittenIsToldAndLeftWhole) {
   const std::string kept = Head + "Zmm = 2\r\n";
-  Write("Vaxel.cfg", kept);
-  fs::permissions(folder_ / "Vaxel.cfg", fs::perms::owner_read);
+  folder_.Write("Vaxel.cfg", kept);
+  fs::permissions(folder_.Path() / "Vaxel.cfg", fs::perms::owner_read);
   EXPECT_EQ(file_.WriteKey(ZmmKey, "2"), "") << "nothing changes";
   EXPECT_NE(file_.WriteKeys({{"Zmm = ", "3"}, OwnLine("Recent1", "x")}), "");
   EXPECT_EQ(Bytes(), kept);
-  EXPECT_EQ(FileCount(), 1);
-  fs::permissions(folder_ / "Vaxel.cfg", fs::perms::owner_all);
+  EXPECT_EQ(folder_.FileCount(), 1);
+  fs::permissions(folder_.Path() / "Vaxel.cfg", fs::perms::owner_all);
 
   // The program goes on with the defaults.
-  ConfigurationFile lost(NameOf(folder_ / "gone"), "1.2a", true);
+  ConfigurationFile lost(NameOf(folder_.Path() / "gone"), "1.2a", true);
   EXPECT_NE(lost.WriteKey(ZmmKey, "2"), "");
   const auto reading = lost.Read(Languages);
   EXPECT_NE(reading.Error, "");
   EXPECT_EQ(Shown(reading.Settings), "file <Vaxel.dat>; flags 3; ");
 
-  fs::remove(folder_ / "Vaxel.cfg");
-  fs::create_directory(folder_ / "Vaxel.cfg");
+  fs::remove(folder_.Path() / "Vaxel.cfg");
+  fs::create_directory(folder_.Path() / "Vaxel.cfg");
   EXPECT_NE(file_.Read(Languages).Error, "");
   EXPECT_NE(file_.WriteKey(ZmmKey, "2"), "");
 }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -12,7 +10,13 @@
 
 namespace vaxel::test {
 
-namespace fs = std::filesystem;
+void FakeWindow::SetItemEnabled(MenuId item, bool isEnabled) {
+  if (isEnabled) {
+    Greyed.erase(item);
+  } else {
+    Greyed.insert(item);
+  }
+}
 
 void FakeWindow::SetPointer(PointerShape shape) {
   if (shape != PointerShape::Cross) log_.push_back(shape == PointerShape::Hourglass ? "hourglass" : "arrow");
@@ -135,7 +139,6 @@ void FakeDialogs::ShowReference(const ReferenceDialog& dialog) {
 
 void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
   log_.emplace_back("language dialog");
-  LastLanguages = dialog;
   if (OnLanguages) OnLanguages(dialog);
 }
 
@@ -166,20 +169,6 @@ std::string FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& si
   return {};
 }
 
-FakeShell::FakeShell() {
-  const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-  folder_ = fs::absolute(fs::path(VAXEL_BINARY_DIR) / "app-test" / test->name()).lexically_normal();
-  fs::remove_all(folder_);
-  fs::create_directories(folder_);
-  Restart();
-}
-
-FakeShell::~FakeShell() {
-  std::error_code ignored;
-  fs::permissions(folder_, fs::perms::owner_all, ignored);
-  fs::remove_all(folder_, ignored);
-}
-
 void FakeShell::Restart() {
   Editor.Content.clear();
   Editor.Line = 1;
@@ -189,7 +178,7 @@ void FakeShell::Restart() {
 }
 
 bool FakeShell::Start(const std::string& script) {
-  return App->Start({0, 3, 2, NameOf(folder_), "", script});
+  return App->Start({0, 3, 2, NameOf(folder_.Path()), "", script});
 }
 
 void FakeShell::StartWith(std::string_view script) {
@@ -201,21 +190,14 @@ void FakeShell::StartWith(std::string_view script) {
   Happened.clear();
 }
 
-std::string FakeShell::Path(const std::string& name) const {
-  return NameOf((folder_ / PathOf(name)).make_preferred());
+void FakeShell::CommandWithFiles(MenuId item, std::vector<std::string> files) {
+  Boxes.Files = std::move(files);
+  App->Command(item);
 }
 
-void FakeShell::Write(const std::string& name, std::string_view bytes) const {
-  std::ofstream(folder_ / PathOf(name), std::ios::binary) << bytes;
-}
-
-std::string FakeShell::Read(const std::string& name) const {
-  std::ifstream file(folder_ / PathOf(name), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-bool FakeShell::Exists(const std::string& name) const {
-  return fs::exists(folder_ / PathOf(name));
+void FakeShell::CommandWithAnswers(MenuId item, std::deque<std::string> answers) {
+  Boxes.Answers = std::move(answers);
+  App->Command(item);
 }
 
 Log FakeShell::Take(const std::vector<std::string>& beginnings) {

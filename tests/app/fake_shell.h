@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <set>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "app/application.h"
+#include "tests/support/test_folder.h"
 
 namespace vaxel::test {
 
@@ -24,8 +24,8 @@ class FakeWindow : public MainWindow {
 
   void SetTitle(std::string_view title) override { log_.push_back("title " + (Title = title)); }
   void SetCaption(MenuId item, std::string_view caption) override { Captions.emplace_back(item, caption); }
-  void SetChecked(MenuId item, bool isChecked) override { Set(Checked, item, isChecked); }
-  void SetItemEnabled(MenuId item, bool isEnabled) override { Set(Greyed, item, !isEnabled); }
+  void SetChecked(MenuId, bool) override {}
+  void SetItemEnabled(MenuId item, bool isEnabled) override;
   void SetToolTip(StatusField, std::string_view text) override { ToolTips.emplace_back(text); }
   void SetStatus(StatusField field, std::string_view text) override {
     (field == StatusField::Text1 ? Text1 : Text2) = text;
@@ -54,7 +54,7 @@ class FakeWindow : public MainWindow {
   std::size_t PaintedOperations = 0;
   std::string Title, Text1, Text2;
   std::vector<std::pair<MenuId, std::string>> Captions;
-  std::set<MenuId> Checked, Greyed;
+  std::set<MenuId> Greyed;
   std::vector<std::string> ToolTips, Recent;
   std::optional<WindowPlace> PlaceSet;
   int EditorWidth = -1;
@@ -64,11 +64,6 @@ class FakeWindow : public MainWindow {
   std::function<void(const DisplayList&)> OnShow;
 
  private:
-  static void Set(std::set<MenuId>& items, MenuId item, bool isIn) {
-    items.erase(item);
-    if (isIn) items.insert(item);
-  }
-
   Log& log_;
   const DisplayList* shown_ = nullptr;
 };
@@ -128,7 +123,6 @@ class FakeDialogs : public Dialogs {
   std::vector<FileDialog> FileDialogs;
   ZoomDialog LastZoom;
   ReferenceDialog LastReference;
-  LanguageDialog LastLanguages;
   std::function<void(const ZoomDialog&)> OnZoom;
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;
@@ -185,19 +179,21 @@ class FakePlatform : public Platform {
 // An application in a folder of its own.
 class FakeShell {
  public:
-  FakeShell();
-  ~FakeShell();
+  FakeShell() { Restart(); }
 
   // Begins as another program would in the same folder, with an editor of its own.
   void Restart();
   bool Start(const std::string& script = "");
+  // A command whose next dialog for files gives these, or whose questions are answered like this.
+  void CommandWithFiles(MenuId item, std::vector<std::string> files);
+  void CommandWithAnswers(MenuId item, std::deque<std::string> answers);
   // A start with a configuration that has everything: no dialog appears.
   void StartWith(std::string_view script);
 
-  std::string Path(const std::string& name) const;
-  void Write(const std::string& name, std::string_view bytes) const;
-  std::string Read(const std::string& name) const;
-  bool Exists(const std::string& name) const;
+  std::string Path(const std::string& name) const { return folder_.NameOf(name); }
+  void Write(const std::string& name, std::string_view bytes) const { folder_.Write(name, bytes); }
+  std::string Read(const std::string& name) const { return folder_.Read(name); }
+  bool Exists(const std::string& name) const { return folder_.Has(name); }
   // What happened since the last call, the lines beginning with one of the words alone if there are any.
   Log Take(const std::vector<std::string>& beginnings = {});
 
@@ -212,7 +208,7 @@ class FakeShell {
   std::optional<Application> App;
 
  private:
-  std::filesystem::path folder_;
+  TestFolder folder_;
 };
 
 }  // namespace vaxel::test

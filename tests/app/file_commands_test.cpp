@@ -22,8 +22,7 @@ TEST(FileCommands, OpensAScript) {
   shell.StartWith(Line);
   fs::create_directory(PathOf(shell.Path("sub")));
   shell.Write("sub/second.dat", "X = 0,0,2\r\nX = 1,1,2");
-  shell.Boxes.Files = {shell.Path("sub/second.dat")};
-  shell.App->Command(MenuId::Mnu_Ouvrir);
+  shell.CommandWithFiles(MenuId::Mnu_Ouvrir, {shell.Path("sub/second.dat")});
   EXPECT_EQ(shell.Take({"open", "events", "text", "colour", "title", "prepare", "show"}),
             (Log{"open dialog", "events", "text 19", "colour all", "title " + shell.Window.Title, "events",
                  "prepare", "events", "show 4", "events"}));
@@ -43,8 +42,7 @@ TEST(FileCommands, OpensAScript) {
   EXPECT_EQ(shell.Boxes.FileDialogs.back().Folder, shell.Path("sub/"));
   EXPECT_EQ(shell.Editor.Content, text);
   EXPECT_TRUE(shell.State().TextModified);
-  shell.Boxes.Answers = {"cancel"};
-  shell.App->Command(MenuId::Mnu_Ouvrir);
+  shell.CommandWithAnswers(MenuId::Mnu_Ouvrir, {"cancel"});
   EXPECT_EQ(shell.Take({"open"}), Log{});
   shell.Boxes.Answers = {"no"};
   shell.App->OpenRecent(1);
@@ -58,8 +56,7 @@ TEST(FileCommands, KeepsTheTextWhenAFileCannotBeRead) {
   shell.Write("huge.dat", "");
   fs::resize_file(PathOf(shell.Path("huge.dat")), MaxScriptBytes + 1);  // takes no room on the disk
   for (const char* name : {"missing.dat", "binary.dat", "huge.dat", ""}) {
-    shell.Boxes.Files = {shell.Path(name)};
-    shell.App->Command(MenuId::Mnu_Ouvrir);
+    shell.CommandWithFiles(MenuId::Mnu_Ouvrir, {shell.Path(name)});
     EXPECT_EQ(shell.Take({"critical"}).size(), 1U) << name;
     EXPECT_EQ(shell.Editor.Content, Line) << name;
     EXPECT_EQ(shell.State().CurrentFile, shell.Path("dial.dat")) << name;
@@ -82,8 +79,7 @@ TEST(FileCommands, BeginsANewScriptFromTheTemplate) {
   EXPECT_EQ(shell.Take({"typing", "title", "prepare"}),
             (Log{"typing colour 0", "title " + shell.Window.Title, "prepare"}));
   // It has no name yet.
-  shell.Boxes.Files = {shell.Path("named.dat")};
-  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  shell.CommandWithFiles(MenuId::Mnu_EnregistrerS, {shell.Path("named.dat")});
   EXPECT_EQ(shell.Take(), (Log{"save dialog", "title " + shell.Window.Title}));
   EXPECT_EQ(shell.Read("named.dat"), "' new\r\n\r\n");
   EXPECT_EQ(shell.State().StartupFile, shell.Path("named.dat"));
@@ -95,8 +91,7 @@ TEST(FileCommands, SavesUnderTheChosenName) {
   const std::pair<const char*, const char*> names[] = {
       {"a.b.dat", "a.b"}, {"c.dat", "c.dat"}, {"dial.old.dat", "dial.old"}, {"plain", "plain"}};
   for (const auto& [chosen, written] : names) {
-    shell.Boxes.Files = {shell.Path(chosen)};
-    shell.App->Command(MenuId::Mnu_Enregistrer);
+    shell.CommandWithFiles(MenuId::Mnu_Enregistrer, {shell.Path(chosen)});
     EXPECT_EQ(shell.Read(written), "X = 0,0,1\r\n") << chosen;
     EXPECT_EQ(shell.State().CurrentFile, shell.Path(written));
   }
@@ -107,8 +102,7 @@ TEST(FileCommands, SavesUnderTheChosenName) {
   // The dialog could not ask whether this one may be replaced.
   shell.Write("a.b", "old");
   shell.Boxes.Files = {shell.Path("a.b.dat")};
-  shell.Boxes.Answers = {"no"};
-  shell.App->Command(MenuId::Mnu_Enregistrer);
+  shell.CommandWithAnswers(MenuId::Mnu_Enregistrer, {"no"});
   EXPECT_EQ(shell.Read("a.b"), "old");
   // Cancelled.
   shell.Take();
@@ -157,18 +151,15 @@ TEST(FileCommands, NoticesThatTheFileHasChangedOnTheDisk) {
   shell.StartWith(Line);
   shell.Editor.Type("' mine");
   shell.Write("dial.dat", "' somebody else's");
-  shell.Boxes.Answers = {"cancel"};
-  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  shell.CommandWithAnswers(MenuId::Mnu_EnregistrerS, {"cancel"});
   EXPECT_TRUE(shell.State().TextModified);
   EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
   shell.Boxes.Answers = {"no"};
-  shell.Boxes.Files = {shell.Path("mine.dat")};
-  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  shell.CommandWithFiles(MenuId::Mnu_EnregistrerS, {shell.Path("mine.dat")});
   EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
   EXPECT_EQ(shell.Read("mine.dat"), "X = 0,0,1\r\n' mine");
   shell.Write("mine.dat", "");
-  shell.Boxes.Answers = {"yes"};
-  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  shell.CommandWithAnswers(MenuId::Mnu_EnregistrerS, {"yes"});
   EXPECT_EQ(shell.Read("mine.dat"), "X = 0,0,1\r\n' mine");
   // The program's own writing is no change, and a file that is gone is nothing to be asked for.
   shell.App->Command(MenuId::Mnu_EnregistrerS);
@@ -218,8 +209,8 @@ TEST(FileCommands, TakesScriptsOfManyMegabytes) {
 TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
   FakeShell shell;
   shell.StartWith(Line);
-  shell.Boxes.Files = {shell.Path("pictures/a b.png"), shell.Path("c.dat"), "/elsewhere/d.txt"};
-  shell.App->Command(MenuId::Mnu_Liste_Fic);
+  shell.CommandWithFiles(MenuId::Mnu_Liste_Fic,
+                         {shell.Path("pictures/a b.png"), shell.Path("c.dat"), "/elsewhere/d.txt"});
   const std::string below = NameOf(PathOf("pictures/a b.png").make_preferred());
   EXPECT_EQ(shell.Editor.Content, Line + below + "\nc.dat\n/elsewhere/d.txt");
   EXPECT_EQ(shell.Boxes.FileDialogs.back().Flags, 0x281204U);
@@ -231,26 +222,21 @@ TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
 TEST(FileCommands, Exports) {
   FakeShell shell;
   shell.StartWith(Line);
-  shell.Boxes.Files = {shell.Path("a.svg")};
-  shell.App->Command(MenuId::Mnu_Exporter);
+  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("a.svg")});
   EXPECT_NE(shell.Read("a.svg").find("width=\"160mm\""), std::string::npos);
-  shell.Boxes.Files = {shell.Path("b.PNG")};
-  shell.App->Command(MenuId::Mnu_Exporter);
+  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("b.PNG")});
   EXPECT_EQ(shell.Read("b.PNG"), "png");
-  shell.Boxes.Files = {shell.Path("c.emf")};
-  shell.App->Command(MenuId::Mnu_Exporter);
+  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("c.emf")});
   EXPECT_EQ(shell.Take({"critical"}),
             Log{"critical The file " + shell.Path("c.emf") + " cannot be written: no disk"});
   EXPECT_FALSE(shell.Exists("c.emf"));
   // Under the name of the script itself, and then under one that the dialog did not ask about.
-  shell.Boxes.Files = {shell.Path("dial.dat")};
-  shell.App->Command(MenuId::Mnu_Exporter);
+  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("dial.dat")});
   EXPECT_EQ(shell.Read("dial.dat"), Line);
   EXPECT_TRUE(shell.Read("dial.dat.svg").starts_with("<svg"));
   shell.Write("dial.dat.svg", "old");
   shell.Boxes.Files = {shell.Path("dial.dat")};
-  shell.Boxes.Answers = {"no"};
-  shell.App->Command(MenuId::Mnu_Exporter);
+  shell.CommandWithAnswers(MenuId::Mnu_Exporter, {"no"});
   EXPECT_EQ(shell.Read("dial.dat.svg"), "old");
 }
 

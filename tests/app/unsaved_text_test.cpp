@@ -36,8 +36,7 @@ TEST(UnsavedText, IsWhatIsTypedAsSoonAsTheWindowTakesKeys) {
     shell.Boxes.Answers = {"no"};
   }
   // The comments of the run alone are nothing to be asked for.
-  shell.Boxes.Files = {shell.Path("other.dat")};
-  shell.App->Command(MenuId::Mnu_Ouvrir);
+  shell.CommandWithFiles(MenuId::Mnu_Ouvrir, {shell.Path("other.dat")});
   EXPECT_EQ(shell.Editor.Content, "?  ' 0, 0\n");
   EXPECT_FALSE(shell.State().TextModified);
 }

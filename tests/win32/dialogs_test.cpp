@@ -81,7 +81,7 @@ TEST_F(DialogsTest, BoxesGiveTheButtonThatWasPressed) {
           [](const ShownDialog& dialog) {
             dialog.Key(VK_ESCAPE);
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            WaitForDialog().Press(IDYES);
+            AwaitDialog().Press(IDYES);
           });
     EXPECT_TRUE(answer);
     Drive([&] { Shown.ShowMessage(BoxIcon::Critical, "T", text); }, PressKey(VK_ESCAPE));
@@ -95,9 +95,9 @@ TEST_F(DialogsTest, ALongMessageScrollsAndStaysOnTheScreen) {
           RECT frame{};
           GetWindowRect(dialog.Window(), &frame);
           EXPECT_LE(frame.bottom - frame.top, GetSystemMetrics(SM_CYSCREEN));
-          EXPECT_EQ(dialog.Caption(), L"Variables");
+          EXPECT_EQ(dialog.Caption(), "Variables");
           EXPECT_EQ(SendMessageW(dialog.Control(IDC_PROMPT), EM_GETLINECOUNT, 0, 0), 1001);
-          EXPECT_TRUE(dialog.Text(IDC_PROMPT).starts_with(L"%V0\t0\r\n%V1\t1\r\n"));
+          EXPECT_TRUE(dialog.Text(IDC_PROMPT).starts_with("%V0\t0\r\n%V1\t1\r\n"));
           EXPECT_EQ(dialog.Focus(), IDOK);
           dialog.Key(VK_RETURN);
         });
@@ -108,14 +108,14 @@ TEST_F(DialogsTest, AskTextProposesAndReturnsWhatWasTyped) {
   std::optional<std::string> answer;
   const auto ask = [&] { answer = Shown.AskText(question); };
   Drive(ask, [](const ShownDialog& dialog) {
-    EXPECT_EQ(dialog.Text(IDC_PROMPT), L"Première ligne & suite\r\nSeconde ligne");
+    EXPECT_EQ(dialog.Text(IDC_PROMPT), "Première ligne & suite\r\nSeconde ligne");
     EXPECT_EQ(dialog.Focus(), IDC_TEXT1);
-    EXPECT_EQ(dialog.Selected(IDC_TEXT1), L"12,5");
+    EXPECT_EQ(dialog.Selected(IDC_TEXT1), "12,5");
     dialog.Key(VK_RETURN);
   });
   EXPECT_EQ(answer, "12,5");
   Drive(ask, [](const ShownDialog& dialog) {
-    dialog.Type(IDC_TEXT1, L"Ωµ \U0001F600" + std::wstring(1, static_cast<wchar_t>(0xD800)));
+    SetTextOf(dialog.Control(IDC_TEXT1), L"Ωµ \U0001F600" + std::wstring(1, static_cast<wchar_t>(0xD800)));
     dialog.Press(IDOK);
   });
   EXPECT_EQ(answer, "Ωµ \U0001F600\uFFFD");
@@ -139,18 +139,18 @@ TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
   };
   const auto show = [&] { Shown.ShowZoom(zoom); };
   Drive(show, [](const ShownDialog& dialog) {
-    EXPECT_EQ(dialog.Caption(), L"Vaxel   Zoom   (F7, Ctrl-F7)");
-    EXPECT_EQ(dialog.Text(IDC_LABEL2), L"Facteur de correction pour mm");
-    EXPECT_EQ(dialog.Text(IDC_COMMAND1), L"Valider - OK");
-    EXPECT_EQ(dialog.Selected(IDC_TEXT1), L"2");
+    EXPECT_EQ(dialog.Caption(), "Vaxel   Zoom   (F7, Ctrl-F7)");
+    EXPECT_EQ(dialog.Text(IDC_LABEL2), "Facteur de correction pour mm");
+    EXPECT_EQ(dialog.Text(IDC_COMMAND1), "Valider - OK");
+    EXPECT_EQ(dialog.Selected(IDC_TEXT1), "2");
     dialog.Key(VK_TAB);
-    EXPECT_TRUE(dialog.WaitFocus(IDC_TEXT2));
-    EXPECT_EQ(dialog.Selected(IDC_TEXT2), L"1");
-    dialog.Type(IDC_TEXT2, L"254/250");
+    dialog.AwaitFocus(IDC_TEXT2);
+    EXPECT_EQ(dialog.Selected(IDC_TEXT2), "1");
+    dialog.Type(IDC_TEXT2, "254/250");
     dialog.Key(VK_RETURN);
   });
   Drive(show, [](const ShownDialog& dialog) {
-    dialog.Type(IDC_TEXT1, L"9");
+    dialog.Type(IDC_TEXT1, "9");
     dialog.Key(VK_ESCAPE);
   });
   EXPECT_EQ(entered, (std::vector<std::pair<std::string, std::string>>{{"2", "254/250"}}));
@@ -168,16 +168,16 @@ TEST_F(DialogsTest, ReferenceStaysOpenUntilItsTextIsTaken) {
   };
   Drive([&] { Shown.ShowReference(reference); },
         [&](const ShownDialog& dialog) {
-          dialog.Type(IDC_TEXT1, L"50;100");
+          dialog.Type(IDC_TEXT1, "50;100");
           dialog.Key(VK_RETURN);
-          const ShownDialog hint = WaitForDialog(L"Hint");
+          const ShownDialog hint = AwaitDialog("Hint");
           EXPECT_FALSE(IsWindowEnabled(dialog.Window()));
           EXPECT_FALSE(IsWindowEnabled(Main.get()));
           hint.Key(VK_RETURN);
-          EXPECT_TRUE(hint.WaitClosed());
+          hint.AwaitClosed();
           EXPECT_TRUE(dialog.IsOpen());
-          EXPECT_EQ(dialog.Selected(IDC_TEXT1), L"50;100");
-          dialog.Type(IDC_TEXT1, L"50,100z");
+          EXPECT_EQ(dialog.Selected(IDC_TEXT1), "50;100");
+          dialog.Type(IDC_TEXT1, "50,100z");
           dialog.Press(IDC_COMMAND1);
         });
   EXPECT_EQ(entered, (std::vector<std::string>{"50;100", "50,100z"}));
@@ -205,9 +205,9 @@ TEST_F(DialogsTest, LanguagesAreToldAtOnce) {
   // Nothing is chosen by the dialog itself.
   Drive([&] { Shown.ShowLanguages(languages); },
         [&](const ShownDialog& dialog) {
-          EXPECT_EQ(dialog.Text(IDC_OPTION1_FIRST + 2), L"Castellano");
+          EXPECT_EQ(dialog.Text(IDC_OPTION1_FIRST + 2), "Castellano");
           EXPECT_FALSE(IsWindowEnabled(dialog.Control(IDC_OPTION1_FIRST + 3)));
-          EXPECT_TRUE(dialog.Text(IDC_HINT).ends_with(L"Vous pouvez ajouter une langue"));
+          EXPECT_TRUE(dialog.Text(IDC_HINT).ends_with("Vous pouvez ajouter une langue"));
           EXPECT_TRUE(told.empty());
           dialog.Click(IDC_OPTION1_FIRST + 1);
           dialog.Click(IDC_OPTION2_FIRST + 2);
@@ -225,11 +225,11 @@ TEST_F(DialogsTest, LanguagesAreToldAtOnce) {
           EXPECT_EQ(SendMessageW(dialog.Control(IDC_OPTION2_FIRST), BM_GETCHECK, 0, 0), BST_CHECKED);
           EXPECT_EQ(dialog.Focus(), IDC_OPTION1_FIRST + 1);
           dialog.Key(VK_DOWN);
-          EXPECT_TRUE(dialog.WaitFocus(IDC_OPTION1_FIRST + 2));
+          dialog.AwaitFocus(IDC_OPTION1_FIRST + 2);
           dialog.Key(VK_TAB);
-          EXPECT_TRUE(dialog.WaitFocus(IDC_OPTION2_FIRST));
+          dialog.AwaitFocus(IDC_OPTION2_FIRST);
           dialog.Key(VK_DOWN);
-          EXPECT_TRUE(dialog.WaitFocus(IDC_OPTION2_FIRST + 1));
+          dialog.AwaitFocus(IDC_OPTION2_FIRST + 1);
           dialog.Key(VK_ESCAPE);
         });
   EXPECT_EQ(told, (std::vector<std::string>{"messages 3", "help 2"}));
@@ -276,14 +276,14 @@ TEST_F(DialogsTest, ColoursAreReturnedAndRemembered) {
   std::optional<std::uint32_t> colour;
   const auto choose = [&] { colour = Shown.ShowColour(); };
   Drive(choose, [](const ShownDialog& dialog) {
-    dialog.Type(red, L"17");
-    dialog.Type(green, L"34");
-    dialog.Type(blue, L"51");
+    dialog.Type(red, "17");
+    dialog.Type(green, "34");
+    dialog.Type(blue, "51");
     dialog.Press(IDOK);
   });
   EXPECT_EQ(colour, 0x332211U);
   Drive(choose, [](const ShownDialog& dialog) {
-    EXPECT_EQ(dialog.Text(green), L"34");
+    EXPECT_EQ(dialog.Text(green), "34");
     dialog.Key(VK_ESCAPE);
   });
   EXPECT_FALSE(colour);

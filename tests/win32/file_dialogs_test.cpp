@@ -20,32 +20,17 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::wstring>;
 
-std::wstring_view Buffer(std::wstring_view literal) {
-  return literal;
-}
-
 TEST(FileDialogs, ReturnedBuffersAreListsOfFullNames) {
   using namespace std::string_view_literals;
-  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\a b.dat\0\0\0"sv)), (Names{L"C:\\a b.dat"}));
-  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\f\0a.dat\0b c.dat\0\0x\0"sv)),
-            (Names{L"C:\\f\\a.dat", L"C:\\f\\b c.dat"}));
-  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\\0a\0b\0\0"sv)), (Names{L"C:\\a", L"C:\\b"}));
-  EXPECT_EQ(NamesInBuffer(Buffer(L"\0\0"sv)), Names{});
-  EXPECT_EQ(NamesInBuffer(Buffer(L"C:\\unfinished"sv)), (Names{L"C:\\unfinished"}));
+  EXPECT_EQ(NamesInBuffer(L"C:\\a b.dat\0\0\0"sv), (Names{L"C:\\a b.dat"}));
+  EXPECT_EQ(NamesInBuffer(L"C:\\f\0a.dat\0b c.dat\0\0x\0"sv), (Names{L"C:\\f\\a.dat", L"C:\\f\\b c.dat"}));
+  EXPECT_EQ(NamesInBuffer(L"C:\\\0a\0b\0\0"sv), (Names{L"C:\\a", L"C:\\b"}));
+  EXPECT_EQ(NamesInBuffer(L"\0\0"sv), Names{});
+  EXPECT_EQ(NamesInBuffer(L"C:\\unfinished"sv), (Names{L"C:\\unfinished"}));
 }
 
-// The field for the name lies in the control that the dialogs have for it.
-HWND NameField(const ShownDialog& dialog) {
-  constexpr int nameControl = 0x47c;
-  const HWND control = dialog.Control(nameControl);
-  const HWND combo = FindWindowExW(control, nullptr, L"ComboBox", nullptr);
-  const HWND field = FindWindowExW(combo ? combo : control, nullptr, L"Edit", nullptr);
-  return field ? field : control;
-}
-
-void TypeName(const ShownDialog& dialog, const std::wstring& name) {
-  SendMessageW(NameField(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
-  dialog.Press(IDOK);
+auto TypeName(const std::string& name) {
+  return [name](const ShownDialog& dialog) { dialog.AnswerFile(name); };
 }
 
 class FileDialogsTest : public testing::Test {
@@ -70,7 +55,7 @@ TEST_F(FileDialogsTest, OpenReturnsAFileAndKeepsTheWorkingFolder) {
   const fs::path before = fs::current_path();
   std::vector<std::string> chosen;
   const auto open = [&] { chosen = Shown.ShowOpen(Request(FileMustExist | HideReadOnly)); };
-  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"Ωé.dat"); });
+  Drive(open, TypeName("Ωé.dat"));
   EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"Ωé.dat")}));
   EXPECT_EQ(fs::current_path(), before);
   Drive(open, [](const ShownDialog& dialog) { dialog.Press(IDCANCEL); });
@@ -83,9 +68,9 @@ TEST_F(FileDialogsTest, SeveralFilesComeWithTheirFolder) {
     chosen =
         Shown.ShowOpen(Request(MultipleSelection | ExplorerStyle | LongNames | FileMustExist | HideReadOnly));
   };
-  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"\"un.dat\" \"deux mots.dat\""); });
+  Drive(open, TypeName("\"un.dat\" \"deux mots.dat\""));
   EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"un.dat"), FullName(L"deux mots.dat")}));
-  Drive(open, [](const ShownDialog& dialog) { TypeName(dialog, L"un.dat"); });
+  Drive(open, TypeName("un.dat"));
   EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"un.dat")}));
 }
 
@@ -94,18 +79,14 @@ TEST_F(FileDialogsTest, SaveAddsTheExtensionAndAsksBeforeItReplaces) {
   FileDialog request = Request(OverwritePrompt | HideReadOnly);
   request.DefaultExtension = "dat";
   const auto save = [&] { chosen = Shown.ShowSave(request); };
-  Drive(save, [](const ShownDialog& dialog) { TypeName(dialog, L"neuf"); });
+  Drive(save, TypeName("neuf"));
   EXPECT_EQ(chosen, FullName(L"neuf.dat"));
-  Drive(save, [](const ShownDialog& dialog) { TypeName(dialog, L"a.b.dat"); });
+  Drive(save, TypeName("a.b.dat"));
   EXPECT_EQ(chosen, FullName(L"a.b.dat"));
   Drive(save, [](const ShownDialog& dialog) {
-    TypeName(dialog, L"un.dat");
-    HWND question = nullptr;
-    for (int i = 0; i < 400 && (question = GetLastActivePopup(dialog.Window())) == dialog.Window(); ++i)
-      Sleep(10);
-    ASSERT_NE(question, dialog.Window());
-    ShownDialog(question).Press(IDNO);
-    EXPECT_TRUE(ShownDialog(question).WaitClosed());
+    dialog.AnswerFile("un.dat");
+    Await("the question", [&] { return GetLastActivePopup(dialog.Window()) != dialog.Window(); });
+    ShownDialog(GetLastActivePopup(dialog.Window())).Answer(IDNO);
     dialog.Press(IDCANCEL);
   });
   EXPECT_EQ(chosen, "");
@@ -116,17 +97,15 @@ TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
   FileDialog request = Request(OverwritePrompt);
   for (const char* name : {"cadran", "a<b>:\"c|d?*", "x/y\\z", "...", "\x01\x02", ""}) {
     request.FileName = name;
-    std::wstring proposed;
+    std::string proposed;
     std::string chosen;
     Drive([&] { chosen = Shown.ShowSave(request); },
           [&](const ShownDialog& dialog) {
-            wchar_t text[300]{};
-            SendMessageW(NameField(dialog), WM_GETTEXT, 300, reinterpret_cast<LPARAM>(text));
-            proposed = text;
+            proposed = dialog.FileName();
             dialog.Press(IDCANCEL);
           });
-    EXPECT_EQ(proposed, ProposedName(Wide(name))) << name;
-    EXPECT_EQ(proposed.find_first_of(L"<>:\"|?*/\\"), std::wstring::npos) << name;
+    EXPECT_EQ(proposed, Utf8(ProposedName(Wide(name)))) << name;
+    EXPECT_EQ(proposed.find_first_of("<>:\"|?*/\\"), std::string::npos) << name;
   }
 }
 

@@ -4,6 +4,7 @@
 // Need what windows.h declares.
 #include <commctrl.h>
 #include <richedit.h>
+#include <winternl.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -15,53 +16,13 @@
 #include <string>
 #include <thread>
 
-#include "app/win32/control_ids.h"
 #include "render/gdi_strings.h"
-#include "tests/win32/gdi_objects.h"
 
 namespace vaxel {
 namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
-
-constexpr int BoxTextId = 0xFFFF, OwnBoxTextId = 1000, FileNameId = 0x47C;
-constexpr UINT AnswerMilliseconds = 20'000;
-
-// However long the answer takes: it may be a whole run. A window that is closing says nothing.
-LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-  DWORD_PTR result = 0;
-  if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, AnswerMilliseconds, &result) &&
-      IsWindow(window))
-    throw DriveFailure("a window does not answer the message " + std::to_string(message));
-  return static_cast<LRESULT>(result);
-}
-
-std::string TextOfWindow(HWND window) {
-  std::wstring text(static_cast<std::size_t>(Send(window, WM_GETTEXTLENGTH)) + 1, L'\0');
-  const LRESULT length = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(length));
-  return Narrow(text);
-}
-
-std::wstring ClassOf(HWND window) {
-  wchar_t name[64] = L"";
-  GetClassNameW(window, name, static_cast<int>(std::size(name)));
-  return name;
-}
-
-// Windows for which EnumWindows or EnumChildWindows asks.
-BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
-  reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-  return TRUE;
-}
-
-std::vector<HWND> ChildrenOf(HWND window) {
-  std::vector<HWND> children;
-  EnumChildWindows(window, AddWindow, reinterpret_cast<LPARAM>(&children));
-  return children;
-}
 
 std::wstring ProgramName() {
   const std::string named = Environment("VAXEL_PROGRAM");
@@ -105,26 +66,40 @@ class RemoteBytes {
   void* place_;
 };
 
-}  // namespace
-
-void Await(std::string_view what, const std::function<bool()>& condition,
-           std::chrono::milliseconds patience) {
-  const auto end = Clock::now() + patience;
-  while (!condition()) {
-    if (Clock::now() > end) throw DriveFailure("waited in vain for " + std::string(what));
-    std::this_thread::sleep_for(3ms);
+// The objects of GDI that a process has, from the table that GDI keeps of them: GetGuiResources finds none
+// under Wine.
+int GdiObjectCount(HANDLE process) {
+  struct Entry {
+    void* Object;
+    USHORT Process, Reserved;
+    USHORT Unique;
+    UCHAR Type, Flags;
+    void* User;
+  };
+  constexpr std::size_t tableInBlock = 0xF8;
+  constexpr std::size_t entries = 0x4000;
+  PROCESS_BASIC_INFORMATION information{};
+  NtQueryInformationProcess(process, ProcessBasicInformation, &information, sizeof information, nullptr);
+  const char* const block = reinterpret_cast<const char*>(information.PebBaseAddress);
+  const char* table = nullptr;
+  std::vector<Entry> objects(entries);
+  ReadProcessMemory(process, block + tableInBlock, &table, sizeof table, nullptr);
+  ReadProcessMemory(process, table, objects.data(), entries * sizeof(Entry), nullptr);
+  const auto owner = static_cast<USHORT>(GetProcessId(process));
+  int count = 0;
+  for (const Entry& object : objects) {
+    // Wine's table is the process's own.
+    const bool isIts = object.Process == 0 || object.Process == owner;
+    if (isIts && (object.Type & 0x7F) != 0) ++count;
   }
+  return count;
 }
+
+}  // namespace
 
 std::string Environment(const char* name) {
   const char* const value = std::getenv(name);
   return value ? value : "";
-}
-
-std::string BytesOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw DriveFailure("there is no file " + Narrow(file.wstring()));
-  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 std::vector<fs::path> FilesIn(const fs::path& folder, const std::string& extension) {
@@ -135,86 +110,7 @@ std::vector<fs::path> FilesIn(const fs::path& folder, const std::string& extensi
   return files;
 }
 
-TestFolder::TestFolder(const std::string& name)
-    : path_(fs::absolute(fs::path(VAXEL_BINARY_DIR) / "program-tests" / name)) {
-  fs::remove_all(path_);
-  fs::create_directories(path_);
-  path_ = fs::canonical(path_);
-}
-
-TestFolder::~TestFolder() {
-  std::error_code ignored;
-  if (!testing::Test::HasFailure()) fs::remove_all(path_, ignored);
-}
-
-std::string TestFolder::NameOf(const std::string& file) const {
-  return Narrow((path_ / file).wstring());
-}
-
-void TestFolder::Write(const std::string& file, std::string_view bytes) const {
-  std::ofstream(path_ / file, std::ios::binary) << bytes;
-}
-
-std::string ProgramDialog::Caption() const {
-  return TextOfWindow(window_);
-}
-
-std::string ProgramDialog::Text(int id) const {
-  const HWND control = Control(id);
-  if (!control) throw DriveFailure("the dialog \"" + Caption() + "\" has no control " + std::to_string(id));
-  return TextOfWindow(control);
-}
-
-std::string ProgramDialog::Message() const {
-  return Text(Control(BoxTextId) ? BoxTextId : OwnBoxTextId);
-}
-
-bool ProgramDialog::IsFileDialog() const {
-  return Control(FileNameId) != nullptr;
-}
-
-void ProgramDialog::Type(int id, const std::string& text) const {
-  Send(Control(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(text).c_str()));
-}
-
-void ProgramDialog::Check(int id) const {
-  Send(Control(id), BM_CLICK);
-}
-
-// To the control that has the focus, as from the keyboard.
-void ProgramDialog::Key(WORD key) const {
-  GUITHREADINFO thread{};
-  thread.cbSize = sizeof thread;
-  GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &thread);
-  PostMessageW(thread.hwndFocus ? thread.hwndFocus : window_, WM_KEYDOWN, key, 1);
-}
-
-void ProgramDialog::Press(int id) const {
-  if (!Control(id))
-    throw DriveFailure("the dialog \"" + Caption() + "\" has no button " + std::to_string(id));
-  PostMessageW(window_, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(Control(id)));
-}
-
-void ProgramDialog::Answer(int id) const {
-  Press(id);
-  AwaitClosed();
-}
-
-void ProgramDialog::AnswerFile(const std::string& name) const {
-  HWND field = Control(FileNameId);
-  if (!field) throw DriveFailure("\"" + Caption() + "\" is no dialog for files");
-  for (const HWND child : ChildrenOf(field)) {
-    if (lstrcmpiW(ClassOf(child).c_str(), L"Edit") == 0) field = child;
-  }
-  Send(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(name).c_str()));
-  Press(IDOK);
-}
-
-void ProgramDialog::AwaitClosed() const {
-  Await("the end of a dialog", [this] { return !IsOpen(); });
-}
-
-Program::Program(const TestFolder& folder, const std::string& parameters) {
+Program::Program(const test::TestFolder& folder, const std::string& parameters) {
   const std::wstring program = ProgramName();
   std::wstring line = L"\"" + program + L"\"";
   if (!parameters.empty()) line += L" " + Widen(parameters);
@@ -234,31 +130,11 @@ Program::~Program() {
   CloseHandle(process_.hProcess);
 }
 
-std::vector<HWND> Program::Windows() const {
-  std::vector<HWND> windows;
-  EnumWindows(AddWindow, reinterpret_cast<LPARAM>(&windows));
-  std::erase_if(windows, [this](HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    return process != process_.dwProcessId;
-  });
-  return windows;
-}
-
-HWND Program::FindMainWindow() const {
+HWND Program::Window() const {
   for (const HWND window : Windows()) {
     if (ClassOf(window) == L"Vaxel") return window;
   }
   return nullptr;
-}
-
-std::vector<ProgramDialog> Program::Dialogs() const {
-  std::vector<ProgramDialog> dialogs;
-  for (const HWND window : Windows()) {
-    if (ClassOf(window) == L"#32770" && IsWindowVisible(window) && IsWindowEnabled(window))
-      dialogs.emplace_back(window);
-  }
-  return dialogs;
 }
 
 // For messages: what is on the screen.
@@ -271,89 +147,69 @@ std::string Program::Situation() const {
     GetWindowTextW(window, caption, static_cast<int>(std::size(caption)));
     text += " [" + Narrow(ClassOf(window)) + (IsWindowEnabled(window) ? "" : ", disabled") + ": " +
             Narrow(caption);
-    const ProgramDialog dialog(window);
-    if (dialog.Control(BoxTextId) || dialog.Control(OwnBoxTextId)) text += " | " + dialog.Message();
+    const ShownDialog dialog(window);
+    if (dialog.IsMessageBox()) text += " | " + dialog.Message();
     text += "]";
   }
   return text;
 }
 
 HWND Program::Control(int id) const {
-  const HWND control = GetDlgItem(FindMainWindow(), id);
+  const HWND control = GetDlgItem(Window(), id);
   if (!control) throw DriveFailure("no control " + std::to_string(id) + Situation());
   return control;
 }
 
-ProgramDialog Program::AwaitDialog() const {
-  std::vector<ProgramDialog> dialogs;
+void Program::AwaitHere(std::string_view what, const std::function<bool()>& condition) const {
   try {
-    Await("a dialog", [&] {
-      if (HasEnded()) throw DriveFailure("no dialog");
-      return !(dialogs = Dialogs()).empty();
+    Await(what, [&] {
+      if (HasEnded()) throw DriveFailure("in vain for " + std::string(what));
+      return condition();
     });
   } catch (const DriveFailure& failure) {
     throw DriveFailure(failure.what() + Situation());
   }
-  return dialogs.front();
 }
 
-ProgramDialog Program::AwaitDialog(const std::string& caption) const {
-  ProgramDialog dialog(nullptr);
-  try {
-    Await("the dialog " + caption, [&] {
-      if (HasEnded()) throw DriveFailure("no dialog");
-      for (const ProgramDialog& open : Dialogs()) {
-        if (open.Caption() == caption) dialog = open;
-      }
-      return dialog.Window() != nullptr;
-    });
-  } catch (const DriveFailure& failure) {
-    throw DriveFailure(failure.what() + Situation());
-  }
-  return dialog;
+ShownDialog Program::AwaitDialog(const std::string& caption) const {
+  std::optional<ShownDialog> found;
+  AwaitHere("the dialog " + caption,
+            [&] { return (found = FindDialog(process_.dwProcessId, caption)).has_value(); });
+  return *found;
 }
 
 bool Program::IsBusy() const {
-  const HWND window = FindMainWindow();
+  const HWND window = Window();
   return !window || !IsWindowVisible(window) || !IsWindowEnabled(window);
 }
 
 // A run enables the window a little before it is over.
 void Program::AwaitIdle() const {
-  try {
-    Await("the end of what the program does", [this] {
-      if (HasEnded()) throw DriveFailure("the program has ended");
-      if (IsBusy()) return false;
-      for (int round = 0; round < 3; ++round) {
-        Send(FindMainWindow(), WM_NULL);
-        std::this_thread::sleep_for(5ms);
-      }
-      return !IsBusy();
-    });
-  } catch (const DriveFailure& failure) {
-    throw DriveFailure(failure.what() + Situation());
-  }
+  AwaitHere("the end of what the program does", [this] {
+    if (IsBusy()) return false;
+    for (int round = 0; round < 3; ++round) {
+      Send(Window(), WM_NULL);
+      std::this_thread::sleep_for(5ms);
+    }
+    return !IsBusy();
+  });
 }
 
 void Program::CommandNumber(int number) const {
-  Send(FindMainWindow(), WM_COMMAND, static_cast<WPARAM>(FirstCommandId + number));
-}
-
-void Program::OpenRecent(int index) const {
-  Send(FindMainWindow(), WM_COMMAND, static_cast<WPARAM>(FirstRecentId + index));
+  Send(Window(), WM_COMMAND, static_cast<WPARAM>(number));
 }
 
 void Program::Post(MenuId item) const {
-  PostMessageW(FindMainWindow(), WM_COMMAND, static_cast<WPARAM>(FirstCommandId + static_cast<int>(item)), 0);
+  PostMessageW(Window(), WM_COMMAND, static_cast<WPARAM>(FirstCommandId + static_cast<int>(item)), 0);
 }
 
-ProgramDialog Program::CommandWithDialog(MenuId item) const {
+ShownDialog Program::CommandWithDialog(MenuId item) const {
   Post(item);
   return AwaitDialog();
 }
 
 void Program::Close() const {
-  PostMessageW(FindMainWindow(), WM_CLOSE, 0, 0);
+  PostMessageW(Window(), WM_CLOSE, 0, 0);
 }
 
 void Program::Key(WORD key) const {
@@ -363,7 +219,7 @@ void Program::Key(WORD key) const {
 }
 
 void Program::PressKey(WORD key) const {
-  SetForegroundWindow(FindMainWindow());
+  SetForegroundWindow(Window());
   SendKey(key, 0);
 }
 
@@ -379,11 +235,11 @@ void Program::CtrlKey(WORD key) const {
 }
 
 std::string Program::Title() const {
-  return TextOfWindow(FindMainWindow());
+  return TextOf(Window());
 }
 
 std::string Program::Text(int id) const {
-  return TextOfWindow(Control(id));
+  return TextOf(Control(id));
 }
 
 std::string Program::EditorText() const {
@@ -413,7 +269,7 @@ std::string Program::ToolTip(int id) const {
   TTTOOLINFOW tool{};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_IDISHWND;
-  tool.hwnd = FindMainWindow();
+  tool.hwnd = Window();
   tool.uId = reinterpret_cast<UINT_PTR>(Control(id));
   const RemoteBytes memory(process_.hProcess, sizeof tool + length * sizeof(wchar_t));
   tool.lpszText = reinterpret_cast<wchar_t*>(memory.At(sizeof tool));
@@ -440,8 +296,8 @@ std::string Program::MovePointer(int x, int y) const {
 }
 
 void Program::Resize(int width, int height) const {
-  SetWindowPos(FindMainWindow(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  Send(FindMainWindow(), WM_NULL);
+  SetWindowPos(Window(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  Send(Window(), WM_NULL);
 }
 
 // Where the system does not count for others, of the objects of the user interface the windows are counted
@@ -450,7 +306,7 @@ ResourceCount Program::CountResources() const {
   ResourceCount count;
   count.GdiObjects = static_cast<int>(GetGuiResources(process_.hProcess, GR_GDIOBJECTS));
   count.UserObjects = static_cast<int>(GetGuiResources(process_.hProcess, GR_USEROBJECTS));
-  if (count.GdiObjects == 0) count.GdiObjects = test::GdiObjectCount(process_.hProcess);
+  if (count.GdiObjects == 0) count.GdiObjects = GdiObjectCount(process_.hProcess);
   if (count.UserObjects == 0) {
     for (const HWND window : Windows()) count.UserObjects += 1 + static_cast<int>(ChildrenOf(window).size());
   }
