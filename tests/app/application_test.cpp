@@ -62,8 +62,7 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
 }
 
 TEST(Application, ANamedScriptComesFirst) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.Write("other.dat", "X = 0,0,1\n");
   shell.Restart();
   EXPECT_TRUE(shell.Start("other.dat"));
@@ -93,8 +92,7 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
 }
 
 TEST(Application, RunsOntoTheScreenInOrder) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Take(), RunOfDial);
   shell.Editor.Type("Trait = 0, 0, 5, 5");
@@ -114,8 +112,7 @@ TEST(Application, RunsOntoTheScreenInOrder) {
 
 // A window that fails meanwhile goes back to the drawing that it is told of, and keeps it.
 TEST(Application, ShowsTheDrawingThatItKeeps) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   int shown = 0;
   shell.Window.OnShow = [&](const DisplayList& drawing) {
     ++shown;
@@ -127,8 +124,7 @@ TEST(Application, ShowsTheDrawingThatItKeeps) {
 }
 
 TEST(Application, ColoursLinesThatTheCursorLeaves) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.Editor.Type("X = 1,1,1");
   shell.App->CursorMoved();
   EXPECT_EQ(shell.Take(), Log{});
@@ -153,8 +149,7 @@ TEST(Application, ColoursLinesThatTheCursorLeaves) {
 }
 
 TEST(Application, TellsWhereARunFails) {
-  FakeShell shell;
-  shell.StartWith("X = 0,0,1\n\nTrait = 1/0\n");
+  FakeShell shell("X = 0,0,1\n\nTrait = 1/0\n");
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Take({"critical", "show"}), (Log{"show 2",
                                                    "critical Error in the line: Trait = 1/0 of the file: " +
@@ -171,8 +166,7 @@ TEST(Application, TellsWhereARunFails) {
 }
 
 TEST(Application, EscapeEndsALoop) {
-  FakeShell shell;
-  shell.StartWith("X = 0,0,1\nA:\nX = 0,0,1\nGoto A");
+  FakeShell shell("X = 0,0,1\nA:\nX = 0,0,1\nGoto A");
   shell.System.Step = milliseconds(1);
   int calls = 0;
   shell.Window.OnEvents = [&] {
@@ -188,8 +182,7 @@ TEST(Application, EscapeEndsALoop) {
 }
 
 TEST(Application, ShowsWhatIsDrawnSoFarInALongRun) {
-  FakeShell shell;
-  shell.StartWith("%I = 0\nA:\nX = 0,0,1\n%I == %I + 1\nIF %I < 1000 GOTO A");
+  FakeShell shell("%I = 0\nA:\nX = 0,0,1\n%I == %I + 1\nIF %I < 1000 GOTO A");
   shell.System.Step = milliseconds(1);
   shell.App->KeyDown(Key::F4);
   // Several pictures before the last, each fuller than the one before.
@@ -200,8 +193,7 @@ TEST(Application, ShowsWhatIsDrawnSoFarInALongRun) {
 }
 
 TEST(Application, PrintsWithTheScriptsOwnPlaceAndShowsTheScreenAgain) {
-  FakeShell shell;
-  shell.StartWith("NPage\nCentreI = 100, 100, N\nX = 0,0,1\n");
+  FakeShell shell("NPage\nCentreI = 100, 100, N\nX = 0,0,1\n");
   shell.State().OffX = 30;
   shell.State().OffY = -20;
   shell.App->Command(MenuId::Mnu_Imprimer);
@@ -220,8 +212,7 @@ TEST(Application, PrintsWithTheScriptsOwnPlaceAndShowsTheScreenAgain) {
 }
 
 TEST(Application, PrintsNothingOfARunThatDoesNotReachItsEnd) {
-  FakeShell shell;
-  shell.StartWith("X = 0,0,1\nTrait = 1/0\n");
+  FakeShell shell("X = 0,0,1\nTrait = 1/0\n");
   shell.App->Command(MenuId::Mnu_Imprimer);
   EXPECT_EQ(shell.Take({"print"}), Log{});
   shell.Editor.Content = "A:\nX = 0,0,1\nGoto A";
@@ -250,8 +241,7 @@ TEST(Application, AsksOnceForThePaperAndTheScreen) {
 }
 
 TEST(Application, ZoomsByTheDialogAndByZoomIni) {
-  FakeShell shell;
-  shell.StartWith("ZoomIni = 2.5\nX = 0,0,1\n");
+  FakeShell shell("ZoomIni = 2.5\nX = 0,0,1\n");
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("3", " 254/250 "); };
   shell.App->KeyDown(Key::F7);
   EXPECT_EQ(shell.Boxes.LastZoom.Caption, "Vaxel   Zoom   (F7, Ctrl-F7)");
@@ -284,8 +274,7 @@ TEST(Application, ZoomsByTheDialogAndByZoomIni) {
 }
 
 TEST(Application, CountsThePointerFromTheReferencePoint) {
-  FakeShell shell;
-  shell.StartWith(Dial);  // its centre lies at 90, 65 of 160 × 120 mm
+  FakeShell shell(Dial);  // its centre lies at 90, 65 of 160 × 120 mm
   shell.App->Runs().PointerMoved(410, 170);
   EXPECT_EQ(shell.Window.Text2, "12.5  12.5");
   shell.App->Runs().PointerMoved(0, 480);
@@ -327,8 +316,7 @@ TEST(Application, WritesPointerCoordinatesWithAPoint) {
 }
 
 TEST(Application, PutsTheDrawingUnderThePointer) {
-  FakeShell shell;
-  shell.StartWith("X = 0,0,1\n");
+  FakeShell shell("X = 0,0,1\n");
   EXPECT_EQ(shell.State().GraphicCentre, (Point{80, 60}));
   shell.App->Runs().PointerMoved(400, 80);
   // However often it is sent there, also when the pointer lies elsewhere in an enlarged view.
@@ -347,15 +335,13 @@ TEST(Application, PutsTheDrawingUnderThePointer) {
   EXPECT_EQ(shell.State().GraphicCentre, (Point{40, 30}));
   EXPECT_TRUE(shell.Window.View.IsDefault());
   // The pointer was never over the drawing.
-  FakeShell fresh;
-  fresh.StartWith("X = 0,0,1\n");
+  FakeShell fresh("X = 0,0,1\n");
   fresh.App->KeyDown(Key::F6);
   EXPECT_EQ(fresh.State().GraphicCentre, (Point{0, 0}));
 }
 
 TEST(Application, EnlargesAroundThePointer) {
-  FakeShell shell;
-  shell.StartWith("X = 0,0,1\n");
+  FakeShell shell("X = 0,0,1\n");
   shell.App->Runs().PointerMoved(400, 80);
   const std::string before = shell.Window.Text2;
   shell.App->Runs().WheelTurned(400, 80, 3);
@@ -373,8 +359,7 @@ TEST(Application, EnlargesAroundThePointer) {
 }
 
 TEST(Application, QuitsWithTheSaveQuestion) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.Editor.Type("X = 0,0,1");
   shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"cancel"});
   EXPECT_EQ(shell.Take({"question", "close", "folder"}), Log{"question Save the changes?"});
@@ -385,8 +370,7 @@ TEST(Application, QuitsWithTheSaveQuestion) {
 }
 
 TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.Editor.Type("X = 0,0,1");
   std::filesystem::remove(PathOf(shell.Path("dial.dat")));
   std::filesystem::create_directory(PathOf(shell.Path("dial.dat")));
@@ -399,8 +383,7 @@ TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
 }
 
 TEST(Application, NeverRemembersAnImportedFile) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   shell.State().CurrentFile = shell.State().StartupFile = shell.Path("dial.MTR");
   EXPECT_TRUE(shell.App->Quit());
   EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nFichierDat = dial.dat\r\n"), std::string::npos);
@@ -453,8 +436,7 @@ TEST(Application, TellsOfWrongLanguageFilesInTheChosenLanguage) {
 }
 
 TEST(Application, RemembersItsWindow) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   EXPECT_FALSE(shell.Window.PlaceSet);
   EXPECT_EQ(shell.Window.EditorWidth, 460);
   shell.App->Command(MenuId::Mnu_AgrandirCode);
@@ -497,8 +479,7 @@ TEST(Application, RemembersItWhenTheSessionEnds) {
 }
 
 TEST(Application, GreysWhatHasNoCommandYet) {
-  FakeShell shell;
-  shell.StartWith(Dial);
+  FakeShell shell(Dial);
   EXPECT_TRUE(shell.Window.Greyed.contains(MenuId::Mnu_ImprimerZoom));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
   shell.Boxes.Chosen = 255;

@@ -180,6 +180,8 @@ class FakePlatform : public Platform {
 class FakeShell {
  public:
   FakeShell() { Restart(); }
+  // Has started with this script and a configuration that has everything: no dialog has appeared.
+  explicit FakeShell(std::string_view script) : FakeShell() { StartWith(script); }
 
   // Begins as another program would in the same folder, with an editor of its own.
   void Restart();
@@ -187,7 +189,6 @@ class FakeShell {
   // A command whose next dialog for files gives these, or whose questions are answered like this.
   void CommandWithFiles(MenuId item, std::vector<std::string> files);
   void CommandWithAnswers(MenuId item, std::deque<std::string> answers);
-  // A start with a configuration that has everything: no dialog appears.
   void StartWith(std::string_view script);
 
   std::string Path(const std::string& name) const { return folder_.NameOf(name); }

@@ -18,8 +18,7 @@ namespace fs = std::filesystem;
 const char* const Line = "X = 0,0,1\n";
 
 TEST(FileCommands, OpensAScript) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   fs::create_directory(PathOf(shell.Path("sub")));
   shell.Write("sub/second.dat", "X = 0,0,2\r\nX = 1,1,2");
   shell.CommandWithFiles(MenuId::Mnu_Ouvrir, {shell.Path("sub/second.dat")});
@@ -50,8 +49,7 @@ TEST(FileCommands, OpensAScript) {
 }
 
 TEST(FileCommands, KeepsTheTextWhenAFileCannotBeRead) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Write("binary.dat", std::string("\x7F\0\0x", 4));
   shell.Write("huge.dat", "");
   fs::resize_file(PathOf(shell.Path("huge.dat")), MaxScriptBytes + 1);  // takes no room on the disk
@@ -64,8 +62,7 @@ TEST(FileCommands, KeepsTheTextWhenAFileCannotBeRead) {
 }
 
 TEST(FileCommands, BeginsANewScriptFromTheTemplate) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.App->Command(MenuId::Mnu_Nouveau);
   EXPECT_EQ(shell.Editor.Content, "");
   EXPECT_TRUE(shell.Window.Title.ends_with(": ")) << shell.Window.Title;
@@ -86,8 +83,7 @@ TEST(FileCommands, BeginsANewScriptFromTheTemplate) {
 }
 
 TEST(FileCommands, SavesUnderTheChosenName) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   const std::pair<const char*, const char*> names[] = {
       {"a.b.dat", "a.b"}, {"c.dat", "c.dat"}, {"dial.old.dat", "dial.old"}, {"plain", "plain"}};
   for (const auto& [chosen, written] : names) {
@@ -112,8 +108,7 @@ TEST(FileCommands, SavesUnderTheChosenName) {
 }
 
 TEST(FileCommands, NeverWritesAScriptOverAMeterFile) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Write("dial.Mtr", "meter");
   shell.State().CurrentFile = shell.Path("dial.Mtr");
   shell.App->Command(MenuId::Mnu_EnregistrerS);
@@ -132,8 +127,7 @@ TEST(FileCommands, SavesInTheEncodingOfTheFile) {
       {"\xEF\xBB\xBF' é", "", "\xEF\xBB\xBF' é"},
       {std::string("\xFF\xFE'\0\xA9\x03", 6), "é", std::string("\xFF\xFE'\0\xA9\x03\xE9\0", 8)}};
   for (const Case& c : cases) {
-    FakeShell shell;
-    shell.StartWith(c.Bytes);
+    FakeShell shell(c.Bytes);
     shell.Editor.Type(c.Typed);
     shell.App->Command(MenuId::Mnu_EnregistrerS);
     EXPECT_EQ(shell.Read("dial.dat"), c.Saved);
@@ -147,8 +141,7 @@ TEST(FileCommands, SavesInTheEncodingOfTheFile) {
 }
 
 TEST(FileCommands, NoticesThatTheFileHasChangedOnTheDisk) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Editor.Type("' mine");
   shell.Write("dial.dat", "' somebody else's");
   shell.CommandWithAnswers(MenuId::Mnu_EnregistrerS, {"cancel"});
@@ -169,8 +162,7 @@ TEST(FileCommands, NoticesThatTheFileHasChangedOnTheDisk) {
 }
 
 TEST(FileCommands, TellsWhyItCannotSaveAndKeepsTheText) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Editor.Type("' mine");
   fs::permissions(PathOf(shell.Path("dial.dat")), fs::perms::owner_read);
   shell.App->Command(MenuId::Mnu_EnregistrerS);
@@ -196,8 +188,7 @@ TEST(FileCommands, TakesScriptsOfManyMegabytes) {
   std::string script;
   while (script.size() < 50'000'000)
     script += "' a long line of a comment that says little, but takes its room\n";
-  FakeShell shell;
-  shell.StartWith(script);
+  FakeShell shell(script);
   EXPECT_EQ(shell.Editor.Content, script);
   shell.Editor.Type("X");
   shell.App->Command(MenuId::Mnu_EnregistrerS);
@@ -207,8 +198,7 @@ TEST(FileCommands, TakesScriptsOfManyMegabytes) {
 }
 
 TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.CommandWithFiles(MenuId::Mnu_Liste_Fic,
                          {shell.Path("pictures/a b.png"), shell.Path("c.dat"), "/elsewhere/d.txt"});
   const std::string below = NameOf(PathOf("pictures/a b.png").make_preferred());
@@ -220,8 +210,7 @@ TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
 }
 
 TEST(FileCommands, Exports) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("a.svg")});
   EXPECT_NE(shell.Read("a.svg").find("width=\"160mm\""), std::string::npos);
   shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("b.PNG")});
@@ -241,8 +230,7 @@ TEST(FileCommands, Exports) {
 }
 
 TEST(Recovery, BringsBackWhatWasNotSaved) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Editor.Type("' unsaved");
   shell.App->Tick();
   EXPECT_TRUE(shell.Exists("Vaxe$7.rec"));
@@ -293,8 +281,7 @@ TEST(Recovery, PassesOverWhatIsNoCopy) {
 }
 
 TEST(RunBridge, WritesCommentsBehindTheirLines) {
-  FakeShell shell;
-  shell.StartWith("Trait = 0, 0, 10, 20\n? ' where\nEpaisT = 2\nEpaisT\n");
+  FakeShell shell("Trait = 0, 0, 10, 20\n? ' where\nEpaisT = 2\nEpaisT\n");
   const std::string commented =
       "Trait = 0, 0, 10, 20\n? ' where  ' 10, 20\nEpaisT = 2\nEpaisT  '  2 pixels, 0.5mm\n";
   EXPECT_EQ(shell.Editor.Content, commented);

@@ -20,8 +20,7 @@ using std::chrono::milliseconds;
 const char* const Line = "X = 0,0,1\n";
 
 TEST(UnsavedText, IsWhatIsTypedAsSoonAsTheWindowTakesKeys) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Write("other.dat", "?\n");
   for (MenuId item : {MenuId::Mnu_Ouvrir, MenuId::Mnu_Nouveau}) {
     shell.Boxes.Files = {shell.Path("other.dat")};
@@ -42,8 +41,7 @@ TEST(UnsavedText, IsWhatIsTypedAsSoonAsTheWindowTakesKeys) {
 }
 
 TEST(UnsavedText, TakesNoOtherCommandBetweenAnAnswerAndTheLoading) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Write("other.dat", "X = 1,1,1\n");
   shell.Boxes.Files = {shell.Path("other.dat")};
   shell.Window.OnEvents = [&] {
@@ -58,8 +56,7 @@ TEST(UnsavedText, TakesNoOtherCommandBetweenAnAnswerAndTheLoading) {
 
 // A text under another's name would be saved over it, and nobody would be asked.
 TEST(UnsavedText, KeepsItsNameWhenAnotherFindsNoRoom) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Write("other.dat", "X = 1,1,1\n");
   shell.Editor.Type("' mine");
   shell.Boxes.Answers = {"no", "no"};
@@ -73,8 +70,7 @@ TEST(UnsavedText, KeepsItsNameWhenAnotherFindsNoRoom) {
 }
 
 TEST(UnsavedText, IsCopiedWhileARunDoesNotEnd) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Editor.Type("A:\nGoto A");
   shell.Window.OnEvents = [&] {
     shell.App->Tick();
@@ -110,8 +106,7 @@ TEST(UnsavedText, StaysOnTheDiskUntilItIsCopiedAnew) {
 }
 
 TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
-  FakeShell shell;
-  shell.StartWith(Line);
+  FakeShell shell(Line);
   shell.Editor.Content = "A:\nX = 0,0,1\nGoto A";
   const auto breakOff = [&](int after) {
     shell.Window.OnEvents = [&shell, after, calls = 0]() mutable {
@@ -133,8 +128,7 @@ TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
 }
 
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {
-  FakeShell shell;
-  shell.StartWith("?  ' 1998\nEpaisT ' 2, 3\n?  ' see 'x' 5\n? ' 7 pixels\n? ' 1E+20,-0.5\n");
+  FakeShell shell("?  ' 1998\nEpaisT ' 2, 3\n?  ' see 'x' 5\n? ' 7 pixels\n? ' 1E+20,-0.5\n");
   EXPECT_EQ(shell.Editor.Content,
             "?  ' 1998  ' 0, 0\nEpaisT ' 2, 3  '  1 pixels, 0.25mm\n?  ' see 'x' 5  ' 0, 0\n"
             "? ' 7 pixels  ' 0, 0\n?  ' 0, 0\n");
@@ -156,8 +150,7 @@ TEST(UnsavedText, StaysWholeWhereTheEditorCountsOtherLines) {
 
 // On the disk the script has other lines than in the editor.
 TEST(RunBridge, WritesNothingIntoLinesOfAScriptThatIncludesItself) {
-  FakeShell shell;
-  shell.StartWith("?\n");
+  FakeShell shell("?\n");
   const std::string edited = "Texte = 0,0,,,my words\nFichier = dial.dat\n";
   shell.Editor.Content = edited;
   shell.App->KeyDown(Key::F4);

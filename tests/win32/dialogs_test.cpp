@@ -156,34 +156,6 @@ TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
   EXPECT_EQ(entered, (std::vector<std::pair<std::string, std::string>>{{"2", "254/250"}}));
 }
 
-TEST_F(DialogsTest, ReferenceStaysOpenUntilItsTextIsTaken) {
-  std::vector<std::string> entered;
-  ReferenceDialog reference{
-      "Vaxel   RefCur   (F8, Ctrl-F8)", "Point de référence", "0,0", "Valider - OK", {}};
-  reference.OnButton = [&](const std::string& text) {
-    entered.push_back(text);
-    if (text.find(',') != std::string::npos) return true;
-    Shown.ShowMessage(BoxIcon::Information, "Hint", "X,Y");
-    return false;
-  };
-  Drive([&] { Shown.ShowReference(reference); },
-        [&](const ShownDialog& dialog) {
-          dialog.Type(IDC_TEXT1, "50;100");
-          dialog.Key(VK_RETURN);
-          const ShownDialog hint = AwaitDialog("Hint");
-          EXPECT_FALSE(IsWindowEnabled(dialog.Window()));
-          EXPECT_FALSE(IsWindowEnabled(Main.get()));
-          hint.Key(VK_RETURN);
-          hint.AwaitClosed();
-          EXPECT_TRUE(dialog.IsOpen());
-          EXPECT_EQ(dialog.Selected(IDC_TEXT1), "50;100");
-          dialog.Type(IDC_TEXT1, "50,100z");
-          dialog.Press(IDC_COMMAND1);
-        });
-  EXPECT_EQ(entered, (std::vector<std::string>{"50;100", "50,100z"}));
-  EXPECT_TRUE(IsWindowEnabled(Main.get()));
-}
-
 LanguageDialog Languages(std::vector<std::string>& told) {
   LanguageDialog dialog;
   dialog.Caption = "Vaxel   Langue";

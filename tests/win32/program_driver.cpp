@@ -41,31 +41,6 @@ void SendKey(WORD key, DWORD flags) {
   if (SendInput(1, &input, sizeof input) != 1) throw DriveFailure("no key can be pressed here");
 }
 
-// Bytes in the memory of another process.
-class RemoteBytes {
- public:
-  RemoteBytes(HANDLE process, std::size_t size)
-      : process_(process),
-        place_(VirtualAllocEx(process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE)) {
-    if (!place_) throw DriveFailure("no memory in the program");
-  }
-  ~RemoteBytes() { VirtualFreeEx(process_, place_, 0, MEM_RELEASE); }
-  RemoteBytes(const RemoteBytes&) = delete;
-  RemoteBytes& operator=(const RemoteBytes&) = delete;
-
-  char* At(std::size_t offset = 0) const { return static_cast<char*>(place_) + offset; }
-  void Write(const void* bytes, std::size_t size) const {
-    WriteProcessMemory(process_, place_, bytes, size, nullptr);
-  }
-  void Read(std::size_t offset, void* bytes, std::size_t size) const {
-    ReadProcessMemory(process_, At(offset), bytes, size, nullptr);
-  }
-
- private:
-  HANDLE process_;
-  void* place_;
-};
-
 // The objects of GDI that a process has, from the table that GDI keeps of them: GetGuiResources finds none
 // under Wine.
 int GdiObjectCount(HANDLE process) {
@@ -264,24 +239,26 @@ void Program::SetEditorText(const std::string& text) const {
   Send(Control(EditorId), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
+// The question and its answer lie in the memory of the program, which ends soon.
 std::string Program::ToolTip(int id) const {
-  constexpr std::size_t length = 500;
-  TTTOOLINFOW tool{};
-  tool.cbSize = sizeof tool;
-  tool.uFlags = TTF_IDISHWND;
-  tool.hwnd = Window();
-  tool.uId = reinterpret_cast<UINT_PTR>(Control(id));
-  const RemoteBytes memory(process_.hProcess, sizeof tool + length * sizeof(wchar_t));
-  tool.lpszText = reinterpret_cast<wchar_t*>(memory.At(sizeof tool));
+  struct Question {
+    TTTOOLINFOW Tool;
+    wchar_t Text[500];
+  } question{};
+  auto* const there = static_cast<Question*>(
+      VirtualAllocEx(process_.hProcess, nullptr, sizeof question, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+  question.Tool.cbSize = sizeof question.Tool;
+  question.Tool.uFlags = TTF_IDISHWND;
+  question.Tool.hwnd = Window();
+  question.Tool.uId = reinterpret_cast<UINT_PTR>(Control(id));
+  question.Tool.lpszText = there->Text;
+  WriteProcessMemory(process_.hProcess, there, &question, sizeof question, nullptr);
   for (const HWND window : Windows()) {
-    if (ClassOf(window) != TOOLTIPS_CLASSW) continue;
-    memory.Write(&tool, sizeof tool);
-    Send(window, TTM_GETTEXTW, length, reinterpret_cast<LPARAM>(memory.At()));
-    std::wstring text(length, L'\0');
-    memory.Read(sizeof tool, text.data(), text.size() * sizeof(wchar_t));
-    if (text[0]) return Narrow(text.c_str());
+    if (ClassOf(window) == TOOLTIPS_CLASSW)
+      Send(window, TTM_GETTEXTW, std::size(question.Text), reinterpret_cast<LPARAM>(&there->Tool));
   }
-  return {};
+  ReadProcessMemory(process_.hProcess, there, &question, sizeof question, nullptr);
+  return Narrow(question.Text);
 }
 
 SIZE Program::GraphicSize() const {

@@ -116,11 +116,14 @@ TEST_F(ProgramTest, CountsFromTheReferencePoint) {
   ShownDialog hint(nullptr);
   Await("the hint", [&] { return (hint = program_->AwaitDialog()).Window() != reference.Window(); });
   EXPECT_EQ(hint.Message(), TextIn(English, 166));
+  EXPECT_FALSE(IsWindowEnabled(reference.Window()));
+  EXPECT_FALSE(IsWindowEnabled(program_->Window()));
   hint.Answer(IDOK);
   EXPECT_TRUE(reference.IsOpen());
-  EXPECT_EQ(reference.Text(IDC_TEXT1), "50;100");
+  EXPECT_EQ(reference.Selected(IDC_TEXT1), "50;100");
   reference.Type(IDC_TEXT1, "50,100z");
-  reference.Answer(IDC_COMMAND1);
+  reference.Key(VK_RETURN);
+  reference.AwaitClosed();
   program_->AwaitIdle();
   EXPECT_PLACE(program_->MovePointer(0, bottom), -50, -100);
   EXPECT_PLACE(program_->MovePointer(100, bottom), 100 * pixel - 50, -100);
@@ -148,10 +151,7 @@ TEST_F(ProgramTest, MovesTheDrawingToThePointer) {
 // The decimal mark of the user's settings, for the time of a test.
 class DecimalMark {
  public:
-  explicit DecimalMark(const wchar_t* mark) {
-    GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, old_, static_cast<int>(std::size(old_)));
-    Set(mark);
-  }
+  explicit DecimalMark(const wchar_t* mark) : old_(Now()) { Set(mark); }
   ~DecimalMark() { Set(old_); }
   DecimalMark(const DecimalMark&) = delete;
   DecimalMark& operator=(const DecimalMark&) = delete;
@@ -163,9 +163,11 @@ class DecimalMark {
   }
 
  private:
-  static void Set(const wchar_t* mark) { SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, mark); }
+  static void Set(const std::wstring& mark) {
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, mark.c_str());
+  }
 
-  wchar_t old_[8] = L"";
+  std::wstring old_;
 };
 
 TEST_F(ProgramTest, WritesPointsWhereOthersWriteCommas) {
