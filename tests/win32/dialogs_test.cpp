@@ -156,24 +156,19 @@ TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
   EXPECT_EQ(entered, (std::vector<std::pair<std::string, std::string>>{{"2", "254/250"}}));
 }
 
-LanguageDialog Languages(std::vector<std::string>& told) {
-  LanguageDialog dialog;
-  dialog.Caption = "Vaxel   Langue";
-  dialog.MessagesLabel = "Messages";
-  dialog.HelpLabel = "Aide";
-  dialog.Button = "&Valider - OK";
-  dialog.Languages = {"Français", "English", "Castellano"};
-  dialog.LastEntry = ". . .";
-  dialog.LastEntryHint = "Vous pouvez ajouter une langue";
-  dialog.OnMessages = [&](int index) { told.push_back("messages " + std::to_string(index)); };
-  dialog.OnHelp = [&](int index) { told.push_back("help " + std::to_string(index)); };
-  dialog.OnButton = [&] { told.push_back("button"); };
-  return dialog;
-}
-
 TEST_F(DialogsTest, LanguagesAreToldAtOnce) {
   std::vector<std::string> told;
-  LanguageDialog languages = Languages(told);
+  LanguageDialog languages;
+  languages.Caption = "Vaxel   Langue";
+  languages.MessagesLabel = "Messages";
+  languages.HelpLabel = "Aide";
+  languages.Button = "&Valider - OK";
+  languages.Languages = {"Français", "English", "Castellano"};
+  languages.LastEntry = ". . .";
+  languages.LastEntryHint = "Vous pouvez ajouter une langue";
+  languages.OnMessages = [&](int index) { told.push_back("messages " + std::to_string(index)); };
+  languages.OnHelp = [&](int index) { told.push_back("help " + std::to_string(index)); };
+  languages.OnButton = [&] { told.push_back("button"); };
   // Nothing is chosen by the dialog itself.
   Drive([&] { Shown.ShowLanguages(languages); },
         [&](const ShownDialog& dialog) {

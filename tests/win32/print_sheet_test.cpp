@@ -30,62 +30,59 @@ struct Edges {
   double Left, Top, Right, Bottom;
 };
 
-enum class Kind { Square, UprightLine, LevelLine, Ring, Contour };
+constexpr double Side = 4.03, Stroke = 0.29, Radius = 2.51, Half = Stroke / 2;
+const Fill Solid(true, Black);
 
-// A mark, far from all others, and where its ink lies on the page, mm.
-struct Mark {
-  Kind What;
-  Point At;
+// What is drawn at a place, and its ink around that; mm.
+struct Figure {
+  const char* Name;
+  Edges Ink;
+  void (*Draw)(DisplayList& list, Point at);
 };
 
-constexpr double Side = 4.03, Stroke = 0.29, Radius = 2.51;
+constexpr Edges AroundCircle = {-Radius - Half, -Radius - Half, Radius + Half, Radius + Half};
 
-Edges InkOf(const Mark& mark) {
-  const auto [x, y] = mark.At;
-  switch (mark.What) {
-    case Kind::Square:
-      return {x, y, x + Side, y + Side};
-    case Kind::UprightLine:
-      return {x - Stroke / 2, y - Stroke / 2, x + Stroke / 2, y + Side + Stroke / 2};
-    case Kind::LevelLine:
-      return {x - Stroke / 2, y - Stroke / 2, x + Side + Stroke / 2, y + Stroke / 2};
-    case Kind::Ring:
-    case Kind::Contour:
-      break;
-  }
-  const double reach = Radius + Stroke / 2;
-  return {x - reach, y - reach, x + reach, y + reach};
-}
+const std::array<Figure, 5> Figures = {
+    {{"square",
+      {0, 0, Side, Side},
+      [](DisplayList& list, Point at) {
+        list.Add({0, Black, 1, RectangleShape{at, at + Point{Side, Side}, Solid}});
+      }},
+     {"upright line",
+      {-Half, -Half, Half, Side + Half},
+      [](DisplayList& list, Point at) {
+        list.Add({Stroke, Black, 1, LineShape{at, at + Point{0, Side}}});
+      }},
+     {"ring", AroundCircle,
+      [](DisplayList& list, Point at) {
+        list.Add({Stroke, Black, 1, CircleShape{at, Radius, Radius}});
+      }},
+     {"level line",
+      {-Half, -Half, Side + Half, Half},
+      [](DisplayList& list, Point at) {
+        list.Add({Stroke, Black, 1, LineShape{at, at + Point{Side, 0}}});
+      }},
+     {"contour", AroundCircle, [](DisplayList& list, Point at) {
+        list.AddContour(std::array{ContourArc{at, Radius, 0, 2 * std::numbers::pi}}, Solid,
+                        {Stroke, Black, 1, {}});
+      }}}};
 
-void Draw(const Mark& mark, DisplayList& list) {
-  const Fill black(true, Black);
-  switch (mark.What) {
-    case Kind::Square:
-      list.Add({0, Black, 1, RectangleShape{mark.At, mark.At + Point{Side, Side}, black}});
-      break;
-    case Kind::UprightLine:
-      list.Add({Stroke, Black, 1, LineShape{mark.At, mark.At + Point{0, Side}}});
-      break;
-    case Kind::LevelLine:
-      list.Add({Stroke, Black, 1, LineShape{mark.At, mark.At + Point{Side, 0}}});
-      break;
-    case Kind::Ring:
-      list.Add({Stroke, Black, 1, CircleShape{mark.At, Radius, Radius}});
-      break;
-    case Kind::Contour:
-      list.AddContour(std::array{ContourArc{mark.At, Radius, 0, 2 * std::numbers::pi}}, black,
-                      {Stroke, Black, 1, {}});
-      break;
+// A figure, far from all others.
+struct Mark {
+  const Figure& What;
+  Point At;
+
+  Edges Ink() const {
+    return {At.X + What.Ink.Left, At.Y + What.Ink.Top, At.X + What.Ink.Right, At.Y + What.Ink.Bottom};
   }
-}
+};
 
 // All over the page: a scale that is wrong by a fraction shows in the far corner.
 std::vector<Mark> MarksOf(double width, double height) {
   std::vector<Mark> marks;
-  const std::array kinds = {Kind::Square, Kind::UprightLine, Kind::Ring, Kind::LevelLine, Kind::Contour};
   for (int row = 0; row < 5; ++row) {
     for (int column = 0; column < 5; ++column) {
-      marks.push_back({kinds[static_cast<std::size_t>(row + column) % kinds.size()],
+      marks.push_back({Figures[static_cast<std::size_t>(row + column) % Figures.size()],
                        {5 + column * (width - 15) / 4.013, 5 + row * (height - 15) / 4.027}});
     }
   }
@@ -132,7 +129,7 @@ TEST(Printing, PrintsTheSheet) {
   for (const bool turned : Turned) {
     const Point size = PageSize(turned);
     list.BeginPage(size.X, size.Y);
-    for (const Mark& mark : MarksOf(size.X, size.Y)) Draw(mark, list);
+    for (const Mark& mark : MarksOf(size.X, size.Y)) mark.What.Draw(list, mark.At);
     list.AddText(Message, {"Times New Roman"}, {{size.X / 2 - 25, size.Y / 2 + 22}, 0, 5, 40, 0, 0},
                  {0, Black, 1, {}});
   }
@@ -202,15 +199,14 @@ TEST(PrintedSheet, HasEveryMarkAtItsPlace) {
     ASSERT_NEAR(page.Height * PixelMm, SheetHeight, 0.1) << number;
     const Point size = PageSize(Turned[number]);
     for (const Mark& mark : MarksOf(size.X, size.Y)) {
-      const Edges expected = OnSheet(InkOf(mark), Turned[number]);
+      const Edges expected = OnSheet(mark.Ink(), Turned[number]);
       const Edges ink = InkNear(page, expected);
       const double off =
           std::max({std::abs(ink.Left - expected.Left), std::abs(ink.Top - expected.Top),
                     std::abs(ink.Right - expected.Right), std::abs(ink.Bottom - expected.Bottom)});
-      EXPECT_LE(off, Exact) << "page " << number + 1 << ", kind " << static_cast<int>(mark.What) << " at "
-                            << mark.At.X << ", " << mark.At.Y << ": " << ink.Left - expected.Left << " "
-                            << ink.Top - expected.Top << " " << ink.Right - expected.Right << " "
-                            << ink.Bottom - expected.Bottom;
+      EXPECT_LE(off, Exact) << "page " << number + 1 << ", " << mark.What.Name << " at " << mark.At.X << ", "
+                            << mark.At.Y << ": " << ink.Left - expected.Left << " " << ink.Top - expected.Top
+                            << " " << ink.Right - expected.Right << " " << ink.Bottom - expected.Bottom;
       farthest = std::max(farthest, off);
     }
   }

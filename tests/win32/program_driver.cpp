@@ -85,10 +85,9 @@ std::vector<fs::path> FilesIn(const fs::path& folder, const std::string& extensi
   return files;
 }
 
-Program::Program(const test::TestFolder& folder, const std::string& parameters) {
+Program::Program(const test::TestFolder& folder) {
   const std::wstring program = ProgramName();
   std::wstring line = L"\"" + program + L"\"";
-  if (!parameters.empty()) line += L" " + Widen(parameters);
   STARTUPINFOW start{};
   start.cb = sizeof start;
   if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,

@@ -27,7 +27,7 @@ struct ResourceCount {
 class Program {
  public:
   // Its settings lie in the folder.
-  explicit Program(const test::TestFolder& folder, const std::string& parameters = {});
+  explicit Program(const test::TestFolder& folder);
   // Ends it, however it stands.
   ~Program();
   Program(const Program&) = delete;
