@@ -244,13 +244,8 @@ TEST(Application, ZoomsByTheDialogAndByZoomIni) {
   FakeShell shell("ZoomIni = 2.5\nX = 0,0,1\n");
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("3", " 254/250 "); };
   shell.App->KeyDown(Key::F7);
-  EXPECT_EQ(shell.Boxes.LastZoom.Caption, "Vaxel   Zoom   (F7, Ctrl-F7)");
-  EXPECT_EQ(shell.Boxes.LastZoom.FactorText, "1");
-  EXPECT_EQ(shell.Boxes.LastZoom.ZmmText, "1");
   EXPECT_EQ(shell.State().ScreenZoom, 3);
   EXPECT_EQ(shell.State().Zmm, 1.016);
-  EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nZmm = 1.016\r\n"), std::string::npos)
-      << shell.Read("Vaxel.cfg");
   EXPECT_NEAR(shell.State().GraphicScale, 3.048, 1e-12);
   EXPECT_EQ(shell.Take({"show"}), Log{"show 2"});
   // What is no number above 0 leaves the values in force.
@@ -299,7 +294,6 @@ TEST(Application, CountsThePointerFromTheReferencePoint) {
   EXPECT_EQ(shell.State().RefY, 62.5F);
   EXPECT_TRUE(enter(""));
   EXPECT_EQ(shell.State().RefX, 90);
-  EXPECT_TRUE(shell.Boxes.LastReference.Caption.ends_with("(F8, Ctrl-F8)"));
   enter("1,1");
   shell.System.Ctrl = true;
   shell.App->KeyDown(Key::F8);

@@ -127,13 +127,11 @@ std::string FakeDialogs::ShowSave(const FileDialog& dialog) {
 
 void FakeDialogs::ShowZoom(const ZoomDialog& dialog) {
   log_.emplace_back("zoom dialog");
-  LastZoom = dialog;
   if (OnZoom) OnZoom(dialog);
 }
 
 void FakeDialogs::ShowReference(const ReferenceDialog& dialog) {
   log_.emplace_back("reference dialog");
-  LastReference = dialog;
   if (OnReference) OnReference(dialog);
 }
 

@@ -121,8 +121,6 @@ class FakeDialogs : public Dialogs {
   std::vector<std::string> Files;  // what the next file dialogs give; none: cancelled
   std::optional<std::uint32_t> Chosen;
   std::vector<FileDialog> FileDialogs;
-  ZoomDialog LastZoom;
-  ReferenceDialog LastReference;
   std::function<void(const ZoomDialog&)> OnZoom;
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;

@@ -1,6 +1,5 @@
 #include "tests/win32/program_driver.h"
 
-#include <gtest/gtest.h>
 // Need what windows.h declares.
 #include <commctrl.h>
 #include <richedit.h>
@@ -8,11 +7,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <iterator>
-#include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 
