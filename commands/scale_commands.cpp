@@ -26,7 +26,9 @@ void DrawArcSupport(RunContext& run, Colour colour) {
         RequireFinitePoint(support.ScalePoint(support.StartAngle * RadiansPerDegree, support.Radius));
     const Point to =
         RequireFinitePoint(support.ScalePoint(support.EndAngle * RadiansPerDegree, support.Radius));
-    run.Surface.Line(origin.X + from.X, origin.Y + from.Y, origin.X + to.X, origin.Y + to.Y, colour);
+    const Point current = {run.Surface.CurrentX, run.Surface.CurrentY};
+    DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, colour);
+    run.Surface.MoveTo(current);
     return;
   }
   const bool wholeTurn = std::abs(support.EndAngle - support.StartAngle) >= 360;
@@ -77,11 +79,11 @@ void DrawMarks(RunContext& run, Graduation graduation, const MarkStyle& style) {
 void RunArc(RunContext& run, const Parameters& parameters) {
   ScaleSupport support = run.Support;
   support.SetArc(parameters.RequiredNumber(1), parameters.RequiredNumber(2), parameters.RequiredNumber(3));
-  for (double derived :
-       {support.StartDistance, support.EndDistance, support.StartDirection, support.EndDirection}) {
-    RequireFinite(derived);
-  }
+  for (double distance : {support.StartDistance, support.EndDistance}) RequireFinite(distance);
   support.DrawSupport = !IsNotDrawn(parameters, 4);
+  if (support.DrawSupport) {
+    for (double direction : {support.StartDirection, support.EndDirection}) RequireFinite(direction);
+  }
   run.Support = support;
   if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }

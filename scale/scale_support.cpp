@@ -40,7 +40,8 @@ void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
   StartDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, startAngle);
   EndDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, endAngle);
   StartDirection = CircleDirection(startAngle * RadiansPerDegree, StartDistance);
-  EndDirection = CircleDirection(endAngle * RadiansPerDegree, EndDistance);
+  // The circle is the start's, on which the marks lie too.
+  EndDirection = CircleDirection(endAngle * RadiansPerDegree, StartDistance);
   if (StartAngle > EndAngle) std::swap(StartDirection, EndDirection);
 }
 

@@ -32,9 +32,11 @@ class ScaleSupport {
   double YStart = 0, YEnd = 0;                // ends of a vertical line
   double LinePos = 0;                         // y of a horizontal line, x of a vertical one
   double CentreOffset = 0;                    // how far the arc's centre lies below the pivot
-  double StartDistance = 0, EndDistance = 0;  // from the arc's centre to its ends
-  double StartDirection = 0, EndDirection = 0;  // of the ends seen from that centre, drawing radians
-  float Exponent = 1;                           // of the power law; 0 while the scale is logarithmic
+  double StartDistance = 0, EndDistance = 0;  // from the arc's centre to the points at Radius on its end rays
+  // Of the ends of the arc, which lies on the circle through its start, seen from that centre; drawing
+  // radians. The end's is not finite where its ray misses that circle.
+  double StartDirection = 0, EndDirection = 0;
+  float Exponent = 1;  // of the power law; 0 while the scale is logarithmic
   bool LogScale = false;
   std::int16_t Decades = 0;
   float LogStart = 1, LogEnd = 1;
