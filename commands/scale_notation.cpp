@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "interpreter/script_fault.h"
+#include "text/number_text.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -55,8 +56,9 @@ LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& paramet
                                 double first, double last) {
   const ScaleSupport& support = run.Support;
   const LogStepping stepping = ReadLogStepping(run, parameters, n);
-  const double start = first == 0 ? double{support.LogStart} : first;
-  const double end = last == 0 ? double{support.LogEnd} * std::pow(10.0, support.Decades) : last;
+  // The ends as they were written: single precision would pass a last mark by.
+  const double start = first == 0 ? ShortestDecimal(support.LogStart) : first;
+  const double end = last == 0 ? ShortestDecimal(support.LogEnd) * std::pow(10.0, support.Decades) : last;
   return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
 }
 
