@@ -34,7 +34,8 @@ void RunCentreE(RunContext& run, const Parameters& parameters) {
 }
 
 void RunCentreI(RunContext& run, const Parameters& parameters) {
-  const Point place = {parameters.RequiredNumber(1), parameters.RequiredNumber(2)};
+  // Millimetres of paper, whatever the zoom.
+  const Point place = Point{parameters.RequiredNumber(1), parameters.RequiredNumber(2)} * (1 / run.Surface.Z);
   const Point before = {run.Surface.CentreX, run.Surface.CentreY};
   PlaceCentre(run, run.InMainScript() ? place : before + place, parameters);
 }
