@@ -100,13 +100,14 @@ SizeAndStyle SplitStyle(std::string_view text) {
 void SetSizeAndStyle(RunContext& run, std::string_view text) {
   const SizeAndStyle parts = SplitStyle(text);
   DrawSurface& surface = run.Surface;
-  const FontSizeRegisters sizes = surface.FontSizes;
+  FontSizeRegisters sizes = surface.FontSizes;
   if (parts.Size.starts_with('*')) {
-    const double multiplier = ReadTextOptions(parts.Size, {}, run.Separators).Multiplier;
-    surface.SetFontSizes(AboveZero(sizes.Standard * multiplier), sizes.Coefficient);
+    sizes.Multiplier = AboveZero(ReadTextOptions(parts.Size, {}, run.Separators).Multiplier);
   } else if (const auto size = StrictValue(parts.Size, run.Separators)) {
-    surface.SetFontSizes(AboveZero(*size), sizes.Coefficient);
+    sizes.Standard = AboveZero(*size);
+    sizes.Multiplier = 1;
   }
+  surface.SetFontSizes(sizes);
   const TextOptions style = ReadTextOptions(parts.Letters, StyleLetters, run.Separators);
   surface.Font.Bold = style.Bold;
   surface.Font.Italic = style.Italic;
@@ -116,10 +117,11 @@ void SetSizeAndStyle(RunContext& run, std::string_view text) {
 }  // namespace
 
 void RunPolice(RunContext& run, const Parameters& parameters) {
-  const double coefficient = AboveZero(parameters.NumberOr(2, 1));
+  FontSizeRegisters sizes = run.Surface.FontSizes;
+  sizes.Coefficient = AboveZero(parameters.NumberOr(2, 1));
   const std::string name = DrawableText(Shorten(parameters.Trimmed(1), MaxFontName));
   if (!name.empty()) run.Surface.Font.Name = name;
-  run.Surface.SetFontSizes(run.Surface.FontSizes.Standard, coefficient);
+  run.Surface.SetFontSizes(sizes);
   TellOfReplacement(run);
 }
 

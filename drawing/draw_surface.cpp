@@ -56,13 +56,11 @@ void DrawSurface::ResetState() {
   DrawWidth = 1;
   FillStyle = false;
   Font = {};
-  FontSizes = {Font.Size, Font.Size, 1};
-  SetFontSizes(FontSizes.Base, 1);
+  SetFontSizes({.Base = Font.Size, .Standard = Font.Size});
 }
 
-void DrawSurface::SetFontSizes(double standard, double coefficient) {
-  FontSizes.Standard = standard;
-  FontSizes.Coefficient = coefficient;
+void DrawSurface::SetFontSizes(const FontSizeRegisters& sizes) {
+  FontSizes = sizes;
   Font.Size = FontSizes.Current() * Z;
 }
 

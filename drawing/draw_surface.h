@@ -53,9 +53,10 @@ struct Font {
 struct FontSizeRegisters {
   double Base = 10;        // the size when the run began
   double Standard = 10;    // the standing size that the script has set
+  double Multiplier = 1;   // by which the size in force differs from it
   double Coefficient = 1;  // by which the font in force multiplies it
 
-  double Current() const { return Standard * Coefficient; }
+  double Current() const { return Standard * Multiplier * Coefficient; }
 };
 
 class DrawSurface {
@@ -118,8 +119,8 @@ class DrawSurface {
     CurrentX = surfacePoint.X;
     CurrentY = surfacePoint.Y;
   }
-  // Sets the standing size of all following text, and its coefficient, as FontSizes and Font have it.
-  void SetFontSizes(double standard, double coefficient);
+  // Sets the size of all following text, in FontSizes and Font.
+  void SetFontSizes(const FontSizeRegisters& sizes);
   // Places the graphic centre, returns the CT shift to 0 and moves the current point to the centre.
   void SetCentre(Point surfacePoint);
 
