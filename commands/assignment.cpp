@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "interpreter/parameters.h"
+#include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
 #include "text/text.h"
 
@@ -11,10 +11,11 @@ namespace vaxel {
 void Assign(RunContext& run, std::string_view name, std::string_view text) {
   if (text.starts_with('=')) {
     const std::string expression = run.Substitute(text.substr(1));
-    const auto value = StrictValue(expression, run.Separators);
-    if (!value) throw ScriptFault(FaultReason::MissingParameter, "1");
+    // Data that carries more than a number, "12 mm", is worth what it begins with.
+    const Evaluation value = Evaluate(expression, run.Separators.First);
+    if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
     run.RequireSettable(name);
-    run.Level().Variables.SetNumber(name, *value);
+    run.Level().Variables.SetNumber(name, value.Value);
   } else if (text.starts_with('<')) {
     run.SetVariable(name, Trim(text.substr(1)));
   } else {
