@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -15,12 +16,15 @@
 namespace vaxel {
 namespace {
 
+// Rounded to a multiple of a unit, halves of the number as it is written upward.
+double RoundedHalvesUp(double value, double unitsPerOne) {
+  return std::floor(AsWritten(value * unitsPerOne) + 0.5) / unitsPerOne;
+}
+
 // "2 pixels" and what they measure, for a line that asks which width is in force.
 std::string WidthComment(double pixels, double pixelSize) {
-  std::string millimetres = FixedText(pixels * pixelSize, 2);
-  millimetres.erase(millimetres.find_last_not_of('0') + 1);
-  if (millimetres.ends_with('.')) millimetres.pop_back();
-  return "  '  " + FixedText(pixels, 0) + " pixels, " + millimetres + "mm";
+  return "  '  " + NumberText(RoundedHalvesUp(pixels, 1)) + " pixels, " +
+         NumberText(RoundedHalvesUp(pixels * pixelSize, 100)) + "mm";
 }
 
 // The two diagonals or the two axes of a sign: its place, colour and pen come from the same parameters.
