@@ -77,6 +77,8 @@ class ValueWriter {
     if (style_.FacesScale) {
       const bool inside = length < 0 || (length == 0 && support.GradSide < 0);
       anchor = AnchorFacing(TextFrame(outward).Along * (inside ? 1 : -1), rotation);
+    } else if (style_.Form == Baseline::Ray && !style_.Angle) {
+      anchor = TurnedUpright(anchor);
     }
     WriteText(run_.Surface, text, run_.Surface.Origin() + point, anchor.Rotation, anchor.Along, anchor.Across,
               colour);

@@ -68,6 +68,13 @@ double Dot(Point a, Point b) {
   return a.X * b.X + a.Y * b.Y;
 }
 
+// The last digit of a sine decides neither which side of a right angle a text is on nor a tie.
+constexpr double Nothing = 1e-6;
+
+bool StandsOnItsHead(double rotation) {
+  return TextFrame(rotation).Up.Y < -Nothing;
+}
+
 }  // namespace
 
 std::string DrawableText(std::string_view text) {
@@ -170,20 +177,30 @@ std::vector<CirclePlace> PlacesOnCircle(double radius, double angle, bool centre
 }
 
 FacingAnchor AnchorFacing(Point direction, double rotation) {
-  // The last digit of a sine decides neither which side of a right angle a text is on nor a tie.
-  constexpr double nothing = 1e-6;
-  if (TextFrame(rotation).Up.Y < -nothing) rotation += 180;
+  if (StandsOnItsHead(rotation)) rotation += 180;
   const TextFrame frame(rotation);
   const double along = Dot(direction, frame.Along);
   const double up = Dot(direction, frame.Up);
   FacingAnchor anchor;
   anchor.Rotation = rotation;
-  if (std::abs(along) > std::abs(up) - nothing) {
+  if (std::abs(along) > std::abs(up) - Nothing) {
     anchor.Along = along < 0 ? AnchorAlong::Start : AnchorAlong::End;
   } else {
     anchor.Across = up < 0 ? AnchorAcross::Baseline : AnchorAcross::Top;
   }
   return anchor;
+}
+
+FacingAnchor TurnedUpright(const FacingAnchor& anchor) {
+  if (!StandsOnItsHead(anchor.Rotation)) return anchor;
+  FacingAnchor turned{anchor.Rotation + 180, anchor.Along, anchor.Across};
+  if (anchor.Along != AnchorAlong::Middle) {
+    turned.Along = anchor.Along == AnchorAlong::Start ? AnchorAlong::End : AnchorAlong::Start;
+  }
+  if (anchor.Across != AnchorAcross::Middle) {
+    turned.Across = anchor.Across == AnchorAcross::Top ? AnchorAcross::Baseline : AnchorAcross::Top;
+  }
+  return turned;
 }
 
 }  // namespace vaxel

@@ -88,5 +88,7 @@ struct FacingAnchor {
   AnchorAcross Across = AnchorAcross::Middle;
 };
 FacingAnchor AnchorFacing(Point direction, double rotation);
+// The same place of a text that would stand on its head, turned by half so that it can be read.
+FacingAnchor TurnedUpright(const FacingAnchor& anchor);
 
 }  // namespace vaxel
