@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -196,12 +197,35 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
   return ExitStatus::Drawn;
 }
 
-bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileName, const CliTexts& texts) {
-  for (const OutputRequest& output : options.Outputs) {
-    const bool isFile = output.FileName != "-" && fileName != "-";
-    if (!isFile || !AreSameFile(PathOf(output.FileName), PathOf(fileName))) continue;
-    Complain(texts.Fill(CliText::OverwritesScript, {output.FileName, fileName}));
+// Whether writing to one name would change what is read from the other. "-" stands for the standard streams.
+bool WouldOverwrite(const std::string& output, const std::string& input) {
+  if (output == "-") return input != "-" && IsOpenAs(stdout, PathOf(input));
+  return input == "-" ? IsOpenAs(stdin, PathOf(output)) : AreSameFile(PathOf(output), PathOf(input));
+}
+
+// The files that must stay as they are.
+struct Inputs {
+  std::string Script;
+  std::set<std::string> Others;
+};
+
+// Tells of the first of an output's files, which are so many, that would destroy what the script is read from
+// or what it reads.
+bool RefusesToOverwrite(const OutputRequest& output, std::size_t files, const Inputs& inputs,
+                        const CliTexts& texts) {
+  const auto refuses = [&](const std::string& name, const std::string& input, CliText reason) {
+    if (!WouldOverwrite(name, input)) return false;
+    const std::string shown = DisplayName(input, texts.Get(CliText::StandardInput));
+    Complain(texts.Fill(reason, {output.FileName, shown}));
     return true;
+  };
+  for (std::size_t page = 0; page < files; ++page) {
+    const std::string name = PageFileName(output.FileName, page);
+    if (refuses(name, inputs.Script, CliText::OverwritesScript)) return true;
+    for (const std::string& input : inputs.Others) {
+      // A file of the name "-" is none of the standard streams.
+      if (refuses(name, input == "-" ? "./-" : input, CliText::OverwritesInput)) return true;
+    }
   }
   return false;
 }
@@ -229,15 +253,24 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
 ExitStatus RenderScript(const RenderOptions& options) {
   const CliTexts texts(options.LangBase);
   Script script{FindScript(options.Script), {}};
-  if (WouldOverwriteScript(options, script.FileName, texts)) return ExitStatus::WrongUsage;
+  Inputs inputs{script.FileName, {}};
+  for (const OutputRequest& output : options.Outputs) {
+    if (RefusesToOverwrite(output, 1, inputs, texts)) return ExitStatus::WrongUsage;
+  }
   std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
   Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
-  // Every run comes before the first output: a script that fails on paper alone writes nothing.
+  // Every run comes before the first output: a script that fails on paper alone writes nothing, and what the
+  // script reads is known.
   std::map<TargetKind, DisplayList> lists;
   const ExitStatus run = RunForAll(options, script, machine, lists);
   if (run != ExitStatus::Drawn) return run;
+  inputs.Others = machine.Host.FilesRead();
+  for (const OutputRequest& output : options.Outputs) {
+    const std::size_t files = FilesOf(output, lists[output.Target]);
+    if (RefusesToOverwrite(output, files, inputs, texts)) return ExitStatus::WrongUsage;
+  }
   for (const OutputRequest& output : options.Outputs) {
     const DisplayList& list = lists[output.Target];
     const ExitStatus status = WriteOutput(options, output, list, machine);

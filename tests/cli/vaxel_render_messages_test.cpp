@@ -1,7 +1,8 @@
-// What vaxel-render says: its language, and what a terminal gets to see.
+// What vaxel-render says: its language, what a terminal gets to see, and what it refuses to overwrite.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@
 
 namespace vaxel::test {
 namespace {
+
+const char* const Line = "Trait = 0, 0, 10, 0\n";
 
 TEST_F(VaxelRender, SpeaksTheUsersLanguage) {
   Write("dial.dat", "X = 1/0\n");
@@ -78,6 +81,53 @@ TEST_F(VaxelRender, ShowsATerminalNothingToObey) {
   EXPECT_NE(drawn.Printed.find(": [31m\\u202e\n"), std::string::npos) << drawn.Printed;
   EXPECT_EQ(drawn.Printed.find(turned), std::string::npos) << drawn.Printed;
   EXPECT_NE(Read("a.svg").find(turned), std::string::npos);
+}
+
+// A script that reads files of all kinds, and one of them under each name that leads to it.
+TEST_F(VaxelRender, OverwritesNothingThatTheScriptReads) {
+  const std::string script = "Open = data.txt\nFichier = sub/part\nImage = pal.png, 0, 0, V§%W\n";
+  fs::create_directory(folder_ / "sub");
+  Write("dial.dat", script);
+  Write("data.txt", "1\n");
+  Write("sub/part.dat", Line);
+  fs::copy(fs::path(VAXEL_SOURCE_DIR) / "tests/pictures/clear.png", folder_ / "pal.png");
+  fs::create_symlink("pal.png", folder_ / "link.png");
+  fs::create_hard_link(folder_ / "data.txt", folder_ / "hard.txt");
+  const std::string picture = Read("pal.png");
+  const std::pair<std::string, std::string> cases[] = {
+      {"pal.png", "pal.png, which the script reads"},
+      {"./sub/../pal.png", "pal.png, which the script reads"},
+      {"link.png", "pal.png, which the script reads"},
+      {"data.txt", "data.txt, which the script reads"},
+      {"hard.txt", "data.txt, which the script reads"},
+      {"sub/part.dat", "sub/part.dat, which the script reads"},
+      {"./dial.dat", "dial.dat, the script"}};
+  for (const auto& [output, input] : cases) {
+    const Outcome outcome = Run("--format svg -o first.svg -o " + output + " dial.dat");
+    EXPECT_EQ(outcome.Status, 2) << output;
+    EXPECT_EQ(outcome.Printed, "vaxel-render: -o " + output + " would overwrite " + input + "\n");
+    EXPECT_FALSE(fs::exists(folder_ / "first.svg")) << output;
+  }
+  EXPECT_EQ(Read("pal.png") + Read("data.txt") + Read("sub/part.dat") + Read("dial.dat"),
+            picture + "1\n" + Line + script);
+  // Beside them everything may be written.
+  EXPECT_EQ(Run("-o pal-2.png -o data.svg dial.dat").Status, 0);
+}
+
+TEST_F(VaxelRender, OverwritesNoInputWithALaterPageOrThroughAStream) {
+  Write("dial-2.svg", "1\n");
+  Write("pages.dat", "Open = dial-2.svg\nX = 0,0,1\nNPage\nX = 0,0,1\n");
+  const Outcome page = Run("--target printer -o dial.svg pages.dat");
+  EXPECT_EQ(page.Status, 2);
+  EXPECT_EQ(page.Printed, "vaxel-render: -o dial.svg would overwrite dial-2.svg, which the script reads\n");
+  EXPECT_FALSE(fs::exists(folder_ / "dial.svg"));
+  EXPECT_EQ(Run("-o dial.svg pages.dat").Status, 0);  // one page on the screen
+  Write("dial.txt", Line);
+  const Outcome stream = Run("-o dial.txt - <dial.txt");
+  EXPECT_EQ(stream.Status, 2);
+  EXPECT_EQ(stream.Printed, "vaxel-render: -o dial.txt would overwrite standard input, the script\n");
+  EXPECT_EQ(Shell("! '" + (Programs / "vaxel-render").string() + "' pages.dat >>dial-2.svg"), 0);
+  EXPECT_EQ(Read("dial.txt") + Read("dial-2.svg"), std::string(Line) + "1\n");
 }
 
 TEST_F(VaxelRender, EndsWithAMessageWhereAPictureIsCutOff) {
