@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "files/files.h"
+#include "text/printable.h"
 #include "text/text.h"
 
 #ifdef _WIN32
@@ -33,23 +34,26 @@ bool IsTerminal(std::FILE* file) {
 }  // namespace
 
 void ConsoleHost::Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const {
-  std::string message(fileName.empty() ? std::string_view(scriptName_) : fileName);
+  std::string message = Printable(fileName.empty() ? std::string_view(scriptName_) : fileName);
   if (lineNumber > 0) (message += ':') += std::to_string(lineNumber);
-  message += ": ";
-  // A script's own control characters must not reach the terminal; those from 0x80 to 0x9F begin with 0xC2.
-  char last = 0;
-  for (char c : text) {
-    const bool isControl = (c < ' ' && c >= '\0' && c != '\n' && c != '\t') || c == '\x7F';
-    const auto byte = static_cast<unsigned char>(c);
-    if (last == '\xC2' && byte >= 0x80 && byte < 0xA0) {
-      message.back() = '?';
-    } else {
-      message += isControl ? '?' : c;
-    }
-    last = c;
-  }
+  (message += ": ") += Printable(WithPrintableNames(text), LineBreaks::Kept);
   message += '\n';
   std::fwrite(message.data(), 1, message.size(), stderr);
+}
+
+// The line breaks of a message are the program's own, save for those in the names of files.
+std::string ConsoleHost::WithPrintableNames(std::string_view text) const {
+  std::string printable(text);
+  const auto writeOut = [&printable](const std::string& name) {
+    const std::string shown = Printable(name);
+    if (shown == name) return;
+    for (std::size_t at = 0; (at = printable.find(name, at)) != std::string::npos; at += shown.size()) {
+      printable.replace(at, name.size(), shown);
+    }
+  };
+  writeOut(scriptName_);
+  for (const std::string& name : filesRead_) writeOut(name);
+  return printable;
 }
 
 void ConsoleHost::ShowError(const ErrorReport& report) {
@@ -116,6 +120,7 @@ std::string ConsoleHost::FindFile(std::string_view scriptName, std::string_view 
 }
 
 FileContent ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+  filesRead_.emplace(fileName);
   return ReadWholeFile(fileName, maxBytes);
 }
 

@@ -13,7 +13,8 @@
 
 namespace vaxel {
 
-// What a run says goes to standard error, as "FILE:LINE: text".
+// What a run says goes to standard error, as "FILE:LINE: text", with nothing in it that a terminal would
+// obey.
 class ConsoleHost : public RunHost {
  public:
   // The name for the main script in what is printed.
@@ -46,11 +47,15 @@ class ConsoleHost : public RunHost {
 
   RunWatch Watch;
   const std::string& ScriptName() const { return scriptName_; }
+  // The files that the runs have read, by the names that were given to ReadFile.
+  const std::set<std::string>& FilesRead() const { return filesRead_; }
 
  private:
   void Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const;
+  std::string WithPrintableNames(std::string_view text) const;
 
   std::string scriptName_;
+  std::set<std::string> filesRead_;
   std::set<std::string> notices_;
   std::vector<std::string> answers_;  // those typed so far are added
   std::size_t asked_ = 0;             // in this run

@@ -1,12 +1,18 @@
 #include <clocale>
 #include <cstdio>
+#include <exception>
+#include <functional>
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cli/options.h"
 #include "cli/render_script.h"
+#include "cli/texts.h"
+#include "cli/user_language.h"
+#include "resources/string_table.h"
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -17,18 +23,38 @@
 
 namespace {
 
-int Run(std::vector<std::string> arguments) {
+using Arguments = std::vector<std::string>;
+
+vaxel::ExitStatus Run(Arguments arguments, int languageBase) {
   vaxel::ExitStatus status = vaxel::ExitStatus::Drawn;
   // Dates alone follow the user's locale; numbers have their "." everywhere.
   std::setlocale(LC_TIME, "");
+  const auto options = vaxel::ReadOptions(std::move(arguments), languageBase, status);
+  return options ? vaxel::RenderScript(*options) : status;
+}
+
+// Whatever is thrown, the user gets a message and a status instead of a signal.
+int Guarded(const std::function<Arguments()>& readArguments) {
+  constexpr int english = vaxel::LanguageBlock;
+  vaxel::CliTexts texts(english);
   try {
-    const auto options = vaxel::ReadOptions(std::move(arguments), status);
-    if (options) status = vaxel::RenderScript(*options);
-  } catch (const std::bad_alloc&) {
-    std::fputs("vaxel-render: out of memory\n", stderr);
-    status = vaxel::ExitStatus::FileFailed;
+    try {
+      Arguments arguments = readArguments();
+      texts = vaxel::CliTexts(vaxel::LanguageBase(arguments));
+      return static_cast<int>(Run(std::move(arguments), texts.Base()));
+    } catch (const std::bad_alloc&) {
+      throw;
+    } catch (const std::exception& failure) {
+      vaxel::Complain(texts.Fill(vaxel::CliText::Unforeseen, {failure.what()}));
+    } catch (...) {
+      vaxel::Complain(texts.Fill(vaxel::CliText::Unforeseen, {"?"}));
+    }
+  } catch (...) {
+    // There may not even be room to put a message together.
+    const std::string_view text = texts.Get(vaxel::CliText::OutOfMemory);
+    std::fprintf(stderr, "vaxel-render: %.*s\n", static_cast<int>(text.size()), text.data());
   }
-  return static_cast<int>(status);
+  return static_cast<int>(vaxel::ExitStatus::FileFailed);
 }
 
 }  // namespace
@@ -36,21 +62,23 @@ int Run(std::vector<std::string> arguments) {
 #ifdef _WIN32
 
 extern "C" int wmain(int count, wchar_t** arguments) {
-  std::vector<std::string> texts;
-  for (int i = 1; i < count; ++i) {
-    const std::u8string text = std::filesystem::path(arguments[i]).u8string();
-    texts.emplace_back(text.begin(), text.end());
-  }
   // Line ends are written as they are: a drawing is the same file on every system.
   _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
-  return Run(std::move(texts));
+  return Guarded([&] {
+    Arguments texts;
+    for (int i = 1; i < count; ++i) {
+      const std::u8string text = std::filesystem::path(arguments[i]).u8string();
+      texts.emplace_back(text.begin(), text.end());
+    }
+    return texts;
+  });
 }
 
 #else
 
 int main(int count, char** arguments) {
-  return Run({arguments + 1, arguments + count});
+  return Guarded([&] { return Arguments(arguments + 1, arguments + count); });
 }
 
 #endif

@@ -1,15 +1,14 @@
 #include "cli/options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <iostream>
+#include <cstdio>
 #include <string_view>
 
+#include "cli/command_line.h"
+#include "cli/texts.h"
 #include "interpreter/system_variables.h"
 #include "interpreter/variables.h"
-#include "resources/string_table.h"
 #include "text/text.h"
 
 namespace vaxel {
@@ -45,29 +44,17 @@ std::optional<double> WholeNumber(std::string_view text) {
   return value;
 }
 
-SizeMm ReadSize(const std::string& text, const char* option) {
+std::optional<SizeMm> SizeNamed(std::string_view text) {
   for (const NamedSize& paper : PaperSizes) {
     if (EqualIgnoringCase(text, paper.Name)) return paper.Size;
   }
   const std::size_t by = text.find_first_of("xX");
-  if (by != std::string::npos) {
-    const auto width = WholeNumber(std::string_view(text).substr(0, by));
-    const auto height = WholeNumber(std::string_view(text).substr(by + 1));
-    const auto fits = [](const std::optional<double>& side) {
-      return side && *side > 0 && *side <= MaxSideMm;
-    };
-    if (fits(width) && fits(height)) return {*width, *height};
-  }
-  throw CLI::ValidationError(option, "'" + text + "' is not a size; examples: 200x150 (millimetres), A4");
-}
-
-double ReadFactor(const std::string& text, const char* option, double most) {
-  const auto value = WholeNumber(text);
-  if (!value || *value <= 0 || *value > most) {
-    throw CLI::ValidationError(
-        option, "'" + text + "' is not a number from above 0 to " + std::to_string(static_cast<int>(most)));
-  }
-  return *value;
+  if (by == std::string_view::npos) return std::nullopt;
+  const auto width = WholeNumber(text.substr(0, by));
+  const auto height = WholeNumber(text.substr(by + 1));
+  const auto fits = [](const std::optional<double>& side) { return side && *side > 0 && *side <= MaxSideMm; };
+  if (!fits(width) || !fits(height)) return std::nullopt;
+  return SizeMm{*width, *height};
 }
 
 std::optional<OutputFormat> FormatNamed(std::string_view name) {
@@ -83,126 +70,119 @@ std::optional<OutputFormat> FormatOfFile(std::string_view fileName) {
   return FormatNamed(fileName.substr(dot + 1));
 }
 
-std::pair<std::string, std::string> ReadVariable(const std::string& text) {
-  const std::size_t equals = text.find('=');
-  std::string name = text.substr(0, equals);
-  if (!name.starts_with('%')) name.insert(name.begin(), '%');
-  if (equals == std::string::npos || !IsVariableName(name, {})) {
-    throw CLI::ValidationError("-D", "'" + text + "' is not NAME=VALUE");
-  }
-  if (IsSystemVariable(name)) {
-    throw CLI::ValidationError("-D", "'" + name + "' belongs to the system and cannot be set");
-  }
-  return {name, text.substr(equals + 1)};
-}
+// Makes of the values what they mean; throws UsageError where one means nothing.
+class OptionReader {
+ public:
+  OptionReader(const CommandLine& line, const CliTexts& texts) : line_(line), texts_(texts) {}
 
-// The texts of the options as they stand on the command line.
-struct RawOptions {
-  std::vector<std::string> Outputs;
-  std::string Format, Target, Area, Page, Zoom, Zmm, Dpi, Language, OnDepth, MaxSeconds;
-  std::vector<std::string> Variables;
-};
+  RenderOptions Read() const {
+    RenderOptions options;
+    options.LangBase = texts_.Base();
+    if (!line_.Has(OptionId::Script)) throw UsageError{std::string(texts_.Get(CliText::NoScript))};
+    options.Script = *line_.Find(OptionId::Script);
+    options.Outputs = ReadOutputs();
+    ReadSize(OptionId::Area, options.Area);
+    ReadSize(OptionId::Page, options.Page);
+    options.Zoom = ReadFactor(OptionId::Zoom, MaxFactor).value_or(1);
+    options.Zmm = ReadFactor(OptionId::Zmm, MaxFactor).value_or(1);
+    options.Dpi = ReadFactor(OptionId::Dpi, MaxDpi);
+    options.GoOnAtDepth = Is(OptionId::OnDepth, "cancel");
+    options.MaxSeconds = ReadFactor(OptionId::MaxSeconds, MaxSeconds);
+    options.Answers = line_.Values(OptionId::Answer);
+    options.Variables = ReadVariables();
+    return options;
+  }
 
-std::vector<OutputRequest> ReadOutputs(const RawOptions& raw) {
-  std::vector<OutputRequest> outputs;
-  const std::optional<OutputFormat> standard = raw.Format.empty() ? std::nullopt : FormatNamed(raw.Format);
-  for (const std::string& file : raw.Outputs.empty() ? std::vector<std::string>{"-"} : raw.Outputs) {
-    OutputRequest output;
-    output.FileName = file;
-    if (file.empty()) throw CLI::ValidationError("-o", "an empty text is no file's name");
-    const std::optional<OutputFormat> own = FormatOfFile(file);
-    if (!own && !standard && !raw.Outputs.empty() && file != "-") {
-      throw CLI::ValidationError("-o", "'" + file + "' does not tell its format; name it with --format");
+ private:
+  [[noreturn]] void Refuse(CliText reason, std::initializer_list<std::string_view> values) const {
+    throw UsageError{texts_.Fill(reason, values)};
+  }
+
+  bool Is(OptionId option, std::string_view choice) const {
+    const std::string* const value = line_.Find(option);
+    return value && *value == choice;
+  }
+
+  void ReadSize(OptionId option, SizeMm& size) const {
+    const std::string* const text = line_.Find(option);
+    if (!text) return;
+    const std::optional<SizeMm> named = SizeNamed(*text);
+    if (!named) Refuse(CliText::NotASize, {NameOf(option), *text});
+    size = *named;
+  }
+
+  std::optional<double> ReadFactor(OptionId option, double most) const {
+    const std::string* const text = line_.Find(option);
+    if (!text) return std::nullopt;
+    const auto value = WholeNumber(*text);
+    if (value && *value > 0 && *value <= most) return value;
+    Refuse(CliText::NotANumber, {NameOf(option), *text, std::to_string(static_cast<int>(most))});
+  }
+
+  std::vector<OutputRequest> ReadOutputs() const {
+    std::vector<OutputRequest> outputs;
+    std::vector<std::string> files = line_.Values(OptionId::Output);
+    if (files.empty()) files.emplace_back("-");
+    const std::string* const format = line_.Find(OptionId::Format);
+    const std::optional<OutputFormat> standard = format ? FormatNamed(*format) : std::nullopt;
+    for (const std::string& file : files) {
+      if (file.empty()) Refuse(CliText::EmptyFileName, {});
+      const std::optional<OutputFormat> own = FormatOfFile(file);
+      if (!own && !standard && file != "-") Refuse(CliText::NoFormat, {file});
+      OutputRequest output;
+      output.FileName = file;
+      output.Format = own.value_or(standard.value_or(OutputFormat::Svg));
+      const bool isUsual = !line_.Has(OptionId::Target) && output.Format == OutputFormat::Pdf;
+      output.Target = isUsual || Is(OptionId::Target, "printer") ? TargetKind::Printer : TargetKind::Screen;
+      const bool isTwice = std::any_of(outputs.begin(), outputs.end(),
+                                       [&](const OutputRequest& other) { return other.FileName == file; });
+      if (isTwice) Refuse(CliText::OutputTwice, {file});
+      outputs.push_back(output);
     }
-    output.Format = own.value_or(standard.value_or(OutputFormat::Svg));
-    const bool printer = raw.Target.empty() ? output.Format == OutputFormat::Pdf : raw.Target == "printer";
-    output.Target = printer ? TargetKind::Printer : TargetKind::Screen;
-    const bool twice = std::any_of(outputs.begin(), outputs.end(),
-                                   [&](const OutputRequest& other) { return other.FileName == file; });
-    if (twice) throw CLI::ValidationError("-o", "'" + file + "' is given twice");
-    outputs.push_back(output);
+    return outputs;
   }
-  return outputs;
-}
 
-void Interpret(const RawOptions& raw, RenderOptions& options) {
-  options.Outputs = ReadOutputs(raw);
-  if (!raw.Area.empty()) options.Area = ReadSize(raw.Area, "--area");
-  if (!raw.Page.empty()) options.Page = ReadSize(raw.Page, "--page");
-  if (!raw.Zoom.empty()) options.Zoom = ReadFactor(raw.Zoom, "--zoom", MaxFactor);
-  if (!raw.Zmm.empty()) options.Zmm = ReadFactor(raw.Zmm, "--zmm", MaxFactor);
-  if (!raw.Dpi.empty()) options.Dpi = ReadFactor(raw.Dpi, "--dpi", MaxDpi);
-  options.GoOnAtDepth = raw.OnDepth == "cancel";
-  if (!raw.MaxSeconds.empty()) options.MaxSeconds = ReadFactor(raw.MaxSeconds, "--max-seconds", MaxSeconds);
-  if (!raw.Language.empty()) options.LangBase = StringTable().BaseOfCode(raw.Language);
-  for (const std::string& text : raw.Variables) {
-    auto variable = ReadVariable(text);
-    std::erase_if(options.Variables,
-                  [&](const auto& earlier) { return EqualIgnoringCase(earlier.first, variable.first); });
-    options.Variables.push_back(std::move(variable));
+  std::pair<std::string, std::string> ReadVariable(const std::string& text) const {
+    const std::size_t equals = text.find('=');
+    std::string name = text.substr(0, equals);
+    if (!name.starts_with('%')) name.insert(name.begin(), '%');
+    if (equals == std::string::npos || !IsVariableName(name, {})) Refuse(CliText::NotAVariable, {text});
+    if (IsSystemVariable(name)) Refuse(CliText::SystemVariable, {name});
+    return {name, text.substr(equals + 1)};
   }
-  if (options.Variables.size() > VariableTable::MaxVariables) {
-    throw CLI::ValidationError("-D", "a script has at most 32 variables");
-  }
-}
 
-void Declare(CLI::App& app, RawOptions& raw, RenderOptions& options) {
-  app.add_option("SCRIPT", options.Script, "the script; - reads standard input")->required();
-  app.add_option(
-         "-o", raw.Outputs,
-         "a file to write; repeatable; .svg .pdf .png .list or .txt says its format; - is standard output "
-         "(default: -)")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
-  app.add_option("--format", raw.Format, "format of an output whose name does not say it (default: svg)")
-      ->check(CLI::IsMember({"svg", "pdf", "png", "list"}, CLI::ignore_case));
-  app.add_option("--target", raw.Target, "what the script draws for (default: printer for PDF, else screen)")
-      ->check(CLI::IsMember({"screen", "printer"}));
-  app.add_option("--area", raw.Area, "size of the screen in mm (default: 200x200)")->type_name("WxH");
-  app.add_option("--page", raw.Page, "paper in portrait: A4, A3, Letter or WxH in mm (default: A4)")
-      ->type_name("SIZE");
-  app.add_option("--zoom", raw.Zoom, "zoom of the screen or the printout (default: 1)")->type_name("F");
-  app.add_option("--zmm", raw.Zmm, "millimetres of the screen that show a true one (default: 1)")
-      ->type_name("F");
-  app.add_option("--dpi", raw.Dpi,
-                 "device pixels an inch of the screen target (default: 96), in which pens are measured, and "
-                 "resolution of PNG (default: 300); a printer page has 600")
-      ->type_name("N");
-  app.add_option("--language", raw.Language, "language of messages (default: fr)")
-      ->check(CLI::IsMember({"fr", "en", "es"}));
-  app.add_option("-D", raw.Variables, "a variable of the script; repeatable")
-      ->type_name("NAME=VALUE")
-      ->allow_extra_args(false);
-  app.add_option("--answer", options.Answers, "answer to a question of the script, in order; repeatable")
-      ->type_name("TEXT")
-      ->allow_extra_args(false);
-  app.add_option(
-         "--on-depth", raw.OnDepth,
-         "what to do with a file included too deep: ok ends the run, cancel leaves it out (default: ok)")
-      ->check(CLI::IsMember({"ok", "cancel"}));
-  app.add_option("--max-seconds", raw.MaxSeconds, "end a run that loops longer than this with an error")
-      ->type_name("N");
-  app.set_version_flag("--version", "vaxel-render " VAXEL_VERSION);
-}
+  // Of those with the same name the last counts.
+  std::vector<std::pair<std::string, std::string>> ReadVariables() const {
+    std::vector<std::pair<std::string, std::string>> variables;
+    for (const std::string& text : line_.Values(OptionId::Variable)) {
+      auto variable = ReadVariable(text);
+      std::erase_if(variables,
+                    [&](const auto& earlier) { return EqualIgnoringCase(earlier.first, variable.first); });
+      variables.push_back(std::move(variable));
+    }
+    const std::size_t most = VariableTable::MaxVariables;
+    if (variables.size() > most) Refuse(CliText::TooManyVariables, {std::to_string(most)});
+    return variables;
+  }
+
+  const CommandLine& line_;
+  const CliTexts& texts_;
+};
 
 }  // namespace
 
-std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, ExitStatus& status) {
-  CLI::App app("Draws a Vaxel script: the dial of a measuring instrument, at true size.", "vaxel-render");
-  RawOptions raw;
-  RenderOptions options;
-  Declare(app, raw, options);
+std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, int languageBase,
+                                         ExitStatus& status) {
+  const CliTexts texts(languageBase);
   try {
-    std::reverse(arguments.begin(), arguments.end());
-    app.parse(std::move(arguments));
-    Interpret(raw, options);
-    return options;
-  } catch (const CLI::Success& success) {
+    const CommandLine line(std::move(arguments), texts);
+    if (!line.Has(OptionId::Help) && !line.Has(OptionId::Version)) return OptionReader(line, texts).Read();
+    const std::string text = line.Has(OptionId::Help) ? HelpText(texts) : "vaxel-render " VAXEL_VERSION "\n";
+    std::fwrite(text.data(), 1, text.size(), stdout);
     status = ExitStatus::Drawn;
-    app.exit(success);
-  } catch (const CLI::ParseError& error) {
+  } catch (const UsageError& error) {
     status = ExitStatus::WrongUsage;
-    std::cerr << "vaxel-render: " << error.what() << "\nvaxel-render --help lists the options\n";
+    Complain(error.Text + "\n" + std::string(texts.Get(CliText::SeeHelp)));
   }
   return std::nullopt;
 }

@@ -31,7 +31,7 @@ struct RenderOptions {
   double Zoom = 1;
   double Zmm = 1;
   std::optional<double> Dpi;
-  int LangBase = 0;
+  int LangBase = 0;                                            // of the string table
   std::vector<std::pair<std::string, std::string>> Variables;  // "%Name" and its value
   std::vector<std::string> Answers;                            // to the script's questions, in order
   bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run
@@ -48,7 +48,9 @@ enum class ExitStatus : std::uint8_t {
 };
 
 // The options of a command line without the program's name, in UTF-8. None when there is nothing to draw,
-// with the status to end with; what was asked for (help, the version) or what is wrong has then been printed.
-std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, ExitStatus& status);
+// with the status to end with; what was asked for (help, the version) or what is wrong has then been printed,
+// in the language with this base in the string table, which becomes that of the options.
+std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, int languageBase,
+                                         ExitStatus& status);
 
 }  // namespace vaxel

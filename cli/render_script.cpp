@@ -4,11 +4,13 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "cli/console_host.h"
+#include "cli/texts.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
 #include "files/files.h"
@@ -21,6 +23,7 @@
 #include "render/system_decoder.h"
 #include "render/system_measurer.h"
 #include "resources/string_table.h"
+#include "text/printable.h"
 #include "text/utf8.h"
 
 namespace vaxel {
@@ -31,12 +34,16 @@ constexpr double ScreenDpi = 96;
 constexpr double PrinterDpi = 600;
 constexpr double PngDpi = 300;
 
-void Complain(const std::string& text) {
-  std::fprintf(stderr, "vaxel-render: %s\n", text.c_str());
+std::string DisplayName(const std::string& fileName, std::string_view standard) {
+  return fileName == "-" ? std::string(standard) : fileName;
 }
 
-std::string DisplayName(const std::string& fileName, const char* standard) {
-  return fileName == "-" ? standard : fileName;
+// What the system and the libraries say stays as they say it.
+std::string_view ReasonIn(const CliTexts& texts, std::string_view reason) {
+  if (reason == IsFolderReason) return texts.Get(CliText::IsFolder);
+  if (reason == IsReadOnlyReason) return texts.Get(CliText::IsReadOnly);
+  if (reason == SvgAndListOnly) return texts.Get(CliText::SvgAndListOnly);
+  return reason;
 }
 
 // A name without extension may be that of a ".dat" file.
@@ -47,17 +54,18 @@ std::string FindScript(const std::string& name) {
   return !asIs && std::filesystem::exists(PathOf(name + ".dat"), ignored) ? name + ".dat" : name;
 }
 
-std::optional<std::string> ReadScript(const std::string& name) {
+std::optional<std::string> ReadScript(const std::string& name, const CliTexts& texts) {
   constexpr std::size_t maxBytes = std::size_t{512} << 20;
   FileContent content = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
-  if (content.Status == FileStatus::TooLarge) content.Reason = "it is larger than 512 MB";
+  const std::string shown = DisplayName(name, texts.Get(CliText::StandardInput));
+  if (content.Status == FileStatus::TooLarge) content.Reason = texts.Get(CliText::ScriptTooLarge);
   if (content.Status != FileStatus::Read) {
-    Complain("cannot read " + DisplayName(name, "standard input") + ": " + content.Reason);
+    Complain(texts.Fill(CliText::CannotRead, {shown, ReasonIn(texts, content.Reason)}));
     return std::nullopt;
   }
   auto decoded = DecodeText(std::move(content.Bytes));
   if (!decoded) {
-    Complain(DisplayName(name, "standard input") + " is not a text: it holds NUL characters");
+    Complain(texts.Fill(CliText::NotAText, {shown}));
     return std::nullopt;
   }
   return std::move(decoded->Text);
@@ -78,12 +86,13 @@ RunTarget TargetFor(TargetKind kind, const RenderOptions& options) {
 
 std::string Title(const RenderOptions& options) {
   if (options.Script == "-") return "Vaxel";
-  const std::string title = PathOf(options.Script).stem().string();
-  return IsValidUtf8(title) ? title : "Vaxel";
+  const std::string title = NameOf(PathOf(options.Script).stem());
+  return IsValidUtf8(title) ? Printable(title) : "Vaxel";
 }
 
-// What all runs and outputs share of this machine.
+// What all runs and outputs share of this machine and its user.
 struct Machine {
+  CliTexts Texts;
   ConsoleHost Host;
   SystemMeasurer Measurer{};
   SystemDecoder Decoder{};
@@ -125,12 +134,17 @@ std::string PageFileName(const std::string& fileName, std::size_t page) {
   return fileName.substr(0, at) + "-" + std::to_string(page + 1) + fileName.substr(at);
 }
 
+std::size_t FilesOf(const OutputRequest& output, const DisplayList& list) {
+  const bool holdsPages = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
+  return holdsPages ? 1 : list.Pages().size();
+}
+
 ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
                        Machine& machine) {
-  const bool oneFile = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
-  const std::size_t files = oneFile ? 1 : list.Pages().size();
+  const CliTexts& texts = machine.Texts;
+  const std::size_t files = FilesOf(output, list);
   if (files > 1 && output.FileName == "-") {
-    Complain("the drawing has " + std::to_string(files) + " pages: name a file, each page becomes one");
+    Complain(texts.Fill(CliText::SeveralPages, {std::to_string(files)}));
     return ExitStatus::WrongUsage;
   }
   for (std::size_t page = 0; page < files; ++page) {
@@ -144,7 +158,8 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
     if (result.Error.empty()) result.Error = file.Commit();
     if (result.Error.empty()) continue;
-    Complain("cannot write " + DisplayName(name, "standard output") + ": " + result.Error);
+    const std::string shown = DisplayName(name, texts.Get(CliText::StandardOutput));
+    Complain(texts.Fill(CliText::CannotWrite, {shown, ReasonIn(texts, result.Error)}));
     return ExitStatus::FileFailed;
   }
   return ExitStatus::Drawn;
@@ -172,7 +187,8 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
     case RunEnd::Aborted:
       return ExitStatus::Interrupted;
     case RunEnd::Empty:
-      std::fprintf(stderr, "%s: the script is empty, so is the drawing\n", machine.Host.ScriptName().c_str());
+      std::fprintf(stderr, "%s\n",
+                   machine.Texts.Fill(CliText::EmptyScript, {machine.Host.ScriptName()}).c_str());
       list.BeginPage(target.WidthMm, target.HeightMm);
       break;
     case RunEnd::Completed:
@@ -181,39 +197,79 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
   return ExitStatus::Drawn;
 }
 
-bool WouldOverwriteScript(const RenderOptions& options, const std::string& fileName) {
-  std::error_code ignored;
-  for (const OutputRequest& output : options.Outputs) {
-    const bool isFile = output.FileName != "-" && fileName != "-";
-    const std::filesystem::path target = PathOf(output.FileName);
-    if (!isFile || !std::filesystem::is_regular_file(target, ignored)) continue;
-    if (!std::filesystem::equivalent(target, PathOf(fileName), ignored)) continue;
-    Complain("-o " + output.FileName + " would overwrite the script");
+// Whether writing to one name would change what is read from the other. "-" stands for the standard streams.
+bool WouldOverwrite(const std::string& output, const std::string& input) {
+  if (output == "-") return input != "-" && IsOpenAs(stdout, PathOf(input));
+  return input == "-" ? IsOpenAs(stdin, PathOf(output)) : AreSameFile(PathOf(output), PathOf(input));
+}
+
+// The files that must stay as they are.
+struct Inputs {
+  std::string Script;
+  std::set<std::string> Others;
+};
+
+// Tells of the first of an output's files, which are so many, that would destroy what the script is read from
+// or what it reads.
+bool RefusesToOverwrite(const OutputRequest& output, std::size_t files, const Inputs& inputs,
+                        const CliTexts& texts) {
+  const auto refuses = [&](const std::string& name, const std::string& input, CliText reason) {
+    if (!WouldOverwrite(name, input)) return false;
+    const std::string shown = DisplayName(input, texts.Get(CliText::StandardInput));
+    Complain(texts.Fill(reason, {output.FileName, shown}));
     return true;
+  };
+  for (std::size_t page = 0; page < files; ++page) {
+    const std::string name = PageFileName(output.FileName, page);
+    if (refuses(name, inputs.Script, CliText::OverwritesScript)) return true;
+    for (const std::string& input : inputs.Others) {
+      // A file of the name "-" is none of the standard streams.
+      if (refuses(name, input == "-" ? "./-" : input, CliText::OverwritesInput)) return true;
+    }
   }
   return false;
+}
+
+// Runs the script for every kind of target that the outputs need.
+ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine& machine,
+                     std::map<TargetKind, DisplayList>& lists) {
+  for (const OutputRequest& output : options.Outputs) {
+    const auto [place, isNew] = lists.try_emplace(output.Target);
+    if (!isNew) continue;
+    const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
+    if (!machine.Decoder.Failure().empty()) {
+      Complain(machine.Texts.Fill(CliText::NoPictures, {machine.Decoder.Failure()}));
+    }
+    if (status != ExitStatus::Drawn) return status;
+  }
+  if (!machine.Measurer.Failure().empty()) {
+    Complain(machine.Texts.Fill(CliText::RoughTexts, {machine.Measurer.Failure()}));
+  }
+  return ExitStatus::Drawn;
 }
 
 }  // namespace
 
 ExitStatus RenderScript(const RenderOptions& options) {
+  const CliTexts texts(options.LangBase);
   Script script{FindScript(options.Script), {}};
-  if (WouldOverwriteScript(options, script.FileName)) return ExitStatus::WrongUsage;
-  std::optional<std::string> text = ReadScript(script.FileName);
+  Inputs inputs{script.FileName, {}};
+  for (const OutputRequest& output : options.Outputs) {
+    if (RefusesToOverwrite(output, 1, inputs, texts)) return ExitStatus::WrongUsage;
+  }
+  std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
-  Machine machine{ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
-  // Every run comes before the first output: a script that fails on paper alone writes nothing.
+  Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
+  // Every run comes before the first output: a script that fails on paper alone writes nothing, and what the
+  // script reads is known.
   std::map<TargetKind, DisplayList> lists;
+  const ExitStatus run = RunForAll(options, script, machine, lists);
+  if (run != ExitStatus::Drawn) return run;
+  inputs.Others = machine.Host.FilesRead();
   for (const OutputRequest& output : options.Outputs) {
-    const auto [place, isNew] = lists.try_emplace(output.Target);
-    if (!isNew) continue;
-    const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
-    if (!machine.Decoder.Failure().empty()) Complain("no picture can be drawn: " + machine.Decoder.Failure());
-    if (status != ExitStatus::Drawn) return status;
-  }
-  if (!machine.Measurer.Failure().empty()) {
-    Complain("texts are measured roughly: " + machine.Measurer.Failure());
+    const std::size_t files = FilesOf(output, lists[output.Target]);
+    if (RefusesToOverwrite(output, files, inputs, texts)) return ExitStatus::WrongUsage;
   }
   for (const OutputRequest& output : options.Outputs) {
     const DisplayList& list = lists[output.Target];

@@ -144,10 +144,11 @@ PictureFault ReadJpeg(Picture& picture) {
     const std::size_t data = at + 4;
     if (reader.HasOverrun() || bytes.size() < at + 2 + length) return PictureFault::Incomplete;
     if (length < 2) return PictureFault::NotAPicture;
-    if (marker == application0 && length >= 14 && bytes.substr(data, 5) == "JFIF\0"sv) {
+    const std::string_view segment = bytes.substr(data, length - 2);
+    if (marker == application0 && length >= 14 && segment.starts_with("JFIF\0"sv)) {
       hasDensity = ReadJpegDensity(reader, data, picture);
-    } else if (marker == application1 && !hasDensity && bytes.substr(data).starts_with(camera)) {
-      CameraNotes(bytes.substr(data, length - 2).substr(camera.size())).ReadDensity(picture);
+    } else if (marker == application1 && !hasDensity && segment.starts_with(camera)) {
+      CameraNotes(segment.substr(camera.size())).ReadDensity(picture);
     } else if (IsJpegFrame(marker)) {
       picture.Height = reader.Big16(data + 1);
       picture.Width = reader.Big16(data + 3);

@@ -8,6 +8,10 @@
 
 #include "text/text.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace vaxel {
 namespace {
 
@@ -62,6 +66,24 @@ std::string ErrnoText() {
   return std::strerror(errno);
 }
 
+bool AreSameFile(const fs::path& one, const fs::path& other) {
+  std::error_code failed;
+  return fs::is_regular_file(one, failed) && fs::equivalent(one, other, failed) && !failed;
+}
+
+#ifdef _WIN32
+bool IsOpenAs(std::FILE*, const fs::path&) {
+  return false;
+}
+#else
+bool IsOpenAs(std::FILE* stream, const fs::path& path) {
+  struct stat open {
+  }, named{};
+  return fstat(fileno(stream), &open) == 0 && stat(path.c_str(), &named) == 0 && S_ISREG(named.st_mode) &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+#endif
+
 FileContent ReadToEnd(std::FILE* file, std::size_t maxBytes) {
   FileContent content;
   std::array<char, 1U << 16> buffer{};
@@ -76,7 +98,7 @@ FileContent ReadToEnd(std::FILE* file, std::size_t maxBytes) {
 FileContent ReadWholeFile(std::string_view name, std::size_t maxBytes) {
   std::error_code ignored;
   const fs::path path = PathOf(name);
-  if (fs::is_directory(path, ignored)) return {FileStatus::Unreadable, {}, "it is a folder"};
+  if (fs::is_directory(path, ignored)) return {FileStatus::Unreadable, {}, std::string(IsFolderReason)};
   std::FILE* const file = OpenFile(path, "rb");
   if (!file) return {FileStatus::Unreadable, {}, ErrnoText()};
   FileContent content = ReadToEnd(file, maxBytes);

@@ -17,6 +17,16 @@ std::string NameOf(const std::filesystem::path& path);
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
 // The text for the last failure of a file.
 std::string ErrnoText();
+// Reasons that are no failure of the system, for programs that say them in other languages.
+inline constexpr std::string_view IsFolderReason = "it is a folder";
+inline constexpr std::string_view IsReadOnlyReason = "it is read-only";
+
+// Whether both names lead to one regular file that is there, however they are spelled and through whatever
+// links.
+bool AreSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+// Whether the stream reads or writes the regular file that has this name. On Windows that is not known:
+// false.
+bool IsOpenAs(std::FILE* stream, const std::filesystem::path& path);
 
 enum class FileStatus : std::uint8_t { Read, Unreadable, TooLarge };
 

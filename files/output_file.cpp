@@ -58,12 +58,12 @@ OutputFile::OutputFile(const std::string& name) {
   target_ = FollowLinks(PathOf(name));
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) {
-    error_ = "it is a folder";
+    error_ = IsFolderReason;
     return;
   }
   // Moving another file over it would not notice.
   if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
-    error_ = "it is read-only";
+    error_ = IsReadOnlyReason;
     return;
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <new>
 #include <optional>
 #include <utility>
@@ -243,6 +244,8 @@ RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std
     return Report(run, ScriptFault(FaultReason::Overflow));
   } catch (const std::bad_alloc&) {
     return Report(run, ScriptFault(FaultReason::OutOfMemory));
+  } catch (const std::exception& unforeseen) {
+    return Report(run, ScriptFault(FaultReason::Unforeseen, Shorten(unforeseen.what(), ReportedLineLength)));
   }
   return RunEnd::Completed;
 }

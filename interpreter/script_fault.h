@@ -14,6 +14,7 @@ enum class FaultKind : std::uint8_t { Line, Order, UnknownCommand };
 // Why a line failed; the values are ids of the string table.
 enum class FaultReason : std::int16_t {
   None = 0,
+  Unforeseen = 171,
   DivisionByZero = 173,
   Overflow = 174,
   Domain = 175,

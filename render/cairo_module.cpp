@@ -12,7 +12,7 @@ namespace vaxel {
 #ifdef _WIN32
 
 const CairoFunctions* LoadCairo(std::string& error) {
-  error = "this build writes SVG and the list format only";
+  error = SvgAndListOnly;
   return nullptr;
 }
 

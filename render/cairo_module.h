@@ -62,6 +62,9 @@ class SystemText : public TextMeasurer {
                     double reach) = 0;
 };
 
+// The reason for PDF and PNG on a platform that has no such module.
+inline constexpr const char* SvgAndListOnly = "this build writes SVG and the list format only";
+
 // Each loads its module on first use. Null, with the reason in error, where there is none.
 const CairoFunctions* LoadCairo(std::string& error);
 std::unique_ptr<SystemText> LoadPango(std::string& error);

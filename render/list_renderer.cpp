@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "render/decimal_text.h"
+#include "text/printable.h"
 
 namespace vaxel {
 namespace {
@@ -123,10 +124,10 @@ void ListRenderer::Text(const Operation& operation, const TextShape& shape, std:
   Put(" ", shape.Angle * DegreesPerRadian);
   Put(" ", shape.Size);
   Put(" ", shape.Length);
-  (text_ += "  ") += face.Name;
+  (text_ += "  ") += Printable(face.Name);
   if (face.Bold) text_ += " bold";
   if (face.Italic) text_ += " italic";
-  (text_ += ": ") += text;
+  (text_ += ": ") += Printable(text);
   EndLine();
 }
 
@@ -141,7 +142,7 @@ void ListRenderer::Image(const Operation& operation, const PictureShape& shape, 
   AppendFixed(text_, picture.Width, 0);
   text_ += 'x';
   AppendFixed(text_, picture.Height, 0);
-  (text_ += ": ") += picture.Name;
+  (text_ += ": ") += Printable(picture.Name);
   EndLine();
 }
 

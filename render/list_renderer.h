@@ -17,7 +17,7 @@ namespace vaxel {
 // "fill" with the colour of its inside. A circle is its centre, its two radii and, for a part of it, the
 // angles from which and to which it runs counter-clockwise. A text has no stroke: behind its colour stand the
 // start of its baseline, the baseline's angle, the size of the font, the baseline's length, the font's name
-// and style, ": " and the text to the end of the line.
+// and style, ": " and the text to the end of the line. Texts and names stand as Printable writes them.
 class ListRenderer : public Renderer {
  public:
   explicit ListRenderer(ByteSink& sink) : sink_(sink) {}

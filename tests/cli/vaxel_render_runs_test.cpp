@@ -61,19 +61,19 @@ TEST_F(VaxelRender, NamesTheLineThatCannotInclude) {
   std::string parameters = "Fichier = piece, 0, 0";
   for (int i = 1; i <= 32; ++i) parameters += ", " + std::to_string(i);
   const std::pair<std::string, const char*> cases[] = {
-      {"Fichier = folder", "Fichier introuvable : folder"},
-      {"Fichier = folder/", "Fichier introuvable : folder/"},
-      {"Fichier = /dev/zero", "Fichier introuvable : /dev/zero"},
-      {"Fichier = binary", "Ce fichier n'est pas un texte : binary"},
-      {parameters + ", 33", "Un script ne peut avoir plus de 32 variables"},
-      {"Open = folder", "Fichier introuvable : folder"},
-      {"Open = binary.dat", "Ce fichier n'est pas un texte : binary.dat"}};
+      {"Fichier = folder", "File not found: folder"},
+      {"Fichier = folder/", "File not found: folder/"},
+      {"Fichier = /dev/zero", "File not found: /dev/zero"},
+      {"Fichier = binary", "This file is not a text: binary"},
+      {parameters + ", 33", "A script cannot have more than 32 variables"},
+      {"Open = folder", "File not found: folder"},
+      {"Open = binary.dat", "This file is not a text: binary.dat"}};
   for (const auto& [line, reason] : cases) {
     Write("dial.dat", "' c\n" + line + "\n");
     const Outcome outcome = Run("-o a.svg dial.dat </dev/null");
     EXPECT_EQ(outcome.Status, 1) << line;
     EXPECT_EQ(outcome.Printed,
-              "dial.dat:2: Erreur dans la ligne : " + line + " du fichier: dial.dat\n\n" + reason + "\n");
+              "dial.dat:2: Error in the line: " + line + " of the file: dial.dat\n\n" + reason + "\n");
   }
   Write("dial.dat", parameters);
   EXPECT_EQ(TextsOf(Run("--format list dial.dat").Printed), "[32]");
@@ -83,11 +83,9 @@ TEST_F(VaxelRender, EndsOrLeavesOutWhatIsIncludedTooDeep) {
   Write("self.dat", "Fichier = self\nTexte = 0,0,,,%iRec\n");
   const Outcome ended = Run("-o a.svg self.dat");
   EXPECT_EQ(ended.Status, 1);
-  EXPECT_EQ(
-      ended.Printed.rfind("self.dat:1: Le nombre maximum d'imbrications d'appels de fichiers est de 5", 0),
-      0U)
+  EXPECT_EQ(ended.Printed.rfind("self.dat:1: The maximum number of nested file calls is 5", 0), 0U)
       << ended.Printed;
-  EXPECT_NE(ended.Printed.find("lui-même"), std::string::npos) << ended.Printed;
+  EXPECT_NE(ended.Printed.find("call itself"), std::string::npos) << ended.Printed;
   EXPECT_FALSE(fs::exists(folder_ / "a.svg"));
   const Outcome leftOut = Run("--format list --on-depth cancel self.dat");
   EXPECT_EQ(leftOut.Status, 0);
@@ -99,7 +97,7 @@ TEST_F(VaxelRender, EndsOrLeavesOutWhatIsIncludedTooDeep) {
   const Outcome row = Run("f1.dat");
   EXPECT_EQ(row.Status, 1);
   EXPECT_EQ(row.Printed.rfind("f5.dat:1: ", 0), 0U) << row.Printed;
-  EXPECT_EQ(row.Printed.find("lui-même"), std::string::npos) << row.Printed;
+  EXPECT_EQ(row.Printed.find("call itself"), std::string::npos) << row.Printed;
 }
 
 TEST_F(VaxelRender, AnswersInOrderAndTheSameForEveryTarget) {
@@ -115,7 +113,7 @@ TEST_F(VaxelRender, AnswersInOrderAndTheSameForEveryTarget) {
   const Outcome few = Run("-o b.svg --answer 4 dial.dat </dev/null");
   EXPECT_EQ(few.Status, 1);
   EXPECT_NE(few.Printed.find("dial.dat:2: "), std::string::npos) << few.Printed;
-  EXPECT_NE(few.Printed.find("Question sans réponse : Calcul\n"), std::string::npos) << few.Printed;
+  EXPECT_NE(few.Printed.find("A question without an answer: Calcul\n"), std::string::npos) << few.Printed;
   // A script on standard input must not take its own lines for answers.
   EXPECT_EQ(Run("- < dial.dat").Status, 1);
 }
@@ -176,7 +174,7 @@ TEST_F(VaxelRender, EndsEndlessRunsInTime) {
         Run("--on-depth cancel --max-seconds 0.2 -o a.svg dial.dat 2>&1 | tail -n 20; "
             "exit ${PIPESTATUS:-1}");
     EXPECT_NE(outcome.Printed.find(line), std::string::npos) << script << outcome.Printed;
-    EXPECT_NE(outcome.Printed.find("\nTemps maximal dépassé\n"), std::string::npos) << outcome.Printed;
+    EXPECT_NE(outcome.Printed.find("\nThe time allowed is up\n"), std::string::npos) << outcome.Printed;
     EXPECT_EQ(Read("a.svg"), "old");
   }
 }
@@ -186,7 +184,8 @@ TEST_F(VaxelRender, LoopsKeepWithinBounds) {
   Write("dial.dat", "A:\nNPage\nGoto A\n");
   const Outcome pages = Run("-o a.pdf --max-seconds 60 dial.dat");
   EXPECT_EQ(pages.Status, 1);
-  EXPECT_NE(pages.Printed.find("\nPlus de 5 millions d'opérations"), std::string::npos) << pages.Printed;
+  EXPECT_NE(pages.Printed.find("\nMore than 5 million drawing operations"), std::string::npos)
+      << pages.Printed;
   // What is kept of lines that are run again is many times their text.
   std::string line = "Cercle = 0,0,1,,,", lines = "%I = 0\nA:\n";
   for (int i = 0; i < 10'000; ++i) line += "1,";
@@ -236,12 +235,12 @@ TEST_F(VaxelRender, TakesDataFilesOfAnySize) {
   const Outcome tooLong = Run("dial.dat");
   EXPECT_EQ(tooLong.Status, 1);
   EXPECT_EQ(tooLong.Printed,
-            "dial.dat:2: Erreur dans la ligne : LVar = %A du fichier: dial.dat\n\n"
-            "Texte de plus de 16 millions de caractères\n");
+            "dial.dat:2: Error in the line: LVar = %A of the file: dial.dat\n\n"
+            "Text of more than 16 million characters\n");
   fs::resize_file(folder_ / "data.txt", 1000 * megabyte);  // takes no room on the disk
-  EXPECT_NE(Run("dial.dat").Printed.find("Fichier de plus de 100 Mo : data.txt\n"), std::string::npos);
+  EXPECT_NE(Run("dial.dat").Printed.find("File of more than 100 MB: data.txt\n"), std::string::npos);
   Write("dial.dat", "Fichier = data.txt\n");
-  EXPECT_NE(Run("dial.dat").Printed.find("Fichier de plus de 100 Mo : data.txt\n"), std::string::npos);
+  EXPECT_NE(Run("dial.dat").Printed.find("File of more than 100 MB: data.txt\n"), std::string::npos);
   // The largest of all programs that this one has run and waited for.
   rusage usage{};
   ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);

@@ -72,16 +72,21 @@ TEST_F(VaxelRender, MakesTheSamePdfTwice) {
 
 TEST_F(VaxelRender, SaysWhatIsWrongWithItsUse) {
   Write("dial.dat", Line);
-  const std::array<std::pair<const char*, const char*>, 14> cases = {
+  const std::array<std::pair<const char*, const char*>, 19> cases = {
       {{"", "SCRIPT"},
+       {"dial.dat other.dat", "unknown argument: other.dat"},
+       {"--zoom", "--zoom lacks its value"},
+       {"--zoom 1 --zoom 2 dial.dat", "--zoom may be given only once"},
+       {"--zoom '' dial.dat", "'' is not a number from above 0 to 1000"},
+       {"-o '' dial.dat", "no file's name"},
        {"--area 10 dial.dat", "'10' is not a size"},
        {"--area 0x5 dial.dat", "'0x5' is not a size"},
        {"--page B9 dial.dat", "'B9' is not a size"},
        {"--zoom 0 dial.dat", "'0' is not a number"},
        {"--zmm -1 dial.dat", "'-1' is not a number"},
        {"--dpi x dial.dat", "'x' is not a number"},
-       {"--language de dial.dat", "de"},
-       {"--target paper dial.dat", "paper"},
+       {"--language de dial.dat", "'de' is none of fr|en|es"},
+       {"--target paper dial.dat", "'paper' is none of"},
        {"-o dial.gif dial.dat", "does not tell its format"},
        {"-o a.svg -o a.svg dial.dat", "given twice"},
        {"-D 3 dial.dat", "'3' is not NAME=VALUE"},
@@ -120,7 +125,7 @@ TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
   const Outcome outcome = Run("-o a.svg -o a.pdf dial.dat");
   EXPECT_EQ(outcome.Status, 1);
   EXPECT_EQ(outcome.Printed,
-            "dial.dat:3: Erreur dans la ligne : X = 1/0 du fichier: dial.dat\n\nDivision par zéro\n");
+            "dial.dat:3: Error in the line: X = 1/0 of the file: dial.dat\n\nDivision by zero\n");
   EXPECT_EQ(Read("a.svg"), "old");
   EXPECT_EQ(FileCount(), 2U);
   EXPECT_EQ(Run("--language en - < dial.dat").Printed,
@@ -167,8 +172,8 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
     return picture(name).replace(at, bytes.size(), bytes);
   };
   const std::size_t pngData = picture("clear.png").find("IDAT") + 4;
-  const char* const damaged = "Image incomplète ou abîmée";
-  const char* const foreign = "Ce n'est pas une image BMP, GIF, JPEG ou PNG";
+  const char* const damaged = "The picture is incomplete or damaged";
+  const char* const foreign = "Not a BMP, GIF, JPEG or PNG picture";
   const std::tuple<const char*, std::string, const char*> cases[] = {
       {"text.png", Line, foreign},
       // Cut in its packed pixels, far behind its head.
@@ -182,17 +187,17 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
     Write("dial.dat", Line + command + "\n");
     const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
     EXPECT_EQ(outcome.Status, 1) << name;
-    EXPECT_EQ(outcome.Printed, "dial.dat:2: Erreur dans la ligne : " + command + " du fichier: dial.dat\n\n" +
-                                   reason + " : " + name + "\n");
+    EXPECT_EQ(outcome.Printed, "dial.dat:2: Error in the line: " + command + " of the file: dial.dat\n\n" +
+                                   reason + ": " + name + "\n");
     for (const char* output : {"a.svg", "a.pdf", "a.png"}) EXPECT_FALSE(fs::exists(folder_ / output)) << name;
   };
   for (const auto& [name, bytes, reason] : cases) {
     Write(name, bytes);
     expectRefused(name, reason);
   }
-  expectRefused("missing.png", "Fichier introuvable");
+  expectRefused("missing.png", "File not found");
   fs::create_directory(folder_ / "folder.png");
-  expectRefused("folder.png", "Fichier introuvable");
+  expectRefused("folder.png", "File not found");
 }
 
 TEST_F(VaxelRender, DoesNotReadAPictureWithoutEnd) {
@@ -202,7 +207,7 @@ TEST_F(VaxelRender, DoesNotReadAPictureWithoutEnd) {
   Write("dial.dat", "Image = long.gif, 0, 0\n");
   const Outcome outcome = Run("-o a.svg dial.dat");
   EXPECT_EQ(outcome.Status, 1);
-  EXPECT_NE(outcome.Printed.find("Fichier de plus de 100 Mo : long.gif\n"), std::string::npos)
+  EXPECT_NE(outcome.Printed.find("File of more than 100 MB: long.gif\n"), std::string::npos)
       << outcome.Printed;
   // The largest of all programs that this one has run and waited for.
   rusage usage{};
@@ -220,7 +225,8 @@ TEST_F(VaxelRender, WritesThroughLinksAndKeepsPermissions) {
   EXPECT_EQ(Run("-o link.svg dial.dat").Status, 0);
   EXPECT_EQ(fs::status(folder_ / "real.svg").permissions(), fs::perms::owner_read | fs::perms::owner_write);
   Write("dial.txt", Line);
-  EXPECT_EQ(Run("-o dial.txt dial.txt").Printed, "vaxel-render: -o dial.txt would overwrite the script\n");
+  EXPECT_EQ(Run("-o dial.txt dial.txt").Printed,
+            "vaxel-render: -o dial.txt would overwrite dial.txt, the script\n");
   EXPECT_EQ(Read("dial.txt"), Line);
 }
 
@@ -233,16 +239,15 @@ TEST_F(VaxelRender, TakesHugeAndBrokenScripts) {
   const std::string comments = "' " + std::string(998, 'x') + "\n";
   std::string large = Line;
   while (large.size() < 50'000'000) large += comments;
-  const Case cases[] = {
-      {"", 0, "the script is empty"},
-      {large + Line, 0, ""},
-      {"Trait = 0, 0, " + std::string(10'000'000, '1') + ", 0", 1, "Dépassement de capacité"},
-      {"Trait = 0, 0, 1" + std::string(10'000'000, ' ') + ", 0", 0, ""},
-      {"X = 0, 0, " + std::string(100'000, '('), 1, "Parenthèses imbriquées"},
-      {"Couleur = Rouge \xE9\xFF\x80\n" + std::string(Line), 0, ""},
-      {"Arc = 0, 90, 50\nGrad = 1E9, 5", 1, "Dépassement de capacité"},
-      {std::string(1'000'000, '%'), 1, "Variable inconnue"},
-      {"\xFF\xFE", 0, "the script is empty"}};
+  const Case cases[] = {{"", 0, "the script is empty"},
+                        {large + Line, 0, ""},
+                        {"Trait = 0, 0, " + std::string(10'000'000, '1') + ", 0", 1, "Overflow"},
+                        {"Trait = 0, 0, 1" + std::string(10'000'000, ' ') + ", 0", 0, ""},
+                        {"X = 0, 0, " + std::string(100'000, '('), 1, "Parentheses nested"},
+                        {"Couleur = Rouge \xE9\xFF\x80\n" + std::string(Line), 0, ""},
+                        {"Arc = 0, 90, 50\nGrad = 1E9, 5", 1, "Overflow"},
+                        {std::string(1'000'000, '%'), 1, "Unknown variable"},
+                        {"\xFF\xFE", 0, "the script is empty"}};
   for (const Case& c : cases) {
     Write("dial.dat", c.Script);
     const Outcome outcome = Run("-o a.svg dial.dat");
@@ -262,9 +267,9 @@ TEST_F(VaxelRender, SaysWhatIsWrongWithATextInFewWords) {
   }();
   const std::pair<std::string, const char*> cases[] = {
       {"TailleP = 1E9\nTexte = 0,0,,,x", "dial.dat:2: "},
-      {"Texte = 0,0,,*1E308,x", "Dépassement"},
-      {"Texte = 0,0,,,\x1B[2J\xC2\x9B%Nix", "?[2J?%Nix"},
-      {"Texte = 0,0,,," + megabyte, "Dépassement"},
+      {"Texte = 0,0,,*1E308,x", "Overflow"},
+      {"Texte = 0,0,,,\x1B[2J\xC2\x9B%Nix", "\\x1b[2J\\x9b%Nix"},
+      {"Texte = 0,0,,," + megabyte, "Overflow"},
       {"Police = " + megabyte + "\nTexte = 0,0,,Q,x", ": Q\n"}};
   for (const auto& [script, message] : cases) {
     Write("dial.dat", script);
@@ -317,7 +322,7 @@ TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
         "Texte = 0,20,,G,c\n");
   const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
   EXPECT_EQ(outcome.Status, 0);
-  const std::string message = "dial.dat:2: La police Nosuchfont manque, remplacée par ";
+  const std::string message = "dial.dat:2: The font Nosuchfont is missing, replaced by ";
   ASSERT_TRUE(outcome.Printed.starts_with(message)) << outcome.Printed;
   EXPECT_EQ(outcome.Printed.find('\n'), outcome.Printed.size() - 1) << outcome.Printed;
   // What is said to be used is what the PDF holds.

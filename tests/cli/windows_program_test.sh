@@ -8,7 +8,7 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
 fail() { echo "FAILED: $*"; exit 1; }
-render() { "$source/scripts/wine-run" "$program" "$@"; }
+render() { "$source/scripts/wine-run" "$program" --language en "$@"; }
 
 cp "$source/examples/linear-270.dat" "$folder/Ωhm.dat"
 cd "$folder"
@@ -26,3 +26,14 @@ status=0
 echo 'X = 1/0' | render - 2>message || status=$?
 [[ $status -eq 1 ]] || fail "status $status for a failing script"
 [[ ! -e x.pdf && $(ls | wc -l) -eq 4 ]] || fail "left behind: $(ls)"
+
+# A file is the same however it is spelled.
+echo 'Open = Data.txt' >reads.dat
+echo 1 >Data.txt
+status=0
+render -o dATA.TXT reads.dat 2>message || status=$?
+[[ $status -eq 2 && $(<Data.txt) == 1 ]] || fail "status $status, Data.txt: $(<Data.txt)"
+grep -q 'dATA.TXT would overwrite Data.txt' message || fail "message: $(cat message)"
+
+# Nothing but the system says which language is the user's; this prefix is an English one.
+"$source/scripts/wine-run" "$program" --help | grep -q '^Usage: ' || fail "help in another language"

@@ -139,6 +139,9 @@ TEST(Picture, WhatIsNoneOrTooLarge) {
       {Bmp(0x7FFFFFFF, 0), PictureFault::TooLarge},
       {Bmp(3, 0), PictureFault::Incomplete},
       {"\x89PNG\r\n\x1A\n" + Chunk("IDAT", "x"), PictureFault::NotAPicture},
+      // What looks like a camera's notes, but lies behind the end of its segment.
+      {"\xFF\xD8\xFF\xE1\0\2Exif\0\0"s, PictureFault::NotAPicture},
+      {"\xFF\xD8\xFF\xE1\0\5Exif\0\0"s, PictureFault::NotAPicture},
   };
   for (const auto& [file, fault] : cases) {
     Picture picture;

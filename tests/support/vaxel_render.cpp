@@ -23,6 +23,8 @@ int StatusOf(int waited) {
 }  // namespace
 
 VaxelRender::VaxelRender() {
+  // Messages are in English, whoever runs the tests.
+  setenv("LC_ALL", "C.UTF-8", 1);
   fs::remove_all(folder_);
   fs::create_directories(folder_);
 }

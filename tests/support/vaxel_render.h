@@ -1,4 +1,4 @@
-// The program vaxel-render in a folder of the test's own.
+// The program vaxel-render in a folder of the test's own, with messages in English.
 #pragma once
 
 #include <gtest/gtest.h>

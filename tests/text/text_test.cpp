@@ -6,6 +6,7 @@
 
 #include "interpreter/text_encoding.h"
 #include "text/number_text.h"
+#include "text/printable.h"
 
 namespace vaxel {
 namespace {
@@ -18,6 +19,17 @@ TEST(Text, UpperCaseKeepsItsLength) {
   EXPECT_EQ(DropLastCharacter("45°"), "45");
   EXPECT_EQ(DropLastCharacter(""), "");
   EXPECT_EQ(Shorten("aé", 2), "a…");
+}
+
+TEST(Printable, WritesOutWhatATerminalWouldObey) {
+  EXPECT_EQ(Printable("é漢 😀\\x"), "é漢 😀\\x");
+  EXPECT_EQ(Printable("\x1B[2J\x7F\0\n\t"s), "\\x1b[2J\\x7f\\x00\\x0a\\x09");
+  EXPECT_EQ(Printable("a\n\tb\r", LineBreaks::Kept), "a\n\tb\\x0d");
+  // C1 in UTF-8, and a byte of its own, which a terminal of another encoding would take for the same.
+  EXPECT_EQ(Printable("\u009B\u0080\u009F\u00A0\x9B\xC3"), "\\x9b\\x80\\x9f\u00A0\\x9b\\xc3");
+  EXPECT_EQ(Printable("\u200E\u200F\u202A\u202E\u2066\u2069\uFFFD"),
+            "\\u200e\\u200f\\u202a\\u202e\\u2066\\u2069\uFFFD");
+  EXPECT_EQ(Printable("\u200D\u2029\u202F\u2065\u206A"), "\u200D\u2029\u202F\u2065\u206A");
 }
 
 TEST(Text, NumbersAreRead) {
