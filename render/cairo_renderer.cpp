@@ -35,8 +35,8 @@ bool CutToReach(Point& from, Point& to, double reach) {
 
 }  // namespace
 
-CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder)
-    : context_(context), pictures_(decoder) {
+CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder, double leastWidth)
+    : context_(context), leastWidth_(leastWidth), pictures_(decoder) {
   cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
   // In device units, of which a millimetre has at least 2.8: curves are exact far below what can be seen.
@@ -74,7 +74,7 @@ void CairoRenderer::Paint(const Operation& operation, const Fill& inside) {
   }
   if (operation.Width > 0) {
     SetInk(operation.Ink);
-    cairo_set_line_width(context_, operation.Width);
+    cairo_set_line_width(context_, std::max(operation.Width, leastWidth_));
     cairo_stroke(context_);
   }
   cairo_new_path(context_);
@@ -98,11 +98,13 @@ void CairoRenderer::Rectangle(const Operation& operation, const RectangleShape& 
 
 void CairoRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                             std::span<const Point> corners) {
+  std::array<Point, 4> stroke;
+  if (polygon.Use == PolygonUse::Stroke) corners = stroke = WidenedStroke(corners, leastWidth_);
   for (const Point& corner : corners) {
     cairo_line_to(context_, std::clamp(corner.X, -reach_, reach_), std::clamp(corner.Y, -reach_, reach_));
   }
   cairo_close_path(context_);
-  Paint(operation, polygon.Inside);
+  Paint(WithExactWidth(operation, polygon), polygon.Inside);
 }
 
 void CairoRenderer::Contour(const Operation& operation, const ContourShape& contour,

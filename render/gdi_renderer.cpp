@@ -1,6 +1,7 @@
 #include "render/gdi_renderer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -48,8 +49,9 @@ GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock
   Place(transform);
 }
 
-GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock)
-    : context_(target.Handle()), stock_(stock) {
+GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock,
+                         std::optional<double> leastWidth)
+    : context_(target.Handle()), stock_(stock), leastWidth_(leastWidth) {
   Place(transform);
   GdiBitmap& bitmap = target.Bitmap();
   canvas_.emplace(bitmap.Pixels(), bitmap.Width(), bitmap.Height());
@@ -95,7 +97,7 @@ bool GdiRenderer::IsVisible(const Box& box, double width) const {
 }
 
 double GdiRenderer::HalfWidth(const Operation& operation) const {
-  return std::max(operation.Width, pixelMm_) / 2;
+  return std::max(operation.Width, leastWidth_.value_or(pixelMm_)) / 2;
 }
 
 void GdiRenderer::SelectInk(Colour ink) {
@@ -217,6 +219,12 @@ void GdiRenderer::Rectangle(const Operation& operation, const RectangleShape& re
 void GdiRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                           std::span<const Point> corners) {
   if (corners.empty()) return;
+  Operation drawn = operation;
+  std::array<Point, 4> stroke;
+  if (leastWidth_ && polygon.Use == PolygonUse::Stroke) {
+    drawn = WithExactWidth(operation, polygon);
+    corners = stroke = WidenedStroke(corners, *leastWidth_);
+  }
   Box box = BoxOf(corners.front(), corners.front());
   shape_.Clear();
   for (const Point& corner : corners) {
@@ -225,7 +233,7 @@ void GdiRenderer::Polygon(const Operation& operation, const PolygonShape& polygo
     shape_.Add(corner);
   }
   shape_.Close();
-  if (IsVisible(box, 2 * HalfWidth(operation))) PaintPath(operation, polygon.Inside, true);
+  if (IsVisible(box, 2 * HalfWidth(drawn))) PaintPath(drawn, polygon.Inside, true);
 }
 
 void GdiRenderer::Contour(const Operation& operation, const ContourShape& contour,

@@ -61,8 +61,10 @@ class GdiRenderer : public Renderer {
   // that is played. All must outlive the renderer.
   GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock, const DisplayList& list);
   // Draws into a bitmap, where GDI sets the texts alone: its figures and pens may lie a whole pixel beside
-  // their places, and wide pens are slow.
-  GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock);
+  // their places, and wide pens are slow. With leastWidth, mm, it is for a file: there strokes are exactly as
+  // wide as they say, but widened to leastWidth where they are thinner.
+  GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock,
+              std::optional<double> leastWidth = {});
 
   // For the pages that follow.
   void Place(const DeviceTransform& transform);
@@ -121,6 +123,7 @@ class GdiRenderer : public Renderer {
   std::optional<PixelCanvas> canvas_;  // none where pens draw
   bool hasPendingTexts_ = false;       // which GDI may not have put into the bitmap yet
   double pixelMm_ = 0;                 // the side of a pixel, the larger one where they differ
+  std::optional<double> leastWidth_{};
   Contours shape_, stroke_;
   std::vector<POINT> points_;
   int saved_ = 0;

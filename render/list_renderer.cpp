@@ -76,7 +76,7 @@ void ListRenderer::Rectangle(const Operation& operation, const RectangleShape& r
 
 void ListRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                            std::span<const Point> corners) {
-  Begin("polygon", operation, polygon.Inside);
+  Begin("polygon", WithExactWidth(operation, polygon), polygon.Inside);
   for (const Point& corner : corners) Put(corner);
   EndLine();
 }

@@ -180,7 +180,7 @@ void SvgRenderer::Polygon(const Operation& operation, const PolygonShape& polygo
     Number(corner.Y);
   }
   text_ += '"';
-  Finish(operation, polygon.Inside);
+  Finish(WithExactWidth(operation, polygon), polygon.Inside);
 }
 
 // Two halves, by the middle: the ends of an arc of nearly a whole turn are the same point when rounded, and

@@ -132,6 +132,19 @@ TEST(GdiRenderer, StrokesNothingWithoutWidth) {
   }
 }
 
+// The box of a stroke of 0.2 mm, and around it a pixel of the device, which is 0.4 mm.
+TEST(GdiRenderer, OutlinesStrokesButInFiles) {
+  const DisplayList list = ListOf([](DisplayList& made) {
+    const std::vector<Point> corners = {{20, 30.1}, {20, 29.9}, {40, 29.9}, {40, 30.1}};
+    made.AddPolygon(corners, {true, Black}, {0.4, Black, 1, {}}, PolygonUse::Stroke);
+  });
+  const PixelEdges outlined = {198, 297, 402, 303};
+  EXPECT_EQ(Difference(InkEdges(Drawn(list)), outlined, HalfPixel), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.UsesPens = true})), outlined, 1.05), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.LeastWidth = 0.1})), {200, 299, 400, 301}, HalfPixel), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.LeastWidth = 0.6})), {200, 297, 400, 303}, HalfPixel), "");
+}
+
 // As the window shows a drawing that is enlarged a thousand times.
 TEST(GdiRenderer, CutsWhatLiesFarOutside) {
   const DisplayList list = ListOf([](DisplayList& made) {
