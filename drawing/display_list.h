@@ -82,6 +82,7 @@ struct CircleShape {
   double StartAngle = 0, EndAngle = 0;
   Fill Inside{};
   CircleForm Form = CircleForm::Full;
+  bool Butt = false;  // an arc ends square, on the rays of its ends; else round
 };
 
 // A round dot of the stroke's width.

@@ -56,7 +56,7 @@ void DrawSurface::ResetState() {
   CTX = CTY = 0;
   ForeColor = FillColor = Black;
   DrawWidth = 1;
-  FillStyle = false;
+  SquareEnds = FillStyle = false;
   Font = {};
   FontSizes = {Font.Size, Font.Size, 1};
   SetFontSizes(FontSizes.Base, 1);
@@ -144,7 +144,8 @@ void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, Cir
                      0,
                      0,
                      {FillStyle && form != CircleForm::Arc, FillColor},
-                     form};
+                     form,
+                     SquareEnds && form == CircleForm::Arc};
   if (form != CircleForm::Full) {
     circle.StartAngle = std::remainder(startAngle, Turn);
     double sweep = std::fmod(endAngle - startAngle, Turn);

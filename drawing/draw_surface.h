@@ -90,7 +90,8 @@ class DrawSurface {
   // As Polygon, for arcs and the straight lines between them.
   void Contour(std::span<const ContourArc> pieces, Colour colour, bool filled);
   // Angles in radians, counter-clockwise from startAngle to endAngle; aspect = height / width, the radius
-  // being half the width. Filled with FillColor when FillStyle says so and form is not an arc.
+  // being half the width. Filled with FillColor when FillStyle says so and form is not an arc; an arc ends as
+  // SquareEnds says.
   void Circle(double cx, double cy, double radius, Colour colour, CircleForm form = CircleForm::Full,
               double startAngle = 0, double endAngle = 0, double aspect = 1);
   void PSet(double x, double y, Colour colour);
@@ -139,6 +140,7 @@ class DrawSurface {
   Colour ForeColor = Black;
   // Device pixels, at least LeastWidth(); 0: filled figures have no outline.
   double DrawWidth = 1;
+  bool SquareEnds = false;  // of arcs; else round
   bool FillStyle = false;
   Colour FillColor = Black;
   vaxel::Font Font;

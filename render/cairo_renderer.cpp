@@ -37,8 +37,7 @@ bool CutToReach(Point& from, Point& to, double reach) {
 
 CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder, double leastWidth)
     : context_(context), leastWidth_(leastWidth), pictures_(decoder) {
-  cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
-  cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
+  SetEnds(CAIRO_LINE_CAP_ROUND, CAIRO_LINE_JOIN_ROUND);
   // In device units, of which a millimetre has at least 2.8: curves are exact far below what can be seen.
   cairo_set_tolerance(context_, 0.005);
   // Cairo counts in 1/256 of a device unit with 32 bits: beyond 2^23 units its coordinates wrap round.
@@ -61,6 +60,11 @@ void CairoRenderer::BeginPage(const Page&, std::size_t) {}
 
 void CairoRenderer::EndPage() {
   cairo_show_page(context_);
+}
+
+void CairoRenderer::SetEnds(cairo_line_cap_t ends, cairo_line_join_t joins) {
+  cairo_set_line_cap(context_, ends);
+  cairo_set_line_join(context_, joins);
 }
 
 void CairoRenderer::SetInk(Colour colour) {
@@ -152,7 +156,10 @@ void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle
     if (circle.Form == CircleForm::Pie) cairo_close_path(context_);
   }
   cairo_restore(context_);
+  // Round joins between the pieces of an arc would reach over ends that are near.
+  if (circle.Butt && !flat) SetEnds(CAIRO_LINE_CAP_BUTT, CAIRO_LINE_JOIN_BEVEL);
   Paint(operation, circle.Inside);
+  SetEnds(CAIRO_LINE_CAP_ROUND, CAIRO_LINE_JOIN_ROUND);
 }
 
 void CairoRenderer::Dot(const Operation& operation, const PointShape& point) {

@@ -39,6 +39,7 @@ class CairoRenderer : public Renderer {
 
  private:
   void SetInk(Colour colour);
+  void SetEnds(cairo_line_cap_t ends, cairo_line_join_t joins);
   void Paint(const Operation& operation, const Fill& inside);
 
   cairo_t* context_;

@@ -97,17 +97,22 @@ class GdiRenderer : public Renderer {
   bool IsVisible(const Box& box, double width) const;
   double HalfWidth(const Operation& operation) const;
 
+  enum class PathEnds : std::uint8_t { None, Round, Square };  // none: the path is closed
+
   template <class Stroke>
-  void Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke);
-  void PaintPath(const Operation& operation, const Fill& inside, bool closed);
-  void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path, bool closed);
+  void Paint(const Operation& operation, const Fill& inside, PathEnds ends, Stroke stroke);
+  void PaintPath(const Operation& operation, const Fill& inside, PathEnds ends);
+  void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path,
+                    PathEnds ends);
   void PaintDot(const Operation& operation, Point at);
+  // The first contour in stroke_.
+  void FillStroke(Colour ink);
   // Those of a path in points_; false when they are all the same.
   bool RoundPoints(std::span<const Point> path);
   PixelCanvas& Canvas();
 
   void SelectInk(Colour ink);
-  void SelectStroke(Colour ink, int width);
+  void SelectStroke(Colour ink, int width, PathEnds ends);
   // An opaque picture of this size: what lies below the picture, with the picture upon it.
   GdiBitmap WithGround(const Operation& operation, const PictureShape& shape, const PixelView& picture,
                        int width, int height);
@@ -132,6 +137,7 @@ class GdiRenderer : public Renderer {
   UniqueGdi<HPEN> pen_;
   Colour penInk_ = 0;
   int penWidth_ = 0;
+  bool isPenSquare_ = false;
   std::string failure_;
 };
 

@@ -106,6 +106,7 @@ void ListRenderer::Circle(const Operation& operation, const CircleShape& circle)
     Put(" ", circle.StartAngle * DegreesPerRadian);
     Put(" ", circle.EndAngle * DegreesPerRadian);
   }
+  if (circle.Butt) text_ += " butt";
   EndLine();
 }
 

@@ -132,6 +132,34 @@ std::vector<Sheet> DrawFigures(DisplayList& list) {
   return sheets;
 }
 
+// Parts of circles and ellipses with square ends: each end lies on its ray.
+std::vector<Sheet> DrawButtArcs(DisplayList& list) {
+  struct ButtArc {
+    const char* Name;
+    CircleShape Shape;
+    double Width;
+    Picture::Box Ink;
+    double Area;
+  };
+  const auto arc = [](double radiusX, double radiusY, double sweep) {
+    return CircleShape{{20, 20}, radiusX, radiusY, 0, sweep, {}, CircleForm::Arc, true};
+  };
+  const std::array<ButtArc, 3> arcs = {
+      {// A quarter of the ring between the radii 8 and 12: π/4·(12² − 8²).
+       {"butt-quarter", arc(10, 10, Turn / 4), 4, {20, 8, 32, 20}, 62.832},
+       // Its ends stand square on the axes; 14.533 long, a quarter of 58.130, and 2 wide.
+       {"butt-ellipse", arc(12, 6, Turn / 4), 2, {20, 13, 33, 20}, 29.065},
+       // Shorter than it is wide: 10° of the ring between 7 and 13, from 7·cos 10° to 13, 13·sin 10° high.
+       {"butt-short", arc(10, 10, 10 * Degree), 6, {26.8937, 17.7426, 33, 20}, 10.472}}};
+  std::vector<Sheet> sheets;
+  for (const auto& [name, shape, width, ink, area] : arcs) {
+    list.BeginPage(40, 30);
+    list.Add({width, Black, 1, shape});
+    sheets.push_back({name, ink, area, 0.1});
+  }
+  return sheets;
+}
+
 constexpr double Agreement = 0.05;
 
 void ExpectBox(const Picture::Box& measured, const Picture::Box& expected, const std::string& what) {
@@ -170,6 +198,12 @@ TEST(MeasuredOutput, AllRenderersDrawTheSameContours) {
   DisplayList list;
   const std::vector<Sheet> sheets = DrawOutlines(list);
   ExpectSheets(list, sheets, "contours");
+}
+
+TEST(MeasuredOutput, ArcsEndOnTheRaysOfTheirEnds) {
+  DisplayList list;
+  const std::vector<Sheet> sheets = DrawButtArcs(list);
+  ExpectSheets(list, sheets, "butt-arcs");
 }
 
 // The width of a stroke of 30 mm in the middle of a sheet: all of its ink over its length.
