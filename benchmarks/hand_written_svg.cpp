@@ -5,7 +5,6 @@ namespace hand_written {
 namespace {
 
 constexpr double Radius = 60;
-constexpr double Pixel = 25.4 / 96;
 
 void PrintPlus(Place centre, double half, const char* colour, double width, int line) {
   PrintLine({centre.X - half, centre.Y}, {centre.X + half, centre.Y}, colour, width, line);
@@ -28,11 +27,11 @@ void PrintMainMarks(int count, double length, double width, int line) {
     const double acrossX = width / 2 * std::sin(angle * RadiansPerDegree);
     const double acrossY = width / 2 * std::cos(angle * RadiansPerDegree);
     std::printf(
-        "<polygon points=\"%.9g,%.9g %.9g,%.9g %.9g,%.9g %.9g,%.9g\" fill=\"#000000\" stroke=\"#000000\" "
-        "stroke-width=\"%.9g\" data-line=\"%d\"/>\n",
+        "<polygon points=\"%.9g,%.9g %.9g,%.9g %.9g,%.9g %.9g,%.9g\" fill=\"#000000\" "
+        "data-line=\"%d\"/>\n",
         Rounded(from.X + acrossX), Rounded(from.Y - acrossY), Rounded(from.X - acrossX),
         Rounded(from.Y + acrossY), Rounded(to.X - acrossX), Rounded(to.Y + acrossY), Rounded(to.X + acrossX),
-        Rounded(to.Y - acrossY), Rounded(Pixel), line);
+        Rounded(to.Y - acrossY), line);
   }
 }
 

@@ -79,6 +79,7 @@ RunTarget TargetFor(TargetKind kind, const RenderOptions& options) {
   target.WidthMm = size.Width;
   target.HeightMm = size.Height;
   target.PixelMm = MillimetresPerInch / (printer ? PrinterDpi : options.Dpi.value_or(ScreenDpi));
+  target.IsPixelDevice = false;
   target.Zoom = options.Zoom;
   target.Zmm = options.Zmm;
   return target;

@@ -46,7 +46,7 @@ Pen ReadPen(const RunContext& run, std::string_view text) {
 
 Pen ReadStrokePen(const RunContext& run, std::string_view text) {
   Pen pen = ReadPen(run, text);
-  pen.Width = std::max(pen.Width, 1.0);
+  pen.Width = std::max(pen.Width, run.Surface.LeastWidth());
   return pen;
 }
 

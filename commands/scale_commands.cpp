@@ -58,7 +58,7 @@ struct MarkStyle {
 MarkStyle ReadMarkStyle(const RunContext& run, double length, std::string_view penText, Colour colour) {
   MarkStyle style{length * double{run.Support.GradSide}, ReadPen(run, penText), colour};
   if (style.Stroke.Width == 0) style.Stroke.Width = run.Level().CurrentPen.Width;
-  style.Stroke.Width = std::max(style.Stroke.Width, 1.0);
+  style.Stroke.Width = std::max(style.Stroke.Width, run.Surface.LeastWidth());
   return style;
 }
 

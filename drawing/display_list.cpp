@@ -66,8 +66,11 @@ void DisplayList::Add(const Operation& operation) {
   ++pages_.back().Count;
 }
 
-void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation) {
-  operation.Figure = Stored<PolygonShape>(corners, corners_, inside);
+void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation,
+                             PolygonUse use) {
+  auto polygon = Stored<PolygonShape>(corners, corners_, inside);
+  polygon.Use = use;
+  operation.Figure = polygon;
   Add(operation);
 }
 

@@ -46,11 +46,20 @@ struct RectangleShape {
   Fill Inside{};
 };
 
+enum class PolygonUse : std::uint8_t {
+  Figure,
+  // A stroke with square ends, filled: its two corners at the start, then those at the end. Its outline,
+  // which makes it wider, is that of a device of pixels; what can draw it as wide as it is leaves the outline
+  // out.
+  Stroke
+};
+
 // A closed polygon with round joins; its corners are DisplayList::Corners().
 struct PolygonShape {
   std::uint32_t First = 0;
   std::uint32_t Count = 0;
   Fill Inside{};
+  PolygonUse Use = PolygonUse::Figure;
 };
 
 // A closed contour of arcs and straight lines with round joins; its pieces are DisplayList::Pieces().
@@ -73,6 +82,7 @@ struct CircleShape {
   double StartAngle = 0, EndAngle = 0;
   Fill Inside{};
   CircleForm Form = CircleForm::Full;
+  bool Butt = false;  // an arc ends square, on the rays of its ends; else round
 };
 
 // A round dot of the stroke's width.
@@ -175,7 +185,8 @@ class DisplayList {
   void Clear();
   // Needs a page.
   void Add(const Operation& operation);
-  void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation);
+  void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation,
+                  PolygonUse use = PolygonUse::Figure);
   void AddContour(std::span<const ContourArc> pieces, const Fill& inside, Operation operation);
   // Fill in what the shape refers to.
   void AddText(std::string text, const FontFace& face, TextShape shape, Operation operation);

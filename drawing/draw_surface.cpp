@@ -1,5 +1,6 @@
 #include "drawing/draw_surface.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -9,6 +10,7 @@ namespace {
 
 constexpr double MillimetresPerPoint = 25.4 / 72;
 constexpr double Turn = 2 * std::numbers::pi;
+constexpr double LeastFileWidthMm = 25.4 / 600;
 
 double Checked(double value) {
   if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();
@@ -54,7 +56,7 @@ void DrawSurface::ResetState() {
   CTX = CTY = 0;
   ForeColor = FillColor = Black;
   DrawWidth = 1;
-  FillStyle = false;
+  SquareEnds = FillStyle = false;
   Font = {};
   SetFontSizes({.Base = Font.Size, .Standard = Font.Size});
 }
@@ -79,6 +81,10 @@ void DrawSurface::SetScale(double left, double top, double width, double height)
   scaleY_ = deviceSize_.Y / height;
 }
 
+double DrawSurface::LeastWidth() const {
+  return target_.IsPixelDevice ? 1 : std::min(1.0, LeastFileWidthMm / target_.PixelMm);
+}
+
 Point DrawSurface::ToDevice(double x, double y) const {
   return {Checked((x - left_) * scaleX_), Checked((y - top_) * scaleY_)};
 }
@@ -101,6 +107,14 @@ void DrawSurface::Polygon(std::span<const Point> points, Colour colour, bool fil
   corners_.clear();
   for (const Point& point : points) corners_.push_back(ToDevice(point.X, point.Y));
   list_->AddPolygon(corners_, {filled, FillColor}, NewOperation(colour));
+}
+
+void DrawSurface::SquareStroke(const std::array<Point, 4>& corners, Colour colour) {
+  std::array<Point, 4> placed;
+  std::transform(corners.begin(), corners.end(), placed.begin(),
+                 [this](const Point& corner) { return ToDevice(corner.X, corner.Y); });
+  const double outline = target_.IsPixelDevice ? target_.PixelMm : 0;
+  list_->AddPolygon(placed, {true, colour}, {outline, colour, SourceLine, {}}, PolygonUse::Stroke);
 }
 
 void DrawSurface::Contour(std::span<const ContourArc> pieces, Colour colour, bool filled) {
@@ -128,7 +142,8 @@ void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, Cir
                      0,
                      0,
                      {FillStyle && form != CircleForm::Arc, FillColor},
-                     form};
+                     form,
+                     SquareEnds && form == CircleForm::Arc};
   if (form != CircleForm::Full) {
     circle.StartAngle = std::remainder(startAngle, Turn);
     double sweep = std::fmod(endAngle - startAngle, Turn);

@@ -7,6 +7,7 @@
 // OperationLimitExceeded and CoordinateOverflow.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -34,9 +35,12 @@ struct RunTarget {
   TargetKind Kind = TargetKind::Screen;
   double WidthMm = 200, HeightMm = 200;  // the drawable area, in portrait on a printer; greater than 0
   double PixelMm = 25.4 / 96;            // the size of a device pixel
-  double Zoom = 1;                       // screen zoom, or printer zoom; greater than 0
-  double Zmm = 1;                        // reported millimetres of the screen that show a true one
-  double OffX = 0, OffY = 0;             // shift of the default screen centre, device mm, y upward
+  // Windows, printers and metafiles draw with their pixels: no stroke is thinner than one, and one with
+  // square ends is outlined with it. Else strokes are for files and exactly as wide as they say.
+  bool IsPixelDevice = true;
+  double Zoom = 1;            // screen zoom, or printer zoom; greater than 0
+  double Zmm = 1;             // reported millimetres of the screen that show a true one
+  double OffX = 0, OffY = 0;  // shift of the default screen centre, device mm, y upward
   // Of all fonts but the standard ones; null: a stand-in. It must outlive the run.
   TextMeasurer* Measurer = nullptr;
   // Null: pictures are drawn without a look at their data. It must outlive the run.
@@ -82,10 +86,13 @@ class DrawSurface {
   void Rectangle(double x1, double y1, double x2, double y2, Colour colour, bool filled);
   // Closed; filled with FillColor.
   void Polygon(std::span<const Point> points, Colour colour, bool filled);
-  // The same for arcs and the straight lines between them.
+  // The corners of a stroke with square ends, as PolygonUse::Stroke has them; solid.
+  void SquareStroke(const std::array<Point, 4>& corners, Colour colour);
+  // As Polygon, for arcs and the straight lines between them.
   void Contour(std::span<const ContourArc> pieces, Colour colour, bool filled);
   // Angles in radians, counter-clockwise from startAngle to endAngle; aspect = height / width, the radius
-  // being half the width. Filled with FillColor when FillStyle says so and form is not an arc.
+  // being half the width. Filled with FillColor when FillStyle says so and form is not an arc; an arc ends as
+  // SquareEnds says.
   void Circle(double cx, double cy, double radius, Colour colour, CircleForm form = CircleForm::Full,
               double startAngle = 0, double endAngle = 0, double aspect = 1);
   void PSet(double x, double y, Colour colour);
@@ -109,6 +116,8 @@ class DrawSurface {
   // Device pixel in drawing units; also its size in millimetres of the drawing, by which widths given in
   // "mm" are divided, so that they grow with the zoom as the drawing does.
   double PixelSize() const { return target_.PixelMm / Z; }
+  // Of a stroke, in device pixels: 1, or in files the printers' pixel of 1/600 inch where that is finer.
+  double LeastWidth() const;
   // The point on which an unplaced drawing is centred: the middle of the screen area or of the page.
   Point Middle() const { return {W / 2, H / 2}; }
   // Where the script's own 0,0 lies.
@@ -130,7 +139,9 @@ class DrawSurface {
   double CTX = 0, CTY = 0;
   double CurrentX = 0, CurrentY = 0;
   Colour ForeColor = Black;
-  double DrawWidth = 1;  // device pixels, at least 1; 0: filled figures have no outline
+  // Device pixels, at least LeastWidth(); 0: filled figures have no outline.
+  double DrawWidth = 1;
+  bool SquareEnds = false;  // of arcs; else round
   bool FillStyle = false;
   Colour FillColor = Black;
   vaxel::Font Font;

@@ -17,10 +17,8 @@ void DrawSquarePiece(DrawSurface& surface, const Segment& piece, Point half, Col
                                         Point{piece.From.X - half.X, piece.From.Y + half.Y},
                                         Point{piece.To.X - half.X, piece.To.Y + half.Y},
                                         Point{piece.To.X + half.X, piece.To.Y - half.Y}};
-  surface.FillColor = colour;
-  surface.Polygon(corners, colour, true);
-  surface.CurrentX = piece.To.X;
-  surface.CurrentY = piece.To.Y;
+  surface.SquareStroke(corners, colour);
+  surface.MoveTo(piece.To);
 }
 
 }  // namespace
@@ -79,7 +77,7 @@ bool DrawStroke(DrawSurface& surface, const Pen& pen, Point from, Point to, Colo
     const double halfWidth = pen.Width / 2 * surface.PixelSize();
     half = {halfWidth * (to.Y - from.Y) / length, halfWidth * (to.X - from.X) / length};
   }
-  surface.DrawWidth = pen.SquareEnds ? 1 : pen.Width;
+  surface.DrawWidth = pen.Width;
   DashStepper pieces(pen, from, to);
   while (const std::optional<Segment> piece = pieces.Next()) {
     if (pen.SquareEnds) {

@@ -11,7 +11,7 @@ namespace vaxel {
 class DrawSurface;
 
 struct Pen {
-  double Width = 1;               // device pixels, at least 1
+  double Width = 1;               // device pixels, at least DrawSurface::LeastWidth()
   bool SquareEnds = false;        // else round
   double L1 = 0, L2 = 0, L3 = 0;  // dash L1, gap L2, dash L3, gap L2, … in drawing units; L1 = 0: solid
 

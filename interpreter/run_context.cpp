@@ -10,6 +10,7 @@ namespace vaxel {
 void RunContext::SetPen(const Pen& pen) {
   Level().CurrentPen = pen;
   Surface.DrawWidth = pen.Width;
+  Surface.SquareEnds = pen.SquareEnds;
 }
 
 Colour RunContext::ColourOr(std::string_view text) const {

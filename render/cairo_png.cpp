@@ -87,7 +87,7 @@ WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, Pict
   cairo_set_source_rgb(context.get(), 1, 1, 1);
   cairo_paint(context.get());
   cairo_scale(context.get(), scale, scale);
-  CairoRenderer renderer(context.get(), decoder);
+  CairoRenderer renderer(context.get(), decoder, 1 / scale);
   PlayPage(list, page, renderer);
   WriteResult result = renderer.Result();
   if (!result.Error.empty()) return result;

@@ -35,10 +35,9 @@ bool CutToReach(Point& from, Point& to, double reach) {
 
 }  // namespace
 
-CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder)
-    : context_(context), pictures_(decoder) {
-  cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
-  cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
+CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder, double leastWidth)
+    : context_(context), leastWidth_(leastWidth), pictures_(decoder) {
+  SetEnds(CAIRO_LINE_CAP_ROUND, CAIRO_LINE_JOIN_ROUND);
   // In device units, of which a millimetre has at least 2.8: curves are exact far below what can be seen.
   cairo_set_tolerance(context_, 0.005);
   // Cairo counts in 1/256 of a device unit with 32 bits: beyond 2^23 units its coordinates wrap round.
@@ -63,6 +62,11 @@ void CairoRenderer::EndPage() {
   cairo_show_page(context_);
 }
 
+void CairoRenderer::SetEnds(cairo_line_cap_t ends, cairo_line_join_t joins) {
+  cairo_set_line_cap(context_, ends);
+  cairo_set_line_join(context_, joins);
+}
+
 void CairoRenderer::SetInk(Colour colour) {
   cairo_set_source_rgb(context_, RedOf(colour) / 255.0, GreenOf(colour) / 255.0, BlueOf(colour) / 255.0);
 }
@@ -74,7 +78,7 @@ void CairoRenderer::Paint(const Operation& operation, const Fill& inside) {
   }
   if (operation.Width > 0) {
     SetInk(operation.Ink);
-    cairo_set_line_width(context_, operation.Width);
+    cairo_set_line_width(context_, std::max(operation.Width, leastWidth_));
     cairo_stroke(context_);
   }
   cairo_new_path(context_);
@@ -98,11 +102,13 @@ void CairoRenderer::Rectangle(const Operation& operation, const RectangleShape& 
 
 void CairoRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                             std::span<const Point> corners) {
+  std::array<Point, 4> stroke;
+  if (polygon.Use == PolygonUse::Stroke) corners = stroke = WidenedStroke(corners, leastWidth_);
   for (const Point& corner : corners) {
     cairo_line_to(context_, std::clamp(corner.X, -reach_, reach_), std::clamp(corner.Y, -reach_, reach_));
   }
   cairo_close_path(context_);
-  Paint(operation, polygon.Inside);
+  Paint(WithExactWidth(operation, polygon), polygon.Inside);
 }
 
 void CairoRenderer::Contour(const Operation& operation, const ContourShape& contour,
@@ -150,7 +156,10 @@ void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle
     if (circle.Form == CircleForm::Pie) cairo_close_path(context_);
   }
   cairo_restore(context_);
+  // Round joins between the pieces of an arc would reach over ends that are near.
+  if (circle.Butt && !flat) SetEnds(CAIRO_LINE_CAP_BUTT, CAIRO_LINE_JOIN_BEVEL);
   Paint(operation, circle.Inside);
+  SetEnds(CAIRO_LINE_CAP_ROUND, CAIRO_LINE_JOIN_ROUND);
 }
 
 void CairoRenderer::Dot(const Operation& operation, const PointShape& point) {

@@ -16,8 +16,9 @@ namespace vaxel {
 // page.
 class CairoRenderer : public Renderer {
  public:
-  // Both must outlive the renderer; without a decoder there can be no pictures.
-  CairoRenderer(cairo_t* context, PictureDecoder* decoder);
+  // Both must outlive the renderer; without a decoder there can be no pictures. Thinner strokes are widened
+  // to leastWidth, mm.
+  CairoRenderer(cairo_t* context, PictureDecoder* decoder, double leastWidth = 0);
 
   void BeginPage(const Page& page, std::size_t number) override;
   void EndPage() override;
@@ -38,9 +39,11 @@ class CairoRenderer : public Renderer {
 
  private:
   void SetInk(Colour colour);
+  void SetEnds(cairo_line_cap_t ends, cairo_line_join_t joins);
   void Paint(const Operation& operation, const Fill& inside);
 
   cairo_t* context_;
+  double leastWidth_;
   double reach_;                      // mm from the origin
   std::unique_ptr<CairoText> texts_;  // made for the first text
   CairoPictures pictures_;

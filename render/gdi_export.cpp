@@ -147,7 +147,10 @@ std::string WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, c
   const bool fits =
       std::min(width, height) >= 1 && std::max(width, height) <= MaxSide && width * height <= MaxArea;
   if (!fits) return "a PNG picture has 1 to 32767 pixels a side and 400 million in all";
-  const ViewFrame frame = {static_cast<int>(width), static_cast<int>(height), {scale, scale, 0, 0}};
+  const ViewFrame frame = {.Width = static_cast<int>(width),
+                           .Height = static_cast<int>(height),
+                           .Place = {scale, scale, 0, 0},
+                           .IsForFile = true};
   PngFile file(frame.Width, frame.Height, dpi);
   GdiView view(list, how.Decoder, how.NudgesRightAngles);
   const bool written = view.DrawRows(

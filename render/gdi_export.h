@@ -19,8 +19,8 @@ struct GdiExport {
 // An enhanced metafile of the page, at true size, in hundredths of a millimetre.
 std::string WriteEmf(const DisplayList& list, std::size_t page, const GdiExport& how, ByteSink& sink);
 
-// An antialiased picture of the page on white, which says its density. Of 1 to 32767 pixels a side and 400
-// million in all.
+// An antialiased picture of the page on white, which says its density. Strokes are as wide as they say. Of 1
+// to 32767 pixels a side and 400 million in all.
 std::string WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, const GdiExport& how,
                         ByteSink& sink);
 

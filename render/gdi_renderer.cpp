@@ -1,6 +1,7 @@
 #include "render/gdi_renderer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -13,6 +14,9 @@ namespace {
 constexpr double LeastSize = 1e-6;
 // Pixels by which the sides that stand for a curve may lie beside it.
 constexpr double Tolerance = 0.1;
+// Pixels: a wider pen would show that it ends square to the last of the curve's sides, whose ends are rounded
+// to pixels, and not to the curve.
+constexpr double WidestSquarePen = 4;
 // The largest number that the device's own arithmetic can take.
 constexpr double MaxUnits = 50'000'000;
 
@@ -48,8 +52,9 @@ GdiRenderer::GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock
   Place(transform);
 }
 
-GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock)
-    : context_(target.Handle()), stock_(stock) {
+GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock,
+                         std::optional<double> leastWidth)
+    : context_(target.Handle()), stock_(stock), leastWidth_(leastWidth) {
   Place(transform);
   GdiBitmap& bitmap = target.Bitmap();
   canvas_.emplace(bitmap.Pixels(), bitmap.Width(), bitmap.Height());
@@ -95,7 +100,7 @@ bool GdiRenderer::IsVisible(const Box& box, double width) const {
 }
 
 double GdiRenderer::HalfWidth(const Operation& operation) const {
-  return std::max(operation.Width, pixelMm_) / 2;
+  return std::max(operation.Width, leastWidth_.value_or(pixelMm_)) / 2;
 }
 
 void GdiRenderer::SelectInk(Colour ink) {
@@ -111,17 +116,21 @@ void GdiRenderer::SelectInk(Colour ink) {
   }
 }
 
-void GdiRenderer::SelectStroke(Colour ink, int width) {
-  if (!pen_ || penInk_ != ink || penWidth_ != width) {
+void GdiRenderer::SelectStroke(Colour ink, int width, PathEnds ends) {
+  const bool isSquare = ends == PathEnds::Square;
+  if (!pen_ || penInk_ != ink || penWidth_ != width || isPenSquare_ != isSquare) {
     const LOGBRUSH colour{BS_SOLID, ink, 0};
-    constexpr DWORD style = PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND;
-    UniqueGdi<HPEN> pen(ExtCreatePen(style, static_cast<DWORD>(width), &colour, 0, nullptr));
+    // Round joins between the sides of an arc might reach over ends that are near.
+    const DWORD style = isSquare ? PS_ENDCAP_FLAT | PS_JOIN_BEVEL : PS_ENDCAP_ROUND | PS_JOIN_ROUND;
+    UniqueGdi<HPEN> pen(
+        ExtCreatePen(PS_GEOMETRIC | PS_SOLID | style, static_cast<DWORD>(width), &colour, 0, nullptr));
     Expect(pen != nullptr, "the device has no more pens");
     if (!pen) return;
     SelectObject(context_, pen.get());
     pen_ = std::move(pen);
     penInk_ = ink;
     penWidth_ = width;
+    isPenSquare_ = isSquare;
   } else {
     SelectObject(context_, pen_.get());
   }
@@ -142,21 +151,26 @@ void GdiRenderer::PaintDot(const Operation& operation, Point at) {
   if (operation.Width <= 0) return;
   stroke_.Clear();
   stroke_.StrokeSegment(at, at, HalfWidth(operation));
+  FillStroke(operation.Ink);
+}
+
+void GdiRenderer::FillStroke(Colour ink) {
   RoundPoints(stroke_.At(0));
   SelectObject(context_, GetStockObject(NULL_PEN));
-  SelectInk(operation.Ink);
+  SelectInk(ink);
   Expect(::Polygon(context_, points_.data(), static_cast<int>(points_.size())) != 0,
-         "the device cannot draw a dot");
+         "the device cannot draw a stroke");
 }
 
 void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path,
-                               bool closed) {
+                               PathEnds ends) {
   if (!RoundPoints(path)) {
     PaintDot(operation, path.front());
     return;
   }
   if (operation.Width > 0) {
-    SelectStroke(operation.Ink, static_cast<int>(RoundedUnit(std::max(1.0, operation.Width / pixelMm_))));
+    SelectStroke(operation.Ink, static_cast<int>(RoundedUnit(std::max(1.0, operation.Width / pixelMm_))),
+                 ends);
   } else {
     SelectObject(context_, GetStockObject(NULL_PEN));
   }
@@ -166,8 +180,8 @@ void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, s
     SelectObject(context_, GetStockObject(NULL_BRUSH));
   }
   const auto count = static_cast<int>(points_.size());
-  const BOOL drawn =
-      closed ? ::Polygon(context_, points_.data(), count) : Polyline(context_, points_.data(), count);
+  const BOOL drawn = ends == PathEnds::None ? ::Polygon(context_, points_.data(), count)
+                                            : Polyline(context_, points_.data(), count);
   Expect(drawn != 0, "the device cannot draw a figure");
 }
 
@@ -178,22 +192,29 @@ PixelCanvas& GdiRenderer::Canvas() {
 
 // Paints the figure whose edge is the polygon in shape_; stroke adds the outline of its stroke to stroke_.
 template <class Stroke>
-void GdiRenderer::Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke) {
+void GdiRenderer::Paint(const Operation& operation, const Fill& inside, PathEnds ends, Stroke stroke) {
   const std::span<const Point> path = shape_.At(0);
   if (path.empty() || (operation.Width <= 0 && !inside.Solid)) return;
-  if (!canvas_) {
-    PaintWithPen(operation, inside, path, closed);
+  // What has square ends has no inside.
+  const bool isWideAndSquare = ends == PathEnds::Square && operation.Width > WidestSquarePen * pixelMm_;
+  if (!canvas_ && !isWideAndSquare) {
+    PaintWithPen(operation, inside, path, ends);
     return;
   }
   if (inside.Solid) Canvas().Fill(shape_, transform_, inside.Ink);
   if (operation.Width <= 0) return;
   stroke_.Clear();
   stroke(HalfWidth(operation));
-  Canvas().Fill(stroke_, transform_, operation.Ink);
+  if (canvas_) {
+    Canvas().Fill(stroke_, transform_, operation.Ink);
+  } else {
+    FillStroke(operation.Ink);
+  }
 }
 
-void GdiRenderer::PaintPath(const Operation& operation, const Fill& inside, bool closed) {
-  Paint(operation, inside, closed, [&](double half) { stroke_.StrokePath(shape_.At(0), closed, half); });
+void GdiRenderer::PaintPath(const Operation& operation, const Fill& inside, PathEnds ends) {
+  Paint(operation, inside, ends,
+        [&](double half) { stroke_.StrokePath(shape_.At(0), ends == PathEnds::None, half); });
 }
 
 void GdiRenderer::Line(const Operation& operation, const LineShape& line) {
@@ -202,7 +223,7 @@ void GdiRenderer::Line(const Operation& operation, const LineShape& line) {
   shape_.Add(line.From);
   if (line.To != line.From) shape_.Add(line.To);
   shape_.Close();
-  PaintPath(operation, {}, false);
+  PaintPath(operation, {}, PathEnds::Round);
 }
 
 void GdiRenderer::Rectangle(const Operation& operation, const RectangleShape& rectangle) {
@@ -211,12 +232,18 @@ void GdiRenderer::Rectangle(const Operation& operation, const RectangleShape& re
   shape_.Clear();
   for (const Point corner : {from, Point{to.X, from.Y}, to, Point{from.X, to.Y}}) shape_.Add(corner);
   shape_.Close();
-  PaintPath(operation, rectangle.Inside, true);
+  PaintPath(operation, rectangle.Inside, PathEnds::None);
 }
 
 void GdiRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                           std::span<const Point> corners) {
   if (corners.empty()) return;
+  Operation drawn = operation;
+  std::array<Point, 4> stroke;
+  if (leastWidth_ && polygon.Use == PolygonUse::Stroke) {
+    drawn = WithExactWidth(operation, polygon);
+    corners = stroke = WidenedStroke(corners, *leastWidth_);
+  }
   Box box = BoxOf(corners.front(), corners.front());
   shape_.Clear();
   for (const Point& corner : corners) {
@@ -225,7 +252,7 @@ void GdiRenderer::Polygon(const Operation& operation, const PolygonShape& polygo
     shape_.Add(corner);
   }
   shape_.Close();
-  if (IsVisible(box, 2 * HalfWidth(operation))) PaintPath(operation, polygon.Inside, true);
+  if (IsVisible(box, 2 * HalfWidth(drawn))) PaintPath(drawn, polygon.Inside, PathEnds::None);
 }
 
 void GdiRenderer::Contour(const Operation& operation, const ContourShape& contour,
@@ -248,7 +275,7 @@ void GdiRenderer::Contour(const Operation& operation, const ContourShape& contou
     }
   }
   shape_.Close();
-  Paint(operation, contour.Inside, true, [&](double half) {
+  Paint(operation, contour.Inside, PathEnds::None, [&](double half) {
     for (std::size_t i = 0; i < pieces.size(); ++i) {
       const ContourArc& piece = pieces[i];
       const ContourArc& next = pieces[i + 1 == pieces.size() ? 0 : i + 1];
@@ -273,11 +300,18 @@ void GdiRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   if (isPie) shape_.Add(circle.Centre);
   shape_.AddArc(circle.Centre, circle.RadiusX, circle.RadiusY, circle.StartAngle, sweep);
   shape_.Close();
-  if (circle.RadiusX != circle.RadiusY) {
-    PaintPath(operation, circle.Inside, circle.Form != CircleForm::Arc);
+  if (circle.Butt) {
+    Paint(operation, {}, PathEnds::Square, [&](double half) {
+      stroke_.StrokeButtArc(circle.Centre, circle.RadiusX, circle.RadiusY, circle.StartAngle, sweep, half);
+    });
     return;
   }
-  Paint(operation, circle.Inside, circle.Form != CircleForm::Arc, [&](double half) {
+  const PathEnds ends = circle.Form == CircleForm::Arc ? PathEnds::Round : PathEnds::None;
+  if (circle.RadiusX != circle.RadiusY) {
+    PaintPath(operation, circle.Inside, ends);
+    return;
+  }
+  Paint(operation, circle.Inside, ends, [&](double half) {
     if (isFull) {
       stroke_.StrokeCircle(circle.Centre, circle.RadiusX, half);
     } else {

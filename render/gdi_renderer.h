@@ -61,8 +61,10 @@ class GdiRenderer : public Renderer {
   // that is played. All must outlive the renderer.
   GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock, const DisplayList& list);
   // Draws into a bitmap, where GDI sets the texts alone: its figures and pens may lie a whole pixel beside
-  // their places, and wide pens are slow.
-  GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock);
+  // their places, and wide pens are slow. With leastWidth, mm, it is for a file: there strokes are exactly as
+  // wide as they say, but widened to leastWidth where they are thinner.
+  GdiRenderer(const BitmapDc& target, const DeviceTransform& transform, GdiStock& stock,
+              std::optional<double> leastWidth = {});
 
   // For the pages that follow.
   void Place(const DeviceTransform& transform);
@@ -95,17 +97,22 @@ class GdiRenderer : public Renderer {
   bool IsVisible(const Box& box, double width) const;
   double HalfWidth(const Operation& operation) const;
 
+  enum class PathEnds : std::uint8_t { None, Round, Square };  // none: the path is closed
+
   template <class Stroke>
-  void Paint(const Operation& operation, const Fill& inside, bool closed, Stroke stroke);
-  void PaintPath(const Operation& operation, const Fill& inside, bool closed);
-  void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path, bool closed);
+  void Paint(const Operation& operation, const Fill& inside, PathEnds ends, Stroke stroke);
+  void PaintPath(const Operation& operation, const Fill& inside, PathEnds ends);
+  void PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path,
+                    PathEnds ends);
   void PaintDot(const Operation& operation, Point at);
+  // The first contour in stroke_.
+  void FillStroke(Colour ink);
   // Those of a path in points_; false when they are all the same.
   bool RoundPoints(std::span<const Point> path);
   PixelCanvas& Canvas();
 
   void SelectInk(Colour ink);
-  void SelectStroke(Colour ink, int width);
+  void SelectStroke(Colour ink, int width, PathEnds ends);
   // An opaque picture of this size: what lies below the picture, with the picture upon it.
   GdiBitmap WithGround(const Operation& operation, const PictureShape& shape, const PixelView& picture,
                        int width, int height);
@@ -121,6 +128,7 @@ class GdiRenderer : public Renderer {
   std::optional<PixelCanvas> canvas_;  // none where pens draw
   bool hasPendingTexts_ = false;       // which GDI may not have put into the bitmap yet
   double pixelMm_ = 0;                 // the side of a pixel, the larger one where they differ
+  std::optional<double> leastWidth_{};
   Contours shape_, stroke_;
   std::vector<POINT> points_;
   int saved_ = 0;
@@ -129,6 +137,7 @@ class GdiRenderer : public Renderer {
   UniqueGdi<HPEN> pen_;
   Colour penInk_ = 0;
   int penWidth_ = 0;
+  bool isPenSquare_ = false;
   std::string failure_;
 };
 

@@ -3,6 +3,7 @@
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace vaxel {
@@ -48,7 +49,9 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
   }
   const BitmapDc context(band);
   DeviceTransform place = frame.Place.Enlarged(Multiple);
-  GdiRenderer renderer(context, place, stock_);
+  std::optional<double> leastWidth;
+  if (frame.IsForFile) leastWidth = 1 / std::min(frame.Place.PixelsPerMmX, frame.Place.PixelsPerMmY);
+  GdiRenderer renderer(context, place, stock_, leastWidth);
   for (int top = 0; top < frame.Height; top += bandRows) {
     const int count = std::min(bandRows, frame.Height - top);
     std::fill_n(band.Pixels(), band.PixelCount(), OpaquePixel(frame.Paper));

@@ -14,7 +14,8 @@ namespace vaxel {
 struct ViewFrame {
   int Width = 0, Height = 0;  // pixels, above 0
   DeviceTransform Place{};
-  Colour Paper = White;  // everywhere where nothing is drawn
+  Colour Paper = White;    // everywhere where nothing is drawn
+  bool IsForFile = false;  // its strokes are as wide as they say, at least a pixel; else as a window has them
 };
 
 // Antialiased pictures of the pages of one list, which must outlive the view and may grow meanwhile. What one

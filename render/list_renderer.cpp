@@ -77,7 +77,7 @@ void ListRenderer::Rectangle(const Operation& operation, const RectangleShape& r
 
 void ListRenderer::Polygon(const Operation& operation, const PolygonShape& polygon,
                            std::span<const Point> corners) {
-  Begin("polygon", operation, polygon.Inside);
+  Begin("polygon", WithExactWidth(operation, polygon), polygon.Inside);
   for (const Point& corner : corners) Put(corner);
   EndLine();
 }
@@ -107,6 +107,7 @@ void ListRenderer::Circle(const Operation& operation, const CircleShape& circle)
     Put(" ", circle.StartAngle * DegreesPerRadian);
     Put(" ", circle.EndAngle * DegreesPerRadian);
   }
+  if (circle.Butt) text_ += " butt";
   EndLine();
 }
 

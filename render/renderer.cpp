@@ -69,6 +69,23 @@ void PlayAll(const DisplayList& list, Renderer& renderer) {
   for (std::size_t page = 0; page < list.Pages().size(); ++page) PlayPage(list, page, renderer);
 }
 
+Operation WithExactWidth(const Operation& operation, const PolygonShape& polygon) {
+  Operation exact = operation;
+  if (polygon.Use == PolygonUse::Stroke) exact.Width = 0;
+  return exact;
+}
+
+std::array<Point, 4> WidenedStroke(std::span<const Point> corners, double leastWidth) {
+  std::array<Point, 4> widened = {corners[0], corners[1], corners[2], corners[3]};
+  const Point across = corners[0] - corners[1];
+  const double width = std::hypot(across.X, across.Y);
+  if (width == 0 || width >= leastWidth) return widened;
+  const Point more = across * ((leastWidth / width - 1) / 2);
+  for (const std::size_t left : {0U, 3U}) widened[left] = widened[left] + more;
+  for (const std::size_t right : {1U, 2U}) widened[right] = widened[right] - more;
+  return widened;
+}
+
 Point PointOnCircle(const CircleShape& circle, double angle) {
   return {circle.Centre.X + circle.RadiusX * std::cos(angle),
           circle.Centre.Y - circle.RadiusY * std::sin(angle)};

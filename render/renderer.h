@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <span>
@@ -40,6 +41,12 @@ void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer, con
 // The same of a page as it was before one of its operations.
 void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer);
 void PlayAll(const DisplayList& list, Renderer& renderer);
+
+// The operation of a polygon as it is drawn where a stroke is exactly as wide as it says: that of a stroke
+// has no outline.
+Operation WithExactWidth(const Operation& operation, const PolygonShape& polygon);
+// The corners of a stroke (PolygonUse::Stroke), widened about its axis to leastWidth where it is thinner.
+std::array<Point, 4> WidenedStroke(std::span<const Point> corners, double leastWidth);
 
 // The point of a circle, or of a contour's piece, at an angle; y runs downward.
 Point PointOnCircle(const CircleShape& circle, double angle);

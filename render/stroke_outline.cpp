@@ -78,6 +78,24 @@ void Contours::StrokeArc(Point centre, double radius, double startAngle, double 
   Close();
 }
 
+void Contours::StrokeButtArc(Point centre, double radiusX, double radiusY, double startAngle, double sweep,
+                             double half) {
+  // Where an ellipse is most curved, a step of the angle turns the curve so many times as far.
+  const double slim = std::max(radiusX, radiusY) / std::min(radiusX, radiusY);
+  const int steps = StepsOf(std::max(radiusX, radiusY) + half * slim * slim, sweep, tolerance_);
+  const auto addBeside = [&](int step, double distance) {
+    const double angle = startAngle + sweep * step / steps;
+    const Point normal = {radiusY * std::cos(angle), -radiusX * std::sin(angle)};
+    const double length = std::hypot(normal.X, normal.Y);
+    const double curveRadius = length * length * length / (radiusX * radiusY);
+    const Point onCurve = {centre.X + radiusX * std::cos(angle), centre.Y - radiusY * std::sin(angle)};
+    points_.push_back(onCurve + normal * (std::max(distance, -curveRadius) / length));
+  };
+  for (int step = 0; step <= steps; ++step) addBeside(step, half);
+  for (int step = steps; step >= 0; --step) addBeside(step, -half);
+  Close();
+}
+
 void Contours::StrokeCircle(Point centre, double radius, double half) {
   AddArc(centre, radius + half, radius + half, 0, 2 * HalfTurn);
   Close();

@@ -1,4 +1,4 @@
-// The outlines of strokes with round ends and joins, to be filled.
+// The outlines of strokes, to be filled. Ends and joins are round but where they are said to be square.
 // Lengths are in one unit, that of the points; y runs downward, angles are radians, counter-clockwise as the
 // reader sees them.
 #pragma once
@@ -33,6 +33,10 @@ class Contours {
   void StrokePath(std::span<const Point> path, bool closed, double half);
   // sweep: at most a whole turn.
   void StrokeArc(Point centre, double radius, double startAngle, double sweep, double half);
+  // A part of an ellipse with level axes whose ends are square; sweep: above 0, at most a whole turn. A
+  // stroke that is wider than the curve is round is left out beyond the curve's middle.
+  void StrokeButtArc(Point centre, double radiusX, double radiusY, double startAngle, double sweep,
+                     double half);
   void StrokeCircle(Point centre, double radius, double half);
 
  private:

@@ -180,7 +180,7 @@ void SvgRenderer::Polygon(const Operation& operation, const PolygonShape& polygo
     Number(corner.Y);
   }
   text_ += '"';
-  Finish(operation, polygon.Inside);
+  Finish(WithExactWidth(operation, polygon), polygon.Inside);
 }
 
 // Two halves, by the middle: the ends of an arc of nearly a whole turn are the same point when rounded, and
@@ -237,6 +237,8 @@ void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) 
       PointOnCircle(circle, circle.EndAngle));
   if (circle.Form == CircleForm::Pie) text_ += " Z";
   text_ += '"';
+  // Round joins would reach over the ends of an arc that is shorter than it is wide.
+  if (circle.Butt) text_ += " stroke-linecap=\"butt\" stroke-linejoin=\"bevel\"";
   Finish(operation, circle.Inside);
 }
 

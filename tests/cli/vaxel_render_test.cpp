@@ -52,6 +52,15 @@ TEST_F(VaxelRender, TellsTheTargetItsSize) {
   EXPECT_EQ(Run("--format list -D Long=10 -D %b=1 var.dat").Printed.substr(7), list(""));
 }
 
+// Files hold strokes finer than the screen's pixel, and without the outline that a screen gives them.
+TEST_F(VaxelRender, DrawsFineStrokes) {
+  Write("fine.dat", "EpaisT = 0.01mm\nTrait = 0, 0, 10, 0\nTrait = 0, 0, 10, 0, 0.2mm§C\n");
+  EXPECT_EQ(Run("--format list fine.dat").Printed,
+            "page 1  200.000 x 200.000\nline 2  #000000 0.042  100.000,100.000 110.000,100.000\n"
+            "polygon 3  #000000 0.000 fill #000000  100.000,100.100 100.000,99.900 110.000,99.900 "
+            "110.000,100.100\n");
+}
+
 TEST_F(VaxelRender, MakesOneFileAPage) {
   Write("pages.dat", "X = 0,0,1\nNPage\nX = 0,0,2\n");
   EXPECT_EQ(Run("--target printer -o p.svg -o p.pdf pages.dat").Status, 0);

@@ -2,8 +2,8 @@
 // are apart by blank lines:
 //
 //   # why, or how the numbers were worked out
-//   @printer, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, the variables and
-//   the answer to boxes, if need be
+//   @printer, @pixels, @zoom 2, @zmm 1.25, @offset 30 -20, @set %Name value, @cancel     the target, which is
+//   for a file unless it shows its own pixels, the variables and the answer to boxes, if need be
 //   @file NAME text\nmore, @answer text     a file that there is, its line ends as "\n"; the next answer to a
 //   question, "cancel" for none
 //   @picture logo.png 120 60 300     a picture file that there is, so many pixels across and down and an inch
@@ -63,6 +63,7 @@ void ReadDirective(std::istringstream line, RunSettings& settings) {
   std::string name;
   line >> name;
   if (name == "@printer") settings = ForPrinter();
+  if (name == "@pixels") settings.Target.IsPixelDevice = true;
   if (name == "@zoom") line >> settings.Target.Zoom;
   if (name == "@zmm") line >> settings.Target.Zmm;
   if (name == "@cancel") settings.AnswersOk = false;

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <variant>
+
+#include "drawing/pen.h"
 
 namespace vaxel {
 namespace {
@@ -15,6 +18,34 @@ TEST(DrawSurface, RefusesCoordinatesThatNoFormatHolds) {
   EXPECT_THROW(surface.PSet(std::numeric_limits<double>::quiet_NaN(), 0, 0), CoordinateOverflow);
   EXPECT_THROW(surface.Circle(0, 0, -1e10, 0), CoordinateOverflow);
   EXPECT_EQ(list.Size(), 0U);
+}
+
+TEST(DrawSurface, OutlinesSquareEndsForPixelDevicesAlone) {
+  for (const bool isPixelDevice : {false, true}) {
+    DisplayList list;
+    DrawSurface surface(list);
+    surface.Begin({.PixelMm = 0.5, .IsPixelDevice = isPixelDevice});
+    DrawStroke(surface, {.Width = 4, .SquareEnds = true}, {10, 10}, {20, 10}, 0);
+    EXPECT_EQ(list.At(0).Width, isPixelDevice ? 0.5 : 0);
+    EXPECT_EQ(std::get<PolygonShape>(list.At(0).Figure).Use, PolygonUse::Stroke);
+  }
+}
+
+// A pixel finer than the printers' is still drawn; one of a device of its own is always 1.
+TEST(DrawSurface, IsAsFineInFilesAsAPrinter) {
+  struct Case {
+    double PixelMm;
+    bool IsPixelDevice;
+    double LeastMm;
+  };
+  constexpr double printer = 25.4 / 600;
+  for (const auto& [pixelMm, isPixelDevice, leastMm] :
+       {Case{0.5, false, printer}, {printer, false, printer}, {0.01, false, 0.01}, {0.5, true, 0.5}}) {
+    DisplayList list;
+    DrawSurface surface(list);
+    surface.Begin({.PixelMm = pixelMm, .IsPixelDevice = isPixelDevice, .Zoom = 3});
+    EXPECT_DOUBLE_EQ(surface.LeastWidth() * pixelMm, leastMm) << pixelMm;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What comes out, measured on the pixels: PDF through poppler, SVG through librsvg, PNG as written.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -131,6 +132,34 @@ std::vector<Sheet> DrawFigures(DisplayList& list) {
   return sheets;
 }
 
+// Parts of circles and ellipses with square ends: each end lies on its ray.
+std::vector<Sheet> DrawButtArcs(DisplayList& list) {
+  struct ButtArc {
+    const char* Name;
+    CircleShape Shape;
+    double Width;
+    Picture::Box Ink;
+    double Area;
+  };
+  const auto arc = [](double radiusX, double radiusY, double sweep) {
+    return CircleShape{{20, 20}, radiusX, radiusY, 0, sweep, {}, CircleForm::Arc, true};
+  };
+  const std::array<ButtArc, 3> arcs = {
+      {// A quarter of the ring between the radii 8 and 12: π/4·(12² − 8²).
+       {"butt-quarter", arc(10, 10, Turn / 4), 4, {20, 8, 32, 20}, 62.832},
+       // Its ends stand square on the axes; 14.533 long, a quarter of 58.130, and 2 wide.
+       {"butt-ellipse", arc(12, 6, Turn / 4), 2, {20, 13, 33, 20}, 29.065},
+       // Shorter than it is wide: 10° of the ring between 7 and 13, from 7·cos 10° to 13, 13·sin 10° high.
+       {"butt-short", arc(10, 10, 10 * Degree), 6, {26.8937, 17.7426, 33, 20}, 10.472}}};
+  std::vector<Sheet> sheets;
+  for (const auto& [name, shape, width, ink, area] : arcs) {
+    list.BeginPage(40, 30);
+    list.Add({width, Black, 1, shape});
+    sheets.push_back({name, ink, area, 0.1});
+  }
+  return sheets;
+}
+
 constexpr double Agreement = 0.05;
 
 void ExpectBox(const Picture::Box& measured, const Picture::Box& expected, const std::string& what) {
@@ -169,6 +198,55 @@ TEST(MeasuredOutput, AllRenderersDrawTheSameContours) {
   DisplayList list;
   const std::vector<Sheet> sheets = DrawOutlines(list);
   ExpectSheets(list, sheets, "contours");
+}
+
+TEST(MeasuredOutput, ArcsEndOnTheRaysOfTheirEnds) {
+  DisplayList list;
+  const std::vector<Sheet> sheets = DrawButtArcs(list);
+  ExpectSheets(list, sheets, "butt-arcs");
+}
+
+// The width of a stroke of 30 mm in the middle of a sheet: all of its ink over its length.
+double WidthOf(const Picture& picture, bool isRound) {
+  constexpr double length = 30;
+  const double ink = picture.InkIn(picture.Whole());
+  // Round ends add a circle of the width.
+  const double quarterPi = std::numbers::pi / 4;
+  return isRound ? (std::sqrt(length * length + 4 * quarterPi * ink) - length) / (2 * quarterPi)
+                 : ink / length;
+}
+
+TEST(MeasuredOutput, StrokesAreAsWideAsTheySay) {
+  constexpr double tolerance = 0.005, pngDpi = 300, pngPixel = 25.4 / pngDpi;
+  struct Case {
+    double Width;
+    double Drawn;  // no less than 1/600 inch
+    bool IsPixelDevice;
+    double ReaderDpi = Dpi;  // poppler draws level strokes a whole number of pixels wide
+  };
+  for (const auto& [width, drawn, isPixelDevice, readerDpi] :
+       {Case{0.2, 0.2, false}, {0.05, 0.05, false}, {0.01, 25.4 / 600, false, 1200}, {0.5, 0.5, true}}) {
+    for (const char* pen : {"C", "R"}) {
+      for (const int angle : {0, 17, 90}) {
+        RunSettings settings;
+        settings.Target.WidthMm = settings.Target.HeightMm = 40;
+        settings.Target.IsPixelDevice = isPixelDevice;
+        const std::string name = std::to_string(width) + pen + std::to_string(angle);
+        const ScriptRun run =
+            RunText("CT = " + std::to_string(angle) + "°, -15, N\nTrait = 0, 0, " + std::to_string(angle) +
+                        "°, 30, " + std::to_string(width) + "mm§" + pen,
+                    settings);
+        ASSERT_EQ(run.End, RunEnd::Completed) << run.Reason();
+        const bool isRound = *pen == 'R';
+        EXPECT_NEAR(WidthOf(ThroughSvg(run.List, "width", readerDpi), isRound), drawn, tolerance) << name;
+        EXPECT_NEAR(WidthOf(ThroughPdf(run.List, "width", readerDpi), isRound), drawn, tolerance) << name;
+        // A picture draws no less than a pixel of its own.
+        EXPECT_NEAR(WidthOf(ThroughPng(run.List, "width", pngDpi), isRound), std::max(drawn, pngPixel),
+                    tolerance)
+            << name;
+      }
+    }
+  }
 }
 
 TEST(MeasuredOutput, AHundredMillimetresAreAHundredMillimetres) {

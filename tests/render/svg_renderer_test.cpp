@@ -40,6 +40,10 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
   add(6, CircleShape{{10, 10}, 5, 5, 0, turn / 2, {}, CircleForm::Arc});
   add(7, CircleShape{{10, 10}, 5, 5, 0, turn / 4, blue, CircleForm::Pie});
   add(8, PointShape{{7, 7}});
+  add(8, CircleShape{{10, 10}, 5, 5, 0, turn / 2, {}, CircleForm::Arc, true});
+  // What outlines a stroke belongs to devices of pixels.
+  list.AddPolygon(std::array{Point{1, 2}, Point{1, 1}, Point{9, 1}, Point{9, 2}}, blue, {0.25, 0, 8, {}},
+                  PolygonUse::Stroke);
   const Operation red{0, MakeColour(255, 0, 0), 9, {}};
   list.AddText("1 < 2 & \"µ\"", {"Arial", true, true}, {{4, 5}, -turn / 12, 3.5, 10.25}, red);
   list.AddText("x ", {"D'Or \\", false, false}, {{4, 5}, 0, 3.5, 0}, red);
@@ -66,6 +70,9 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
       "stroke=\"#ff0000\" "
       "stroke-width=\"0.25\" data-line=\"7\"/>\n"
       "<line x1=\"7\" y1=\"7\" x2=\"7\" y2=\"7\" stroke=\"#ff0000\" stroke-width=\"0.25\" data-line=\"8\"/>\n"
+      "<path d=\"M15 10 A5 5 0 0 0 10 5 A5 5 0 0 0 5 10\" stroke-linecap=\"butt\" stroke-linejoin=\"bevel\" "
+      "stroke=\"#ff0000\" stroke-width=\"0.25\" data-line=\"8\"/>\n"
+      "<polygon points=\"1,2 1,1 9,1 9,2\" fill=\"#0000ff\" data-line=\"8\"/>\n"
       "<text x=\"4\" y=\"5\" transform=\"rotate(30 4 5)\" font-family=\"'Arial','Liberation Sans',Arimo,"
       "sans-serif\" font-weight=\"bold\" font-style=\"italic\" font-size=\"3.5\" textLength=\"10.25\" "
       "lengthAdjust=\"spacingAndGlyphs\" fill=\"#ff0000\" data-line=\"9\">1 &lt; 2 &amp; "

@@ -67,7 +67,11 @@ class StringSink : public ByteSink {
 
 RunSettings ForPrinter() {
   RunSettings settings;
-  settings.Target = {.Kind = TargetKind::Printer, .WidthMm = 210, .HeightMm = 297, .PixelMm = 25.4 / 600};
+  settings.Target = {.Kind = TargetKind::Printer,
+                     .WidthMm = 210,
+                     .HeightMm = 297,
+                     .PixelMm = 25.4 / 600,
+                     .IsPixelDevice = false};
   return settings;
 }
 

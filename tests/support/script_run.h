@@ -13,7 +13,7 @@
 namespace vaxel::test {
 
 struct RunSettings {
-  RunTarget Target{};
+  RunTarget Target = {.IsPixelDevice = false};  // what comes of it is for a file
   std::vector<std::pair<std::string, std::string>> Variables{};
   std::string FileName = "dial.dat";
   int LangBase = 0;

@@ -32,8 +32,9 @@ GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings, std::str
   std::fill_n(bitmap.Pixels(), bitmap.PixelCount(), 0xFFFFFFFF);
   const BitmapDc context(bitmap);
   GdiStock stock(settings.Decoder, settings.NudgesRightAngles);
-  GdiRenderer renderer = settings.UsesPens ? GdiRenderer(context.Handle(), settings.Transform, stock, list)
-                                           : GdiRenderer(context, settings.Transform, stock);
+  GdiRenderer renderer = settings.UsesPens
+                             ? GdiRenderer(context.Handle(), settings.Transform, stock, list)
+                             : GdiRenderer(context, settings.Transform, stock, settings.LeastWidth);
   PlayPage(list, 0, renderer);
   GdiFlush();
   if (failure) *failure = renderer.Failure();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "drawing/display_list.h"
@@ -25,6 +26,7 @@ struct DrawnSettings {
   bool NudgesRightAngles = false;
   PictureDecoder* Decoder = nullptr;
   int Width = 1000, Height = 1000;
+  std::optional<double> LeastWidth{};  // see GdiRenderer
 };
 
 // White, with the first page upon it.

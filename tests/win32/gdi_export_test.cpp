@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 #include "render/gdi_pictures.h"
@@ -89,6 +90,34 @@ TEST(GdiExport, WritesPngThatKnowsItsSize) {
   EXPECT_EQ(at(30, 12.34), 0xFF000000U);
   EXPECT_EQ(at(75, 55), 0xFF000000U);
   EXPECT_EQ(at(30, 13), 0xFFFFFFFFU);
+}
+
+// A stroke of 1 mm that a window of 4 pixels a millimetre outlines, and one of 0.01 mm, which becomes a
+// pixel.
+TEST(GdiExport, WritesPngWithStrokesAsWideAsTheySay) {
+  DisplayList list;
+  list.BeginPage(25.4, 25.4);
+  const std::array corners = {Point{5, 10.5}, Point{5, 9.5}, Point{20, 9.5}, Point{20, 10.5}};
+  list.AddPolygon(corners, {true, Black}, {0.25, Black, 1, {}}, PolygonUse::Stroke);
+  list.Add({0.01, Black, 1, LineShape{{5, 20}, {20, 20}}});
+  constexpr double dpi = 600;
+  Memory memory;
+  ASSERT_EQ(WriteGdiPng(list, 0, dpi, {}, memory), "");
+  Picture picture;
+  ASSERT_EQ(ReadPicture(memory.Bytes, picture), PictureFault::None);
+  std::string error;
+  std::vector<std::uint32_t> pixels;
+  ASSERT_TRUE(MakeImagingDecoder(error)->Decode(picture, pixels));
+  const auto width = [&](double from, double to) {
+    double ink = 0;
+    for (auto y = static_cast<std::size_t>(from * dpi / 25.4); y < static_cast<std::size_t>(to * dpi / 25.4);
+         ++y) {
+      ink += 1 - (pixels[y * picture.Width + picture.Width / 2] & 0xFF) / 255.0;
+    }
+    return ink * 25.4 / dpi;
+  };
+  EXPECT_NEAR(width(8, 12), 1, 0.01);
+  EXPECT_NEAR(width(18, 22), 25.4 / dpi, 0.01);
 }
 
 TEST(GdiExport, RefusesPicturesThatNobodyCanHold) {

@@ -132,6 +132,63 @@ TEST(GdiRenderer, StrokesNothingWithoutWidth) {
   }
 }
 
+struct ButtArc {
+  const char* Name;
+  double RadiusX, RadiusY, Sweep, Width;  // from 0°
+  double Left, Top, Right, Bottom;        // of the ink, mm from the centre
+  double Area;                            // mm²
+};
+
+const ButtArc ButtArcs[] = {
+    // π/4·(12² − 8²)
+    {"quarter", 10, 10, Pi2, 4, 0, -12, 12, 0, 62.832},
+    // 14.533 long.
+    {"ellipse", 12, 6, Pi2, 2, 0, -7, 13, 0, 29.065},
+    // Shorter than it is wide: 10° between the radii 7 and 13.
+    {"short", 10, 10, Pi2 / 9, 6, 6.8937, -2.2574, 13, 0, 10.472},
+    // As wide as its circle is: half a disc of the radius 4.
+    {"tight", 2, 2, 2 * Pi2, 4, -4, -4, 4, 0, 25.133},
+    {"thin", 10, 10, Pi2, 0.2, 0, -10.1, 10.1, 0, 3.142},
+};
+
+TEST(GdiRenderer, EndsArcsOnTheRaysOfTheirEnds) {
+  for (const ButtArc& arc : ButtArcs) {
+    const Point place = {40.043, 40.027};
+    const DisplayList list = ListOf([&](DisplayList& made) {
+      made.Add({arc.Width, Black, 1,
+                CircleShape{place, arc.RadiusX, arc.RadiusY, 0, arc.Sweep, {}, CircleForm::Arc, true}});
+      // The next pen is round again.
+      made.Add({2, Black, 1, LineShape{{80, 80}, {90, 80}}});
+    });
+    const PixelEdges expected = {(place.X + arc.Left) * 10, (place.Y + arc.Top) * 10, 910, 810};
+    for (const bool usesPens : {false, true}) {
+      const GdiBitmap bitmap = Drawn(list, {.UsesPens = usesPens});
+      EXPECT_EQ(Difference(InkEdges(bitmap), expected, usesPens ? 1.4 : HalfPixel), "")
+          << arc.Name << usesPens;
+      const double area = (arc.Area + 20 + Pi2 * 2) * 100;
+      EXPECT_NEAR(test::InkArea(bitmap), area, usesPens ? 0.05 * area : 0.01 * area) << arc.Name << usesPens;
+      // Nothing reaches over the ends.
+      const int below = static_cast<int>((place.Y + arc.Bottom) * 10 + 1.6);
+      const int x = static_cast<int>((place.X + arc.RadiusX) * 10);
+      EXPECT_EQ(test::PixelAt(bitmap, x, below), 0xFFFFFFU) << arc.Name << usesPens;
+      EXPECT_EQ(test::PixelAt(bitmap, x, below - 4), 0U) << arc.Name << usesPens;
+    }
+  }
+}
+
+// The box of a stroke of 0.2 mm, and around it a pixel of the device, which is 0.4 mm.
+TEST(GdiRenderer, OutlinesStrokesButInFiles) {
+  const DisplayList list = ListOf([](DisplayList& made) {
+    const std::vector<Point> corners = {{20, 30.1}, {20, 29.9}, {40, 29.9}, {40, 30.1}};
+    made.AddPolygon(corners, {true, Black}, {0.4, Black, 1, {}}, PolygonUse::Stroke);
+  });
+  const PixelEdges outlined = {198, 297, 402, 303};
+  EXPECT_EQ(Difference(InkEdges(Drawn(list)), outlined, HalfPixel), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.UsesPens = true})), outlined, 1.05), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.LeastWidth = 0.1})), {200, 299, 400, 301}, HalfPixel), "");
+  EXPECT_EQ(Difference(InkEdges(Drawn(list, {.LeastWidth = 0.6})), {200, 297, 400, 303}, HalfPixel), "");
+}
+
 // As the window shows a drawing that is enlarged a thousand times.
 TEST(GdiRenderer, CutsWhatLiesFarOutside) {
   const DisplayList list = ListOf([](DisplayList& made) {
