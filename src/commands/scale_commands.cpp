@@ -79,11 +79,11 @@ void DrawMarks(RunContext& run, Graduation graduation, const MarkStyle& style) {
 void RunArc(RunContext& run, const Parameters& parameters) {
   ScaleSupport support = run.Support;
   support.SetArc(parameters.RequiredNumber(1), parameters.RequiredNumber(2), parameters.RequiredNumber(3));
-  for (double distance : {support.StartDistance, support.EndDistance}) RequireFinite(distance);
-  support.DrawSupport = !IsNotDrawn(parameters, 4);
-  if (support.DrawSupport) {
-    for (double direction : {support.StartDirection, support.EndDirection}) RequireFinite(direction);
+  for (double derived :
+       {support.StartDistance, support.EndDistance, support.StartDirection, support.EndDirection}) {
+    RequireFinite(derived);
   }
+  support.DrawSupport = !IsNotDrawn(parameters, 4);
   run.Support = support;
   if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }

@@ -40,8 +40,12 @@ void ScaleSupport::SetArc(double startAngle, double endAngle, double radius) {
   StartDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, startAngle);
   EndDistance = CentreOffset == 0 ? radius : PivotDistance(CentreOffset, radius, endAngle);
   StartDirection = CircleDirection(startAngle * RadiansPerDegree, StartDistance);
-  // The circle is the start's, on which the marks lie too.
+  // The circle is the start's, on which the marks lie too. Where the end's ray misses it there is no mark to
+  // end at, and the ray's point at the radius shows the way.
   EndDirection = CircleDirection(endAngle * RadiansPerDegree, StartDistance);
+  if (!std::isfinite(EndDirection)) {
+    EndDirection = CircleDirection(endAngle * RadiansPerDegree, EndDistance);
+  }
   if (StartAngle > EndAngle) std::swap(StartDirection, EndDirection);
 }
 

@@ -34,7 +34,7 @@ class ScaleSupport {
   double CentreOffset = 0;                    // how far the arc's centre lies below the pivot
   double StartDistance = 0, EndDistance = 0;  // from the arc's centre to the points at Radius on its end rays
   // Of the ends of the arc, which lies on the circle through its start, seen from that centre; drawing
-  // radians. The end's is not finite where its ray misses that circle.
+  // radians.
   double StartDirection = 0, EndDirection = 0;
   float Exponent = 1;  // of the power law; 0 while the scale is logarithmic
   bool LogScale = false;
