@@ -36,11 +36,11 @@ struct AppContext : Shell {
   bool IsConfigFailureTold = false;
 
   // In the language of messages, and in that of menus and help.
-  std::string Message(int id) const { return std::string(Strings.Text(State.LangBase + id)); }
+  std::string Message(int id) const { return std::string(Strings.Text(State.LangBase, id)); }
   std::string Message(int id, std::string_view value, std::string_view second = {}) const {
-    return Strings.Text(State.LangBase + id, value, second);
+    return Strings.Text(State.LangBase, id, value, second);
   }
-  std::string MenuText(int id) const { return std::string(Strings.Text(State.HelpLangBase + id)); }
+  std::string MenuText(int id) const { return std::string(Strings.Text(State.HelpLangBase, id)); }
 
   void Tell(BoxIcon icon, const std::string& text) { Dialogs.ShowMessage(icon, "Vaxel", text); }
   YesNoCancel AskYesNoCancel(const std::string& text) { return Dialogs.AskYesNoCancel("Vaxel", text); }

@@ -25,15 +25,6 @@ constexpr std::string_view HeaderMark = "Vaxel V";
 constexpr double MaxZmm = 1000, MinFontSize = 1, MaxFontSize = 200;
 constexpr std::size_t MaxFileBytes = 256U << 20, MaxOwnNameBytes = 64;
 
-// Takes the first line off the text, which is not empty, with its end: CR LF, LF or CR.
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t length = std::min(text.find_first_of("\r\n"), text.size());
-  const std::string_view line = text.substr(0, length);
-  text.remove_prefix(length);
-  text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));
-  return line;
-}
-
 std::string InOneLine(std::string text) {
   for (char& c : text) {
     if (c == '\r' || c == '\n') c = ' ';

@@ -27,7 +27,7 @@ constexpr std::string_view RecentName = "Recent";
 std::vector<std::string> LanguageNames(const StringTable& strings) {
   std::vector<std::string> names;
   for (int i = 0; i < strings.LanguageCount(); ++i) {
-    names.emplace_back(strings.Text(i * LanguageBlock + LanguageNameId));
+    names.emplace_back(strings.Text(i * LanguageBlock, LanguageNameId));
   }
   return names;
 }
@@ -59,7 +59,7 @@ std::optional<WindowPlace> ReadPlace(const std::optional<std::string>& text) {
 }  // namespace
 
 std::string Settings::LanguageText(int index, int id) const {
-  return std::string(app_.Strings.Text((index - 1) * LanguageBlock + id));
+  return std::string(app_.Strings.Text((index - 1) * LanguageBlock, id));
 }
 
 // "Vaxel_de.lng" beside the program, in the order of their names, so that the numbers of languages stay.

@@ -139,7 +139,7 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     WriteResult result = WriteFormat(options, output, list, page, machine, file);
     for (const FontReplacement& font : result.Replaced) {
       machine.Host.ShowNotice(
-          "", 0, machine.Strings.Text(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
+          "", 0, machine.Strings.Text(options.LangBase, FontReplacedNotice, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
     if (result.Error.empty()) result.Error = file.Commit();
