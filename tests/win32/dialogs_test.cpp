@@ -13,7 +13,7 @@
 
 #include "app/win32/dialog_ids.h"
 #include "app/win32/dialogs_win32.h"
-#include "app/win32/wide_text.h"
+#include "render/gdi_strings.h"
 #include "tests/win32/dialog_driver.h"
 
 namespace vaxel {
@@ -51,11 +51,11 @@ std::string ManyLines(int count) {
 }
 
 TEST(WideText, KeepsCharactersAndReplacesHalves) {
-  EXPECT_EQ(Wide("Ωé\U0001F600"), L"Ωé\U0001F600");
-  EXPECT_EQ(Utf8(L"Ωé\U0001F600"), "Ωé\U0001F600");
-  EXPECT_EQ(Utf8(std::wstring(L"a") + static_cast<wchar_t>(0xD83D) + L"b"), "a\uFFFDb");
-  EXPECT_EQ(Utf8(std::wstring(1, static_cast<wchar_t>(0xDE00))), "\uFFFD");
-  EXPECT_EQ(Wide("a\xFF"), L"a\uFFFD");
+  EXPECT_EQ(Widen("Ωé\U0001F600"), L"Ωé\U0001F600");
+  EXPECT_EQ(Narrow(L"Ωé\U0001F600"), "Ωé\U0001F600");
+  EXPECT_EQ(Narrow(std::wstring(L"a") + static_cast<wchar_t>(0xD83D) + L"b"), "a\uFFFDb");
+  EXPECT_EQ(Narrow(std::wstring(1, static_cast<wchar_t>(0xDE00))), "\uFFFD");
+  EXPECT_EQ(Widen("a\xFF"), L"a\uFFFD");
 }
 
 TEST_F(DialogsTest, BoxesGiveTheButtonThatWasPressed) {
