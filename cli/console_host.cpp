@@ -115,7 +115,7 @@ std::string ConsoleHost::FindFile(std::string_view scriptName, std::string_view 
   return vaxel::FindFile(scriptName, name);
 }
 
-FileContent ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+Result<std::string> ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
   return ReadWholeFile(fileName, maxBytes);
 }
 

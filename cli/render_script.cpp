@@ -35,6 +35,10 @@ void Complain(const std::string& text) {
   std::fprintf(stderr, "vaxel-render: %s\n", text.c_str());
 }
 
+std::string InEnglish(const Failure& why) {
+  return StringTable().Text(LanguageBlock, why);
+}
+
 std::string DisplayName(const std::string& fileName, const char* standard) {
   return fileName == "-" ? standard : fileName;
 }
@@ -49,13 +53,14 @@ std::string FindScript(const std::string& name) {
 
 std::optional<std::string> ReadScript(const std::string& name) {
   constexpr std::size_t maxBytes = std::size_t{512} << 20;
-  FileContent content = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
-  if (content.Status == FileStatus::TooLarge) content.Reason = "it is larger than 512 MB";
-  if (content.Status != FileStatus::Read) {
-    Complain("cannot read " + DisplayName(name, "standard input") + ": " + content.Reason);
+  Result<std::string> bytes = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
+  if (!bytes) {
+    const bool isTooLarge = bytes.Why().Text == text_id::IsTooLarge;
+    Complain("cannot read " + DisplayName(name, "standard input") + ": " +
+             (isTooLarge ? "it is larger than 512 MB" : InEnglish(bytes.Why())));
     return std::nullopt;
   }
-  auto decoded = DecodeText(std::move(content.Bytes));
+  auto decoded = DecodeText(*std::move(bytes));
   if (!decoded) {
     Complain(DisplayName(name, "standard input") + " is not a text: it holds NUL characters");
     return std::nullopt;
@@ -142,8 +147,11 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
           "", 0, machine.Strings.Text(options.LangBase, FontReplacedNotice, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
-    if (result.Error.empty()) result.Error = file.Commit();
-    if (result.Error.empty()) continue;
+    if (result.Error.empty()) {
+      const Result<> committed = file.Commit();
+      if (committed) continue;
+      result.Error = InEnglish(committed.Why());
+    }
     Complain("cannot write " + DisplayName(name, "standard output") + ": " + result.Error);
     return ExitStatus::FileFailed;
   }

@@ -99,6 +99,8 @@ struct RunContext {
   std::string Message(int id, std::string_view value, std::string_view second = {}) const {
     return Strings.Text(LangBase, id, value, second);
   }
+  // The bytes of a file. A fault, which names the file as the script does, for one that cannot be read.
+  std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
   // The colour that the text gives; the current one for an empty or unknown colour.

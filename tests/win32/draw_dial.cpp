@@ -50,8 +50,11 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
   }
   OutputFile file(picture);
   std::string failure = WriteGdiPng(run.List, 0, dpi, {.Decoder = &decoder}, file);
-  if (failure.empty()) failure = file.Commit();
-  if (failure.empty()) return 0;
+  if (failure.empty()) {
+    const Result<> committed = file.Commit();
+    if (committed) return 0;
+    failure = StringTable().Text(LanguageBlock, committed.Why());
+  }
   std::fprintf(stderr, "draw_dial: %s\n", failure.c_str());
   return 1;
 }
