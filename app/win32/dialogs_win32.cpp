@@ -10,7 +10,7 @@
 #include "app/win32/dialog_forms.h"
 #include "app/win32/dialog_layout.h"
 #include "app/win32/file_dialogs.h"
-#include "app/win32/wide_text.h"
+#include "render/gdi_strings.h"
 
 namespace vaxel {
 namespace {
@@ -56,7 +56,7 @@ int DialogsWin32::Run(const DialogForm& form) {
 int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string& text) {
   if (!FitsMessageBox(text)) return Run(BoxForm(kind, title, text, Buttons()));
   const DialogOwner owner(Owner());
-  const std::wstring shown = ControlText(text), caption = Wide(title);
+  const std::wstring shown = ControlText(text), caption = Widen(title);
   const UINT shownKind = owner.Window() ? kind : kind | MB_TASKMODAL | MB_SETFOREGROUND;
   // Wine closes a box with Yes and No at Escape. No would be an answer that nobody gave.
   int answer = IDCANCEL;
@@ -67,8 +67,7 @@ int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string
 }
 
 void DialogsWin32::ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) {
-  constexpr std::array<UINT, 3> icons = {MB_ICONINFORMATION, MB_ICONQUESTION, MB_ICONERROR};
-  ShowBox(MB_OK | icons[static_cast<std::size_t>(icon)], title, text);
+  ShowBox(MB_OK | (icon == BoxIcon::Critical ? MB_ICONERROR : MB_ICONINFORMATION), title, text);
 }
 
 YesNoCancel DialogsWin32::AskYesNoCancel(const std::string& title, const std::string& text) {
@@ -94,7 +93,7 @@ std::vector<std::string> DialogsWin32::ShowOpen(const FileDialog& dialog) {
   const DialogOwner owner(Owner());
   std::vector<std::string> names;
   for (const std::wstring& name : ChooseFiles(owner.Window(), dialog, FilePurpose::Open)) {
-    names.push_back(Utf8(name));
+    names.push_back(Narrow(name));
   }
   return names;
 }
@@ -102,7 +101,7 @@ std::vector<std::string> DialogsWin32::ShowOpen(const FileDialog& dialog) {
 std::string DialogsWin32::ShowSave(const FileDialog& dialog) {
   const DialogOwner owner(Owner());
   const std::vector<std::wstring> names = ChooseFiles(owner.Window(), dialog, FilePurpose::Save);
-  return names.empty() ? std::string() : Utf8(names.front());
+  return names.empty() ? std::string() : Narrow(names.front());
 }
 
 std::optional<std::uint32_t> DialogsWin32::ShowColour() {

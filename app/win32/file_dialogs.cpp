@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/win32/wide_text.h"
+#include "render/gdi_strings.h"
 
 namespace vaxel {
 namespace {
@@ -29,15 +29,21 @@ class KeptFolder {
 
 // Each description and pattern is ended by NUL, the list by another one.
 std::wstring FilterList(const std::string& filter) {
-  std::wstring list = Wide(filter);
+  std::wstring list = Widen(filter);
   if (list.empty()) return list;
   if (!list.ends_with(L'|')) list += L'|';
   std::replace(list.begin(), list.end(), L'|', L'\0');
   return list += L'\0';
 }
 
+DWORD FlagsFor(const FileDialog& dialog, FilePurpose purpose) {
+  const DWORD several = dialog.TakesSeveral ? OFN_ALLOWMULTISELECT : 0;
+  const DWORD asked = purpose == FilePurpose::Open ? OFN_FILEMUSTEXIST : OFN_OVERWRITEPROMPT;
+  return several | asked | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_LONGNAMES;
+}
+
 std::wstring FolderName(const std::string& folder) {
-  std::wstring name = Wide(folder);
+  std::wstring name = Widen(folder);
   std::replace(name.begin(), name.end(), L'/', L'\\');
   return name;
 }
@@ -72,9 +78,9 @@ std::wstring ProposedName(std::wstring_view name) {
 
 std::vector<std::wstring> ChooseFiles(HWND owner, const FileDialog& dialog, FilePurpose purpose) {
   const std::wstring filter = FilterList(dialog.Filter), folder = FolderName(dialog.Folder);
-  const std::wstring extension = Wide(dialog.DefaultExtension);
-  std::wstring proposed = ProposedName(Wide(dialog.FileName));
-  std::size_t size = dialog.Flags & MultipleSelection ? ManyNames : OneName;
+  const std::wstring extension = Widen(dialog.DefaultExtension);
+  std::wstring proposed = ProposedName(Widen(dialog.FileName));
+  std::size_t size = dialog.TakesSeveral ? ManyNames : OneName;
   const KeptFolder kept;
   while (true) {
     std::wstring buffer = proposed;
@@ -88,7 +94,7 @@ std::vector<std::wstring> ChooseFiles(HWND owner, const FileDialog& dialog, File
     request.nMaxFile = static_cast<DWORD>(buffer.size());
     request.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     request.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-    request.Flags = dialog.Flags | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_LONGNAMES;
+    request.Flags = FlagsFor(dialog, purpose);
     if (purpose == FilePurpose::Open ? GetOpenFileNameW(&request) : GetSaveFileNameW(&request)) {
       return NamesInBuffer(buffer);
     }
