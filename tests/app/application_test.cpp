@@ -98,7 +98,7 @@ TEST(Application, NamesKeysBehindTheCaptions) {
   const std::pair<MenuId, const char*> cases[] = {
       {MenuId::Mnu_Syntaxe, "&Syntax (F2)"},       {MenuId::Mnu_RefCurseur, "&RefCur (F8)"},
       {MenuId::Mnu_EnregistrerS, "&Save\tCtrl+S"}, {MenuId::Mnu_Imprimer, "&Print\tCtrl+P"},
-      {MenuId::Mnu_AideMot, "Help on &Word\tF1"},     {MenuId::Mnu_Enregistrer, "Save &as"}};
+      {MenuId::Mnu_AideMot, "Help on &Word\tF1"},  {MenuId::Mnu_Enregistrer, "Save &as"}};
   for (const auto& [item, caption] : cases) EXPECT_EQ(captions[item], caption);
 }
 
