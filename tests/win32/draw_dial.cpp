@@ -33,7 +33,8 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
   settings.Target.PixelMm = 25.4 / 96;
   settings.Target.Measurer = &measurer;
   settings.Target.Decoder = &decoder;
-  const auto text = DecodeText(ReadWholeFile(script, 1 << 20).Bytes);
+  Result<std::string> bytes = ReadWholeFile(script, 1 << 20);
+  const auto text = bytes ? DecodeText(*std::move(bytes)) : std::nullopt;
   const test::ScriptRun run = test::RunText(text ? text->Text : "", settings);
   if (run.List.Pages().empty()) return 1;
   const double scale = dpi / 25.4;
