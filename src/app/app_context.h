@@ -8,8 +8,8 @@
 #include "app/main_window.h"
 #include "app/platform.h"
 #include "app/script_editor.h"
+#include "base/result.h"
 #include "resources/string_table.h"
-#include "text/result.h"
 
 namespace vaxel {
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <new>
 
-#include "files/files.h"
+#include "base/files.h"
 
 namespace vaxel {
 namespace {

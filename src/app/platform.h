@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "base/byte_sink.h"
+#include "base/result.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
-#include "files/byte_sink.h"
-#include "text/result.h"
 
 namespace vaxel {
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "app/raised_flag.h"
-#include "files/files.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "files/files.h"
-#include "files/output_file.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "interpreter/text_encoding.h"
-#include "text/result.h"
+#include "base/result.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 

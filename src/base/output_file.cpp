@@ -1,10 +1,10 @@
-#include "files/output_file.h"
+#include "base/output_file.h"
 
 #include <random>
 #include <system_error>
 #include <utility>
 
-#include "files/files.h"
+#include "base/files.h"
 
 #ifdef _WIN32
 #include <io.h>

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "files/byte_sink.h"
-#include "text/result.h"
+#include "base/byte_sink.h"
+#include "base/result.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "app/win32/dialog_forms.h"
+#include "win32/dialog_forms.h"
 
 #include <commctrl.h>
 
@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/win32/dialog_ids.h"
-#include "render/gdi_strings.h"
+#include "win32/dialog_ids.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -1,11 +1,11 @@
-#include "app/win32/dialog_layout.h"
+#include "win32/dialog_layout.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <utility>
 
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/win32/graphic_window.h"
+#include "win32/graphic_window.h"
 
 #include <windowsx.h>
 
@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/win32/control_ids.h"
-#include "app/win32/input_state.h"
+#include "win32/control_ids.h"
+#include "win32/input_state.h"
 
 namespace vaxel {
 namespace {

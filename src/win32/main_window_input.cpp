@@ -1,8 +1,8 @@
 // The part of the main window that has to do with keys, the pointer and the events of a run.
 #include <windows.h>
 
-#include "app/win32/input_state.h"
-#include "app/win32/main_window_win32.h"
+#include "win32/input_state.h"
+#include "win32/main_window.h"
 
 namespace vaxel {
 namespace {

@@ -1,10 +1,10 @@
-#include "app/win32/modal_dialog.h"
+#include "win32/modal_dialog.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <exception>
 
-#include "app/win32/input_state.h"
+#include "win32/input_state.h"
 
 namespace vaxel {
 namespace {

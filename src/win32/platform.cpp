@@ -1,4 +1,4 @@
-#include "app/win32/platform_win32.h"
+#include "win32/platform.h"
 
 #include <windows.h>
 // Need what windows.h declares.
@@ -10,11 +10,11 @@
 #include <utility>
 
 #include "app/script_file.h"
-#include "app/win32/input_state.h"
-#include "app/win32/win32_handles.h"
-#include "files/files.h"
-#include "render/gdi_export.h"
-#include "render/gdi_strings.h"
+#include "base/files.h"
+#include "render/gdi/export.h"
+#include "win32/input_state.h"
+#include "winbase/handles.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -8,7 +8,7 @@
 #include <set>
 #include <string>
 
-#include "files/files.h"
+#include "base/files.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel::test {
