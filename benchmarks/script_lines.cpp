@@ -31,7 +31,7 @@ class SilentHost : public RunHost {
   std::string Today() override { return {}; }
   std::string FullFileName(std::string_view fileName) override { return std::string(fileName); }
   std::string FindFile(std::string_view, std::string_view) override { return {}; }
-  FileContent ReadFile(std::string_view, std::size_t) override { return {FileStatus::Unreadable}; }
+  Result<std::string> ReadFile(std::string_view, std::size_t) override { return Failure{}; }
 };
 
 // Most numbers of a script have one or two decimals, some have none, few have three.
@@ -85,9 +85,10 @@ std::string ScriptOf(LineKind kind, std::size_t count) {
 
 std::string ReadScript(const std::string& fileName) {
   constexpr std::size_t maxBytes = std::size_t{512} << 20;
-  FileContent content = ReadWholeFile(fileName, maxBytes);
-  if (content.Status == FileStatus::Read) return std::move(content.Bytes);
-  std::fprintf(stderr, "cannot read %s: %s\n", fileName.c_str(), content.Reason.c_str());
+  Result<std::string> bytes = ReadWholeFile(fileName, maxBytes);
+  if (bytes) return *std::move(bytes);
+  std::fprintf(stderr, "cannot read %s: %s\n", fileName.c_str(),
+               StringTable().Text(LanguageBlock, bytes.Why()).c_str());
   std::exit(1);
 }
 

@@ -1,17 +1,14 @@
-// What all parts of the application share: the state, the texts and what the platform offers.
+// What all parts of the application share: the texts, what the program is and what the platform offers.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "app/application_state.h"
-#include "app/configuration.h"
 #include "app/dialogs.h"
 #include "app/main_window.h"
 #include "app/platform.h"
 #include "app/script_editor.h"
+#include "base/result.h"
 #include "resources/string_table.h"
 
 namespace vaxel {
@@ -30,34 +27,30 @@ struct AppContext : Shell {
   AppContext(const AppContext&) = delete;
   AppContext& operator=(const AppContext&) = delete;
 
-  ApplicationState State;
-  StringTable Strings;
-  std::optional<ConfigurationFile> Config;  // once the program's folder is known
-  bool IsConfigFailureTold = false;
+  // "major.minor" and a letter for the revision, or a blank for none.
+  std::string VersionText;
+  std::string ProgramFolder;  // with its last separator; of the configuration, templates and help files
 
-  // In the language of messages, and in that of menus and help.
-  std::string Message(int id) const { return std::string(Strings.Text(State.LangBase + id)); }
+  StringTable Strings;
+  // Of the languages of messages, and of menus and help. French until the settings are read.
+  int LangBase = 0, HelpLangBase = 0;
+
+  std::string Message(int id) const { return std::string(Strings.Text(LangBase, id)); }
   std::string Message(int id, std::string_view value, std::string_view second = {}) const {
-    return Strings.Text(State.LangBase + id, value, second);
+    return Strings.Text(LangBase, id, value, second);
   }
-  std::string MenuText(int id) const { return std::string(Strings.Text(State.HelpLangBase + id)); }
+  std::string Message(const Failure& why) const { return Strings.Text(LangBase, why); }
+  std::string MenuText(int id) const { return std::string(Strings.Text(HelpLangBase, id)); }
 
   void Tell(BoxIcon icon, const std::string& text) { Dialogs.ShowMessage(icon, "Vaxel", text); }
   YesNoCancel AskYesNoCancel(const std::string& text) { return Dialogs.AskYesNoCancel("Vaxel", text); }
-
-  // Writes a line of the configuration. The first failure is told, all of them leave the values in memory.
-  void WriteKey(std::string_view key, std::string_view value) {
-    WriteLines({{std::string(key), std::string(value)}});
-  }
-  void WriteLines(const std::vector<ConfigurationLine>& lines);
-  void UpdateTitle();
   // Of the cursor's line and the number of lines, into Text1.
   void ShowPlace();
 };
 
 // Ids of the texts that the application shows.
 namespace text_id {
-inline constexpr int CannotRead = 101, CannotWrite = 102, FileTooLarge = 103, NotAText = 104;
+inline constexpr int CannotRead = 101, CannotWrite = 102, FileTooLarge = 103;
 inline constexpr int VaxelFiles = 105, AllFiles = 106, FileWord = 110, NewScript = 111;
 inline constexpr int ChangedOnDisk = 112, ReplaceFile = 116, RecoveryFound = 117, SaveChanges = 118;
 inline constexpr int ConfigNotWritten = 120, ActivePatches = 121, EnterPatch = 122;

@@ -1,27 +1,15 @@
 #include "app/application.h"
 
-#include <algorithm>
+#include <exception>
 #include <filesystem>
-#include <system_error>
-#include <utility>
+#include <new>
 
 #include "base/files.h"
-#include "interpreter/colour_value.h"
 
 namespace vaxel {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Of later versions of the program.
-constexpr MenuId WithoutCommand[] = {MenuId::Mnu_OuvrirMeter,  MenuId::Mnu_Imprimante,
-                                     MenuId::Mnu_ImprimerZoom, MenuId::Mnu_ImprimerCode,
-                                     MenuId::Mnu_Syntaxe,      MenuId::Mnu_Polices};
-
-bool FileExists(const std::string& name) {
-  std::error_code ignored;
-  return fs::is_regular_file(PathOf(name), ignored);
-}
 
 std::string WithSeparator(std::string folder) {
   const char separator = static_cast<char>(fs::path::preferred_separator);
@@ -50,21 +38,16 @@ std::string VersionTextOf(int major, int minor, int revision) {
   return text += revision == 0 ? ' ' : static_cast<char>('a' + revision - 1);
 }
 
-Application::Application(const Shell& shell)
-    : app_(shell),
-      runs_(app_),
-      files_(app_, runs_),
-      settings_(app_),
-      recovery_({}, shell.Platform.ProcessId()) {}
+Application::Application(const Shell& shell) : app_(shell), recovery_({}, shell.Platform.ProcessId()) {}
 
 bool Application::Start(const StartOptions& options) {
-  ApplicationState& state = app_.State;
-  state.PrinterName = app_.Printers.CurrentPrinter();
-  if (state.PrinterName.empty()) {
+  const std::string printer = app_.Printers.CurrentPrinter();
+  if (printer.empty()) {
     app_.Tell(BoxIcon::Critical, app_.Message(text_id::NoPrinter));
     return false;
   }
-  state.VersionText = VersionTextOf(options.Major, options.Minor, options.Revision);
+  runs_.UsePrinter(printer);
+  app_.VersionText = VersionTextOf(options.Major, options.Minor, options.Revision);
   Debut(options);
   OfferRecovery();
   Command(MenuId::Mnu_Visualiser);
@@ -72,36 +55,25 @@ bool Application::Start(const StartOptions& options) {
 }
 
 void Application::Debut(const StartOptions& options) {
-  ApplicationState& state = app_.State;
-  state.ProgramFolder = SettingsFolder(options);
-  state.OpenFolder = state.ProgramFolder;
-  recovery_ = Recovery(state.ProgramFolder, app_.Platform.ProcessId());
+  app_.ProgramFolder = SettingsFolder(options);
+  recovery_ = Recovery(app_.ProgramFolder, app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
   AfficheMenus();
   app_.Window.Show();
-  for (MenuId item : WithoutCommand) SetItemEnabled(item, false);
-  LoadFirstScript(options);
-  app_.UpdateTitle();
-  app_.ShowPlace();
-  state.TextModified = false;
-}
-
-void Application::LoadFirstScript(const StartOptions& options) {
-  ApplicationState& state = app_.State;
-  const std::string script = options.Script.empty() ? FullName(state.ProgramFolder, state.CurrentFile)
-                                                    : FullName(options.CurrentFolder, options.Script);
-  state.CurrentFile.clear();
-  if (!options.Script.empty() || FileExists(script)) {
-    files_.Load(script);
-  } else {
-    files_.ChooseAndLoad();
+  for (const MenuRow& row : MenuRows()) {
+    if (!row.Run && !IsPopup(row.Item)) SetItemEnabled(row.Item, false);
   }
-  state.StartupFile = state.CurrentFile;
+  const bool isNamed = !options.Script.empty();
+  files_.LoadFirst(isNamed ? FullName(options.CurrentFolder, options.Script)
+                           : FullName(app_.ProgramFolder, settings_.Values().CurrentFile),
+                   isNamed, settings_.RecentFiles());
+  app_.ShowPlace();
 }
 
 void Application::AfficheMenus() {
-  for (const MenuRow& row : MenuRows) {
-    app_.Window.SetCaption(row.Item, app_.MenuText(row.Caption).append(row.KeyHint));
+  for (const MenuRow& row : MenuRows()) {
+    if (row.Place != MenuId::Nowhere)
+      app_.Window.SetCaption(row.Item, app_.MenuText(row.Caption) + KeyHint(row));
   }
   app_.Window.SetToolTip(StatusField::Text1, app_.MenuText(text_id::LineToolTip));
   app_.Window.SetToolTip(StatusField::Text2, app_.MenuText(text_id::PlaceToolTip));
@@ -118,13 +90,7 @@ void Application::OfferRecovery() {
       recovery_.Discard(copy);
       continue;
     }
-    ScriptFile script;
-    script.Text = copy.Text;
-    script.Encoding = copy.Encoding;
-    script.Hash = copy.LoadedHash;
-    files_.SetScript(std::move(script), copy.ScriptName);
-    app_.State.StartupFile = copy.ScriptName;
-    app_.UpdateTitle();
+    files_.Restore(copy);
     EditorChanged();
     if (recovery_.Write(app_.Platform.Now(), copy)) recovery_.Discard(copy);
     return;
@@ -132,137 +98,49 @@ void Application::OfferRecovery() {
 }
 
 bool Application::Quit() {
-  if (app_.State.IsRunning || !files_.SettleChanges()) return false;
-  settings_.WriteAtEnd();
+  if (runs_.IsRunning() || !files_.SettleChanges()) return false;
+  settings_.WriteAtEnd(files_.StartupFile(), files_.RecentFiles());
   recovery_.Remove();
-  app_.Platform.SetWorkingFolder(app_.State.ProgramFolder);
+  app_.Platform.SetWorkingFolder(app_.ProgramFolder);
   return true;
 }
 
-bool Application::IsEnabled(MenuId item) const {
-  return std::find(disabled_.begin(), disabled_.end(), item) == disabled_.end();
-}
-
 void Application::SetItemEnabled(MenuId item, bool isEnabled) {
-  std::erase(disabled_, item);
-  if (!isEnabled) disabled_.push_back(item);
+  disabled_[static_cast<std::size_t>(item)] = !isEnabled;
   app_.Window.SetItemEnabled(item, isEnabled);
 }
 
 void Application::Command(MenuId item) {
-  if (app_.State.IsRunning || !IsEnabled(item)) return;
-  const bool withCtrl = app_.Platform.IsCtrlDown();
-  switch (item) {
-    case MenuId::Mnu_Ouvrir:
-      return files_.Open();
-    case MenuId::Mnu_Nouveau:
-      return files_.New();
-    case MenuId::Mnu_EnregistrerS:
-      return files_.Save();
-    case MenuId::Mnu_Enregistrer:
-      return files_.SaveAs();
-    case MenuId::Mnu_Liste_Fic:
-      return files_.InsertFileNames();
-    case MenuId::Mnu_Exporter:
-      return files_.Export();
-    case MenuId::Mnu_Imprimer:
-      return runs_.Print();
-    case MenuId::Mnu_Quitter:
-      if (Quit()) app_.Window.Close();
-      return;
-    case MenuId::Mnu_Visualiser:
-      return runs_.Visualise();
-    case MenuId::Mnu_Zoom:
-      return runs_.Zoom(withCtrl);
-    case MenuId::Mnu_RefCurseur:
-      return runs_.Reference(withCtrl);
-    case MenuId::Mnu_DblClick:
-      return settings_.ToggleDoubleClick();
-    case MenuId::Mnu_Code:
-      return settings_.ToggleEditor();
-    case MenuId::Mnu_AgrandirCode:
-      return settings_.WidenEditor();
-    case MenuId::Mnu_IniCode:
-      return settings_.ResetEditor();
-    case MenuId::Mnu_TaillCar:
-      return settings_.ChooseFontSize();
-    case MenuId::Mnu_CentreCurseur:
-      return CentreCursor();
-    case MenuId::Mnu_Patchs:
-      return settings_.ChoosePatches();
-    case MenuId::Mnu_Langue:
-      settings_.ChooseLanguages();
-      return AfficheMenus();
-    case MenuId::Mnu_Couleur:
-      return ChooseColour();
-    case MenuId::Mnu_Help:
-    case MenuId::Mnu_Aide:
-      return Help("");
-    case MenuId::Mnu_AideMot:
-      return Help(app_.Editor.WordAtCursor());
-    case MenuId::Mnu_AProposDe:
-      return ShowAbout();
-    default:
-      return;  // the heads of menus, and what has no command yet
-  }
+  const MenuRow& row = MenuRowOf(item);
+  if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
+  row.Run({app_, *this, files_, runs_, settings_, app_.Platform.IsCtrlDown()});
 }
 
 void Application::OpenRecent(std::size_t index) {
-  if (!app_.State.IsRunning) files_.OpenRecent(index);
+  if (!runs_.IsRunning()) files_.OpenRecent(index);
 }
 
 void Application::OpenDropped(const std::string& fileName) {
-  if (!app_.State.IsRunning) files_.OpenFile(fileName);
+  if (!runs_.IsRunning()) files_.OpenFile(fileName);
 }
 
-bool Application::KeyDown(Key key) {
-  switch (key) {
-    case Key::F1:
-      Command(MenuId::Mnu_AideMot);
-      return true;
-    case Key::F4:
-      Command(MenuId::Mnu_Visualiser);
-      return true;
-    case Key::F6:
-    case Key::F12:
-      if (!app_.State.IsRunning && IsEnabled(MenuId::Mnu_Visualiser)) {
-        runs_.Positionner(app_.Platform.IsCtrlDown());
-      }
-      return true;
-    case Key::F7:
-      Command(MenuId::Mnu_Zoom);
-      return true;
-    case Key::F8:
-      Command(MenuId::Mnu_RefCurseur);
-      return true;
-    case Key::Escape:
-      app_.State.AbortRequested = true;
-      return true;
-    case Key::N:
-      return Shortcut(MenuId::Mnu_Nouveau);
-    case Key::O:
-      return Shortcut(MenuId::Mnu_Ouvrir);
-    case Key::P:
-      return Shortcut(MenuId::Mnu_Imprimer);
-    case Key::S:
-      return Shortcut(MenuId::Mnu_EnregistrerS);
+bool Application::KeyDown(Key key, bool withShift) {
+  if (key == Key::Escape) {
+    runs_.RequestAbort(true);
+    return true;
   }
-  return false;
-}
-
-bool Application::Shortcut(MenuId item) {
-  if (!app_.Platform.IsCtrlDown()) return false;
-  Command(item);
+  const MenuRow* const row = MenuRowOf(key, app_.Platform.IsCtrlDown(), withShift);
+  if (!row || !row->Run) return false;
+  Command(row->Item);
   return true;
 }
 
 void Application::KeyUp(Key key) {
-  if (key == Key::Escape) app_.State.AbortRequested = false;
+  if (key == Key::Escape) runs_.RequestAbort(false);
 }
 
 void Application::EditorChanged() {
-  app_.State.TextModified = true;
-  if (!app_.State.IsWritingComments) ++app_.State.UserEdits;
+  files_.TextChanged(runs_.IsWritingComments());
   recovery_.TextChanged();
   runs_.LineChanged(app_.Editor.Place().Line);
   app_.ShowPlace();
@@ -279,51 +157,36 @@ void Application::EditorWidthChanged(int width) {
 }
 
 void Application::Tick() {
-  const ApplicationState& state = app_.State;
-  if (!state.TextModified) return recovery_.Remove();
+  if (!script_.TextModified) return recovery_.Remove();
   // In a run as well: one that never ends is what programs are ended for.
-  if (!recovery_.IsDue(app_.Platform.Now())) return;
-  WriteRecoveryCopy();
+  if (recovery_.IsDue(app_.Platform.Now())) WriteRecoveryCopy();
 }
 
 void Application::SessionEnds() {
-  if (app_.State.TextModified) WriteRecoveryCopy();
+  if (script_.TextModified) WriteRecoveryCopy();
 }
 
-// In silence: nobody is there to read it.
 void Application::SessionHasEnded() {
-  app_.IsConfigFailureTold = true;
+  settings_.FailInSilence();
   // Before the languages are chosen nothing is, and the next start is to ask for them.
-  if (app_.State.LangIndex != 0) settings_.WriteAtEnd();
+  if (settings_.Values().LangIndex != 0) settings_.WriteAtEnd(files_.StartupFile(), files_.RecentFiles());
 }
 
 void Application::WriteRecoveryCopy() {
-  const ApplicationState& state = app_.State;
   recovery_.Write(app_.Platform.Now(),
-                  {{}, state.CurrentFile, state.Encoding, state.LoadedHash, app_.Editor.Text()});
+                  {{}, script_.CurrentFile, script_.Encoding, script_.LoadedHash, app_.Editor.Text()});
 }
 
-void Application::CentreCursor() {
-  const ScreenRectangle area = app_.Window.EditorRectangle();
-  app_.Window.MovePointer({(area.Left + area.Right) / 2, (area.Top + area.Bottom) / 2});
-}
-
-void Application::ChooseColour() {
-  const std::optional<std::uint32_t> colour = app_.Dialogs.ShowColour();
-  if (colour) app_.Editor.ReplaceSelection(ColourText(*colour));
-}
-
-void Application::Help(const std::string& word) {
-  const std::string file = app_.State.ProgramFolder + app_.State.HelpFile;
-  if (!app_.Platform.OpenHelp(file, word))
-    app_.Tell(BoxIcon::Information, app_.Message(text_id::NoHelp, file));
-}
-
-void Application::ShowAbout() {
-  app_.Dialogs.ShowAbout(
-      {"Vaxel", "Vaxel\n" + app_.Message(text_id::AboutText) + "\n\n" +
-                    app_.Message(text_id::AboutVersion, app_.State.VersionText) + "\n" +
-                    app_.Message(text_id::AboutSystem, app_.Platform.SystemDescription())});
+void Application::TellException() {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+    app_.Tell(BoxIcon::Critical, app_.Message(text_id::OutOfMemory));
+  } catch (const std::exception& failure) {
+    app_.Tell(BoxIcon::Critical, app_.Message(text_id::Unexpected, failure.what()));
+  } catch (...) {
+    app_.Tell(BoxIcon::Critical, app_.Message(text_id::Unexpected, "?"));
+  }
 }
 
 }  // namespace vaxel

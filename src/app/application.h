@@ -2,21 +2,19 @@
 // the shell.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
-#include <cstdint>
 #include <string>
-#include <vector>
 
 #include "app/app_context.h"
+#include "app/edited_script.h"
 #include "app/file_commands.h"
+#include "app/keys.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
 
 namespace vaxel {
-
-// The letters count together with Ctrl alone.
-enum class Key : std::uint8_t { F1, F4, F6, F7, F8, F12, Escape, N, O, P, S };
 
 struct StartOptions {
   int Major = 0, Minor = 0, Revision = 0;
@@ -33,13 +31,12 @@ class Application {
   bool Start(const StartOptions& options);
   // Before the window closes: false keeps the program running.
   bool Quit();
-  // Mnu_ commands and the keys of the window and the editor; nothing happens while an item is disabled or a
-  // run is under way.
+  // Of the menus and keys; nothing happens while an item is disabled or a run is under way.
   void Command(MenuId item);
   void OpenRecent(std::size_t index);
   void OpenDropped(const std::string& fileName);
-  // Whether the key was handled, which the editor then does not get.
-  bool KeyDown(Key key);
+  // In the window and in the editor. Whether the key was handled, which the editor then does not get.
+  bool KeyDown(Key key, bool withShift = false);
   void KeyUp(Key key);
 
   // The editor's text has changed, in the cursor's line; or the cursor alone.
@@ -54,29 +51,33 @@ class Application {
   void SessionEnds();
   void SessionHasEnded();
 
+  // To be called where an exception was caught: tells the user of it.
+  void TellException();
+
   void SetItemEnabled(MenuId item, bool isEnabled);
+  bool IsEnabled(MenuId item) const { return !disabled_[static_cast<std::size_t>(item)]; }
+  // Names menus and status fields in the language of menus.
+  void AfficheMenus();
+
   RunCycle& Runs() { return runs_; }
-  AppContext& Context() { return app_; }
+  const FileCommands& Files() const { return files_; }
+  const EditedScript& Script() const { return script_; }
+  const Settings& Options() const { return settings_; }
+  // In the language of messages.
+  std::string Message(int id) const { return app_.Message(id); }
 
  private:
   void Debut(const StartOptions& options);  // start-up after the printer check
-  void LoadFirstScript(const StartOptions& options);
-  void AfficheMenus();
-  bool IsEnabled(MenuId item) const;
-  bool Shortcut(MenuId item);
   void OfferRecovery();
   void WriteRecoveryCopy();
-  void ShowAbout();
-  void CentreCursor();
-  void ChooseColour();
-  void Help(const std::string& word);
 
   AppContext app_;
-  RunCycle runs_;
-  FileCommands files_;
-  Settings settings_;
+  EditedScript script_;
+  Settings settings_{app_};
+  RunCycle runs_{app_, settings_, script_};
+  FileCommands files_{app_, runs_, script_};
   Recovery recovery_;
-  std::vector<MenuId> disabled_;
+  std::bitset<MenuItems> disabled_;
 };
 
 // "0.1b" of 0, 1 and 2; a blank stands for revision 0.

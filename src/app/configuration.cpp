@@ -11,6 +11,7 @@
 
 #include "base/files.h"
 #include "base/output_file.h"
+#include "base/rounding.h"
 #include "base/text.h"
 #include "base/text_encoding.h"
 #include "resources/string_table.h"
@@ -25,15 +26,6 @@ constexpr std::string_view HeaderMark = "Vaxel V";
 constexpr double MaxZmm = 1000, MinFontSize = 1, MaxFontSize = 200;
 constexpr std::size_t MaxFileBytes = 256U << 20, MaxOwnNameBytes = 64;
 
-// Takes the first line off the text, which is not empty, with its end: CR LF, LF or CR.
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t length = std::min(text.find_first_of("\r\n"), text.size());
-  const std::string_view line = text.substr(0, length);
-  text.remove_prefix(length);
-  text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));
-  return line;
-}
-
 std::string InOneLine(std::string text) {
   for (char& c : text) {
     if (c == '\r' || c == '\n') c = ' ';
@@ -43,12 +35,6 @@ std::string InOneLine(std::string text) {
 
 std::int16_t DefaultPatchs(bool isNt) {
   return isNt ? 3 : 0;
-}
-
-// Nearest, halves to the even neighbour; 0 when it is out of range.
-std::int16_t ToInteger16(double value) {
-  const double rounded = std::nearbyint(value);
-  return rounded >= -32768 && rounded <= 32767 ? static_cast<std::int16_t>(rounded) : std::int16_t{0};
 }
 
 // The text behind the key, without the blanks around it. None when the line does not hold the key.
@@ -97,7 +83,7 @@ void ReadLine(Configuration& settings, std::string_view line, const std::vector<
     if (size >= MinFontSize && size <= MaxFontSize) settings.CodeFontSize = size;
   }
   if (const auto value = ValueOf(upper, "PATCHS =")) {
-    settings.Patchs = ToInteger16(LeadingNumber(*value));
+    settings.Patchs = RoundToInt16(LeadingNumber(*value)).value_or(0);
     settings.PatchFlags = PatchFlagsOf(settings.Patchs);
   } else {
     settings.Patchs = DefaultPatchs(isNt);
@@ -131,7 +117,7 @@ void PutLine(std::vector<std::string>& lines, const ConfigurationLine& wanted) {
   lines.insert(place, written);
 }
 
-std::string WriteWhole(const std::string& name, std::string_view bytes) {
+Result<> WriteWhole(const std::string& name, std::string_view bytes) {
   OutputFile file(name);
   file.Write(bytes);
   return file.Commit();
@@ -218,7 +204,7 @@ ConfigurationFile::ConfigurationFile(std::string_view folder, std::string versio
       versionText_(std::move(versionText)),
       isNt_(isNt) {}
 
-ConfigurationFile::Content ConfigurationFile::Load() const {
+Result<ConfigurationFile::Content> ConfigurationFile::Load() const {
   const fs::path path = PathOf(name_), copy = PathOf(copyName_);
   std::error_code error;
   const bool isThere = fs::exists(path, error);
@@ -230,43 +216,47 @@ ConfigurationFile::Content ConfigurationFile::Load() const {
     isNew = static_cast<bool>(error);
     if (isNew) source = copyName_;
   } else if (isNew) {
-    return {DefaultConfiguration(versionText_, isNt_), isNew, {}};
+    return Content{DefaultConfiguration(versionText_, isNt_), isNew};
   }
-  FileContent content = ReadWholeFile(source, MaxFileBytes);
-  if (content.Status == FileStatus::TooLarge) return {{}, isNew, "it is too large"};
-  return {std::move(content.Bytes), isNew, std::move(content.Reason)};
+  Result<std::string> bytes = ReadWholeFile(source, MaxFileBytes);
+  if (!bytes) return bytes.Why();
+  return Content{*std::move(bytes), isNew};
 }
 
-std::string ConfigurationFile::Replace(const Content& old, const std::string& bytes) const {
-  std::error_code ignored;
-  std::string error;
-  if (!old.IsNew && old.Bytes != bytes) error = WriteWhole(copyName_, old.Bytes);
-  if (error.empty() && (old.IsNew || old.Bytes != bytes)) error = WriteWhole(name_, bytes);
+Result<> ConfigurationFile::Replace(const Content& old, const std::string& bytes) const {
+  const bool isChanged = old.Bytes != bytes;
+  Result<> done;
+  if (!old.IsNew && isChanged) done = WriteWhole(copyName_, old.Bytes);
+  if (done && (old.IsNew || isChanged)) done = WriteWhole(name_, bytes);
   // Where there is no file a copy may hold all that there is.
-  if (error.empty() || !old.IsNew) fs::remove(PathOf(copyName_), ignored);
-  return error;
+  std::error_code ignored;
+  if (done || !old.IsNew) fs::remove(PathOf(copyName_), ignored);
+  return done;
 }
 
 ConfigurationFile::Reading ConfigurationFile::Read(const std::vector<std::string>& languageNames) {
-  Content content = Load();
+  const Result<Content> content = Load();
   Reading reading;
-  reading.Error = content.Error;
-  if (!content.Error.empty()) content.Bytes = DefaultConfiguration(versionText_, isNt_);
-  if (content.IsNew && content.Error.empty()) reading.Error = Replace(content, content.Bytes);
-  const std::string text = DecodeAnyText(std::move(content.Bytes)).Text;
-  reading.Settings = ReadConfiguration(text, languageNames, versionText_, isNt_);
+  if (!content) {
+    reading.Problem = content.Why();
+  } else if (content->IsNew) {
+    if (const Result<> written = Replace(*content, content->Bytes); !written) reading.Problem = written.Why();
+  }
+  std::string bytes = content ? content->Bytes : DefaultConfiguration(versionText_, isNt_);
+  reading.Settings =
+      ReadConfiguration(DecodeAnyText(std::move(bytes)).Text, languageNames, versionText_, isNt_);
   return reading;
 }
 
-std::string ConfigurationFile::WriteKey(std::string_view key, std::string_view value) {
+Result<> ConfigurationFile::WriteKey(std::string_view key, std::string_view value) {
   return WriteKeys({{std::string(key), std::string(value)}});
 }
 
-std::string ConfigurationFile::WriteKeys(const std::vector<ConfigurationLine>& lines) {
-  const Content old = Load();
-  if (!old.Error.empty()) return old.Error;
-  const DecodedText decoded = DecodeAnyText(old.Bytes);
-  return Replace(old, EncodeText(WithLines(decoded.Text, versionText_, lines), decoded.Encoding).Bytes);
+Result<> ConfigurationFile::WriteKeys(const std::vector<ConfigurationLine>& lines) {
+  const Result<Content> old = Load();
+  if (!old) return old.Why();
+  const DecodedText decoded = DecodeAnyText(old->Bytes);
+  return Replace(*old, EncodeText(WithLines(decoded.Text, versionText_, lines), decoded.Encoding).Bytes);
 }
 
 PatchSet PatchFlagsOf(std::int16_t patchs) {

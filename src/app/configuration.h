@@ -5,6 +5,7 @@
 #pragma once
 
 #include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -13,11 +14,15 @@
 #include <string_view>
 #include <vector>
 
+#include "base/result.h"
+
 namespace vaxel {
 
 inline constexpr int PatchCount = 15;
 // Flag k is patch k + 1.
 using PatchSet = std::bitset<PatchCount>;
+// The flags that something looks at.
+inline constexpr std::size_t PatchTurnedFonts = 0;
 
 // The keys as WriteKey takes them.
 inline constexpr std::string_view LanguageKey = "Langue =";
@@ -89,18 +94,18 @@ class ConfigurationFile {
 
   struct Reading {
     Configuration Settings;
-    std::string Error;  // why the file could not be read or first be written; "" when all is well
+    std::optional<Failure> Problem;  // why the file could not be read or first be written
   };
 
   // Puts the copy that an interrupted update left into the place of a lost file, writes a new file when there
   // is none, and reads it. When that cannot be done the settings are still those to go on with.
   Reading Read(const std::vector<std::string>& languageNames);
 
-  // Returns "" or the reason. The key carries its " =" and what stands before the value, if anything:
+  // The key carries its " =" and what stands before the value, if anything:
   // WriteKey(ScriptKey, "C:\\dial.dat"), WriteKey(DoubleClickKey, " Oui").
-  std::string WriteKey(std::string_view key, std::string_view value);
+  Result<> WriteKey(std::string_view key, std::string_view value);
   // Several at once: all of them are written, or none.
-  std::string WriteKeys(const std::vector<ConfigurationLine>& lines);
+  Result<> WriteKeys(const std::vector<ConfigurationLine>& lines);
 
   const std::string& Name() const { return name_; }
 
@@ -108,11 +113,10 @@ class ConfigurationFile {
   struct Content {
     std::string Bytes;
     bool IsNew = false;  // not in "Vaxel.cfg" yet
-    std::string Error;
   };
 
-  Content Load() const;
-  std::string Replace(const Content& old, const std::string& bytes) const;
+  Result<Content> Load() const;
+  Result<> Replace(const Content& old, const std::string& bytes) const;
 
   std::string name_, copyName_;
   std::string versionText_;

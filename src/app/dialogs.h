@@ -10,27 +10,18 @@
 
 namespace vaxel {
 
-enum class BoxIcon : std::uint8_t { Information, Question, Critical };
+enum class BoxIcon : std::uint8_t { Information, Critical };
 
 enum class YesNoCancel : std::uint8_t { Yes, No, Cancel };
 
-// A common file dialog. The filter is a list of descriptions and patterns, each followed by "|".
+// A common file dialog. One that opens takes files that are there, one that saves asks before it takes such a
+// file. The filter is a list of descriptions and patterns, each followed by "|".
 struct FileDialog {
   std::string Filter;
   std::string Folder;            // where it starts; empty: where it likes
   std::string FileName;          // proposed
   std::string DefaultExtension;  // put behind a name without one
-  std::uint32_t Flags = 0;       // FileDialogFlag
-};
-
-// The values are those of the platform's common dialogs.
-enum FileDialogFlag : std::uint32_t {
-  OverwritePrompt = 0x2,
-  HideReadOnly = 0x4,
-  MultipleSelection = 0x200,
-  FileMustExist = 0x1000,
-  ExplorerStyle = 0x80000,
-  LongNames = 0x200000
+  bool TakesSeveral = false;     // files at once, where it opens
 };
 
 struct InputDialog {

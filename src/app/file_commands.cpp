@@ -15,6 +15,8 @@
 namespace vaxel {
 namespace {
 
+constexpr std::string_view Credit = "mm × mm";
+
 std::string Filter(const std::string& description, const char* pattern) {
   return description + " (" + pattern + ")|" + pattern + "|";
 }
@@ -24,9 +26,20 @@ bool IsPictureFile(const std::string& name) {
   return upper.ends_with(".SVG") || upper.ends_with(".PNG") || upper.ends_with(".EMF");
 }
 
-bool FileExists(const std::string& name) {
-  std::error_code ignored;
-  return std::filesystem::exists(PathOf(name), ignored);
+Result<> WriteDrawing(const DisplayList& drawing, const std::string& name, Platform& platform) {
+  const std::string upper = UpperCase(name);
+  const std::size_t page = drawing.Pages().size() - 1;
+  OutputFile file(name);
+  Result<> written;
+  if (upper.ends_with(".PNG")) {
+    written = platform.WritePng(drawing, page, file);
+  } else if (upper.ends_with(".EMF")) {
+    written = platform.WriteEmf(drawing, page, file);
+  } else {
+    SvgRenderer renderer(file);
+    PlayPage(drawing, page, renderer);
+  }
+  return written ? file.Commit() : written;
 }
 
 }  // namespace
@@ -49,7 +62,7 @@ std::string ListOfNames(const std::vector<std::string>& names, std::string_view 
 }
 
 bool FileCommands::SettleChanges() {
-  if (app_.Editor.IsEmpty() || !app_.State.TextModified) return true;
+  if (app_.Editor.IsEmpty() || !script_.TextModified) return true;
   switch (app_.AskYesNoCancel(app_.Message(text_id::SaveChanges))) {
     case YesNoCancel::Cancel:
       return false;
@@ -59,85 +72,97 @@ bool FileCommands::SettleChanges() {
       break;
   }
   Save();
-  return !app_.State.TextModified;
+  return !script_.TextModified;
 }
 
-void FileCommands::TellNotLoaded(const std::string& fileName, const ScriptFile& script) {
-  using Outcome = ScriptFile::Outcome;
-  std::string text;
-  switch (script.Result) {
-    case Outcome::Loaded:
-    case Outcome::Unreadable:
-      text = app_.Message(text_id::CannotRead, fileName, script.Reason);
-      break;
-    case Outcome::TooLarge:
-      text = app_.Message(text_id::FileTooLarge, fileName, std::to_string(MaxScriptBytes >> 20));
-      break;
-    case Outcome::NoText:
-      text = app_.Message(text_id::NotAText, fileName);
-      break;
-  }
-  app_.Tell(BoxIcon::Critical, text);
+void FileCommands::Tell(int textId, const std::string& fileName, const Failure& why) {
+  app_.Tell(BoxIcon::Critical, app_.Message(textId, fileName, app_.Message(why)));
+}
+
+void FileCommands::TellNotLoaded(const std::string& fileName, const Failure& why) {
+  if (why.Text == text_id::NotAText) return app_.Tell(BoxIcon::Critical, app_.Message(why));
+  if (why.Text != text_id::IsTooLarge) return Tell(text_id::CannotRead, fileName, why);
+  const std::string megabytes = std::to_string(MaxScriptBytes >> 20);
+  app_.Tell(BoxIcon::Critical, app_.Message(text_id::FileTooLarge, fileName, megabytes));
+}
+
+void FileCommands::UpdateTitle() {
+  app_.Window.SetTitle("Vaxel  V" + app_.VersionText + "  (" + std::string(Credit) + ")   " +
+                       app_.Message(text_id::FileWord) + ": " + script_.CurrentFile);
+}
+
+void FileCommands::TextChanged(bool isComment) {
+  script_.TextModified = true;
+  if (!isComment) ++script_.UserEdits;
 }
 
 // The text and its name change together or, when memory runs out, not at all: a text under the name of
 // another would be saved over it.
-void FileCommands::SetScript(ScriptFile script, std::string fileName) {
-  ApplicationState& state = app_.State;
+void FileCommands::SetScript(const ScriptFile& script, std::string fileName) {
   app_.Editor.SetText(script.Text);
-  state.CurrentFile = std::move(fileName);
-  state.Encoding = script.Encoding;
-  state.LoadedHash = script.Hash;
+  script_.CurrentFile = std::move(fileName);
+  script_.Encoding = script.Bytes.Encoding;
+  script_.LoadedHash = script.Bytes.Hash;
   runs_.TextReplaced();
   app_.Editor.ColourAll();
 }
 
 bool FileCommands::Load(const std::string& fileName) {
-  ScriptFile script = LoadScript(fileName);
-  if (script.Result != ScriptFile::Outcome::Loaded) {
-    TellNotLoaded(fileName, script);
+  const Result<ScriptFile> script = LoadScript(fileName);
+  if (!script) {
+    TellNotLoaded(fileName, script.Why());
     return false;
   }
-  SetScript(std::move(script), fileName);
-  app_.State.OpenFolder = FolderOf(fileName);
+  SetScript(*script, fileName);
+  openFolder_ = FolderOf(fileName);
   Remember(fileName);
   return true;
 }
 
-// What the user does now is for the script that is about to go.
-void FileCommands::HandleEvents() {
-  app_.State.IsRunning = true;
-  app_.Window.SetWindowEnabled(false);
-  app_.Window.ProcessEvents();
-  app_.Window.SetWindowEnabled(true);
-  app_.State.IsRunning = false;
+void FileCommands::LoadFirst(const std::string& fileName, bool isNamed,
+                             std::vector<std::string> recentFiles) {
+  openFolder_ = app_.ProgramFolder;
+  recentFiles_ = std::move(recentFiles);
+  app_.Window.SetRecentFiles(recentFiles_);
+  if (isNamed || FileExists(fileName)) {
+    Load(fileName);
+  } else {
+    ChooseAndLoad();
+  }
+  startupFile_ = script_.CurrentFile;
+  UpdateTitle();
+  script_.TextModified = false;
+}
+
+void FileCommands::Restore(const RecoveryCopy& copy) {
+  SetScript({copy.Text, {copy.Encoding, copy.LoadedHash}}, copy.ScriptName);
+  startupFile_ = copy.ScriptName;
+  UpdateTitle();
 }
 
 // The comments that the run writes are no changes. What was typed when the window took keys again is.
 void FileCommands::DrawOpened() {
-  ApplicationState& state = app_.State;
-  const std::uint64_t edits = state.UserEdits;
-  state.TextModified = false;
+  const std::uint64_t edits = script_.UserEdits;
+  script_.TextModified = false;
   runs_.Visualise();
-  if (state.UserEdits == edits) state.TextModified = false;
+  if (script_.UserEdits == edits) script_.TextModified = false;
 }
 
 void FileCommands::ShowOpened() {
-  app_.UpdateTitle();
+  UpdateTitle();
   DrawOpened();
-  app_.State.StartupFile = app_.State.CurrentFile;
+  startupFile_ = script_.CurrentFile;
 }
 
 bool FileCommands::ChooseAndLoad() {
   FileDialog dialog;
   dialog.Filter =
       Filter(app_.Message(text_id::VaxelFiles), "*.dat") + Filter(app_.Message(text_id::AllFiles), "*.*");
-  dialog.Folder = app_.State.OpenFolder;
-  dialog.Flags = FileMustExist | HideReadOnly;
+  dialog.Folder = openFolder_;
   const std::vector<std::string> chosen = app_.Dialogs.ShowOpen(dialog);
   if (chosen.empty() || chosen.front().empty()) return false;
-  app_.State.OpenFolder = FolderOf(chosen.front());
-  HandleEvents();
+  openFolder_ = FolderOf(chosen.front());
+  runs_.HandleEvents();
   return Load(chosen.front());
 }
 
@@ -150,40 +175,35 @@ void FileCommands::OpenFile(const std::string& fileName) {
 }
 
 void FileCommands::OpenRecent(std::size_t index) {
-  const std::vector<std::string>& recent = app_.State.RecentFiles;
-  if (index < recent.size()) OpenFile(std::string(recent[index]));
+  if (index < recentFiles_.size()) OpenFile(std::string(recentFiles_[index]));
 }
 
 // The template is looked for as scripts look for files: its name is written in two ways.
 void FileCommands::New() {
   if (!SettleChanges()) return;
-  ApplicationState& state = app_.State;
   SetScript({}, {});
-  const std::string name = FindFile(state.ProgramFolder, "Vaxel.DaN");
+  const std::string name = FindFile(app_.ProgramFolder, "Vaxel.DaN");
   if (!name.empty()) {
-    ScriptFile script = LoadScript(name);
-    if (script.Result == ScriptFile::Outcome::Loaded) {
-      script.Encoding = TextEncoding::Utf8;
-      script.Hash = 0;
-      SetScript(std::move(script), {});
+    if (const Result<ScriptFile> script = LoadScript(name)) {
+      SetScript({script->Text, {}}, {});
     } else {
-      TellNotLoaded(name, script);
+      TellNotLoaded(name, script.Why());
     }
   }
   app_.Editor.GoToLine(1);
   app_.Editor.SetTypingColour(Black);
-  app_.UpdateTitle();
+  UpdateTitle();
   DrawOpened();
   app_.ShowPlace();
-  state.StartupFile = state.CurrentFile;
+  startupFile_ = script_.CurrentFile;
 }
 
-void FileCommands::TellNotSaved(const std::string& fileName, const std::string& reason) {
+void FileCommands::TellNotSaved(const std::string& fileName, const Failure& why) {
   namespace fs = std::filesystem;
   const fs::path path = PathOf(fileName);
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
-  std::string text = app_.Message(text_id::CannotWrite, fileName, reason);
+  std::string text = app_.Message(text_id::CannotWrite, fileName, app_.Message(why));
   if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
     text = app_.Message(text_id::ReadOnlyScript, fileName);
   } else if (!fs::exists(path.parent_path(), ignored)) {
@@ -193,26 +213,22 @@ void FileCommands::TellNotSaved(const std::string& fileName, const std::string& 
 }
 
 bool FileCommands::WriteTo(const std::string& fileName) {
-  ApplicationState& state = app_.State;
-  TextEncoding encoding = state.Encoding;
-  std::size_t hash = 0;
-  const std::string error = SaveScript(fileName, app_.Editor.Text(), encoding, hash);
-  if (!error.empty()) {
-    TellNotSaved(fileName, error);
+  const Result<ScriptBytes> saved = SaveScript(fileName, app_.Editor.Text(), script_.Encoding);
+  if (!saved) {
+    TellNotSaved(fileName, saved.Why());
     return false;
   }
-  state.LoadedHash = hash;
-  if (std::exchange(state.Encoding, encoding) != encoding) {
+  script_.LoadedHash = saved->Hash;
+  if (std::exchange(script_.Encoding, saved->Encoding) != saved->Encoding) {
     app_.Tell(BoxIcon::Information, app_.Message(text_id::SavedAsUtf8, fileName));
   }
   return true;
 }
 
 void FileCommands::Save() {
-  ApplicationState& state = app_.State;
-  if (state.CurrentFile.empty() || IsMeterFile(state.CurrentFile)) return SaveAs();
-  if (HasChangedOnDisk(state.CurrentFile, state.LoadedHash)) {
-    switch (app_.AskYesNoCancel(app_.Message(text_id::ChangedOnDisk, state.CurrentFile))) {
+  if (script_.CurrentFile.empty() || IsMeterFile(script_.CurrentFile)) return SaveAs();
+  if (HasChangedOnDisk(script_.CurrentFile, script_.LoadedHash)) {
+    switch (app_.AskYesNoCancel(app_.Message(text_id::ChangedOnDisk, script_.CurrentFile))) {
       case YesNoCancel::Cancel:
         return;
       case YesNoCancel::No:
@@ -221,51 +237,49 @@ void FileCommands::Save() {
         break;
     }
   }
-  if (!WriteTo(state.CurrentFile)) return;
-  app_.UpdateTitle();
-  app_.State.TextModified = false;
+  if (!WriteTo(script_.CurrentFile)) return;
+  UpdateTitle();
+  script_.TextModified = false;
 }
 
 // The dialogs have asked for the name that was chosen alone.
 bool FileCommands::MayReplace(const std::string& fileName) {
-  return !FileExists(fileName) ||
+  std::error_code ignored;
+  return !std::filesystem::exists(PathOf(fileName), ignored) ||
          app_.Dialogs.AskYesNo("Vaxel", app_.Message(text_id::ReplaceFile, fileName));
 }
 
 void FileCommands::SaveAs() {
-  ApplicationState& state = app_.State;
   FileDialog dialog;
   dialog.DefaultExtension = "dat";
   dialog.Filter =
       Filter(app_.Message(text_id::VaxelFiles), "*.dat") + app_.Message(text_id::AllFiles) + " (*.*)|*.*";
-  dialog.Folder = FolderOf(state.CurrentFile);
-  dialog.Flags = OverwritePrompt | HideReadOnly;
+  dialog.Folder = FolderOf(script_.CurrentFile);
   const std::string chosen = app_.Dialogs.ShowSave(dialog);
   const std::string name = CutExtraExtension(chosen);
   if (name != chosen && !MayReplace(name)) return;
   if (name.empty() || !WriteTo(name)) return;
-  state.CurrentFile = name;
-  app_.UpdateTitle();
-  app_.State.TextModified = false;
-  state.StartupFile = name;
+  script_.CurrentFile = name;
+  UpdateTitle();
+  script_.TextModified = false;
+  startupFile_ = name;
   Remember(name);
 }
 
 void FileCommands::InsertFileNames() {
   FileDialog dialog;
   dialog.Filter = Filter(app_.Message(text_id::AllFiles), "*.*");
-  dialog.Folder = FolderOf(app_.State.CurrentFile);
-  dialog.Flags = MultipleSelection | ExplorerStyle | LongNames | FileMustExist | HideReadOnly;
-  const std::string list = ListOfNames(app_.Dialogs.ShowOpen(dialog), app_.State.CurrentFile);
+  dialog.Folder = FolderOf(script_.CurrentFile);
+  dialog.TakesSeveral = true;
+  const std::string list = ListOfNames(app_.Dialogs.ShowOpen(dialog), script_.CurrentFile);
   if (!list.empty()) app_.Editor.ReplaceSelection(list);
 }
 
 void FileCommands::Remember(const std::string& fileName) {
-  std::vector<std::string>& recent = app_.State.RecentFiles;
-  std::erase_if(recent, [&](const std::string& name) { return EqualIgnoringCase(name, fileName); });
-  recent.insert(recent.begin(), fileName);
-  if (recent.size() > MostRecentFiles) recent.resize(MostRecentFiles);
-  app_.Window.SetRecentFiles(recent);
+  std::erase_if(recentFiles_, [&](const std::string& name) { return EqualIgnoringCase(name, fileName); });
+  recentFiles_.insert(recentFiles_.begin(), fileName);
+  if (recentFiles_.size() > MostRecentFiles) recentFiles_.resize(MostRecentFiles);
+  app_.Window.SetRecentFiles(recentFiles_);
 }
 
 void FileCommands::Export() {
@@ -277,27 +291,14 @@ void FileCommands::Export() {
   dialog.Filter = Filter(app_.Message(text_id::SvgFiles), "*.svg") +
                   Filter(app_.Message(text_id::PngFiles), "*.png") +
                   Filter(app_.Message(text_id::EmfFiles), "*.emf");
-  dialog.Folder = FolderOf(app_.State.CurrentFile);
-  dialog.FileName = DocumentNameOf(app_.State.CurrentFile);
-  dialog.Flags = OverwritePrompt | HideReadOnly;
+  dialog.Folder = FolderOf(script_.CurrentFile);
+  dialog.FileName = DocumentNameOf(script_.CurrentFile);
   std::string name = app_.Dialogs.ShowSave(dialog);
   if (name.empty()) return;
   // A picture under the extension of something else, of a script for one, would be neither.
   if (!IsPictureFile(name) && !MayReplace(name += ".svg")) return;
-  const std::string upper = UpperCase(name);
-  const std::size_t page = drawing->Pages().size() - 1;
-  OutputFile file(name);
-  std::string error;
-  if (upper.ends_with(".PNG")) {
-    error = app_.Platform.WritePng(*drawing, page, file);
-  } else if (upper.ends_with(".EMF")) {
-    error = app_.Platform.WriteEmf(*drawing, page, file);
-  } else {
-    SvgRenderer renderer(file);
-    PlayPage(*drawing, page, renderer);
-  }
-  if (error.empty()) error = file.Commit();
-  if (!error.empty()) app_.Tell(BoxIcon::Critical, app_.Message(text_id::CannotWrite, name, error));
+  if (const Result<> written = WriteDrawing(*drawing, name, app_.Platform); !written)
+    Tell(text_id::CannotWrite, name, written.Why());
 }
 
 }  // namespace vaxel

@@ -3,8 +3,12 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "app/app_context.h"
+#include "app/edited_script.h"
+#include "app/recovery.h"
 #include "app/run_cycle.h"
 #include "app/script_file.h"
 
@@ -12,7 +16,20 @@ namespace vaxel {
 
 class FileCommands {
  public:
-  FileCommands(AppContext& app, RunCycle& runs) : app_(app), runs_(runs) {}
+  // All must outlive it.
+  FileCommands(AppContext& app, RunCycle& runs, EditedScript& script)
+      : app_(app), runs_(runs), script_(script) {}
+
+  // At the start, once the settings are read: the script with its folders, or the one that the user chooses
+  // when there is no such file. One that was named by the user is told of instead.
+  void LoadFirst(const std::string& fileName, bool isNamed, std::vector<std::string> recentFiles);
+  // The text of a recovery copy, which is not saved.
+  void Restore(const RecoveryCopy& copy);
+  // By the user, or by the comments of a run.
+  void TextChanged(bool isComment);
+  // With which script the next start begins, and the last ones, the newest first.
+  const std::string& StartupFile() const { return startupFile_; }
+  const std::vector<std::string>& RecentFiles() const { return recentFiles_; }
 
   void Open();             // Mnu_Ouvrir
   void New();              // Mnu_Nouveau
@@ -24,29 +41,34 @@ class FileCommands {
   void OpenFile(const std::string& fileName);
   void OpenRecent(std::size_t index);
 
-  // Loads a script into the editor, colours it and makes it the current one (LitFic). Whether that could be
-  // done; else the user was told why not and nothing is changed.
-  bool Load(const std::string& fileName);
-  // Another script for the editor, in its colours (Cmd_Ctrl_K), and the file that it belongs to.
-  void SetScript(ScriptFile script, std::string fileName);
-  // The Open dialog and what follows it; whether a script was opened.
-  bool ChooseAndLoad();
   // Asks whether changes are to be saved, and saves them. False when the user cancelled, or when what was to
   // be saved could not be.
   bool SettleChanges();
 
  private:
-  void HandleEvents();
+  // Loads a script into the editor, colours it and makes it the current one (LitFic). Whether that could be
+  // done; else the user was told why not and nothing is changed.
+  bool Load(const std::string& fileName);
+  // Another script for the editor, in its colours (Cmd_Ctrl_K), and the file that it belongs to.
+  void SetScript(const ScriptFile& script, std::string fileName);
+  // The Open dialog and what follows it; whether a script was opened.
+  bool ChooseAndLoad();
+  void UpdateTitle();
   void ShowOpened();
   void DrawOpened();
   bool WriteTo(const std::string& fileName);
   bool MayReplace(const std::string& fileName);
   void Remember(const std::string& fileName);
-  void TellNotSaved(const std::string& fileName, const std::string& reason);
-  void TellNotLoaded(const std::string& fileName, const ScriptFile& script);
+  void Tell(int textId, const std::string& fileName, const Failure& why);
+  void TellNotSaved(const std::string& fileName, const Failure& why);
+  void TellNotLoaded(const std::string& fileName, const Failure& why);
 
   AppContext& app_;
   RunCycle& runs_;
+  EditedScript& script_;
+  std::string startupFile_;
+  std::string openFolder_;                // where the next Open dialog begins
+  std::vector<std::string> recentFiles_;  // MostRecentFiles at most
 };
 
 // "a.b" of "a.b.dat": a name with several points is cut before its last one.

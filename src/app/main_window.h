@@ -41,7 +41,7 @@ class MainWindow {
   virtual ~MainWindow() = default;
 
   // At start-up, once it is known what the window looks like; until then it is hidden.
-  virtual void Show() {}
+  virtual void Show() = 0;
   virtual void SetTitle(std::string_view title) = 0;
   virtual void SetCaption(MenuId item, std::string_view caption) = 0;
   virtual void SetChecked(MenuId item, bool isChecked) = 0;
@@ -68,12 +68,10 @@ class MainWindow {
   // Width of the editor in units of 1/96 inch; 0 hides it.
   virtual void SetEditorWidth(int width) = 0;
 
-  // A new drawing is about to be made; the one that is shown stays until there is something to show.
-  virtual void PrepareGraphic() = 0;
   // Shows the drawing's last page, at once. It lives until another is shown and may grow meanwhile.
   virtual void ShowDrawing(const DisplayList& drawing) = 0;
   // The same while a run is under way: what would take long may be left out.
-  virtual void ShowDrawingSoFar(const DisplayList& drawing) { ShowDrawing(drawing); }
+  virtual void ShowDrawingSoFar(const DisplayList& drawing) = 0;
   // Shows the drawing enlarged and moved.
   virtual void SetView(const GraphicView& view) = 0;
 };

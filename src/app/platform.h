@@ -3,10 +3,10 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "base/byte_sink.h"
+#include "base/result.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
 
@@ -17,11 +17,11 @@ class Printers {
   virtual ~Printers() = default;
   // The current printer; empty when there is none.
   virtual std::string CurrentPrinter() = 0;
-  // Its page in portrait; none, with the reason, when it cannot be asked.
-  virtual std::optional<RunTarget> Target(const std::string& printer, std::string& error) = 0;
-  // Prints all pages at true size as one document and ends it. The reason when that failed, else "".
-  virtual std::string Print(const std::string& printer, const std::string& documentName,
-                            const DisplayList& drawing) = 0;
+  // Its page in portrait.
+  virtual Result<RunTarget> Target(const std::string& printer) = 0;
+  // Prints all pages at true size as one document and ends it.
+  virtual Result<> Print(const std::string& printer, const std::string& documentName,
+                         const DisplayList& drawing) = 0;
 };
 
 class Platform {
@@ -44,9 +44,9 @@ class Platform {
   // Fonts and pictures for a screen or a printer; may be null.
   virtual TextMeasurer* Measurer() = 0;
   virtual PictureDecoder* Decoder() = 0;
-  // A page as a file. The reason when that failed, else "".
-  virtual std::string WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
-  virtual std::string WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
+  // A page as a file.
+  virtual Result<> WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
+  virtual Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
 };
 
 }  // namespace vaxel

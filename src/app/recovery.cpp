@@ -53,7 +53,7 @@ bool Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
   file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
              std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
   file.Write(copy.Text);
-  if (!file.Commit().empty()) return false;
+  if (!file.Commit()) return false;
   changed_ = false;
   return exists_ = true;
 }
@@ -80,13 +80,13 @@ std::vector<std::pair<std::string, std::uint32_t>> Recovery::Copies() const {
 }
 
 std::optional<RecoveryCopy> Recovery::Read(const std::string& name) {
-  const FileContent content = ReadWholeFile(name, MaxScriptBytes);
-  if (content.Status != FileStatus::Read) return std::nullopt;
-  std::string_view rest = content.Bytes;
+  const Result<std::string> bytes = ReadWholeFile(name, MaxScriptBytes);
+  if (!bytes) return std::nullopt;
+  std::string_view rest = *bytes;
   std::string_view head = TakeUntil(rest, '\n');
   if (TakeUntil(head, '\t') != Header) return std::nullopt;
   const auto encoding = ReadNumber<int>(TakeUntil(head, '\t'));
-  const auto hash = ReadNumber<std::size_t>(TakeUntil(head, '\t'));
+  const auto hash = ReadNumber<std::uint64_t>(TakeUntil(head, '\t'));
   if (!encoding || *encoding < 0 || *encoding > static_cast<int>(TextEncoding::Windows1252) || !hash)
     return std::nullopt;
   return RecoveryCopy{name, std::string(head), static_cast<TextEncoding>(*encoding), *hash,

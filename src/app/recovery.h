@@ -19,7 +19,7 @@ struct RecoveryCopy {
   std::string FileName;    // of the copy
   std::string ScriptName;  // empty: it had none yet
   TextEncoding Encoding = TextEncoding::Utf8;
-  std::size_t LoadedHash = 0;
+  std::uint64_t LoadedHash = 0;
   std::string Text;  // lines end in LF
 };
 

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/raised_flag.h"
 #include "base/files.h"
 #include "base/text.h"
 
@@ -55,18 +56,18 @@ std::string ShapeOf(std::string_view comment) {
 
 }  // namespace
 
-RunBridge::RunBridge(AppContext& app, const DisplayList& drawing, bool isShown,
-                     std::set<std::string>& notices, std::vector<std::string>& answers)
+RunBridge::RunBridge(AppContext& app, const EditedScript& script, RunSession& session,
+                     const DisplayList* growing, std::vector<std::string>& answers)
     : app_(app),
-      drawing_(drawing),
-      isShown_(isShown),
-      told_(notices),
+      script_(script),
+      session_(session),
+      growing_(growing),
       answers_(answers),
       lastEvents_(app.Platform.Now()),
       lastShown_(lastEvents_) {}
 
 void RunBridge::ShowSoFar() {
-  if (isShown_ && !drawing_.Pages().empty()) app_.Window.ShowDrawingSoFar(drawing_);
+  if (growing_ && !growing_->Pages().empty()) app_.Window.ShowDrawingSoFar(*growing_);
   lastShown_ = app_.Platform.Now();
 }
 
@@ -79,12 +80,12 @@ RunSignal RunBridge::ProcessPendingEvents() {
     app_.Window.ProcessEvents();
     lastEvents_ = app_.Platform.Now();
   }
-  return app_.State.AbortRequested ? RunSignal::Abort : RunSignal::GoOn;
+  return session_.AbortRequested ? RunSignal::Abort : RunSignal::GoOn;
 }
 
 // A script that includes itself is read from the disk, where its lines may be others than in the editor.
 bool RunBridge::IsOfEditor(std::string_view fileName) const {
-  return fileName == app_.State.CurrentFile && (!run_ || run_->InMainScript());
+  return fileName == script_.CurrentFile && (!run_ || run_->InMainScript());
 }
 
 void RunBridge::ShowError(const ErrorReport& report) {
@@ -110,7 +111,7 @@ void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, 
   std::string notice(fileName);
   if (lineNumber > 0) notice += (notice.empty() ? "" : ":") + std::to_string(lineNumber) + ": ";
   // The same text from many lines says no more.
-  if (told_.emplace(text).second) notices_.push_back(notice += text);
+  if (session_.Notices.emplace(text).second) notices_.push_back(notice += text);
 }
 
 bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
@@ -141,20 +142,13 @@ std::string RunBridge::FindFile(std::string_view scriptName, std::string_view na
   return vaxel::FindFile(scriptName, name);
 }
 
-FileContent RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes) {
   return ReadWholeFile(fileName, maxBytes);
 }
 
 void RunBridge::WriteComments() {
   if (comments_.empty()) return;
-  struct Writing {
-    explicit Writing(bool& flag) : Flag(flag) { Flag = true; }
-    ~Writing() { Flag = false; }
-    Writing(const Writing&) = delete;
-    Writing& operator=(const Writing&) = delete;
-    bool& Flag;
-  };
-  const Writing writing(app_.State.IsWritingComments);
+  const RaisedFlag writing(session_.IsWritingComments);
   const std::string text = app_.Editor.Text();
   // Controls end lines at a few more characters. The numbers then mean other lines there, which would be
   // lost.
@@ -162,7 +156,7 @@ void RunBridge::WriteComments() {
   LinesInOrder lines(text);
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
-      ShowNotice(app_.State.CurrentFile, number, Trim(comment));
+      ShowNotice(script_.CurrentFile, number, Trim(comment));
       continue;
     }
     const std::string_view line = lines.Line(number);

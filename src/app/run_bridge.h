@@ -9,17 +9,26 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "app/edited_script.h"
 #include "drawing/display_list.h"
 #include "interpreter/run_context.h"
 #include "interpreter/run_host.h"
 
 namespace vaxel {
 
+// What lasts from run to run.
+struct RunSession {
+  bool IsRunning = false;          // a run is under way
+  bool AbortRequested = false;     // Escape is held down
+  bool IsWritingComments = false;  // a run writes its comments into the text
+  std::set<std::string> Notices;   // what the user was told
+};
+
 class RunBridge : public RunHost {
  public:
-  // Shows the drawing while it grows, unless it is for paper. notices: what the user was told already.
-  // answers: taken, as far as they go, for the first questions; those that the user gives are added.
-  RunBridge(AppContext& app, const DisplayList& drawing, bool isShown, std::set<std::string>& notices,
+  // growing: the drawing, shown while the run draws it; null when it is for paper. answers: taken, as far as
+  // they go, for the first questions; those that the user gives are added. All of them must outlive this.
+  RunBridge(AppContext& app, const EditedScript& script, RunSession& session, const DisplayList* growing,
             std::vector<std::string>& answers);
 
   void ShowError(const ErrorReport& report) override;
@@ -33,7 +42,7 @@ class RunBridge : public RunHost {
   std::string Today() override { return app_.Platform.Today(); }
   std::string FullFileName(std::string_view fileName) override;
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
-  FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override;
+  Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override;
 
   // The run, of which the script in the editor is level 1; it must live until the last call.
   void Follow(const RunContext& run) { run_ = &run; }
@@ -46,10 +55,10 @@ class RunBridge : public RunHost {
   bool IsOfEditor(std::string_view fileName) const;
 
   AppContext& app_;
-  const DisplayList& drawing_;
+  const EditedScript& script_;
+  RunSession& session_;
+  const DisplayList* growing_;
   const RunContext* run_ = nullptr;
-  bool isShown_;
-  std::set<std::string>& told_;
   std::vector<std::string>& answers_;
   std::size_t asked_ = 0;
   std::chrono::steady_clock::time_point lastEvents_, lastShown_;

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "app/run_bridge.h"
+#include "app/raised_flag.h"
 #include "app/script_file.h"
 #include "base/number_text.h"
 #include "base/text.h"
@@ -17,7 +17,7 @@ namespace vaxel {
 namespace {
 
 std::string DialogCaption(const AppContext& app, MenuId item, const char* keys) {
-  std::string name = app.MenuText(CaptionId(item));
+  std::string name = app.MenuText(MenuRowOf(item).Caption);
   std::erase(name, '&');
   return "Vaxel   " + name + "   " + keys;
 }
@@ -48,25 +48,6 @@ std::optional<ReferenceEntry> ReadReference(std::string_view text) {
                         text.find_first_of("zZ") != std::string_view::npos};
 }
 
-// While a script is printed it alone says where the drawing stands; however that ends, the screen's place and
-// the usual name of documents come back.
-class OwnPlace {
- public:
-  explicit OwnPlace(ApplicationState& state)
-      : state_(state), offX_(std::exchange(state.OffX, 0)), offY_(std::exchange(state.OffY, 0)) {}
-  ~OwnPlace() {
-    state_.DocumentName = "Vaxel";
-    state_.OffX = offX_;
-    state_.OffY = offY_;
-  }
-  OwnPlace(const OwnPlace&) = delete;
-  OwnPlace& operator=(const OwnPlace&) = delete;
-
- private:
-  ApplicationState& state_;
-  double offX_, offY_;
-};
-
 // A drawing that is larger or smaller says nothing, and at the end of numbers it cannot be made.
 bool IsUsableFactor(double factor) {
   return factor >= 0.001 && factor <= 1000;
@@ -90,61 +71,62 @@ std::optional<double> FieldValue(std::string_view text) {
 // The window takes nothing but Escape while a run is under way.
 class RunCycle::BusyWindow {
  public:
-  explicit BusyWindow(AppContext& app) : app_(app) {
-    app_.State.IsRunning = true;
-    app_.Window.SetPointer(PointerShape::Hourglass);
-    app_.Window.SetWindowEnabled(false);
-    app_.Window.ProcessEvents();
+  explicit BusyWindow(RunCycle& cycle) : running_(cycle.session_.IsRunning), window_(cycle.app_.Window) {
+    window_.SetPointer(PointerShape::Hourglass);
+    window_.SetWindowEnabled(false);
+    window_.ProcessEvents();
   }
   ~BusyWindow() {
-    app_.Window.SetPointer(PointerShape::Normal);
-    app_.Window.SetWindowEnabled(true);
+    window_.SetPointer(PointerShape::Normal);
+    window_.SetWindowEnabled(true);
     // Still a part of the run: a key that was held down meanwhile must not begin another within this one.
-    app_.Window.ProcessEvents();
-    app_.State.IsRunning = false;
+    window_.ProcessEvents();
   }
   BusyWindow(const BusyWindow&) = delete;
   BusyWindow& operator=(const BusyWindow&) = delete;
 
  private:
-  AppContext& app_;
+  RaisedFlag running_;
+  MainWindow& window_;
 };
 
-RunCycle::RunCycle(AppContext& app) : app_(app) {}
+void RunCycle::HandleEvents() {
+  const RaisedFlag running(session_.IsRunning);
+  app_.Window.SetWindowEnabled(false);
+  app_.Window.ProcessEvents();
+  app_.Window.SetWindowEnabled(true);
+}
 
 // Runs the editor's text afresh and keeps what the view needs of it.
 RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<std::string>& answers) {
-  ApplicationState& state = app_.State;
   const bool onScreen = target.Kind == TargetKind::Screen;
-  RunBridge bridge(app_, list, onScreen, notices_, answers);
+  RunBridge bridge(app_, script_, session_, onScreen ? &list : nullptr, answers);
   RunContext run(bridge, AllCommands(), app_.Strings, list);
   bridge.Follow(run);
-  run.LangBase = state.LangBase;
-  const RunEnd end = RunScript(run, target, app_.Editor.Text(), state.CurrentFile);
-  if (run.NextZoom) state.NextZoom = *run.NextZoom;
+  run.LangBase = app_.LangBase;
+  const RunEnd end = RunScript(run, target, app_.Editor.Text(), script_.CurrentFile);
+  if (run.NextZoom) state_.NextZoom = *run.NextZoom;
   if (onScreen && end != RunEnd::Empty) {
-    state.GraphicCentre = {run.Surface.CentreX, run.Surface.CentreY};
-    state.GraphicScale = run.Surface.Z;
-    state.GraphicWidthMm = target.WidthMm;
-    state.GraphicHeightMm = target.HeightMm;
+    state_.GraphicCentre = {run.Surface.CentreX, run.Surface.CentreY};
+    state_.GraphicScale = run.Surface.Z;
+    state_.GraphicWidthMm = target.WidthMm;
+    state_.GraphicHeightMm = target.HeightMm;
   }
   bridge.Finish();
   return end;
 }
 
 RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
-  const ApplicationState& state = app_.State;
-  app_.Window.PrepareGraphic();
   const GraphicArea area = app_.Window.Graphic();
   RunTarget target;
   target.Kind = TargetKind::Screen;
   target.WidthMm = area.WidthPx * area.PixelMm;
   target.HeightMm = area.HeightPx * area.PixelMm;
   target.PixelMm = area.PixelMm;
-  target.Zoom = state.ScreenZoom;
-  target.Zmm = state.Zmm;
-  target.OffX = state.OffX;
-  target.OffY = state.OffY;
+  target.Zoom = state_.ScreenZoom;
+  target.Zmm = settings_.Values().Zmm;
+  target.OffX = state_.OffX;
+  target.OffY = state_.OffY;
   target.Measurer = app_.Platform.Measurer();
   target.Decoder = app_.Platform.Decoder();
   auto list = std::make_unique<DisplayList>();
@@ -198,16 +180,19 @@ void RunCycle::CursorIn(std::size_t line) {
 }
 
 void RunCycle::Visualise() {
-  const BusyWindow busy(app_);
+  const BusyWindow busy(*this);
   if (std::exchange(isLineChanged_, false)) app_.Editor.ColourLine(cursorLine_);
   RunOnScreen();
 }
 
+void RunCycle::TellNotPrinted(const Failure& why) {
+  app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, printerName_, app_.Message(why)));
+}
+
 std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answers) {
-  std::string error;
-  std::optional<RunTarget> target = app_.Printers.Target(app_.State.PrinterName, error);
+  Result<RunTarget> target = app_.Printers.Target(printerName_);
   if (!target) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, app_.State.PrinterName, error));
+    TellNotPrinted(target.Why());
     return std::nullopt;
   }
   target->Kind = TargetKind::Printer;
@@ -219,54 +204,42 @@ std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answ
 }
 
 void RunCycle::PrintDocument(const DisplayList& drawing) {
-  ApplicationState& state = app_.State;
-  if (state.AbortRequested) return;
-  const std::string error = app_.Printers.Print(state.PrinterName, state.DocumentName, drawing);
-  if (!error.empty()) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, state.PrinterName, error));
-  }
+  if (session_.AbortRequested) return;
+  const std::string script = DocumentNameOf(script_.CurrentFile);
+  const std::string documentName = script.empty() ? "Vaxel" : script;
+  if (const Result<> printed = app_.Printers.Print(printerName_, documentName, drawing); !printed)
+    TellNotPrinted(printed.Why());
 }
 
 // What was answered for the paper is not asked again for the screen.
 void RunCycle::Print() {
-  ApplicationState& state = app_.State;
-  const BusyWindow busy(app_);
+  const BusyWindow busy(*this);
   std::vector<std::string> answers;
-  {
-    const OwnPlace place(state);
-    const std::string documentName = DocumentNameOf(state.CurrentFile);
-    if (!documentName.empty()) state.DocumentName = documentName;
-    if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
-  }
+  if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
   RunOnScreen(answers);
 }
 
 void RunCycle::Zoom(bool withCtrl) {
-  ApplicationState& state = app_.State;
   if (withCtrl) {
-    if (IsUsableFactor(state.NextZoom)) state.ScreenZoom = state.NextZoom;
+    if (IsUsableFactor(state_.NextZoom)) state_.ScreenZoom = state_.NextZoom;
     ResetView();
   } else {
     const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };
     ZoomDialog dialog;
     dialog.Caption = DialogCaption(app_, MenuId::Mnu_Zoom, "(F7, Ctrl-F7)");
     dialog.FactorLabel = app_.Message(text_id::ZoomFactor);
-    dialog.FactorText = shown(state.ScreenZoom);
+    dialog.FactorText = shown(state_.ScreenZoom);
     dialog.ZmmLabel = app_.Message(text_id::MmCorrection);
-    dialog.ZmmText = shown(state.Zmm);
+    dialog.ZmmText = shown(settings_.Values().Zmm);
     dialog.Button = app_.Message(text_id::Validate);
-    dialog.OnButton = [this, &state](const std::string& factor, const std::string& zmm) {
-      const std::optional<double> correction = FieldValue(zmm);
-      if (correction && *correction != state.Zmm) {
-        state.Zmm = *correction;
-        app_.WriteKey("Zmm = ", NumberText(state.Zmm));
-      }
-      state.ScreenZoom = FieldValue(factor).value_or(state.ScreenZoom);
+    dialog.OnButton = [this](const std::string& factor, const std::string& zmm) {
+      settings_.SetZmm(FieldValue(zmm).value_or(settings_.Values().Zmm));
+      state_.ScreenZoom = FieldValue(factor).value_or(state_.ScreenZoom);
       ResetView();
     };
     app_.Dialogs.ShowZoom(dialog);
   }
-  const BusyWindow busy(app_);
+  const BusyWindow busy(*this);
   RunOnScreen();
 }
 
@@ -276,25 +249,23 @@ bool RunCycle::AcceptReference(const std::string& text) {
     app_.Tell(BoxIcon::Information, app_.Message(text_id::ReferenceHint));
     return false;
   }
-  ApplicationState& state = app_.State;
-  const Point centre = entry->FromCorner ? state.GraphicCentre : Point{};
-  state.RefInX = static_cast<float>(entry->X - centre.X);
-  state.RefInY = static_cast<float>(entry->Y - centre.Y);
+  const Point centre = entry->FromCorner ? state_.GraphicCentre : Point{};
+  state_.RefInX = static_cast<float>(entry->X - centre.X);
+  state_.RefInY = static_cast<float>(entry->Y - centre.Y);
   FollowCentre();
   return true;
 }
 
 void RunCycle::Reference(bool withCtrl) {
-  ApplicationState& state = app_.State;
   if (withCtrl) {
-    state.RefInX = state.RefInY = 0;
+    state_.RefInX = state_.RefInY = 0;
     FollowCentre();
     return;
   }
   ReferenceDialog dialog;
   dialog.Caption = DialogCaption(app_, MenuId::Mnu_RefCurseur, "(F8, Ctrl-F8)");
   dialog.Label = app_.Message(text_id::ReferenceLabel);
-  dialog.Text = FloatText(state.RefInX) + "," + FloatText(state.RefInY);
+  dialog.Text = FloatText(state_.RefInX) + "," + FloatText(state_.RefInY);
   dialog.Button = app_.Message(text_id::ValidateReference);
   dialog.OnButton = [this](const std::string& text) { return AcceptReference(text); };
   app_.Dialogs.ShowReference(dialog);
@@ -302,21 +273,19 @@ void RunCycle::Reference(bool withCtrl) {
 
 // The reference point keeps its place in the drawing when another run moves the centre.
 void RunCycle::FollowCentre() {
-  ApplicationState& state = app_.State;
-  state.RefX = static_cast<float>(state.GraphicCentre.X) + state.RefInX;
-  state.RefY = static_cast<float>(state.GraphicCentre.Y) + state.RefInY;
+  state_.RefX = static_cast<float>(state_.GraphicCentre.X) + state_.RefInX;
+  state_.RefY = static_cast<float>(state_.GraphicCentre.Y) + state_.RefInY;
 }
 
 // The offsets are counted from the middle, so that the centre comes to lie at the pointer however often it is
 // sent there.
 void RunCycle::Positionner(bool withCtrl) {
-  ApplicationState& state = app_.State;
   if (withCtrl) {
-    state.OffX = state.OffY = 0;
+    state_.OffX = state_.OffY = 0;
     ResetView();
   } else {
-    state.OffX = state.MouseX * state.GraphicScale - state.GraphicWidthMm / 2;
-    state.OffY = state.MouseY * state.GraphicScale - state.GraphicHeightMm / 2;
+    state_.OffX = state_.MouseX * state_.GraphicScale - state_.GraphicWidthMm / 2;
+    state_.OffY = state_.MouseY * state_.GraphicScale - state_.GraphicHeightMm / 2;
   }
   Visualise();
 }
@@ -327,19 +296,17 @@ void RunCycle::ResetView() {
 }
 
 void RunCycle::PointerMoved(double xPx, double yPx) {
-  ApplicationState& state = app_.State;
   app_.Window.SetPointer(PointerShape::Cross);
   const double pixel = app_.Window.Graphic().PixelMm;
   const Point place = view_.ToDrawing({xPx, yPx});
-  state.MouseX = static_cast<float>(place.X * pixel / state.GraphicScale);
-  state.MouseY = static_cast<float>((state.GraphicHeightMm - place.Y * pixel) / state.GraphicScale);
+  state_.MouseX = static_cast<float>(place.X * pixel / state_.GraphicScale);
+  state_.MouseY = static_cast<float>((state_.GraphicHeightMm - place.Y * pixel) / state_.GraphicScale);
   ShowMouse();
 }
 
 void RunCycle::ShowMouse() {
-  const ApplicationState& state = app_.State;
-  app_.Window.SetStatus(StatusField::Text2,
-                        PointerText(double{state.MouseX} - state.RefX, double{state.MouseY} - state.RefY));
+  app_.Window.SetStatus(StatusField::Text2, PointerText(double{state_.MouseX} - state_.RefX,
+                                                        double{state_.MouseY} - state_.RefY));
 }
 
 void RunCycle::WheelTurned(double xPx, double yPx, double notches) {

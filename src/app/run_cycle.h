@@ -3,13 +3,17 @@
 
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/app_context.h"
+#include "app/edited_script.h"
 #include "app/graphic_view.h"
+#include "app/run_bridge.h"
+#include "app/settings.h"
+#include "app/view_state.h"
 #include "drawing/display_list.h"
 #include "interpreter/run.h"
 
@@ -17,13 +21,26 @@ namespace vaxel {
 
 class RunCycle {
  public:
-  explicit RunCycle(AppContext& app);
+  // All must outlive it.
+  RunCycle(AppContext& app, Settings& settings, const EditedScript& script)
+      : app_(app), settings_(settings), script_(script) {}
+
+  // The printer for what is printed from now on.
+  void UsePrinter(std::string name) { printerName_ = std::move(name); }
 
   void Visualise();               // Mnu_Visualiser
   void Print();                   // Mnu_Imprimer
   void Zoom(bool withCtrl);       // Mnu_Zoom
   void Reference(bool withCtrl);  // Mnu_RefCurseur
   void Positionner(bool withCtrl);
+
+  // Escape is held down, or not any more: a run ends when it asks.
+  void RequestAbort(bool isRequested) { session_.AbortRequested = isRequested; }
+  bool IsAbortRequested() const { return session_.AbortRequested; }
+  bool IsRunning() const { return session_.IsRunning; }
+  bool IsWritingComments() const { return session_.IsWritingComments; }
+  // Handles the events that are pending, as a run does: what the user does meanwhile begins nothing.
+  void HandleEvents();
 
   // The editor's text has changed and the cursor is in this line now: those that it has left are coloured,
   // its own one when it leaves it or when the script is run.
@@ -38,6 +55,7 @@ class RunCycle {
   void Dragged(double dxPx, double dyPx);
   // The drawing that is shown, for exports; null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
+  const ViewState& View() const { return state_; }
 
  private:
   class BusyWindow;
@@ -47,15 +65,20 @@ class RunCycle {
   RunEnd RunOnScreen();
   std::optional<DisplayList> RunOnPrinter(std::vector<std::string>& answers);
   void PrintDocument(const DisplayList& drawing);
+  void TellNotPrinted(const Failure& why);
   void ResetView();
   void ShowMouse();
   void FollowCentre();
   bool AcceptReference(const std::string& text);
 
   AppContext& app_;
+  Settings& settings_;
+  const EditedScript& script_;
+  RunSession session_;
+  ViewState state_;
   GraphicView view_;
+  std::string printerName_;
   std::unique_ptr<DisplayList> drawing_;
-  std::set<std::string> notices_;  // told in this session
   std::size_t cursorLine_ = 1;
   bool isLineChanged_ = false;  // the cursor's, since it was last coloured
 };

@@ -1,6 +1,5 @@
 #include "app/script_file.h"
 
-#include <functional>
 #include <utility>
 
 #include "base/files.h"
@@ -22,43 +21,34 @@ std::string WithCrLf(std::string_view text) {
 
 }  // namespace
 
-ScriptFile LoadScript(std::string_view fileName) {
-  using Outcome = ScriptFile::Outcome;
-  ScriptFile script;
-  FileContent content = ReadWholeFile(fileName, MaxScriptBytes);
-  if (content.Status != FileStatus::Read) {
-    script.Result = content.Status == FileStatus::TooLarge ? Outcome::TooLarge : Outcome::Unreadable;
-    script.Reason = std::move(content.Reason);
-    return script;
-  }
-  script.Hash = std::hash<std::string>()(content.Bytes);
-  auto decoded = DecodeText(std::move(content.Bytes));
-  if (!decoded) {
-    script.Result = Outcome::NoText;
-    return script;
-  }
-  script.Text = NormaliseLineEnds(std::move(decoded->Text));
-  script.Encoding = decoded->Encoding;
-  return script;
+std::uint64_t HashOf(std::string_view bytes) {
+  constexpr std::uint64_t basis = 0xCBF29CE484222325, prime = 0x100000001B3;
+  std::uint64_t hash = basis;
+  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * prime;
+  return hash;
 }
 
-std::string SaveScript(const std::string& fileName, std::string_view text, TextEncoding& encoding,
-                       std::size_t& hash) {
+Result<ScriptFile> LoadScript(std::string_view fileName) {
+  Result<std::string> bytes = ReadWholeFile(fileName, MaxScriptBytes);
+  if (!bytes) return bytes.Why();
+  const std::uint64_t hash = HashOf(*bytes);
+  auto decoded = DecodeText(*std::move(bytes));
+  if (!decoded) return Failure{text_id::NotAText, std::string(fileName)};
+  return ScriptFile{NormaliseLineEnds(std::move(decoded->Text)), {decoded->Encoding, hash}};
+}
+
+Result<ScriptBytes> SaveScript(const std::string& fileName, std::string_view text, TextEncoding encoding) {
   const EncodedText encoded = EncodeText(WithCrLf(text), encoding);
   OutputFile file(fileName);
   file.Write(encoded.Bytes);
-  std::string error = file.Commit();
-  if (!error.empty()) return error;
-  hash = std::hash<std::string>()(encoded.Bytes);
-  encoding = encoded.Encoding;
-  return {};
+  if (const Result<> committed = file.Commit(); !committed) return committed.Why();
+  return ScriptBytes{encoded.Encoding, HashOf(encoded.Bytes)};
 }
 
-bool HasChangedOnDisk(std::string_view fileName, std::size_t hash) {
-  const FileContent content = ReadWholeFile(fileName, MaxScriptBytes);
+bool HasChangedOnDisk(std::string_view fileName, std::uint64_t hash) {
+  const Result<std::string> bytes = ReadWholeFile(fileName, MaxScriptBytes);
   // One that is not there any more is nothing that saving could destroy.
-  if (content.Status == FileStatus::Unreadable) return false;
-  return content.Status == FileStatus::TooLarge || std::hash<std::string>()(content.Bytes) != hash;
+  return bytes ? HashOf(*bytes) != hash : bytes.Why().Text == text_id::IsTooLarge;
 }
 
 std::string_view FolderOf(std::string_view fileName) {

@@ -2,33 +2,44 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "base/result.h"
 #include "base/text_encoding.h"
 
 namespace vaxel {
 
-struct ScriptFile {
-  enum class Outcome : std::uint8_t { Loaded, Unreadable, TooLarge, NoText } Result = Outcome::Loaded;
-  std::string Text;  // UTF-8, lines end in LF
+// How a script lies on the disk.
+struct ScriptBytes {
   TextEncoding Encoding = TextEncoding::Utf8;
-  std::size_t Hash = 0;  // of its bytes
-  std::string Reason;    // why it is unreadable
+  std::uint64_t Hash = 0;  // HashOf its bytes
 };
 
-// A script of at most MaxScriptBytes.
+struct ScriptFile {
+  std::string Text;  // UTF-8, lines end in LF
+  ScriptBytes Bytes;
+};
+
+// The same on every system and in every version of the program (FNV-1a): recovery copies hold it.
+std::uint64_t HashOf(std::string_view bytes);
+
+// Ids of texts.
+namespace text_id {
+inline constexpr int NotAText = 104;
+}
+
+// A script of at most MaxScriptBytes. The failure IsTooLarge, NotAText, or is that of a file.
 inline constexpr std::size_t MaxScriptBytes = std::size_t{256} << 20;
-ScriptFile LoadScript(std::string_view fileName);
+Result<ScriptFile> LoadScript(std::string_view fileName);
 
 // Writes the text, of which lines end in LF, with CR LF in the encoding, or in UTF-8 with a mark where that
-// cannot hold it; encoding and hash become those of the file. The old file stays whole until the new one is.
-// Returns the reason when that failed, else "".
-std::string SaveScript(const std::string& fileName, std::string_view text, TextEncoding& encoding,
-                       std::size_t& hash);
+// cannot hold it. The old file stays whole until the new one is.
+Result<ScriptBytes> SaveScript(const std::string& fileName, std::string_view text, TextEncoding encoding);
 
 // Whether a file that had this hash when it was loaded is there with other contents now.
-bool HasChangedOnDisk(std::string_view fileName, std::size_t hash);
+bool HasChangedOnDisk(std::string_view fileName, std::uint64_t hash);
 
 // "C:\a\" of "C:\a\b.dat", "" of "b.dat"; and the rest.
 std::string_view FolderOf(std::string_view fileName);

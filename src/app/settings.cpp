@@ -27,7 +27,7 @@ constexpr std::string_view RecentName = "Recent";
 std::vector<std::string> LanguageNames(const StringTable& strings) {
   std::vector<std::string> names;
   for (int i = 0; i < strings.LanguageCount(); ++i) {
-    names.emplace_back(strings.Text(i * LanguageBlock + LanguageNameId));
+    names.emplace_back(strings.Text(i * LanguageBlock, LanguageNameId));
   }
   return names;
 }
@@ -59,7 +59,7 @@ std::optional<WindowPlace> ReadPlace(const std::optional<std::string>& text) {
 }  // namespace
 
 std::string Settings::LanguageText(int index, int id) const {
-  return std::string(app_.Strings.Text((index - 1) * LanguageBlock + id));
+  return std::string(app_.Strings.Text((index - 1) * LanguageBlock, id));
 }
 
 // "Vaxel_de.lng" beside the program, in the order of their names, so that the numbers of languages stay.
@@ -70,7 +70,7 @@ std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
   std::vector<LanguageProblems> problems;
   std::vector<std::string> names;
   std::error_code error;
-  for (fs::directory_iterator entry(PathOf(app_.State.ProgramFolder), error), end; !error && entry != end;
+  for (fs::directory_iterator entry(PathOf(app_.ProgramFolder), error), end; !error && entry != end;
        entry.increment(error)) {
     std::string name = NameOf(entry->path().filename());
     const std::string upper = UpperCase(name);
@@ -79,17 +79,13 @@ std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
   std::sort(names.begin(), names.end());
   for (const std::string& name : names) {
     const std::string code = name.substr(prefix.size(), name.size() - prefix.size() - extension.size());
-    const FileContent content = ReadWholeFile(app_.State.ProgramFolder + name, maxBytes);
-    switch (content.Status) {
-      case FileStatus::Read:
-        problems.push_back({name, app_.Strings.AddLanguage(code, content.Bytes), {}});
-        break;
-      case FileStatus::TooLarge:
-        problems.push_back({name, {{0, LineFault::TooLarge}}, {}});
-        break;
-      case FileStatus::Unreadable:
-        problems.push_back({name, {}, content.Reason});
-        break;
+    const Result<std::string> text = ReadWholeFile(app_.ProgramFolder + name, maxBytes);
+    if (text) {
+      problems.push_back({name, app_.Strings.AddLanguage(code, *text)});
+    } else if (text.Why().Text == text_id::IsTooLarge) {
+      problems.push_back({name, std::vector{LineProblem{0, LineFault::TooLarge}}});
+    } else {
+      problems.push_back({name, text.Why()});
     }
   }
   return problems;
@@ -97,10 +93,13 @@ std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
 
 void Settings::TellProblems(const LanguageProblems& found) {
   constexpr std::size_t mostShown = 15;
-  const auto& [fileName, problems, unreadable] = found;
+  const std::string& fileName = found.FileName;
+  if (!found.Lines) {
+    const std::string reason = app_.Message(found.Lines.Why());
+    return app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotRead, fileName, reason));
+  }
+  const std::vector<LineProblem>& problems = *found.Lines;
   std::string lines;
-  if (!unreadable.empty())
-    return app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotRead, fileName, unreadable));
   for (std::size_t i = 0; i < problems.size() && i < mostShown; ++i) {
     const std::string fault = app_.Message(static_cast<int>(problems[i].Fault), problems[i].Value);
     if (problems[i].Line == 0) {
@@ -114,79 +113,92 @@ void Settings::TellProblems(const LanguageProblems& found) {
 }
 
 void Settings::UseMessageLanguage(int index) {
-  app_.State.LangIndex = static_cast<std::int16_t>(index);
-  app_.State.LangBase = static_cast<std::int16_t>((index - 1) * LanguageBlock);
+  values_.LangIndex = static_cast<std::int16_t>(index);
+  app_.LangBase = (index - 1) * LanguageBlock;
 }
 
 void Settings::UseHelpLanguage(int index) {
-  app_.State.HelpLangIndex = static_cast<std::int16_t>(index);
-  app_.State.HelpLangBase = static_cast<std::int16_t>((index - 1) * LanguageBlock);
+  values_.HelpLangIndex = static_cast<std::int16_t>(index);
+  app_.HelpLangBase = (index - 1) * LanguageBlock;
+}
+
+void Settings::UseHelpFile() {
+  const std::int16_t index = values_.HelpLangIndex;
+  if (index > 0) helpFile_ = HelpFileName(index, LanguageText(index, LanguageCodeId));
+}
+
+void Settings::TellNotWritten(const Failure& why) {
+  if (std::exchange(isFailureTold_, true)) return;
+  app_.Tell(BoxIcon::Information,
+            app_.Message(text_id::ConfigNotWritten, file_->Name() + " (" + app_.Message(why) + ")"));
+}
+
+void Settings::WriteLines(const std::vector<ConfigurationLine>& lines) {
+  if (!file_) return;
+  if (const Result<> written = file_->WriteKeys(lines); !written) TellNotWritten(written.Why());
 }
 
 bool Settings::Read() {
-  ApplicationState& state = app_.State;
   const std::vector<LanguageProblems> problems = AddLanguages();
-  app_.Config.emplace(state.ProgramFolder, state.VersionText, app_.Platform.IsNtFamily());
-  const ConfigurationFile::Reading reading = app_.Config->Read(LanguageNames(app_.Strings));
-  const Configuration& settings = reading.Settings;
-  state.LangIndex = settings.LangIndex;
-  state.LangBase = settings.LangBase;
-  state.HelpLangIndex = settings.HelpLangIndex;
-  state.HelpLangBase = settings.HelpLangBase;
-  if (state.HelpLangIndex > 0) {
-    state.HelpFile = HelpFileName(state.HelpLangIndex, LanguageText(state.HelpLangIndex, LanguageCodeId));
-  }
-  state.CurrentFile = settings.CurrentFile;
-  state.DoubleClick = settings.DoubleClick;
-  state.Zmm = settings.Zmm;
-  state.CodeFontSize = settings.CodeFontSize;
-  state.Patchs = settings.Patchs;
-  state.PatchFlags = settings.PatchFlags;
-  for (std::size_t i = 1; i <= MostRecentFiles; ++i) {
-    const auto name = settings.OwnKey(std::string(RecentName) + std::to_string(i));
-    if (name && !name->empty()) state.RecentFiles.push_back(*name);
-  }
-  const int width = ReadInteger(settings.OwnKey(EditorWidthName), DefaultEditorWidth);
-  state.IsEditorShown = width > 0;
-  state.EditorWidth = std::clamp(std::abs(width), NarrowestEditor, WidestEditor);
-  const std::optional<WindowPlace> place = ReadPlace(settings.OwnKey(PlaceName));
-  if (place) app_.Window.SetPlace(*place);
-  if (state.CodeFontSize > 0) app_.Editor.SetFontSize(state.CodeFontSize);
-  app_.Window.SetChecked(MenuId::Mnu_DblClick, state.DoubleClick);
-  app_.Window.SetRecentFiles(state.RecentFiles);
-  app_.Window.SetChecked(MenuId::Mnu_Code, state.IsEditorShown);
-  app_.Window.SetEditorWidth(state.IsEditorShown ? state.EditorWidth : 0);
+  file_.emplace(app_.ProgramFolder, app_.VersionText, app_.Platform.IsNtFamily());
+  ConfigurationFile::Reading reading = file_->Read(LanguageNames(app_.Strings));
+  values_ = std::move(reading.Settings);
+  app_.LangBase = values_.LangBase;
+  app_.HelpLangBase = values_.HelpLangBase;
+  UseHelpFile();
+  ShowOptions();
   // In the language that the file has chosen.
   for (const LanguageProblems& found : problems) TellProblems(found);
-  if (!reading.Error.empty()) {
-    app_.IsConfigFailureTold = true;
-    app_.Tell(BoxIcon::Information,
-              app_.Message(text_id::ConfigNotWritten, app_.Config->Name() + " (" + reading.Error + ")"));
+  if (reading.Problem) TellNotWritten(*reading.Problem);
+  return values_.LangIndex == 0 || values_.HelpLangIndex == 0;
+}
+
+void Settings::ShowOptions() {
+  const int width = ReadInteger(values_.OwnKey(EditorWidthName), DefaultEditorWidth);
+  isEditorShown_ = width > 0;
+  editorWidth_ = std::clamp(std::abs(width), NarrowestEditor, WidestEditor);
+  const std::optional<WindowPlace> place = ReadPlace(values_.OwnKey(PlaceName));
+  if (place) app_.Window.SetPlace(*place);
+  if (values_.CodeFontSize > 0) app_.Editor.SetFontSize(values_.CodeFontSize);
+  app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
+  app_.Window.SetChecked(MenuId::Mnu_Code, isEditorShown_);
+  app_.Window.SetEditorWidth(isEditorShown_ ? editorWidth_ : 0);
+}
+
+std::vector<std::string> Settings::RecentFiles() const {
+  std::vector<std::string> names;
+  for (std::size_t i = 1; i <= MostRecentFiles; ++i) {
+    const auto name = values_.OwnKey(std::string(RecentName) + std::to_string(i));
+    if (name && !name->empty()) names.push_back(*name);
   }
-  return state.LangIndex == 0 || state.HelpLangIndex == 0;
+  return names;
+}
+
+void Settings::SetZmm(double zmm) {
+  if (zmm == values_.Zmm) return;
+  values_.Zmm = zmm;
+  WriteLines({{std::string(ZmmKey), NumberText(zmm)}});
 }
 
 // The template of new scripts follows the language of menus and help, in which its user reads.
 void Settings::CopyTemplate() {
-  const ApplicationState& state = app_.State;
-  if (state.HelpLangIndex == 0) return;
-  const std::string code = LanguageText(state.HelpLangIndex, LanguageCodeId);
-  const std::string source = FindFile(state.ProgramFolder, "Vaxel_" + code + ".DaN");
-  const FileContent content =
-      source.empty() ? FileContent{FileStatus::Unreadable} : ReadWholeFile(source, MaxScriptBytes);
-  if (content.Status != FileStatus::Read || content.Bytes.empty()) return;
-  const std::string target = FindFile(state.ProgramFolder, "Vaxel.DaN");
-  const std::string name = target.empty() ? state.ProgramFolder + "Vaxel.DaN" : target;
+  if (values_.HelpLangIndex == 0) return;
+  const std::string code = LanguageText(values_.HelpLangIndex, LanguageCodeId);
+  const std::string source = FindFile(app_.ProgramFolder, "Vaxel_" + code + ".DaN");
+  if (source.empty()) return;
+  const Result<std::string> bytes = ReadWholeFile(source, MaxScriptBytes);
+  if (!bytes || bytes->empty()) return;
+  const std::string target = FindFile(app_.ProgramFolder, "Vaxel.DaN");
+  const std::string name = target.empty() ? app_.ProgramFolder + "Vaxel.DaN" : target;
   OutputFile file(name);
-  file.Write(content.Bytes);
-  const std::string error = file.Commit();
+  file.Write(*bytes);
+  const Result<> committed = file.Commit();
   // In a folder that cannot be written the user was told so already.
-  if (error.empty() || app_.IsConfigFailureTold) return;
-  app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotWrite, name, error));
+  if (committed || isFailureTold_) return;
+  app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotWrite, name, app_.Message(committed.Why())));
 }
 
 void Settings::ChooseLanguages() {
-  ApplicationState& state = app_.State;
   LanguageDialog dialog;
   dialog.Caption = "Vaxel   " + app_.Message(text_id::LanguageCaption);
   dialog.MessagesLabel = app_.Message(text_id::MessagesLanguage);
@@ -195,76 +207,72 @@ void Settings::ChooseLanguages() {
   dialog.Languages = LanguageNames(app_.Strings);
   dialog.LastEntry = app_.Message(text_id::MoreLanguages);
   dialog.LastEntryHint = app_.Message(text_id::AddLanguage);
-  dialog.Messages = state.LangIndex;
-  dialog.Help = state.HelpLangIndex;
+  dialog.Messages = values_.LangIndex;
+  dialog.Help = values_.HelpLangIndex;
   dialog.OnMessages = [this](int index) { UseMessageLanguage(index); };
   dialog.OnHelp = [this](int index) { UseHelpLanguage(index); };
-  dialog.OnButton = [this, &state] {
+  dialog.OnButton = [this] {
     const auto nameOf = [&](int index) {
       return index > 0 ? " " + LanguageText(index, LanguageNameId) : std::string();
     };
-    app_.WriteLines({{std::string(LanguageKey), nameOf(state.LangIndex)},
-                     {std::string(HelpLanguageKey), nameOf(state.HelpLangIndex)}});
-    if (state.HelpLangIndex > 0)
-      state.HelpFile = HelpFileName(state.HelpLangIndex, LanguageText(state.HelpLangIndex, LanguageCodeId));
+    WriteLines({{std::string(LanguageKey), nameOf(values_.LangIndex)},
+                {std::string(HelpLanguageKey), nameOf(values_.HelpLangIndex)}});
+    UseHelpFile();
     CopyTemplate();
   };
   app_.Dialogs.ShowLanguages(dialog);
 }
 
 void Settings::ChoosePatches() {
-  ApplicationState& state = app_.State;
   const InputDialog dialog{
       "Vaxel",
-      PatchPrompt(state.Patchs, app_.Message(text_id::ActivePatches), app_.Message(text_id::EnterPatch)), ""};
+      PatchPrompt(values_.Patchs, app_.Message(text_id::ActivePatches), app_.Message(text_id::EnterPatch)),
+      ""};
   while (true) {
     const std::optional<std::string> answer = app_.Dialogs.AskText(dialog);
     if (!answer || Trim(*answer).empty()) return;
-    const std::optional<std::int16_t> patchs = ApplyPatchAnswer(state.Patchs, LeadingNumber(*answer));
+    const std::optional<std::int16_t> patchs = ApplyPatchAnswer(values_.Patchs, LeadingNumber(*answer));
     if (!patchs) continue;
-    state.Patchs = *patchs;
-    app_.WriteKey(PatchsKey, std::to_string(state.Patchs));
-    state.PatchFlags = PatchFlagsOf(state.Patchs);
+    values_.Patchs = *patchs;
+    WriteLines({{std::string(PatchsKey), std::to_string(values_.Patchs)}});
+    values_.PatchFlags = PatchFlagsOf(values_.Patchs);
     return;
   }
 }
 
 void Settings::ChooseFontSize() {
   constexpr double smallest = 4, largest = 72;
-  ApplicationState& state = app_.State;
-  const std::string present = state.CodeFontSize > 0 ? NumberText(state.CodeFontSize) : std::string();
+  const std::string present = values_.CodeFontSize > 0 ? NumberText(values_.CodeFontSize) : std::string();
   const auto answer = app_.Dialogs.AskText(
       {"Vaxel", app_.Message(text_id::FontSizePrompt, NumberText(smallest), NumberText(largest)), present});
   if (!answer || !IsNumber(Trim(*answer))) return;
   const double size = LeadingNumber(*answer);
   if (!(size >= smallest && size <= largest)) return;
-  state.CodeFontSize = size;
+  values_.CodeFontSize = size;
   app_.Editor.SetFontSize(size);
-  app_.WriteKey(CodeFontSizeKey, " " + NumberText(size));
+  WriteLines({{std::string(CodeFontSizeKey), " " + NumberText(size)}});
 }
 
 void Settings::ToggleDoubleClick() {
-  app_.State.DoubleClick = !app_.State.DoubleClick;
-  app_.Window.SetChecked(MenuId::Mnu_DblClick, app_.State.DoubleClick);
+  values_.DoubleClick = !values_.DoubleClick;
+  app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
 }
 
 void Settings::ToggleEditor() {
-  ApplicationState& state = app_.State;
-  state.IsEditorShown = !state.IsEditorShown;
-  app_.Window.SetChecked(MenuId::Mnu_Code, state.IsEditorShown);
-  app_.Window.SetEditorWidth(state.IsEditorShown ? state.EditorWidth : 0);
+  isEditorShown_ = !isEditorShown_;
+  app_.Window.SetChecked(MenuId::Mnu_Code, isEditorShown_);
+  app_.Window.SetEditorWidth(isEditorShown_ ? editorWidth_ : 0);
 }
 
 void Settings::SetEditorWidth(int width) {
-  ApplicationState& state = app_.State;
-  state.EditorWidth = std::clamp(width, NarrowestEditor, WidestEditor);
-  state.IsEditorShown = true;
+  editorWidth_ = std::clamp(width, NarrowestEditor, WidestEditor);
+  isEditorShown_ = true;
   app_.Window.SetChecked(MenuId::Mnu_Code, true);
-  app_.Window.SetEditorWidth(state.EditorWidth);
+  app_.Window.SetEditorWidth(editorWidth_);
 }
 
 void Settings::WidenEditor() {
-  SetEditorWidth(app_.State.EditorWidth * 3 / 2);
+  SetEditorWidth(editorWidth_ * 3 / 2);
 }
 
 void Settings::ResetEditor() {
@@ -272,19 +280,17 @@ void Settings::ResetEditor() {
 }
 
 // One writing for all lines: a program that ends must not take longer for each of them.
-void Settings::WriteAtEnd() {
-  const ApplicationState& state = app_.State;
+void Settings::WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles) {
   std::vector<ConfigurationLine> lines;
-  const std::string& script = state.StartupFile;
-  if (!script.empty() && !IsMeterFile(script)) lines.push_back({std::string(ScriptKey), script});
-  lines.push_back({std::string(DoubleClickKey), state.DoubleClick ? " Oui" : " Non"});
-  lines.push_back(
-      OwnLine(EditorWidthName, std::to_string(state.IsEditorShown ? state.EditorWidth : -state.EditorWidth)));
+  if (!startupFile.empty() && !IsMeterFile(startupFile))
+    lines.push_back({std::string(ScriptKey), startupFile});
+  lines.push_back({std::string(DoubleClickKey), values_.DoubleClick ? " Oui" : " Non"});
+  lines.push_back(OwnLine(EditorWidthName, std::to_string(isEditorShown_ ? editorWidth_ : -editorWidth_)));
   lines.push_back(OwnLine(PlaceName, PlaceText(app_.Window.Place())));
-  for (std::size_t i = 0; i < state.RecentFiles.size(); ++i) {
-    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), state.RecentFiles[i]));
+  for (std::size_t i = 0; i < recentFiles.size(); ++i) {
+    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), recentFiles[i]));
   }
-  app_.WriteLines(lines);
+  WriteLines(lines);
 }
 
 }  // namespace vaxel

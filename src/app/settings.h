@@ -1,12 +1,17 @@
 // The options that are kept in the configuration file.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/app_context.h"
+#include "app/configuration.h"
 
 namespace vaxel {
+
+inline constexpr std::size_t MostRecentFiles = 9;
 
 class Settings {
  public:
@@ -15,32 +20,51 @@ class Settings {
   // Reads the configuration file of the program's folder, which is written first where there is none, and the
   // languages that lie beside it. Whether the language dialog is to be shown.
   bool Read();
+  // As they are now, but for the script and the recent ones, which are as they were read.
+  const Configuration& Values() const { return values_; }
+  std::vector<std::string> RecentFiles() const;
+  // With its folder.
+  std::string HelpFile() const { return app_.ProgramFolder + helpFile_; }
+
+  void SetZmm(double zmm);
   void ChooseLanguages();  // Mnu_Langue, without showing the menus anew
   void ChoosePatches();    // Mnu_Patchs
   void ChooseFontSize();   // Mnu_TaillCar
   void ToggleDoubleClick();
-  void ToggleEditor();  // Mnu_Code
-  void WidenEditor();   // Mnu_AgrandirCode
-  void ResetEditor();   // Mnu_IniCode
-  void SetEditorWidth(int width);
-  // What is written at the end of the program.
-  void WriteAtEnd();
+  void ToggleEditor();             // Mnu_Code
+  void WidenEditor();              // Mnu_AgrandirCode
+  void ResetEditor();              // Mnu_IniCode
+  void SetEditorWidth(int width);  // in units of 1/96 inch
+  // What is written at the end of the program, with the script that the next one begins with.
+  void WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles);
+  // What cannot be written is not told any more: nobody is there to read it.
+  void FailInSilence() { isFailureTold_ = true; }
 
  private:
   // What is wrong in the file of a language.
   struct LanguageProblems {
     std::string FileName;
-    std::vector<LineProblem> Lines;
-    std::string Unreadable;  // why it cannot be read
+    Result<std::vector<LineProblem>> Lines;
   };
   std::vector<LanguageProblems> AddLanguages();
   void TellProblems(const LanguageProblems& found);
+  void ShowOptions();
+  // Writes lines of the configuration. The first failure is told, all of them leave the values in memory.
+  void WriteLines(const std::vector<ConfigurationLine>& lines);
+  void TellNotWritten(const Failure& why);
   void UseHelpLanguage(int index);
   void UseMessageLanguage(int index);
+  void UseHelpFile();
   void CopyTemplate();
   std::string LanguageText(int index, int id) const;
 
   AppContext& app_;
+  Configuration values_;
+  std::optional<ConfigurationFile> file_;  // once the program's folder is known
+  bool isFailureTold_ = false;
+  std::string helpFile_ = "Vaxel.hlp";
+  bool isEditorShown_ = true;
+  int editorWidth_ = 0;  // units of 1/96 inch, while it is shown
 };
 
 }  // namespace vaxel

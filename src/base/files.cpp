@@ -53,6 +53,11 @@ std::string NameOf(const fs::path& path) {
 #endif
 }
 
+bool FileExists(std::string_view name) {
+  std::error_code ignored;
+  return fs::is_regular_file(PathOf(name), ignored);
+}
+
 std::FILE* OpenFile(const fs::path& path, const char* mode) {
 #ifdef _WIN32
   const std::wstring wideMode(mode, mode + std::strlen(mode));
@@ -62,8 +67,8 @@ std::FILE* OpenFile(const fs::path& path, const char* mode) {
 #endif
 }
 
-std::string ErrnoText() {
-  return std::strerror(errno);
+Failure LastFileFailure() {
+  return {0, std::strerror(errno)};
 }
 
 bool AreSameFile(const fs::path& one, const fs::path& other) {
@@ -84,24 +89,24 @@ bool IsOpenAs(std::FILE* stream, const fs::path& path) {
 }
 #endif
 
-FileContent ReadToEnd(std::FILE* file, std::size_t maxBytes) {
-  FileContent content;
+Result<std::string> ReadToEnd(std::FILE* file, std::size_t maxBytes) {
+  std::string bytes;
   std::array<char, 1U << 16> buffer{};
   while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file)) {
-    if (count > maxBytes - content.Bytes.size()) return {FileStatus::TooLarge};
-    content.Bytes.append(buffer.data(), count);
+    if (count > maxBytes - bytes.size()) return Failure{text_id::IsTooLarge};
+    bytes.append(buffer.data(), count);
   }
-  if (std::ferror(file)) return {FileStatus::Unreadable, {}, ErrnoText()};
-  return content;
+  if (std::ferror(file)) return LastFileFailure();
+  return bytes;
 }
 
-FileContent ReadWholeFile(std::string_view name, std::size_t maxBytes) {
+Result<std::string> ReadWholeFile(std::string_view name, std::size_t maxBytes) {
   std::error_code ignored;
   const fs::path path = PathOf(name);
-  if (fs::is_directory(path, ignored)) return {FileStatus::Unreadable, {}, std::string(IsFolderReason)};
+  if (fs::is_directory(path, ignored)) return Failure{text_id::IsFolder};
   std::FILE* const file = OpenFile(path, "rb");
-  if (!file) return {FileStatus::Unreadable, {}, ErrnoText()};
-  FileContent content = ReadToEnd(file, maxBytes);
+  if (!file) return LastFileFailure();
+  Result<std::string> content = ReadToEnd(file, maxBytes);
   std::fclose(file);
   return content;
 }

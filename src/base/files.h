@@ -2,24 +2,30 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
+
+#include "base/result.h"
 
 namespace vaxel {
 
 std::filesystem::path PathOf(std::string_view name);
 std::string NameOf(const std::filesystem::path& path);
 
+// Ids of the texts that say why a file cannot be read or written; what else there is to say is the system's.
+namespace text_id {
+inline constexpr int IsFolder = 20001, IsReadOnly = 20002, IsTooLarge = 20003;
+}
+
+// Whether there is a regular file of this name.
+bool FileExists(std::string_view name);
+
 // As std::fopen does; null when it cannot be opened.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
-// The text for the last failure of a file.
-std::string ErrnoText();
-// Reasons that are no failure of the system, for programs that say them in other languages.
-inline constexpr std::string_view IsFolderReason = "it is a folder";
-inline constexpr std::string_view IsReadOnlyReason = "it is read-only";
+// In the system's words, why the last call for a file has failed.
+Failure LastFileFailure();
 
 // Whether both names lead to one regular file that is there, however they are spelled and through whatever
 // links.
@@ -28,17 +34,9 @@ bool AreSameFile(const std::filesystem::path& one, const std::filesystem::path& 
 // false.
 bool IsOpenAs(std::FILE* stream, const std::filesystem::path& path);
 
-enum class FileStatus : std::uint8_t { Read, Unreadable, TooLarge };
-
-struct FileContent {
-  FileStatus Status = FileStatus::Read;
-  std::string Bytes{};
-  std::string Reason{};  // why it is unreadable
-};
-
-// Never more than maxBytes are kept in memory.
-FileContent ReadToEnd(std::FILE* file, std::size_t maxBytes);
-FileContent ReadWholeFile(std::string_view name, std::size_t maxBytes);
+// The bytes. A file of more than maxBytes IsTooLarge, and never more are kept in memory.
+Result<std::string> ReadToEnd(std::FILE* file, std::size_t maxBytes);
+Result<std::string> ReadWholeFile(std::string_view name, std::size_t maxBytes);
 
 // The regular file that a script means by a name: relative to the folder of the script (an empty name: the
 // working folder), with "\\" or "/" between folders, and where there is none of just that name, one whose

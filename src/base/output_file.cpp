@@ -2,6 +2,7 @@
 
 #include <random>
 #include <system_error>
+#include <utility>
 
 #include "base/files.h"
 
@@ -58,18 +59,18 @@ OutputFile::OutputFile(const std::string& name) {
   target_ = FollowLinks(PathOf(name));
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) {
-    error_ = IsFolderReason;
+    Fail({text_id::IsFolder});
     return;
   }
   // Moving another file over it would not notice.
   if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
-    error_ = IsReadOnlyReason;
+    Fail({text_id::IsReadOnly});
     return;
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);
   if (!direct) temporary_ = TemporaryBeside(target_);
   file_ = OpenFile(direct ? target_ : temporary_, "wb");
-  if (!file_) Fail();
+  if (!file_) Fail(LastFileFailure());
   // Whoever may read the old drawing may read the new one, and nobody else.
   if (file_ && fs::is_regular_file(status)) fs::permissions(temporary_, status.permissions(), error);
 }
@@ -80,34 +81,36 @@ OutputFile::~OutputFile() {
   if (!temporary_.empty()) fs::remove(temporary_, ignored);
 }
 
-void OutputFile::Fail() {
-  if (error_.empty()) error_ = ErrnoText();
+void OutputFile::Fail(Failure why) {
+  if (!failure_) failure_ = std::move(why);
 }
 
 void OutputFile::Write(std::string_view bytes) {
-  if (!file_ || !error_.empty()) return;
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) Fail();
+  if (!file_ || failure_) return;
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) Fail(LastFileFailure());
 }
 
 void OutputFile::Close() {
   if (!file_) return;
   const int failed = file_ == stdout ? std::fflush(stdout) : std::fclose(file_);
   file_ = nullptr;
-  if (failed) Fail();
+  if (failed) Fail(LastFileFailure());
 }
 
-std::string OutputFile::Commit() {
-  if (file_ && error_.empty() && !temporary_.empty() && !FlushToDisk(file_)) Fail();
+Result<> OutputFile::Commit() {
+  if (file_ && !failure_ && !temporary_.empty() && !FlushToDisk(file_)) Fail(LastFileFailure());
   Close();
-  if (!error_.empty() || temporary_.empty()) return error_;
-  std::error_code error;
-  fs::rename(temporary_, target_, error);
-  if (error) {
-    error_ = error.message();
-  } else {
-    temporary_.clear();
+  if (!failure_ && !temporary_.empty()) {
+    std::error_code error;
+    fs::rename(temporary_, target_, error);
+    if (error) {
+      Fail({0, error.message()});
+    } else {
+      temporary_.clear();
+    }
   }
-  return error_;
+  if (failure_) return *failure_;
+  return {};
 }
 
 }  // namespace vaxel

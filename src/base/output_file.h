@@ -3,9 +3,11 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "base/byte_sink.h"
+#include "base/result.h"
 
 namespace vaxel {
 
@@ -20,17 +22,17 @@ class OutputFile : public ByteSink {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void Write(std::string_view bytes) override;
-  // Puts the file in its place. Returns the reason when that, or anything before, has failed; else "".
-  std::string Commit();
+  // Puts the file in its place. Fails when that, or anything before, has failed.
+  Result<> Commit();
 
  private:
-  void Fail();
+  void Fail(Failure why);
   void Close();
 
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // empty when the target is written directly
   std::FILE* file_ = nullptr;
-  std::string error_;
+  std::optional<Failure> failure_;  // the first
 };
 
 }  // namespace vaxel

@@ -88,6 +88,13 @@ std::string Shorten(std::string_view text, std::size_t maxBytes) {
   return std::string(text.substr(0, maxBytes)) + "…";
 }
 
+std::string_view TakeLine(std::string_view& text) {
+  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+  text.remove_prefix(line.size());
+  text.remove_prefix(text.starts_with("\r\n") ? 2 : text.empty() ? 0 : 1);
+  return line;
+}
+
 std::size_t CountOf(std::string_view text, std::string_view part) {
   std::size_t count = 0;
   for (std::size_t at = 0; (at = text.find(part, at)) != std::string_view::npos; at += part.size()) ++count;

@@ -21,6 +21,9 @@ std::string_view DropLastCharacter(std::string_view text);
 // At most maxBytes of the text, cut between characters, with "…" behind it when it was cut.
 std::string Shorten(std::string_view text, std::size_t maxBytes);
 
+// Takes the first line, which is returned without its end (CR LF, LF or CR), off the text.
+std::string_view TakeLine(std::string_view& text);
+
 // How often the text holds the part, which is not empty, without overlaps.
 std::size_t CountOf(std::string_view text, std::string_view part);
 

@@ -119,7 +119,7 @@ std::string ConsoleHost::FindFile(std::string_view scriptName, std::string_view 
   return vaxel::FindFile(scriptName, name);
 }
 
-FileContent ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+Result<std::string> ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
   filesRead_.emplace(fileName);
   return ReadWholeFile(fileName, maxBytes);
 }

@@ -43,7 +43,7 @@ class ConsoleHost : public RunHost {
   std::string Today() override;
   std::string FullFileName(std::string_view fileName) override;
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
-  FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override;
+  Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override;
 
   RunWatch Watch;
   const std::string& ScriptName() const { return scriptName_; }

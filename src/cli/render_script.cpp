@@ -38,12 +38,9 @@ std::string DisplayName(const std::string& fileName, std::string_view standard) 
   return fileName == "-" ? std::string(standard) : fileName;
 }
 
-// What the system and the libraries say stays as they say it.
+// What libraries say stays as they say it.
 std::string_view ReasonIn(const CliTexts& texts, std::string_view reason) {
-  if (reason == IsFolderReason) return texts.Get(CliText::IsFolder);
-  if (reason == IsReadOnlyReason) return texts.Get(CliText::IsReadOnly);
-  if (reason == SvgAndListOnly) return texts.Get(CliText::SvgAndListOnly);
-  return reason;
+  return reason == SvgAndListOnly ? texts.Get(CliText::SvgAndListOnly) : reason;
 }
 
 // A name without extension may be that of a ".dat" file.
@@ -54,16 +51,18 @@ std::string FindScript(const std::string& name) {
   return !asIs && std::filesystem::exists(PathOf(name + ".dat"), ignored) ? name + ".dat" : name;
 }
 
-std::optional<std::string> ReadScript(const std::string& name, const CliTexts& texts) {
+std::optional<std::string> ReadScript(const std::string& name, const CliTexts& texts, int langBase) {
   constexpr std::size_t maxBytes = std::size_t{512} << 20;
-  FileContent content = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
+  Result<std::string> bytes = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
   const std::string shown = DisplayName(name, texts.Get(CliText::StandardInput));
-  if (content.Status == FileStatus::TooLarge) content.Reason = texts.Get(CliText::ScriptTooLarge);
-  if (content.Status != FileStatus::Read) {
-    Complain(texts.Fill(CliText::CannotRead, {shown, ReasonIn(texts, content.Reason)}));
+  if (!bytes) {
+    const bool isTooLarge = bytes.Why().Text == text_id::IsTooLarge;
+    const std::string reason = isTooLarge ? std::string(texts.Get(CliText::ScriptTooLarge))
+                                          : StringTable().Text(langBase, bytes.Why());
+    Complain(texts.Fill(CliText::CannotRead, {shown, reason}));
     return std::nullopt;
   }
-  auto decoded = DecodeText(std::move(content.Bytes));
+  auto decoded = DecodeText(*std::move(bytes));
   if (!decoded) {
     Complain(texts.Fill(CliText::NotAText, {shown}));
     return std::nullopt;
@@ -154,11 +153,14 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     WriteResult result = WriteFormat(options, output, list, page, machine, file);
     for (const FontReplacement& font : result.Replaced) {
       machine.Host.ShowNotice(
-          "", 0, machine.Strings.Text(options.LangBase + FontReplacedNotice, font.Wanted, font.Used));
+          "", 0, machine.Strings.Text(options.LangBase, FontReplacedNotice, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
-    if (result.Error.empty()) result.Error = file.Commit();
-    if (result.Error.empty()) continue;
+    if (result.Error.empty()) {
+      const Result<> committed = file.Commit();
+      if (committed) continue;
+      result.Error = machine.Strings.Text(options.LangBase, committed.Why());
+    }
     const std::string shown = DisplayName(name, texts.Get(CliText::StandardOutput));
     Complain(texts.Fill(CliText::CannotWrite, {shown, ReasonIn(texts, result.Error)}));
     return ExitStatus::FileFailed;
@@ -258,7 +260,7 @@ ExitStatus RenderScript(const RenderOptions& options) {
   for (const OutputRequest& output : options.Outputs) {
     if (RefusesToOverwrite(output, 1, inputs, texts)) return ExitStatus::WrongUsage;
   }
-  std::optional<std::string> text = ReadScript(script.FileName, texts);
+  std::optional<std::string> text = ReadScript(script.FileName, texts, options.LangBase);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
   Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};

@@ -22,7 +22,6 @@ namespace {
 
 constexpr int DepthExceeded = 113;
 constexpr int DepthExceededBySelf = 123;
-constexpr std::size_t MaxFileSize = 100'000'000;
 constexpr std::size_t ShownLength = 200;
 
 // A jump to one place, which is looked for the first time alone.
@@ -121,12 +120,7 @@ std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
 // The text of a file; name is how the script calls it.
 std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name) {
   const std::string shown = Shorten(name, ShownLength);
-  FileContent content = run.Host.ReadFile(fileName, MaxFileSize);
-  if (content.Status == FileStatus::TooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
-  if (content.Status == FileStatus::Unreadable) {
-    throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + content.Reason + ")");
-  }
-  auto decoded = DecodeText(std::move(content.Bytes));
+  auto decoded = DecodeText(run.ReadFile(fileName, shown));
   if (!decoded) throw ScriptFault(FaultReason::NotAText, shown);
   return std::move(decoded->Text);
 }

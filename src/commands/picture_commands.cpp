@@ -15,21 +15,7 @@
 namespace vaxel {
 namespace {
 
-constexpr std::size_t MaxFileSize = 100'000'000;
 constexpr double MillimetresPerInch = 25.4;
-
-std::string ReadBytes(RunContext& run, const std::string& fileName, const std::string& shown) {
-  FileContent content = run.Host.ReadFile(fileName, MaxFileSize);
-  switch (content.Status) {
-    case FileStatus::Unreadable:
-      throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + content.Reason + ")");
-    case FileStatus::TooLarge:
-      throw ScriptFault(FaultReason::FileTooLarge, shown);
-    case FileStatus::Read:
-      break;
-  }
-  return std::move(content.Bytes);
-}
 
 FaultReason ReasonOf(PictureFault fault) {
   switch (fault) {
@@ -55,7 +41,7 @@ std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::strin
                                                std::string_view name) {
   const std::string shown(Shorten(name, 200));
   const auto picture = std::make_shared<Picture>();
-  const PictureFault fault = ReadPicture(ReadBytes(run, fileName, shown), *picture);
+  const PictureFault fault = ReadPicture(run.ReadFile(fileName, shown), *picture);
   if (fault != PictureFault::None) throw ScriptFault(ReasonOf(fault), shown);
   picture->Name = name;
   std::size_t pixelsOfAll = PixelsOf(*picture);

@@ -17,6 +17,14 @@ Colour RunContext::ColourOr(std::string_view text) const {
   return ColourValue(text, Separators).value_or(Surface.ForeColor);
 }
 
+std::string RunContext::ReadFile(std::string_view fileName, const std::string& shown) const {
+  constexpr std::size_t maxBytes = 100'000'000;
+  Result<std::string> bytes = Host.ReadFile(fileName, maxBytes);
+  if (bytes) return *std::move(bytes);
+  if (bytes.Why().Text == text_id::IsTooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
+  throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + Strings.Text(LangBase, bytes.Why()) + ")");
+}
+
 void RunContext::WriteComment(std::string_view comment) {
   Host.WriteComment(Level().FileName, Level().Line.Number, comment);
 }

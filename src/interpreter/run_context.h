@@ -94,10 +94,12 @@ struct RunContext {
   bool InMainScript() const { return CurrentLevel == 1; }
 
   // The text of an id, and the same with its values, in the language of messages.
-  std::string_view Message(int id) const { return Strings.Text(LangBase + id); }
+  std::string_view Message(int id) const { return Strings.Text(LangBase, id); }
   std::string Message(int id, std::string_view value, std::string_view second = {}) const {
-    return Strings.Text(LangBase + id, value, second);
+    return Strings.Text(LangBase, id, value, second);
   }
+  // The bytes of a file. A fault, which names the file as the script does, for one that cannot be read.
+  std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
   // The colour that the text gives; the current one for an empty or unknown colour.

@@ -67,7 +67,7 @@ class RunHost {
   virtual std::string FullFileName(std::string_view fileName) = 0;
   // The file that a script means by a name, as ReadFile takes it; empty when there is none.
   virtual std::string FindFile(std::string_view scriptName, std::string_view name) = 0;
-  virtual FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) = 0;
+  virtual Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) = 0;
 };
 
 }  // namespace vaxel

@@ -27,10 +27,10 @@ constexpr unsigned PlaceholdersOf(std::string_view text) {
   return found;
 }
 
-constexpr bool IdsAscendWithinBlock() {
+constexpr bool IdsAscendInTheirRanges() {
   int previous = -1;
   for (const StringRow& row : StringRows) {
-    if (row.Id <= previous || row.Id >= LanguageBlock) return false;
+    if (row.Id <= previous || (row.Id >= LanguageBlock && row.Id < FirstLaterId)) return false;
     previous = row.Id;
   }
   return true;
@@ -54,38 +54,24 @@ constexpr bool RangesAreComplete() {
   return HasString(LanguageCountId) && HasString(LanguageNameId) && HasString(LanguageCodeId);
 }
 
-static_assert(IdsAscendWithinBlock(), "ids of strings.def must ascend, without repetition, below 300");
+static_assert(IdsAscendInTheirRanges(),
+              "ids of strings.def must ascend, without repetition, below 300 or from 20001 on");
+static_assert((BuiltInLanguages + MaxAddedLanguages) * LanguageBlock < FirstLaterId, "blocks end before");
 static_assert(PlaceholdersAgree(), "the languages of a text must use the same placeholders");
 static_assert(RangesAreComplete(), "a message or a help text is missing in some language");
 
-using RowIndex = std::array<const StringRow*, LanguageBlock>;
-
-constexpr RowIndex IndexRows() {
-  RowIndex index{};
-  for (const StringRow& row : StringRows) index[static_cast<std::size_t>(row.Id)] = &row;
-  return index;
+// None when no text has the id.
+std::optional<std::size_t> RowOf(int id) {
+  const auto* const row = std::ranges::lower_bound(StringRows, id, {}, &StringRow::Id);
+  if (row == std::end(StringRows) || row->Id != id) return std::nullopt;
+  return static_cast<std::size_t>(row - std::begin(StringRows));
 }
-
-constexpr RowIndex Index = IndexRows();
 
 bool IsCode(std::string_view code) {
   const auto fits = [](char c) {
     return IsDigit(c) || c == '-' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
   };
   return !code.empty() && code.size() <= MaxCodeLength && std::all_of(code.begin(), code.end(), fits);
-}
-
-// Takes the first line, without its end, off the text.
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-  const std::string_view line = text.substr(0, end);
-  text.remove_prefix(end);
-  if (text.starts_with("\r\n")) {
-    text.remove_prefix(2);
-  } else if (!text.empty()) {
-    text.remove_prefix(1);
-  }
-  return line;
 }
 
 std::string_view TrimBlanks(std::string_view text) {
@@ -109,7 +95,7 @@ std::string WithEnglishBlanks(std::string_view written, std::string_view english
 
 // A line of a language's file that gives a text.
 struct GivenText {
-  std::size_t Id = 0;
+  std::size_t Row = 0;
   std::string_view Text;
 };
 
@@ -120,35 +106,35 @@ std::optional<GivenText> ReadGivenText(std::string_view line, LineFault& fault) 
   fault = LineFault::NotALine;
   if (equals == std::string_view::npos || number.empty()) return std::nullopt;
   if (!std::all_of(number.begin(), number.end(), IsDigit)) return std::nullopt;
-  GivenText given{0, TrimBlanks(line.substr(equals + 1))};
-  if (given.Text.empty()) return std::nullopt;
-  for (char digit : number) {
-    given.Id = std::min<std::size_t>(given.Id * 10 + static_cast<std::size_t>(digit - '0'), LanguageBlock);
-  }
+  const std::string_view text = TrimBlanks(line.substr(equals + 1));
+  if (text.empty()) return std::nullopt;
+  constexpr int beyondAll = 1'000'000;
+  int id = 0;
+  for (char digit : number) id = std::min(id * 10 + (digit - '0'), beyondAll);
   fault = LineFault::UnknownId;
-  if (given.Id == LanguageBlock || !Index[given.Id]) return std::nullopt;
-  if (given.Id == LanguageCountId || given.Id == LanguageCodeId) return std::nullopt;
+  const std::optional<std::size_t> row = RowOf(id);
+  if (!row || id == LanguageCountId || id == LanguageCodeId) return std::nullopt;
   fault = LineFault::Placeholders;
-  if (PlaceholdersOf(given.Text) != PlaceholdersOf(Index[given.Id]->Texts[EnglishIndex])) return std::nullopt;
-  return given;
+  if (PlaceholdersOf(text) != PlaceholdersOf(StringRows[*row].Texts[EnglishIndex])) return std::nullopt;
+  return GivenText{*row, text};
 }
 
 }  // namespace
 
 StringTable::StringTable() : count_(std::to_string(BuiltInLanguages)) {}
 
-std::string_view StringTable::Text(int id) const {
-  if (id < 0 || id >= LanguageCount() * LanguageBlock) return {};
-  const auto language = static_cast<std::size_t>(id / LanguageBlock);
-  const auto place = static_cast<std::size_t>(id % LanguageBlock);
-  if (place == LanguageCountId) return count_;
-  if (language >= BuiltInLanguages) return added_[language - BuiltInLanguages][place];
-  const StringRow* row = Index[place];
-  return row ? row->Texts[language] : std::string_view{};
+std::string_view StringTable::Text(int base, int id) const {
+  if (base < 0 || base >= LanguageCount() * LanguageBlock || base % LanguageBlock != 0) return {};
+  const std::optional<std::size_t> row = RowOf(id);
+  if (!row) return {};
+  if (id == LanguageCountId) return count_;
+  const auto language = static_cast<std::size_t>(base / LanguageBlock);
+  if (language >= BuiltInLanguages) return added_[language - BuiltInLanguages][*row];
+  return StringRows[*row].Texts[language];
 }
 
-std::string StringTable::Text(int id, std::string_view value, std::string_view second) const {
-  const std::string_view pattern = Text(id);
+std::string StringTable::Text(int base, int id, std::string_view value, std::string_view second) const {
+  const std::string_view pattern = Text(base, id);
   std::string text;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     const std::string_view mark = pattern.substr(i, 2);
@@ -164,14 +150,14 @@ std::string StringTable::Text(int id, std::string_view value, std::string_view s
 
 int StringTable::BaseOfCode(std::string_view code) const {
   for (int base = 0; base < LanguageCount() * LanguageBlock; base += LanguageBlock) {
-    if (EqualIgnoringCase(Text(base + LanguageCodeId), code)) return base;
+    if (EqualIgnoringCase(Text(base, LanguageCodeId), code)) return base;
   }
   return -1;
 }
 
 bool StringTable::HasName(std::string_view name) const {
   for (int base = 0; base < LanguageCount() * LanguageBlock; base += LanguageBlock) {
-    if (EqualIgnoringCase(Text(base + LanguageNameId), name)) return true;
+    if (EqualIgnoringCase(Text(base, LanguageNameId), name)) return true;
   }
   return false;
 }
@@ -199,24 +185,23 @@ std::vector<LineProblem> StringTable::AddLanguage(std::string_view code, std::st
     if (line.empty() || line.starts_with('\'')) continue;
     LineFault fault{};
     const std::optional<GivenText> given = ReadGivenText(line, fault);
-    if (given && block[given->Id].empty()) {
-      block[given->Id] = WithEnglishBlanks(given->Text, Index[given->Id]->Texts[EnglishIndex]);
+    if (given && block[given->Row].empty()) {
+      block[given->Row] = WithEnglishBlanks(given->Text, StringRows[given->Row].Texts[EnglishIndex]);
     } else if (problems.size() < MaxProblems) {
       problems.push_back({number, given ? LineFault::Repeated : fault, Shorten(line, MaxShownBytes)});
     }
   }
 
-  const std::string& name = block[LanguageNameId];
+  const std::string& name = block[*RowOf(LanguageNameId)];
   if (name.empty() || HasName(name)) {
     const LineFault fault = name.empty() ? LineFault::NameMissing : LineFault::LanguageExists;
     problems.insert(problems.begin(), refused(fault, name));
     return problems;
   }
-  for (const StringRow& row : StringRows) {
-    std::string& text = block[static_cast<std::size_t>(row.Id)];
-    if (text.empty()) text = row.Texts[EnglishIndex];
+  for (std::size_t row = 0; row < block.size(); ++row) {
+    if (block[row].empty()) block[row] = StringRows[row].Texts[EnglishIndex];
   }
-  block[LanguageCodeId] = code;
+  block[*RowOf(LanguageCodeId)] = code;
   added_.push_back(std::move(block));
   count_ = std::to_string(LanguageCount());
   return problems;

@@ -1,22 +1,28 @@
 // The interface texts of all languages.
 //
-// The table is organised in blocks of 300 ids, one block per language in the same order: a text's id in
-// a language is its id in the first block plus the language's base (0 French, 300 English, 600 Spanish,
-// from 900 on what the user has added).
+// A text is asked for by its id and by the base of a language: 0 is French, 300 English, 600 Spanish, from
+// 900 on come the languages that the user has added. The bases are those of blocks of 300 ids, one block a
+// language, which hold the texts with ids below 300. The blocks are nearly full, so later texts have ids from
+// FirstLaterId on, which belong to no block and are the same in every language.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/result.h"
 
 namespace vaxel {
 
 inline constexpr int BuiltInLanguages = 3;
 inline constexpr int LanguageBlock = 300;
+// Above all blocks that there can be.
+inline constexpr int FirstLaterId = 20001;
 // The numbers of languages and their bases stay within 16 bits.
 inline constexpr int MaxAddedLanguages = 60;
 
@@ -36,7 +42,7 @@ inline constexpr StringRow StringRows[] = {
 #undef VAXEL_STRING
 };
 
-// Whether the id (0 to 299, without a language's base) has a text in every built-in language.
+// Whether the id has a text in every built-in language.
 constexpr bool HasString(int id) {
   for (const StringRow& row : StringRows) {
     if (row.Id != id) continue;
@@ -77,11 +83,15 @@ class StringTable {
 
   int LanguageCount() const { return BuiltInLanguages + static_cast<int>(added_.size()); }
 
-  // The text of an id with its language's base added; empty for an id that has none. It stays valid as long
-  // as the table lives and no language is added.
-  std::string_view Text(int id) const;
+  // The text of an id in the language with this base; empty for an id or a base that is none. It stays valid
+  // as long as the table lives and no language is added.
+  std::string_view Text(int base, int id) const;
   // The same with "%1" replaced by value, "%2" by second and "%%" by "%".
-  std::string Text(int id, std::string_view value, std::string_view second = {}) const;
+  std::string Text(int base, int id, std::string_view value, std::string_view second = {}) const;
+  // Why something has failed, in its own words or in those of the table.
+  std::string Text(int base, const Failure& why) const {
+    return why.Text == 0 ? why.Words : Text(base, why.Text, why.Words);
+  }
 
   // The base of the language whose code is given ("fr", "en", "es", …) in either case; -1 for another one.
   int BaseOfCode(std::string_view code) const;
@@ -91,7 +101,7 @@ class StringTable {
   std::vector<LineProblem> AddLanguage(std::string_view code, std::string_view fileText);
 
  private:
-  using Block = std::array<std::string, LanguageBlock>;
+  using Block = std::array<std::string, std::size(StringRows)>;  // in the order of StringRows
 
   bool HasName(std::string_view name) const;
 

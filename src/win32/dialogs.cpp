@@ -67,8 +67,7 @@ int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string
 }
 
 void DialogsWin32::ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) {
-  constexpr std::array<UINT, 3> icons = {MB_ICONINFORMATION, MB_ICONQUESTION, MB_ICONERROR};
-  ShowBox(MB_OK | icons[static_cast<std::size_t>(icon)], title, text);
+  ShowBox(MB_OK | (icon == BoxIcon::Critical ? MB_ICONERROR : MB_ICONINFORMATION), title, text);
 }
 
 YesNoCancel DialogsWin32::AskYesNoCancel(const std::string& title, const std::string& text) {

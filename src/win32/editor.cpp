@@ -12,6 +12,7 @@
 
 #include "app/script_colours.h"
 #include "win32/control_ids.h"
+#include "win32/input_state.h"
 #include "win32/rich_format.h"
 #include "winbase/wide_text.h"
 
@@ -42,10 +43,6 @@ std::string FromControl(std::wstring wide) {
 
 bool IsInWord(wchar_t unit) {
   return unit == L'_' || IsCharAlphaNumericW(unit) != FALSE;
-}
-
-bool IsDown(int key) {
-  return GetKeyState(key) < 0;
 }
 
 }  // namespace

@@ -36,6 +36,12 @@ std::wstring FilterList(const std::string& filter) {
   return list += L'\0';
 }
 
+DWORD FlagsFor(const FileDialog& dialog, FilePurpose purpose) {
+  const DWORD several = dialog.TakesSeveral ? OFN_ALLOWMULTISELECT : 0;
+  const DWORD asked = purpose == FilePurpose::Open ? OFN_FILEMUSTEXIST : OFN_OVERWRITEPROMPT;
+  return several | asked | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_LONGNAMES;
+}
+
 std::wstring FolderName(const std::string& folder) {
   std::wstring name = Widen(folder);
   std::replace(name.begin(), name.end(), L'/', L'\\');
@@ -74,7 +80,7 @@ std::vector<std::wstring> ChooseFiles(HWND owner, const FileDialog& dialog, File
   const std::wstring filter = FilterList(dialog.Filter), folder = FolderName(dialog.Folder);
   const std::wstring extension = Widen(dialog.DefaultExtension);
   std::wstring proposed = ProposedName(Widen(dialog.FileName));
-  std::size_t size = dialog.Flags & MultipleSelection ? ManyNames : OneName;
+  std::size_t size = dialog.TakesSeveral ? ManyNames : OneName;
   const KeptFolder kept;
   while (true) {
     std::wstring buffer = proposed;
@@ -88,7 +94,7 @@ std::vector<std::wstring> ChooseFiles(HWND owner, const FileDialog& dialog, File
     request.nMaxFile = static_cast<DWORD>(buffer.size());
     request.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     request.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
-    request.Flags = dialog.Flags | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_LONGNAMES;
+    request.Flags = FlagsFor(dialog, purpose);
     if (purpose == FilePurpose::Open ? GetOpenFileNameW(&request) : GetSaveFileNameW(&request)) {
       return NamesInBuffer(buffer);
     }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "win32/control_ids.h"
+#include "win32/input_state.h"
 
 namespace vaxel {
 namespace {
@@ -72,8 +73,9 @@ void FillAround(HDC context, const SIZE& size, const RECT& box) {
 
 }  // namespace
 
-GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, FailureHandler onFailure)
-    : onFailure_(std::move(onFailure)) {
+GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* decoder,
+                             FailureHandler onFailure)
+    : decoder_(decoder), onFailure_(std::move(onFailure)) {
   RegisterWindowClass<GraphicWindow>(instance, ClassName, nullptr, nullptr);
   window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(GraphicId)), instance, this);
@@ -101,9 +103,8 @@ void GraphicWindow::ShowSoFar(const DisplayList& list) {
 void GraphicWindow::ShowAtOnce(const DisplayList* list) {
   list_ = list;
   if (list && !picture_) {
-    AppContext& app = application_->Context();
-    picture_ =
-        std::make_unique<GdiView>(*list, app.Platform.Decoder(), app.State.PatchFlags[PatchTurnedFonts]);
+    const bool nudgesRightAngles = application_->Options().Values().PatchFlags[PatchTurnedFonts];
+    picture_ = std::make_unique<GdiView>(*list, decoder_, nudgesRightAngles);
   }
   isStale_ = true;
   mayWait_ = false;
@@ -127,7 +128,7 @@ void GraphicWindow::Redraw() {
   bitmap_ = {};
   if (picture_ && !list_->Pages().empty()) {
     // Who has ended a run by Escape does not want to wait for it.
-    const bool isCut = isGrowing_ || application_->Context().State.AbortRequested;
+    const bool isCut = isGrowing_ || application_->Runs().IsAbortRequested();
     const std::size_t count = list_->Pages().back().Count;
     const auto atOnce = [&] { return std::min(count, static_cast<std::size_t>(perMs_ * SoFar)); };
     // What was broken off shows its beginning, like one that is growing, and all of it later.
@@ -208,13 +209,6 @@ void GraphicWindow::PauseEnds() {
   InvalidateRect(window_, nullptr, FALSE);
 }
 
-void GraphicWindow::ShowCursor() const {
-  const wchar_t* name = IDC_ARROW;
-  if (pointer_ == PointerShape::Cross) name = IDC_CROSS;
-  if (pointer_ == PointerShape::Hourglass) name = IDC_WAIT;
-  SetCursor(LoadCursorW(nullptr, name));
-}
-
 void GraphicWindow::TurnWheel(WPARAM wParam, LPARAM lParam) {
   POINT pixel = PixelOf(lParam);
   ScreenToClient(window_, &pixel);
@@ -245,7 +239,7 @@ std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM
       PauseEnds();
       return 0;
     case WM_SETCURSOR:
-      ShowCursor();
+      SetCursor(CursorOf(pointer_));
       return TRUE;
     case WM_CAPTURECHANGED:
       drag_.reset();

@@ -21,7 +21,7 @@ namespace vaxel {
 // place meanwhile.
 class GraphicWindow {
  public:
-  GraphicWindow(HINSTANCE instance, HWND parent, FailureHandler onFailure);
+  GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* decoder, FailureHandler onFailure);
 
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
@@ -45,10 +45,10 @@ class GraphicWindow {
   void Paint();
   void PaintMoved(HDC context, const SIZE& size);
   void PauseEnds();
-  void ShowCursor() const;
   void TurnWheel(WPARAM wParam, LPARAM lParam);
   void Move(POINT pixel);
 
+  PictureDecoder* decoder_;
   FailureHandler onFailure_;
   HWND window_ = nullptr;
   Application* application_ = nullptr;

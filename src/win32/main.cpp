@@ -44,13 +44,13 @@ int Run(HINSTANCE instance) {
   const ComScope com;
   Application* running = nullptr;
   const auto nudgesRightAngles = [&running] {
-    return running && running->Context().State.PatchFlags[PatchTurnedFonts];
+    return running && running->Options().Values().PatchFlags[PatchTurnedFonts];
   };
   PlatformWin32 platform(nudgesRightAngles);
   PrintersWin32 printers(*platform.Decoder(), nudgesRightAngles);
-  MainWindowWin32 window(instance);
+  MainWindowWin32 window(instance, platform.Decoder());
   const auto buttons = [&running] {
-    const auto text = [&running](int id) { return running->Context().Message(id); };
+    const auto text = [&running](int id) { return running->Message(id); };
     return running
                ? ButtonTexts{text(text_id::Ok), text(text_id::Cancel), text(text_id::Yes), text(text_id::No)}
                : ButtonTexts{};

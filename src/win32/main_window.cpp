@@ -7,7 +7,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "app/raised_flag.h"
 #include "win32/control_ids.h"
+#include "win32/input_state.h"
 #include "win32/pixels.h"
 #include "winbase/wide_text.h"
 
@@ -21,13 +23,6 @@ constexpr UINT TickMilliseconds = 2000;
 constexpr int DividerWidth = 6, LeastGraphicWidth = 80;
 constexpr int LeastWidth = 420, LeastHeight = 280;
 constexpr int UsualWidth = 1180, UsualHeight = 780;
-
-RECT WorkAreaAround(const RECT& box) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromRect(&box, MONITOR_DEFAULTTONEAREST), &monitor);
-  return monitor.rcWork;
-}
 
 // Moved, and made smaller where it must be, to lie within.
 RECT MovedInto(const RECT& area, const RECT& box) {
@@ -56,17 +51,17 @@ UniqueWindow MainWindowWin32::Create(HINSTANCE instance) {
   return window;
 }
 
-MainWindowWin32::MainWindowWin32(HINSTANCE instance)
+MainWindowWin32::MainWindowWin32(HINSTANCE instance, PictureDecoder* decoder)
     : window_(Create(instance)),
       editor_(instance, window_.get(), [this] { Failed(); }),
-      graphic_(instance, window_.get(), [this] { Failed(); }),
+      graphic_(instance, window_.get(), decoder, [this] { Failed(); }),
       status_(instance, window_.get()) {
   SetMenu(window_.get(), menus_.Handle());
   RECT frame{};
   GetWindowRect(window_.get(), &frame);
   frame.right = frame.left + ToPixels(UsualWidth, Dpi());
   frame.bottom = frame.top + ToPixels(UsualHeight, Dpi());
-  SetFrame(window_.get(), MovedInto(WorkAreaAround(frame), frame));
+  SetFrame(window_.get(), MovedInto(WorkAreaNear(frame), frame));
 }
 
 void MainWindowWin32::Attach(Application& application) {
@@ -91,27 +86,11 @@ bool MainWindowWin32::Guarded(const std::function<void()>& action) {
 void MainWindowWin32::Failed() {
   // What fails at every painting or at every tick of the timer would tell of itself without end.
   if (isFailing_) return;
-  struct Telling {
-    explicit Telling(bool& flag) : Flag(flag) { Flag = true; }
-    ~Telling() { Flag = false; }
-    Telling(const Telling&) = delete;
-    Telling& operator=(const Telling&) = delete;
-    bool& Flag;
-  };
-  const Telling telling(isFailing_);
+  const RaisedFlag telling(isFailing_);
   try {
-    AppContext& app = application_->Context();
     // The drawing of a run that was broken off is gone.
     graphic_.Show(application_->Runs().Drawing());
-    try {
-      throw;
-    } catch (const std::bad_alloc&) {
-      app.Tell(BoxIcon::Critical, app.Message(text_id::OutOfMemory));
-    } catch (const std::exception& failure) {
-      app.Tell(BoxIcon::Critical, app.Message(text_id::Unexpected, failure.what()));
-    } catch (...) {
-      app.Tell(BoxIcon::Critical, app.Message(text_id::Unexpected, "?"));
-    }
+    application_->TellException();
   } catch (...) {
     // There is not even room to tell it.
     MessageBeep(MB_ICONERROR);
@@ -137,12 +116,12 @@ void MainWindowWin32::SetTitle(std::string_view title) {
 
 void MainWindowWin32::SetCaption(MenuId item, std::string_view caption) {
   menus_.SetCaption(item, caption);
-  if (MenuRowOf(item).Popup == MenuId::Bar) DrawMenuBar(window_.get());
+  if (MenuRowOf(item).Place == MenuId::Bar) DrawMenuBar(window_.get());
 }
 
 void MainWindowWin32::SetItemEnabled(MenuId item, bool isEnabled) {
   menus_.SetItemEnabled(item, isEnabled);
-  if (MenuRowOf(item).Popup == MenuId::Bar) DrawMenuBar(window_.get());
+  if (MenuRowOf(item).Place == MenuId::Bar) DrawMenuBar(window_.get());
 }
 
 WindowPlace MainWindowWin32::Place() {
@@ -168,7 +147,7 @@ void MainWindowWin32::SetPlace(const WindowPlace& place) {
   const RECT frame = {place.Frame.Left, place.Frame.Top, place.Frame.Right, place.Frame.Bottom};
   isMaximised_ = place.IsMaximised;
   isPlacing_ = true;
-  SetFrame(window_.get(), MovedInto(WorkAreaAround(frame), frame));
+  SetFrame(window_.get(), MovedInto(WorkAreaNear(frame), frame));
   isPlacing_ = false;
 }
 
@@ -237,7 +216,7 @@ void MainWindowWin32::OpenDropped(HDROP drop) {
 void MainWindowWin32::Number(int id) {
   // A dialog is open, or a run is under way.
   if (!IsWindowEnabled(window_.get())) return;
-  constexpr auto items = static_cast<int>(MenuRows.size());
+  constexpr auto items = static_cast<int>(MenuItems);
   if (id >= FirstRecentId) {
     application_->OpenRecent(static_cast<std::size_t>(id - FirstRecentId));
   } else if (id >= FirstCommandId && id < FirstCommandId + items) {

@@ -23,8 +23,8 @@ namespace vaxel {
 // go to the application.
 class MainWindowWin32 : public MainWindow {
  public:
-  // Hidden. Throws when the system refuses it.
-  explicit MainWindowWin32(HINSTANCE instance);
+  // Hidden. Throws when the system refuses it. decoder: of the drawing's pictures; must outlive it.
+  MainWindowWin32(HINSTANCE instance, PictureDecoder* decoder);
   ~MainWindowWin32() override { Close(); }
 
   // Before anything can happen in the window.
@@ -54,7 +54,6 @@ class MainWindowWin32 : public MainWindow {
   ScreenRectangle EditorRectangle() override;
   void MovePointer(ScreenPoint place) override { SetCursorPos(place.X, place.Y); }
   void SetEditorWidth(int width) override;
-  void PrepareGraphic() override {}
   void ShowDrawing(const DisplayList& drawing) override { graphic_.Show(&drawing); }
   void ShowDrawingSoFar(const DisplayList& drawing) override { graphic_.ShowSoFar(drawing); }
   void SetView(const GraphicView& view) override { graphic_.SetView(view); }

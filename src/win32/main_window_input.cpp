@@ -1,37 +1,16 @@
 // The part of the main window that has to do with keys, the pointer and the events of a run.
 #include <windows.h>
 
+#include "win32/input_state.h"
 #include "win32/main_window.h"
 
 namespace vaxel {
 namespace {
 
-struct KeyRow {
-  WPARAM Virtual;
-  Key Meaning;
-};
-
-constexpr KeyRow FunctionKeys[] = {{VK_F1, Key::F1}, {VK_F4, Key::F4}, {VK_F6, Key::F6},
-                                   {VK_F7, Key::F7}, {VK_F8, Key::F8}, {VK_F12, Key::F12}};
-constexpr KeyRow Letters[] = {{'N', Key::N}, {'O', Key::O}, {'P', Key::P}, {'S', Key::S}};
-
-template <std::size_t Count>
-std::optional<Key> Find(const KeyRow (&rows)[Count], WPARAM key) {
-  for (const KeyRow& row : rows) {
-    if (row.Virtual == key) return row.Meaning;
-  }
-  return std::nullopt;
-}
-
-bool IsDown(int key) {
-  return GetKeyState(key) < 0;
-}
-
 // Together with Alt, which AltGr is besides Ctrl, letters are characters.
-std::optional<Key> KeyOf(WPARAM key) {
-  if (IsDown(VK_SHIFT)) return key == VK_F1 ? std::nullopt : Find(FunctionKeys, key);
-  if (const auto found = Find(FunctionKeys, key)) return found;
-  return IsDown(VK_MENU) ? std::nullopt : Find(Letters, key);
+Key KeyOf(WPARAM key) {
+  if (key >= VK_F1 && key <= VK_F12) return static_cast<Key>(static_cast<WPARAM>(Key::F1) + key - VK_F1);
+  return key >= 'A' && key <= 'Z' && !IsDown(VK_MENU) ? static_cast<Key>(key) : Key::None;
 }
 
 bool IsKey(UINT message) {
@@ -51,10 +30,7 @@ void MainWindowWin32::SetPointer(PointerShape shape) {
   POINT pointer{};
   GetCursorPos(&pointer);
   if (shape == PointerShape::Hourglass || Belongs(WindowFromPoint(pointer))) {
-    const bool isWaiting = shape == PointerShape::Hourglass;
-    SetCursor(LoadCursorW(nullptr, isWaiting                      ? IDC_WAIT
-                                   : shape == PointerShape::Cross ? IDC_CROSS
-                                                                  : IDC_ARROW));
+    SetCursor(CursorOf(shape));
   }
 }
 
@@ -91,8 +67,7 @@ bool MainWindowWin32::TakesKey(const MSG& message) {
     return true;
   }
   if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_.get())) return false;
-  const std::optional<Key> key = KeyOf(message.wParam);
-  return key && application_->KeyDown(*key);
+  return application_->KeyDown(KeyOf(message.wParam), IsDown(VK_SHIFT));
 }
 
 bool MainWindowWin32::IsForAnotherTime(const MSG& message) const {
@@ -117,7 +92,7 @@ void MainWindowWin32::Dispatch(MSG& message) {
 void MainWindowWin32::ProcessEvents() {
   MSG message{};
   // The run must see an Escape before the key's end, which may be the next event already.
-  const auto isEnding = [this] { return isBusy_ && application_->Context().State.AbortRequested; };
+  const auto isEnding = [this] { return isBusy_ && application_->Runs().IsAbortRequested(); };
   while (!isEnding() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
     Dispatch(message);

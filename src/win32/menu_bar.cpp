@@ -1,17 +1,10 @@
 #include "win32/menu_bar.h"
 
-#include <algorithm>
-
 #include "win32/control_ids.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
-
-bool IsPopup(MenuId item) {
-  return std::any_of(MenuRows.begin(), MenuRows.end(),
-                     [item](const MenuRow& row) { return row.Popup == item; });
-}
 
 // Long names are shown by their beginning and their end.
 std::wstring RecentCaption(std::size_t index, const std::string& name) {
@@ -26,10 +19,11 @@ std::wstring RecentCaption(std::size_t index, const std::string& name) {
 }  // namespace
 
 MenuBar::MenuBar() : bar_(CreateMenu()) {
-  std::array<HMENU, MenuRows.size()> popups{};
-  for (const MenuRow& row : MenuRows) {
+  std::array<HMENU, MenuItems> popups{};
+  for (const MenuRow& row : MenuRows()) {
+    if (row.Place == MenuId::Nowhere) continue;
     const auto index = static_cast<std::size_t>(row.Item);
-    const HMENU menu = row.Popup == MenuId::Bar ? bar_.get() : popups[static_cast<std::size_t>(row.Popup)];
+    const HMENU menu = row.Place == MenuId::Bar ? bar_.get() : popups[static_cast<std::size_t>(row.Place)];
     places_[index] = {menu, static_cast<UINT>(GetMenuItemCount(menu))};
     if (IsPopup(row.Item)) {
       popups[index] = CreatePopupMenu();

@@ -13,7 +13,7 @@
 
 namespace vaxel {
 
-// The menus of MenuRows, and the recent files at the end of the first one. The window that has it must give
+// The menus of the table, and the recent files at the end of the first one. The window that has it must give
 // it up before it ends.
 class MenuBar {
  public:
@@ -35,7 +35,7 @@ class MenuBar {
   UniqueMenu bar_;
   HMENU files_ = nullptr;
   int fileItems_ = 0;  // without the recent ones
-  std::array<ItemPlace, MenuRows.size()> places_{};
+  std::array<ItemPlace, MenuItems> places_{};
 };
 
 }  // namespace vaxel

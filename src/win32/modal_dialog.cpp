@@ -4,15 +4,10 @@
 #include <cstddef>
 #include <exception>
 
+#include "win32/input_state.h"
+
 namespace vaxel {
 namespace {
-
-RECT WorkAreaNear(const RECT& place) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof(monitor);
-  GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor);
-  return monitor.rcWork;
-}
 
 // Whole on the screen, also where its owner is not.
 void Centre(HWND dialog, HWND owner) {

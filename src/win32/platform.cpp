@@ -5,15 +5,14 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
-#include <filesystem>
 #include <initializer_list>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "app/script_file.h"
 #include "base/files.h"
 #include "render/gdi/export.h"
+#include "win32/input_state.h"
 #include "winbase/handles.h"
 #include "winbase/wide_text.h"
 
@@ -53,11 +52,6 @@ std::wstring ProductName() {
   return status == ERROR_SUCCESS && name[0] ? name : L"Windows";
 }
 
-bool Exists(const std::string& name) {
-  std::error_code ignored;
-  return std::filesystem::is_regular_file(PathOf(name), ignored);
-}
-
 bool Open(const std::string& program, const std::string& parameters) {
   const auto status = reinterpret_cast<INT_PTR>(
       ShellExecuteW(nullptr, nullptr, Widen(program).c_str(),
@@ -94,7 +88,7 @@ PlatformWin32::PlatformWin32(std::function<bool()> nudgesRightAngles)
     : nudgesRightAngles_(std::move(nudgesRightAngles)) {}
 
 bool PlatformWin32::IsCtrlDown() {
-  return GetKeyState(VK_CONTROL) < 0;
+  return IsDown(VK_CONTROL);
 }
 
 std::string PlatformWin32::SystemDescription() {
@@ -139,25 +133,25 @@ void PlatformWin32::SetWorkingFolder(const std::string& folder) {
 bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& word) {
   wchar_t viewer[MAX_PATH] = L"";
   const DWORD found = SearchPathW(nullptr, L"winhlp32.exe", nullptr, MAX_PATH, viewer, nullptr);
-  if (Exists(helpFile) && found > 0 && found < MAX_PATH) {
+  if (FileExists(helpFile) && found > 0 && found < MAX_PATH) {
     const std::string quoted = "\"" + helpFile + "\"";
     return Open(Narrow(viewer), word.empty() ? quoted : "-k " + word + " " + quoted);
   }
   for (const char* manual : {"docs\\manual.html", "manual.html", "docs\\manual.md", "manual.md"}) {
     const std::string name = ProgramFolder() + manual;
-    if (!Exists(name)) continue;
+    if (!FileExists(name)) continue;
     if (name.ends_with(".html") && OpenAtWord(name, word)) return true;
     return Open(name, {});
   }
   return false;
 }
 
-std::string PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
-  return WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink);
+Result<> PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
+  return DoneUnless(WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink));
 }
 
-std::string PlatformWin32::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
-  return vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink);
+Result<> PlatformWin32::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
+  return DoneUnless(vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink));
 }
 
 std::string ProgramFolder() {

@@ -27,8 +27,8 @@ class PlatformWin32 : public Platform {
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return &measurer_; }
   PictureDecoder* Decoder() override { return &decoder_; }
-  std::string WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
-  std::string WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  Result<> WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
 
  private:
   std::function<bool()> nudgesRightAngles_;

@@ -1,5 +1,6 @@
 #include "win32/printers.h"
 
+#include <optional>
 #include <utility>
 
 #include "render/gdi/printer.h"
@@ -13,20 +14,20 @@ std::string PrintersWin32::CurrentPrinter() {
   return DefaultPrinter();
 }
 
-std::optional<RunTarget> PrintersWin32::Target(const std::string& printer, std::string& error) {
+Result<RunTarget> PrintersWin32::Target(const std::string& printer) {
+  std::string error;
   const std::optional<PrinterFacts> facts = FactsOf(printer, error);
-  if (!facts) return std::nullopt;
+  if (!facts) return Failure{0, error};
   RunTarget target;
-  target.Kind = TargetKind::Printer;
   target.WidthMm = facts->WidthMm;
   target.HeightMm = facts->HeightMm;
   target.PixelMm = facts->PixelMm;
   return target;
 }
 
-std::string PrintersWin32::Print(const std::string& printer, const std::string& documentName,
-                                 const DisplayList& drawing) {
-  return vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()});
+Result<> PrintersWin32::Print(const std::string& printer, const std::string& documentName,
+                              const DisplayList& drawing) {
+  return DoneUnless(vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()}));
 }
 
 }  // namespace vaxel

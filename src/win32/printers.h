@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "app/platform.h"
@@ -14,9 +13,9 @@ class PrintersWin32 : public Printers {
   PrintersWin32(PictureDecoder& decoder, std::function<bool()> nudgesRightAngles);
 
   std::string CurrentPrinter() override;
-  std::optional<RunTarget> Target(const std::string& printer, std::string& error) override;
-  std::string Print(const std::string& printer, const std::string& documentName,
-                    const DisplayList& drawing) override;
+  Result<RunTarget> Target(const std::string& printer) override;
+  Result<> Print(const std::string& printer, const std::string& documentName,
+                 const DisplayList& drawing) override;
 
  private:
   PictureDecoder& decoder_;

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
+#include <set>
 #include <string>
 
 #include "base/files.h"
@@ -15,8 +17,7 @@ namespace {
 using std::chrono::milliseconds;
 
 const char* const Dial = "CentreE = 10, 5, N\nTrait = 0, 0, 10, 0\nTrait = 0, 0, 0, 10\n";
-const Log RunOfDial = {"hourglass", "disable", "events", "prepare", "events",
-                       "show 2",    "arrow",   "enable", "events"};
+const Log RunOfDial = {"hourglass", "disable", "events", "events", "show 2", "arrow", "enable", "events"};
 
 Log operator+(Log first, const Log& second) {
   first.insert(first.end(), second.begin(), second.end());
@@ -50,8 +51,8 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
             "Langue = English\r\nLangueAide = English\r\nFichierDat = Vaxel.dat\r\nDoubleClic = Non\r\n"
             "Zmm = 1\r\nPatchs = 3\r\n");
   EXPECT_EQ(shell.Read("Vaxel.DaN"), "' template\r\n");
-  EXPECT_EQ(shell.State().HelpFile, "Vaxel_en.hlp");
-  EXPECT_FALSE(shell.State().TextModified);
+  EXPECT_EQ(shell.App->Options().HelpFile(), shell.Path("Vaxel_en.hlp"));
+  EXPECT_FALSE(shell.Script().TextModified);
   // The next time it begins where the last one ended.
   EXPECT_TRUE(shell.App->Quit());
   shell.Take();
@@ -66,7 +67,7 @@ TEST(Application, ANamedScriptComesFirst) {
   shell.Write("other.dat", "X = 0,0,1\n");
   shell.Restart();
   EXPECT_TRUE(shell.Start("other.dat"));
-  EXPECT_EQ(shell.State().CurrentFile, shell.Path("other.dat"));
+  EXPECT_EQ(shell.Script().CurrentFile, shell.Path("other.dat"));
   // One that is not there is told; the editor stays empty.
   shell.Restart();
   shell.Take();
@@ -81,7 +82,7 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangueAide = Castellano\r\nLangue = English\r\n");
   ASSERT_TRUE(shell.Start());
   ASSERT_EQ(shell.Window.Captions.size(), 32U);
-  EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir");
+  EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir\tCtrl+O");
   EXPECT_EQ(shell.Window.Captions[13].second, "&Visualizar (F4)");
   EXPECT_EQ(shell.Window.ToolTips[1], "Coordenadas X e Y del ratón en el gráfico");
   EXPECT_NE(shell.Window.Title.find(")   File: "), std::string::npos);
@@ -91,14 +92,44 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   EXPECT_EQ(shell.Window.Captions[32 + 14].second, "&Zoom (F7)");
 }
 
+TEST(Application, NamesKeysBehindTheCaptions) {
+  FakeShell shell(Dial);
+  std::map<MenuId, std::string> captions(shell.Window.Captions.begin(), shell.Window.Captions.end());
+  const std::pair<MenuId, const char*> cases[] = {
+      {MenuId::Mnu_Syntaxe, "&Syntax (F2)"},       {MenuId::Mnu_RefCurseur, "&RefCur (F8)"},
+      {MenuId::Mnu_EnregistrerS, "&Save\tCtrl+S"}, {MenuId::Mnu_Imprimer, "&Print\tCtrl+P"},
+      {MenuId::Mnu_AideMot, "Help on &Word\tF1"},  {MenuId::Mnu_Enregistrer, "Save &as"}};
+  for (const auto& [item, caption] : cases) EXPECT_EQ(captions[item], caption);
+}
+
+TEST(Application, TakesKeysWithWhatIsHeldDown) {
+  FakeShell shell(Dial);
+  const auto press = [&](Key key, bool withCtrl, bool withShift) {
+    shell.System.Ctrl = withCtrl;
+    return shell.App->KeyDown(key, withShift);
+  };
+  // Alone a letter is text, with Shift too it is another command's; Shift and F1 are the editor's.
+  EXPECT_FALSE(press(Key{'N'}, false, false));
+  EXPECT_FALSE(press(Key{'N'}, true, true));
+  EXPECT_FALSE(press(Key::F1, false, true));
+  EXPECT_FALSE(press(Key::F3, false, false));
+  EXPECT_EQ(shell.Take(), Log{});
+  EXPECT_TRUE(press(Key::F1, true, false));
+  EXPECT_EQ(shell.Take({"help"}).size(), 1U);
+  EXPECT_TRUE(press(Key::F4, true, true));
+  EXPECT_EQ(shell.Take(), RunOfDial);
+  EXPECT_TRUE(press(Key{'N'}, true, false));
+  EXPECT_EQ(shell.Editor.Content, "");
+}
+
 TEST(Application, RunsOntoTheScreenInOrder) {
   FakeShell shell(Dial);
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Take(), RunOfDial);
   shell.Editor.Type("Trait = 0, 0, 5, 5");
-  EXPECT_TRUE(shell.State().TextModified);
+  EXPECT_TRUE(shell.Script().TextModified);
   shell.App->Command(MenuId::Mnu_Visualiser);
-  EXPECT_EQ(shell.Take({"colour", "prepare", "show"}), (Log{"colour line 4", "prepare", "show 3"}));
+  EXPECT_EQ(shell.Take({"colour", "show"}), (Log{"colour line 4", "show 3"}));
   shell.App->SetItemEnabled(MenuId::Mnu_Visualiser, false);
   shell.App->KeyDown(Key::F4);
   shell.App->KeyDown(Key::F6);
@@ -156,7 +187,7 @@ TEST(Application, TellsWhereARunFails) {
                                                        shell.Path("dial.dat") + "\n\nDivision by zero",
                                                    "show 2"}));
   EXPECT_EQ(shell.Editor.Line, 3U);
-  EXPECT_FALSE(shell.State().IsRunning);
+  EXPECT_FALSE(shell.App->Runs().IsRunning());
   shell.Write("part.dat", "\nTrait = 1/0\n");
   shell.Editor.Content = "Fichier = part.dat\n";
   shell.App->KeyDown(Key::F4);
@@ -178,7 +209,7 @@ TEST(Application, EscapeEndsALoop) {
   EXPECT_EQ(shell.Take({"critical", "enable"}), Log{"enable"});
   shell.Window.OnEvents = nullptr;
   shell.App->KeyUp(Key::Escape);
-  EXPECT_FALSE(shell.State().AbortRequested);
+  EXPECT_FALSE(shell.App->Runs().IsAbortRequested());
 }
 
 TEST(Application, ShowsWhatIsDrawnSoFarInALongRun) {
@@ -194,18 +225,20 @@ TEST(Application, ShowsWhatIsDrawnSoFarInALongRun) {
 
 TEST(Application, PrintsWithTheScriptsOwnPlaceAndShowsTheScreenAgain) {
   FakeShell shell("NPage\nCentreI = 100, 100, N\nX = 0,0,1\n");
-  shell.State().OffX = 30;
-  shell.State().OffY = -20;
+  shell.App->Runs().PointerMoved(440, 320);
+  shell.App->KeyDown(Key::F6);
+  EXPECT_EQ(shell.View().OffX, 30);
+  EXPECT_EQ(shell.View().OffY, -20);
+  shell.Take();
   shell.App->Command(MenuId::Mnu_Imprimer);
   EXPECT_EQ(shell.Take(),
             (Log{"hourglass", "disable", "events", "events", "print dial on Plotter, 2 pages, 2 operations",
-                 "prepare", "events", "show 2", "arrow", "enable", "events"}));
-  EXPECT_EQ(shell.State().OffX, 30);
-  EXPECT_EQ(shell.State().OffY, -20);
-  EXPECT_EQ(shell.State().DocumentName, "Vaxel");
+                 "events", "show 2", "arrow", "enable", "events"}));
+  EXPECT_EQ(shell.View().OffX, 30);
+  EXPECT_EQ(shell.View().OffY, -20);
   // 640 × 480 pixels of 0.25 mm: the middle and the offsets.
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{110, 40}));
-  shell.Printer.Failure = "out of paper";
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{110, 40}));
+  shell.Printer.PrintFailure = "out of paper";
   shell.App->Command(MenuId::Mnu_Imprimer);
   EXPECT_EQ(shell.Take({"message", "critical", "show"}),
             (Log{"critical Printing on Plotter has failed: out of paper", "show 2"}));
@@ -244,27 +277,27 @@ TEST(Application, ZoomsByTheDialogAndByZoomIni) {
   FakeShell shell("ZoomIni = 2.5\nX = 0,0,1\n");
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("3", " 254/250 "); };
   shell.App->KeyDown(Key::F7);
-  EXPECT_EQ(shell.State().ScreenZoom, 3);
-  EXPECT_EQ(shell.State().Zmm, 1.016);
-  EXPECT_NEAR(shell.State().GraphicScale, 3.048, 1e-12);
+  EXPECT_EQ(shell.View().ScreenZoom, 3);
+  EXPECT_EQ(shell.App->Options().Values().Zmm, 1.016);
+  EXPECT_NEAR(shell.View().GraphicScale, 3.048, 1e-12);
   EXPECT_EQ(shell.Take({"show"}), Log{"show 2"});
   // What is no number above 0 leaves the values in force.
   for (const char* entry : {"0", "", "abc", "1/0", "-2", "1+", "1E308*10", "1E300", "1E-9"}) {
     shell.Boxes.OnZoom = [&](const ZoomDialog& dialog) { dialog.OnButton(entry, entry); };
     shell.App->KeyDown(Key::F7);
-    EXPECT_EQ(shell.State().ScreenZoom, 3) << entry;
-    EXPECT_EQ(shell.State().Zmm, 1.016) << entry;
+    EXPECT_EQ(shell.View().ScreenZoom, 3) << entry;
+    EXPECT_EQ(shell.App->Options().Values().Zmm, 1.016) << entry;
   }
   shell.Take();
   shell.System.Ctrl = true;
   shell.App->KeyDown(Key::F7);
   EXPECT_EQ(shell.Take({"zoom dialog", "show"}), Log{"show 2"});
-  EXPECT_EQ(shell.State().ScreenZoom, 2.5);
+  EXPECT_EQ(shell.View().ScreenZoom, 2.5);
   for (const char* script : {"ZoomIni = 0\n", "ZoomIni = -2\n", "ZoomIni = 1E300\n"}) {
     shell.Editor.Content = script;
     shell.App->KeyDown(Key::F4);
     shell.App->KeyDown(Key::F7);
-    EXPECT_EQ(shell.State().ScreenZoom, 2.5) << script;
+    EXPECT_EQ(shell.View().ScreenZoom, 2.5) << script;
   }
 }
 
@@ -281,24 +314,24 @@ TEST(Application, CountsThePointerFromTheReferencePoint) {
     return isClosed;
   };
   EXPECT_TRUE(enter("50,100z"));
-  EXPECT_EQ(shell.State().RefX, 50);
-  EXPECT_EQ(shell.State().RefY, 100);
-  EXPECT_EQ(shell.State().RefInX, -40);
-  EXPECT_EQ(shell.State().RefInY, 35);
+  EXPECT_EQ(shell.View().RefX, 50);
+  EXPECT_EQ(shell.View().RefY, 100);
+  EXPECT_EQ(shell.View().RefInX, -40);
+  EXPECT_EQ(shell.View().RefInY, 35);
   shell.Take();
   EXPECT_FALSE(enter("50;100"));
   EXPECT_EQ(shell.Take({"message"}).size(), 1U);
-  EXPECT_EQ(shell.State().RefX, 50);
+  EXPECT_EQ(shell.View().RefX, 50);
   EXPECT_TRUE(enter(" 5 mm, -2.5x"));
-  EXPECT_EQ(shell.State().RefX, 95);
-  EXPECT_EQ(shell.State().RefY, 62.5F);
+  EXPECT_EQ(shell.View().RefX, 95);
+  EXPECT_EQ(shell.View().RefY, 62.5F);
   EXPECT_TRUE(enter(""));
-  EXPECT_EQ(shell.State().RefX, 90);
+  EXPECT_EQ(shell.View().RefX, 90);
   enter("1,1");
   shell.System.Ctrl = true;
   shell.App->KeyDown(Key::F8);
-  EXPECT_EQ(shell.State().RefX, 90);
-  EXPECT_EQ(shell.State().RefInX, 0);
+  EXPECT_EQ(shell.View().RefX, 90);
+  EXPECT_EQ(shell.View().RefInX, 0);
 }
 
 TEST(Application, WritesPointerCoordinatesWithAPoint) {
@@ -311,27 +344,27 @@ TEST(Application, WritesPointerCoordinatesWithAPoint) {
 
 TEST(Application, PutsTheDrawingUnderThePointer) {
   FakeShell shell("X = 0,0,1\n");
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{80, 60}));
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{80, 60}));
   shell.App->Runs().PointerMoved(400, 80);
   // However often it is sent there, also when the pointer lies elsewhere in an enlarged view.
   for (int i = 0; i < 3; ++i) shell.App->KeyDown(Key::F6);
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{100, 100}));
-  shell.State().ScreenZoom = 2;
-  shell.App->KeyDown(Key::F4);
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{50, 50}));
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{100, 100}));
+  shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("2", dialog.ZmmText); };
+  shell.App->KeyDown(Key::F7);
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{50, 50}));
   shell.App->Runs().PointerMoved(400, 80);
   shell.App->KeyDown(Key::F12);
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{50, 50}));
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{50, 50}));
   shell.App->Runs().WheelTurned(0, 0, 4);
   EXPECT_GT(shell.Window.View.Scale, 2);
   shell.System.Ctrl = true;
   shell.App->KeyDown(Key::F6);
-  EXPECT_EQ(shell.State().GraphicCentre, (Point{40, 30}));
+  EXPECT_EQ(shell.View().GraphicCentre, (Point{40, 30}));
   EXPECT_TRUE(shell.Window.View.IsDefault());
   // The pointer was never over the drawing.
   FakeShell fresh("X = 0,0,1\n");
   fresh.App->KeyDown(Key::F6);
-  EXPECT_EQ(fresh.State().GraphicCentre, (Point{0, 0}));
+  EXPECT_EQ(fresh.View().GraphicCentre, (Point{0, 0}));
 }
 
 TEST(Application, EnlargesAroundThePointer) {
@@ -359,7 +392,7 @@ TEST(Application, QuitsWithTheSaveQuestion) {
   EXPECT_EQ(shell.Take({"question", "close", "folder"}), Log{"question Save the changes?"});
   shell.CommandWithAnswers(MenuId::Mnu_Quitter, {"yes"});
   EXPECT_EQ(shell.Take({"question", "close", "folder"}),
-            (Log{"question Save the changes?", "folder " + shell.State().ProgramFolder, "close"}));
+            (Log{"question Save the changes?", "folder " + shell.Folder(), "close"}));
   EXPECT_TRUE(shell.Read("dial.dat").ends_with("\r\nX = 0,0,1"));
 }
 
@@ -378,7 +411,9 @@ TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
 
 TEST(Application, NeverRemembersAnImportedFile) {
   FakeShell shell(Dial);
-  shell.State().CurrentFile = shell.State().StartupFile = shell.Path("dial.MTR");
+  shell.Write("dial.MTR", "");
+  shell.App->OpenDropped(shell.Path("dial.MTR"));
+  EXPECT_EQ(shell.Script().CurrentFile, shell.Path("dial.MTR"));
   EXPECT_TRUE(shell.App->Quit());
   EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nFichierDat = dial.dat\r\n"), std::string::npos);
 }
@@ -387,17 +422,17 @@ TEST(Application, SetsPatchesByTheirNumbers) {
   FakeShell shell;
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangue = English\r\nLangueAide = English\r\nPatchs = 1\r\n");
   ASSERT_TRUE(shell.Start());
-  EXPECT_TRUE(shell.State().PatchFlags[PatchTurnedFonts]);
+  EXPECT_TRUE(shell.App->Options().Values().PatchFlags[PatchTurnedFonts]);
   shell.Take();
   shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"16", "0.5", "-1"});
   const Log asked = shell.Take({"input"});
   ASSERT_EQ(asked.size(), 3U);
   EXPECT_TRUE(asked[0].starts_with("input Active patches:  1\n\nEnter a number")) << asked[0];
-  EXPECT_FALSE(shell.State().PatchFlags[PatchTurnedFonts]);
+  EXPECT_FALSE(shell.App->Options().Values().PatchFlags[PatchTurnedFonts]);
   shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"15"});
   EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nPatchs = 16384\r\n"), std::string::npos);
   shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"cancel"});
-  EXPECT_TRUE(shell.State().PatchFlags[14]);
+  EXPECT_TRUE(shell.App->Options().Values().PatchFlags[14]);
 }
 
 TEST(Application, GoesOnWithoutAFolderToWriteIn) {
@@ -410,7 +445,7 @@ TEST(Application, GoesOnWithoutAFolderToWriteIn) {
   ASSERT_TRUE(shell.Start());
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("1", "1.1"); };
   shell.App->KeyDown(Key::F7);
-  EXPECT_EQ(shell.State().Zmm, 1.1);
+  EXPECT_EQ(shell.App->Options().Values().Zmm, 1.1);
   EXPECT_EQ(shell.Take({"message"}).size(), 1U);
 }
 
@@ -426,7 +461,7 @@ TEST(Application, TellsOfWrongLanguageFilesInTheChosenLanguage) {
                  "line 3: not \"number = text\": x\n",
                  "message The language file Vaxel_it.lng is not used: the file is larger than 1 MB",
                  "message The file Vaxel_nl.lng cannot be read: it is a folder"}));
-  EXPECT_EQ(shell.State().HelpFile, "Vaxel_de.hlp");
+  EXPECT_EQ(shell.App->Options().HelpFile(), shell.Path("Vaxel_de.hlp"));
 }
 
 TEST(Application, RemembersItsWindow) {
@@ -474,15 +509,19 @@ TEST(Application, RemembersItWhenTheSessionEnds) {
 
 TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell(Dial);
-  EXPECT_TRUE(shell.Window.Greyed.contains(MenuId::Mnu_ImprimerZoom));
+  EXPECT_EQ(shell.Window.Greyed,
+            (std::set<MenuId>{MenuId::Mnu_OuvrirMeter, MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
+                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices}));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
+  EXPECT_FALSE(shell.App->KeyDown(Key::F2));
+  EXPECT_EQ(shell.Take(), Log{});
   shell.Boxes.Chosen = 255;
   shell.App->Command(MenuId::Mnu_Couleur);
   shell.Boxes.Chosen = MakeColour(1, 2, 3);
   shell.App->Command(MenuId::Mnu_Couleur);
   EXPECT_TRUE(shell.Editor.Content.ends_with("RougeRVB 1 2 3")) << shell.Editor.Content;
   shell.App->KeyDown(Key::F1);
-  EXPECT_EQ(shell.Take({"help"}), Log{"help " + shell.State().ProgramFolder + "Vaxel_en.hlp Arc"});
+  EXPECT_EQ(shell.Take({"help"}), Log{"help " + shell.Folder() + "Vaxel_en.hlp Arc"});
 }
 
 }  // namespace

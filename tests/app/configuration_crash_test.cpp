@@ -30,7 +30,7 @@ class ConfigurationCrash : public testing::Test {
     for (int i = 0; i < 400; ++i) text += "Line " + std::to_string(i) + " that is none of ours\r\n";
     return text + "FichierDat = " + std::to_string(n) + "\r\n";
   }
-  std::string Update(long n) {
+  Result<> Update(long n) {
     const std::string number = std::to_string(n);
     return file_.WriteKeys({OwnLine("Place", number), {std::string(ScriptKey), " " + number}});
   }
@@ -53,7 +53,7 @@ TEST_F(ConfigurationCrash, LeavesTheOldFileOrTheNewOne) {
   int duringUpdate = 0;
   for (int kill = 0; kill < KillCount; ++kill) {
     const pid_t child = Start([&] {
-      for (long n = last + 1; Update(n).empty(); ++n) continue;
+      for (long n = last + 1; Update(n); ++n) continue;
       return 1;
     });
     ASSERT_GT(child, 0);
@@ -65,7 +65,7 @@ TEST_F(ConfigurationCrash, LeavesTheOldFileOrTheNewOne) {
     if (folder_.Has("Vaxe$cfg.old")) ++duringUpdate;
 
     const auto reading = file_.Read({});
-    ASSERT_EQ(reading.Error, "");
+    ASSERT_FALSE(reading.Problem);
     const long now = std::stol("0" + reading.Settings.CurrentFile);
     ASSERT_GE(now, last);
     ASSERT_TRUE(Bytes() == WholeFile(now)) << "after " << kill << " kills, update " << now;
@@ -84,7 +84,7 @@ TEST_F(ConfigurationCrash, AFullDiskLeavesTheOldFile) {
       std::signal(SIGXFSZ, SIG_IGN);
       const rlimit bytes{most, most};
       setrlimit(RLIMIT_FSIZE, &bytes);
-      return Update(10).empty() ? 0 : 1;
+      return Update(10) ? 0 : 1;
     });
     int status = 0;
     waitpid(child, &status, 0);

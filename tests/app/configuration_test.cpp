@@ -166,13 +166,13 @@ class ConfigurationFolder : public testing::Test {
 
 TEST_F(ConfigurationFolder, IsGivenAFileAtTheFirstStart) {
   const auto first = file_.Read(Languages);
-  EXPECT_EQ(first.Error, "");
+  EXPECT_FALSE(first.Problem);
   EXPECT_EQ(Shown(first.Settings), "file <Vaxel.dat>; flags 3; ");
   const std::string expected = Head +
                                "'Ne pas modifier / Do not change\r\nLangue =\r\nLangueAide =\r\n"
                                "FichierDat = Vaxel.dat\r\nDoubleClic = Non\r\nZmm = 1\r\nPatchs = 3\r\n";
   EXPECT_EQ(Bytes(), expected);
-  EXPECT_EQ(file_.WriteKey(LanguageKey, " Castellano"), "");
+  EXPECT_TRUE(file_.WriteKey(LanguageKey, " Castellano"));
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "lang 3+600; file <Vaxel.dat>; flags 3; ");
   EXPECT_EQ(folder_.FileCount(), 1);
 }
@@ -184,13 +184,13 @@ TEST_F(ConfigurationFolder, TheCopyReplacesALostFileAlone) {
   EXPECT_EQ(Bytes(), kept);
   folder_.Write("Vaxe$cfg.old", Head + "Zmm = 3\r\n");
   EXPECT_EQ(file_.Read(Languages).Settings.Zmm, 2);
-  EXPECT_EQ(file_.WriteKey(ZmmKey, "2"), "");
+  EXPECT_TRUE(file_.WriteKey(ZmmKey, "2"));
   EXPECT_EQ(Bytes(), kept);
   EXPECT_EQ(folder_.FileCount(), 1);
   // A program that wrote in place has left the file empty.
   folder_.Write("Vaxel.cfg", "");
   folder_.Write("Vaxe$cfg.old", kept);
-  EXPECT_EQ(file_.WriteKey(DoubleClickKey, " Oui"), "");
+  EXPECT_TRUE(file_.WriteKey(DoubleClickKey, " Oui"));
   EXPECT_EQ(Bytes(), kept + "DoubleClic = Oui\r\n");
   EXPECT_EQ(folder_.FileCount(), 1);
 }
@@ -200,16 +200,16 @@ TEST_F(ConfigurationFolder, KeepsItsEncoding) {
                                  "Langue = FRAN\xC7"
                                  "AIS\r\nM\xEAme \x81\0 ligne"s);
   EXPECT_EQ(file_.Read(Languages).Settings.LangIndex, 1);
-  EXPECT_EQ(file_.WriteKey(ScriptKey, "C:\\Été€.dat"), "");
+  EXPECT_TRUE(file_.WriteKey(ScriptKey, "C:\\Été€.dat"));
   EXPECT_EQ(Bytes(), Head +
                          "Langue = FRAN\xC7"
                          "AIS\r\nM\xEAme \x81\0 ligne\r\nFichierDat =C:\\\xC9t\xE9\x80.dat\r\n"s);
-  EXPECT_EQ(file_.WriteKey(ScriptKey, "C:\\Ω.dat"), "");
+  EXPECT_TRUE(file_.WriteKey(ScriptKey, "C:\\Ω.dat"));
   EXPECT_EQ(Bytes(),
             "\xEF\xBB\xBF" + Head + "Langue = FRANÇAIS\r\nMême \u0081\0 ligne\r\nFichierDat =C:\\Ω.dat\r\n"s);
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "lang 1+0; file <C:\\Ω.dat>; ");
   folder_.Write("Vaxel.cfg", "\xFF\xFEZ\0m\0m\0 \0=\0 \0002\0"s);
-  EXPECT_EQ(file_.WriteKey(PatchsKey, "2"), "");
+  EXPECT_TRUE(file_.WriteKey(PatchsKey, "2"));
   EXPECT_EQ(Bytes().substr(0, 6), "\xFF\xFE'\0F\0"s);
   EXPECT_EQ(Shown(file_.Read(Languages).Settings), "patchs 2; flags 2; ");
 }
@@ -218,23 +218,23 @@ TEST_F(ConfigurationFolder, WhatCannotBeWrittenIsToldAndLeftWhole) {
   const std::string kept = Head + "Zmm = 2\r\n";
   folder_.Write("Vaxel.cfg", kept);
   fs::permissions(folder_.Path() / "Vaxel.cfg", fs::perms::owner_read);
-  EXPECT_EQ(file_.WriteKey(ZmmKey, "2"), "") << "nothing changes";
-  EXPECT_NE(file_.WriteKeys({{"Zmm = ", "3"}, OwnLine("Recent1", "x")}), "");
+  EXPECT_TRUE(file_.WriteKey(ZmmKey, "2")) << "nothing changes";
+  EXPECT_FALSE(file_.WriteKeys({{"Zmm = ", "3"}, OwnLine("Recent1", "x")}));
   EXPECT_EQ(Bytes(), kept);
   EXPECT_EQ(folder_.FileCount(), 1);
   fs::permissions(folder_.Path() / "Vaxel.cfg", fs::perms::owner_all);
 
   // The program goes on with the defaults.
   ConfigurationFile lost(NameOf(folder_.Path() / "gone"), "1.2a", true);
-  EXPECT_NE(lost.WriteKey(ZmmKey, "2"), "");
+  EXPECT_FALSE(lost.WriteKey(ZmmKey, "2"));
   const auto reading = lost.Read(Languages);
-  EXPECT_NE(reading.Error, "");
+  EXPECT_TRUE(reading.Problem);
   EXPECT_EQ(Shown(reading.Settings), "file <Vaxel.dat>; flags 3; ");
 
   fs::remove(folder_.Path() / "Vaxel.cfg");
   fs::create_directory(folder_.Path() / "Vaxel.cfg");
-  EXPECT_NE(file_.Read(Languages).Error, "");
-  EXPECT_NE(file_.WriteKey(ZmmKey, "2"), "");
+  EXPECT_EQ(file_.Read(Languages).Problem.value_or(Failure{}).Text, text_id::IsFolder);
+  EXPECT_FALSE(file_.WriteKey(ZmmKey, "2"));
 }
 
 }  // namespace

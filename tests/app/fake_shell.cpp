@@ -140,9 +140,8 @@ void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
   if (OnLanguages) OnLanguages(dialog);
 }
 
-std::optional<RunTarget> FakePrinters::Target(const std::string&, std::string& error) {
-  error = TargetFailure;
-  if (!error.empty()) return std::nullopt;
+Result<RunTarget> FakePrinters::Target(const std::string&) {
+  if (!TargetFailure.empty()) return Failure{0, TargetFailure};
   RunTarget target;
   target.WidthMm = 200;
   target.HeightMm = 287;
@@ -150,11 +149,11 @@ std::optional<RunTarget> FakePrinters::Target(const std::string&, std::string& e
   return target;
 }
 
-std::string FakePrinters::Print(const std::string& printer, const std::string& documentName,
-                                const DisplayList& drawing) {
+Result<> FakePrinters::Print(const std::string& printer, const std::string& documentName,
+                             const DisplayList& drawing) {
   log_.push_back("print " + documentName + " on " + printer + ", " + std::to_string(drawing.Pages().size()) +
                  " pages, " + std::to_string(drawing.Size()) + " operations");
-  return Failure;
+  return DoneUnless(PrintFailure);
 }
 
 bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word) {
@@ -162,7 +161,7 @@ bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word
   return true;
 }
 
-std::string FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& sink) {
+Result<> FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& sink) {
   sink.Write("png");
   return {};
 }

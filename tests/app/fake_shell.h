@@ -22,6 +22,7 @@ class FakeWindow : public MainWindow {
  public:
   explicit FakeWindow(Log& log) : log_(log) {}
 
+  void Show() override {}
   void SetTitle(std::string_view title) override { log_.push_back("title " + (Title = title)); }
   void SetCaption(MenuId item, std::string_view caption) override { Captions.emplace_back(item, caption); }
   void SetChecked(MenuId, bool) override {}
@@ -43,8 +44,8 @@ class FakeWindow : public MainWindow {
     log_.push_back("pointer at " + std::to_string(place.X) + "," + std::to_string(place.Y));
   }
   void SetEditorWidth(int width) override { EditorWidth = width; }
-  void PrepareGraphic() override { log_.push_back("prepare"); }
   void ShowDrawing(const DisplayList& drawing) override;
+  void ShowDrawingSoFar(const DisplayList& drawing) override { ShowDrawing(drawing); }
   void SetView(const GraphicView& view) override { View = view; }
 
   // Reads the drawing that is shown, as every window does when it likes.
@@ -135,13 +136,13 @@ class FakePrinters : public Printers {
  public:
   explicit FakePrinters(Log& log) : log_(log) {}
   std::string CurrentPrinter() override { return Name; }
-  std::optional<RunTarget> Target(const std::string& printer, std::string& error) override;
-  std::string Print(const std::string& printer, const std::string& documentName,
-                    const DisplayList& drawing) override;
+  Result<RunTarget> Target(const std::string& printer) override;
+  Result<> Print(const std::string& printer, const std::string& documentName,
+                 const DisplayList& drawing) override;
 
   std::string Name = "Plotter";
-  std::string Failure;
-  std::string TargetFailure;
+  // What goes wrong, in the system's words.
+  std::string PrintFailure, TargetFailure;
 
  private:
   Log& log_;
@@ -161,8 +162,8 @@ class FakePlatform : public Platform {
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
-  std::string WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
-  std::string WriteEmf(const DisplayList&, std::size_t, ByteSink&) override { return "no disk"; }
+  Result<> WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
+  Result<> WriteEmf(const DisplayList&, std::size_t, ByteSink&) override { return Failure{0, "no disk"}; }
 
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock
@@ -196,7 +197,10 @@ class FakeShell {
   // What happened since the last call, the lines beginning with one of the words alone if there are any.
   Log Take(const std::vector<std::string>& beginnings = {});
 
-  ApplicationState& State() { return App->Context().State; }
+  const EditedScript& Script() const { return App->Script(); }
+  const std::string& StartupFile() const { return App->Files().StartupFile(); }
+  const ViewState& View() { return App->Runs().View(); }
+  std::string Folder() const { return Path(""); }
 
   Log Happened;
   FakeWindow Window{Happened};

@@ -31,13 +31,13 @@ TEST(UnsavedText, IsWhatIsTypedAsSoonAsTheWindowTakesKeys) {
     shell.App->Command(item);
     shell.Window.OnEvents = nullptr;
     EXPECT_TRUE(shell.Editor.Content.ends_with("' mine")) << shell.Editor.Content;
-    EXPECT_TRUE(shell.State().TextModified);
+    EXPECT_TRUE(shell.Script().TextModified);
     shell.Boxes.Answers = {"no"};
   }
   // The comments of the run alone are nothing to be asked for.
   shell.CommandWithFiles(MenuId::Mnu_Ouvrir, {shell.Path("other.dat")});
   EXPECT_EQ(shell.Editor.Content, "?  ' 0, 0\n");
-  EXPECT_FALSE(shell.State().TextModified);
+  EXPECT_FALSE(shell.Script().TextModified);
 }
 
 TEST(UnsavedText, TakesNoOtherCommandBetweenAnAnswerAndTheLoading) {
@@ -50,7 +50,7 @@ TEST(UnsavedText, TakesNoOtherCommandBetweenAnAnswerAndTheLoading) {
   };
   shell.App->Command(MenuId::Mnu_Ouvrir);
   shell.Window.OnEvents = nullptr;
-  EXPECT_EQ(shell.State().CurrentFile, shell.Path("other.dat"));
+  EXPECT_EQ(shell.Script().CurrentFile, shell.Path("other.dat"));
   EXPECT_EQ(shell.Take({"text"}), Log{"text 10"});
 }
 
@@ -121,13 +121,16 @@ TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
   EXPECT_TRUE(messages[0].ends_with("\n\nAn unexpected error has occurred: broken")) << messages[0];
   shell.Window.Paint();
   EXPECT_GT(shell.Window.PaintedOperations, 2U);
-  EXPECT_FALSE(shell.State().IsRunning);
+  EXPECT_FALSE(shell.App->Runs().IsRunning());
   EXPECT_TRUE(shell.Window.IsEnabled);
-  shell.State().OffX = 30;
+  shell.Window.OnEvents = nullptr;
+  shell.App->Runs().PointerMoved(440, 320);
+  shell.Editor.Content = Line;
+  shell.App->KeyDown(Key::F6);
+  shell.Editor.Content = "A:\nX = 0,0,1\nGoto A";
   breakOff(20);
   shell.App->Command(MenuId::Mnu_Imprimer);
-  EXPECT_EQ(shell.State().OffX, 30);
-  EXPECT_EQ(shell.State().DocumentName, "Vaxel");
+  EXPECT_EQ(shell.View().OffX, 30);
 }
 
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {

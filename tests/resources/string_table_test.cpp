@@ -12,7 +12,7 @@
 namespace vaxel {
 namespace {
 
-constexpr int English = LanguageBlock;
+constexpr int English = LanguageBlock, Spanish = 2 * LanguageBlock;
 constexpr int Added = BuiltInLanguages * LanguageBlock;
 
 // "LINE:FAULT" of each problem.
@@ -31,22 +31,25 @@ std::string AddTo(StringTable& table, std::string_view text, std::string_view co
 
 TEST(StringTable, EveryTextIsWhole) {
   const StringTable table;
-  for (int id = 0; id < Added; ++id) {
-    const std::string_view text = table.Text(id);
-    EXPECT_TRUE(IsValidUtf8(text)) << id;
-    // Both ends of a text that others are put behind are those of the French one.
-    const std::string_view french = table.Text(id % LanguageBlock);
-    EXPECT_EQ(text.ends_with(' '), french.ends_with(' ')) << id;
-    EXPECT_EQ(text.find_first_not_of(' '), french.find_first_not_of(' ')) << id;
+  for (const StringRow& row : StringRows) {
+    const std::string_view french = table.Text(0, row.Id);
+    for (int base : {0, English, Spanish}) {
+      const std::string_view text = table.Text(base, row.Id);
+      EXPECT_TRUE(!text.empty() && IsValidUtf8(text)) << row.Id;
+      // Both ends of a text that others are put behind are those of the French one.
+      EXPECT_EQ(text.ends_with(' '), french.ends_with(' ')) << row.Id;
+      EXPECT_EQ(text.find_first_not_of(' '), french.find_first_not_of(' ')) << row.Id;
+    }
   }
-  for (int id : {-1, -300, 0, 84, Added, Added + LanguageNameId, 1 << 30})
-    EXPECT_EQ(table.Text(id), "") << id;
+  for (int id : {-1, -300, 0, 84, English + 10, FirstLaterId - 1, FirstLaterId + English, 1 << 30})
+    EXPECT_EQ(table.Text(0, id), "") << id;
+  for (int base : {-300, 1, Added, 1 << 30}) EXPECT_EQ(table.Text(base, 10), "") << base;
 }
 
 TEST(StringTable, PutsValuesIn) {
   StringTable table;
-  EXPECT_EQ(table.Text(English + 101, "a%2%1.dat", "gone"), "The file a%2%1.dat cannot be read: gone");
-  EXPECT_EQ(table.Text(English + 193, "x"), "A list is a variable (%Name): x");
+  EXPECT_EQ(table.Text(English, 101, "a%2%1.dat", "gone"), "The file a%2%1.dat cannot be read: gone");
+  EXPECT_EQ(table.Text(English, 193, "x"), "A list is a variable (%Name): x");
 }
 
 TEST(StringTable, KnowsLanguagesByTheirCode) {
@@ -61,7 +64,7 @@ TEST(StringTable, KnowsLanguagesByTheirCode) {
 
 TEST(StringTable, AddsALanguage) {
   StringTable table;
-  const std::string_view early = table.Text(English + 118);
+  const std::string_view early = table.Text(English, 118);
   EXPECT_EQ(AddTo(table,
                   "\xEF\xBB\xBF' Vaxel auf Deutsch\r\n"
                   "5 = Deutsch\r"
@@ -69,25 +72,28 @@ TEST(StringTable, AddsALanguage) {
                   "  10=&Datei  \n"
                   "114 = Fehler in der Zeile:\n"
                   "161 = Reihenfolge der Befehle:\\n FormatI =\n"
-                  "101\t= %2: %1"),
+                  "101\t= %2: %1\n"
+                  "20001 = es ist ein Ordner"),
             "");
   EXPECT_EQ(table.LanguageCount(), 4);
-  for (int base : {0, English, 600, Added}) EXPECT_EQ(table.Text(base + LanguageCountId), "4");
-  EXPECT_EQ(table.Text(Added + LanguageNameId), "Deutsch");
-  EXPECT_EQ(table.Text(Added + LanguageCodeId), "de");
-  EXPECT_EQ(table.Text(Added + 10), "&Datei");
-  EXPECT_EQ(table.Text(Added + 114), "Fehler in der Zeile: ");
-  EXPECT_EQ(table.Text(Added + 161), "     Reihenfolge der Befehle:\n FormatI =");
-  EXPECT_EQ(table.Text(Added + 101, "a", "b"), "b: a");
-  EXPECT_EQ(table.Text(Added + 118), "Save the changes?");
-  EXPECT_EQ(table.Text(Added + 9), "");
-  EXPECT_EQ(table.Text(Added + LanguageBlock + 5), "");
-  EXPECT_EQ(early.data(), table.Text(English + 118).data());
+  for (int base : {0, English, Spanish, Added}) EXPECT_EQ(table.Text(base, LanguageCountId), "4");
+  EXPECT_EQ(table.Text(Added, LanguageNameId), "Deutsch");
+  EXPECT_EQ(table.Text(Added, LanguageCodeId), "de");
+  EXPECT_EQ(table.Text(Added, 10), "&Datei");
+  EXPECT_EQ(table.Text(Added, 114), "Fehler in der Zeile: ");
+  EXPECT_EQ(table.Text(Added, 161), "     Reihenfolge der Befehle:\n FormatI =");
+  EXPECT_EQ(table.Text(Added, 101, "a", "b"), "b: a");
+  EXPECT_EQ(table.Text(Added, 118), "Save the changes?");
+  EXPECT_EQ(table.Text(Added, FirstLaterId), "es ist ein Ordner");
+  EXPECT_EQ(table.Text(Added, FirstLaterId + 1), "it is read-only");
+  EXPECT_EQ(table.Text(Added, 9), "");
+  EXPECT_EQ(table.Text(Added + LanguageBlock, 5), "");
+  EXPECT_EQ(early.data(), table.Text(English, 118).data());
 
   EXPECT_EQ(AddTo(table, "5 = Italiano", "it"), "");
-  EXPECT_EQ(table.Text(Added + LanguageBlock + LanguageNameId), "Italiano");
-  EXPECT_EQ(table.Text(Added + LanguageCountId), "5");
-  EXPECT_EQ(table.Text(Added + 10), "&Datei");
+  EXPECT_EQ(table.Text(Added + LanguageBlock, LanguageNameId), "Italiano");
+  EXPECT_EQ(table.Text(Added, LanguageCountId), "5");
+  EXPECT_EQ(table.Text(Added, 10), "&Datei");
 }
 
 TEST(StringTable, ReportsWrongLinesAndKeepsTheirEnglishText) {
@@ -100,7 +106,7 @@ TEST(StringTable, ReportsWrongLinesAndKeepsTheirEnglishText) {
                   "-10 = Datei\n"         // 5
                   "10 =  \n"              // 6: no text
                   "9 = x\n"               // 7: unknown
-                  "300 = x\n"             // 8
+                  "20301 = x\n"           // 8
                   "4294967306 = x\n"      // 9: 10 in 32 bits
                   "8 = xx\n"              // 10: the file's name says it
                   "101 = nur %1\n"        // 11: other placeholders
@@ -110,11 +116,11 @@ TEST(StringTable, ReportsWrongLinesAndKeepsTheirEnglishText) {
                   "106 = Andere\n"        // 15: twice
                   "0010 = &Datei"),       // 16: a good one
             "2:287 3:287 4:287 5:287 6:287 7:288 8:288 9:288 10:288 11:289 12:289 13:289 15:290");
-  EXPECT_EQ(table.Text(Added + 10), "&Datei");
-  EXPECT_EQ(table.Text(Added + 101), table.Text(English + 101));
-  EXPECT_EQ(table.Text(Added + 105), "Vaxel files");
-  EXPECT_EQ(table.Text(Added + 106), "Alle Dateien");
-  EXPECT_EQ(table.Text(Added + LanguageCodeId), "de");
+  EXPECT_EQ(table.Text(Added, 10), "&Datei");
+  EXPECT_EQ(table.Text(Added, 101), table.Text(English, 101));
+  EXPECT_EQ(table.Text(Added, 105), "Vaxel files");
+  EXPECT_EQ(table.Text(Added, 106), "Alle Dateien");
+  EXPECT_EQ(table.Text(Added, LanguageCodeId), "de");
 }
 
 TEST(StringTable, RefusesWhatIsNoLanguage) {
@@ -138,7 +144,7 @@ TEST(StringTable, RefusesWhatIsNoLanguage) {
     EXPECT_EQ(AddTo(table, "5 = Language " + std::to_string(i), "x" + std::to_string(i)), "");
   }
   EXPECT_EQ(AddTo(table, "5 = Deutsch"), "0:296");
-  EXPECT_EQ(table.Text(LanguageCountId), "63");
+  EXPECT_EQ(table.Text(0, LanguageCountId), "63");
 }
 
 TEST(StringTable, TakesHostileFilesWithinBounds) {
@@ -162,8 +168,8 @@ TEST(StringTable, TakesHostileFilesWithinBounds) {
     const bool isRefused = !problems.empty() && problems.front().Line == 0;
     ASSERT_EQ(table.LanguageCount(), isRefused ? 3 : 4) << text;
     if (isRefused) continue;
-    for (const StringRow& row : StringRows) ASSERT_FALSE(table.Text(Added + row.Id).empty()) << text;
-    const std::string filled = table.Text(Added + 101, "one", "two");
+    for (const StringRow& row : StringRows) ASSERT_FALSE(table.Text(Added, row.Id).empty()) << text;
+    const std::string filled = table.Text(Added, 101, "one", "two");
     ASSERT_TRUE(filled.find("one") != std::string::npos && filled.find("two") != std::string::npos) << text;
   }
 }

@@ -43,11 +43,11 @@ class RecordingHost : public RunHost {
     // What an included script names lies beside that script; the main one has no folder here.
     return vaxel::FindFile(PathOf(scriptName).has_parent_path() ? scriptName : settings_.Folder, name);
   }
-  FileContent ReadFile(std::string_view fileName, std::size_t maxBytes) override {
+  Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override {
     const auto file = settings_.Files.find(std::string(fileName));
     if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
-    return file->second.size() > maxBytes ? FileContent{FileStatus::TooLarge}
-                                          : FileContent{FileStatus::Read, file->second};
+    if (file->second.size() > maxBytes) return Failure{text_id::IsTooLarge};
+    return file->second;
   }
 
  private:

@@ -33,7 +33,8 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
   settings.Target.PixelMm = 25.4 / 96;
   settings.Target.Measurer = &measurer;
   settings.Target.Decoder = &decoder;
-  const auto text = DecodeText(ReadWholeFile(script, 1 << 20).Bytes);
+  Result<std::string> bytes = ReadWholeFile(script, 1 << 20);
+  const auto text = bytes ? DecodeText(*std::move(bytes)) : std::nullopt;
   const test::ScriptRun run = test::RunText(text ? text->Text : "", settings);
   if (run.List.Pages().empty()) return 1;
   const double scale = dpi / 25.4;
@@ -50,8 +51,11 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
   }
   OutputFile file(picture);
   std::string failure = WriteGdiPng(run.List, 0, dpi, {.Decoder = &decoder}, file);
-  if (failure.empty()) failure = file.Commit();
-  if (failure.empty()) return 0;
+  if (failure.empty()) {
+    const Result<> committed = file.Commit();
+    if (committed) return 0;
+    failure = StringTable().Text(LanguageBlock, committed.Why());
+  }
   std::fprintf(stderr, "draw_dial: %s\n", failure.c_str());
   return 1;
 }

@@ -43,8 +43,8 @@ class FileDialogsTest : public testing::Test {
   void TearDown() override { fs::remove_all(Folder); }
 
   std::string FullName(const wchar_t* name) const { return Narrow((Folder / name).wstring()); }
-  FileDialog Request(std::uint32_t flags) const {
-    return {"Vaxel (*.dat)|*.dat|Tous (*.*)|*.*", Narrow(Folder.wstring()), "", "", flags};
+  FileDialog Request(bool takesSeveral = false) const {
+    return {"Vaxel (*.dat)|*.dat|Tous (*.*)|*.*", Narrow(Folder.wstring()), "", "", takesSeveral};
   }
 
   fs::path Folder = fs::temp_directory_path() / L"vaxel dialogs Ω";
@@ -54,7 +54,7 @@ class FileDialogsTest : public testing::Test {
 TEST_F(FileDialogsTest, OpenReturnsAFileAndKeepsTheWorkingFolder) {
   const fs::path before = fs::current_path();
   std::vector<std::string> chosen;
-  const auto open = [&] { chosen = Shown.ShowOpen(Request(FileMustExist | HideReadOnly)); };
+  const auto open = [&] { chosen = Shown.ShowOpen(Request()); };
   Drive(open, TypeName("Ωé.dat"));
   EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"Ωé.dat")}));
   EXPECT_EQ(fs::current_path(), before);
@@ -64,10 +64,7 @@ TEST_F(FileDialogsTest, OpenReturnsAFileAndKeepsTheWorkingFolder) {
 
 TEST_F(FileDialogsTest, SeveralFilesComeWithTheirFolder) {
   std::vector<std::string> chosen;
-  const auto open = [&] {
-    chosen =
-        Shown.ShowOpen(Request(MultipleSelection | ExplorerStyle | LongNames | FileMustExist | HideReadOnly));
-  };
+  const auto open = [&] { chosen = Shown.ShowOpen(Request(true)); };
   Drive(open, TypeName("\"un.dat\" \"deux mots.dat\""));
   EXPECT_EQ(chosen, (std::vector<std::string>{FullName(L"un.dat"), FullName(L"deux mots.dat")}));
   Drive(open, TypeName("un.dat"));
@@ -76,7 +73,7 @@ TEST_F(FileDialogsTest, SeveralFilesComeWithTheirFolder) {
 
 TEST_F(FileDialogsTest, SaveAddsTheExtensionAndAsksBeforeItReplaces) {
   std::string chosen;
-  FileDialog request = Request(OverwritePrompt | HideReadOnly);
+  FileDialog request = Request();
   request.DefaultExtension = "dat";
   const auto save = [&] { chosen = Shown.ShowSave(request); };
   Drive(save, TypeName("neuf"));
@@ -94,7 +91,7 @@ TEST_F(FileDialogsTest, SaveAddsTheExtensionAndAsksBeforeItReplaces) {
 
 // A script's name proposes that of its export, and a script may be called what it likes.
 TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
-  FileDialog request = Request(OverwritePrompt);
+  FileDialog request = Request();
   for (const char* name : {"cadran", "a<b>:\"c|d?*", "x/y\\z", "...", "\x01\x02", ""}) {
     request.FileName = name;
     std::string proposed;

@@ -20,7 +20,7 @@ enum Language : int { French, English, Spanish };
 
 // The text of the interface, as windows show it.
 inline std::string TextIn(Language language, int id) {
-  return std::string(StringTable().Text(language * LanguageBlock + id));
+  return std::string(StringTable().Text(language * LanguageBlock, id));
 }
 
 inline std::string Version() {

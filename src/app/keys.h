@@ -1,0 +1,39 @@
+// The keys that commands can have.
+#pragma once
+
+#include <cstdint>
+
+namespace vaxel {
+
+// A letter is the code of its capital, Key{'S'}; function keys are counted from F1.
+enum class Key : std::uint8_t { None, Escape, F1 = 128, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
+
+// What must be held down together with a key. Letters always need one: alone they are text.
+enum class Held : std::uint8_t {
+  Anything,  // or nothing; what Ctrl changes then is decided by the command
+  NoShift,
+  Ctrl,  // alone
+  Shift  // alone
+};
+
+struct Keystroke {
+  vaxel::Key Key = vaxel::Key::None;
+  vaxel::Held Held = vaxel::Held::Anything;
+
+  constexpr bool IsPressedBy(vaxel::Key key, bool withCtrl, bool withShift) const {
+    if (key != Key || key == vaxel::Key::None) return false;
+    switch (Held) {
+      case vaxel::Held::Anything:
+        return true;
+      case vaxel::Held::NoShift:
+        return !withShift;
+      case vaxel::Held::Ctrl:
+        return withCtrl && !withShift;
+      case vaxel::Held::Shift:
+        return withShift && !withCtrl;
+    }
+    return false;
+  }
+};
+
+}  // namespace vaxel

@@ -1,0 +1,52 @@
+// How functions outside scripts fail: they give back a Result, a value or the Failure that stands in its
+// place.
+#pragma once
+
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+namespace vaxel {
+
+// Why something has failed, as the user is told. What the program words itself is a text of the string table,
+// so that it comes in the user's language; StringTable::Text makes the words of both.
+struct Failure {
+  // The id of the text; 0 where Words, which are the system's or a library's, say it all.
+  int Text = 0;
+  // Otherwise what fills the "%1" of the text.
+  std::string Words{};
+};
+
+// A result without a value says only whether it was done.
+template <class Value = std::monostate>
+class [[nodiscard]] Result {
+ public:
+  Result() requires std::is_same_v<Value, std::monostate>
+  = default;
+  Result(Value value) : held_(std::in_place_index<0>, std::move(value)) {}
+  Result(Failure failure) : held_(std::in_place_index<1>, std::move(failure)) {}
+
+  explicit operator bool() const { return held_.index() == 0; }
+
+  // The value; only of a result that has one.
+  Value& operator*() & { return *std::get_if<0>(&held_); }
+  const Value& operator*() const& { return *std::get_if<0>(&held_); }
+  Value&& operator*() && { return std::move(*std::get_if<0>(&held_)); }
+  Value* operator->() { return std::get_if<0>(&held_); }
+  const Value* operator->() const { return std::get_if<0>(&held_); }
+
+  // The reason; only of a result that has no value.
+  const Failure& Why() const { return *std::get_if<1>(&held_); }
+
+ private:
+  std::variant<Value, Failure> held_;
+};
+
+// Of functions that return the reason as a text, empty when all is well.
+inline Result<> DoneUnless(std::string reason) {
+  if (reason.empty()) return {};
+  return Failure{0, std::move(reason)};
+}
+
+}  // namespace vaxel
