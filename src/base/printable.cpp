@@ -1,6 +1,6 @@
-#include "text/printable.h"
+#include "base/printable.h"
 
-#include "text/utf8.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

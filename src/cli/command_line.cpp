@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "text/text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -10,9 +10,9 @@
 #include <filesystem>
 #include <system_error>
 
-#include "files/files.h"
-#include "text/printable.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/printable.h"
+#include "base/text.h"
 
 #ifdef _WIN32
 #include <io.h>

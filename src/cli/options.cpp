@@ -5,11 +5,11 @@
 #include <cstdio>
 #include <string_view>
 
+#include "base/text.h"
 #include "cli/command_line.h"
 #include "cli/texts.h"
 #include "interpreter/system_variables.h"
 #include "interpreter/variables.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

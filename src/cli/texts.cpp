@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "base/printable.h"
+#include "base/text.h"
 #include "resources/string_table.h"
-#include "text/printable.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

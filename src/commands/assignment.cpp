@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

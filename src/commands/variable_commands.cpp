@@ -5,13 +5,13 @@
 #include <string_view>
 #include <utility>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "interpreter/expression.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

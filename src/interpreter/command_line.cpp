@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

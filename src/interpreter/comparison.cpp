@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <string>
 
+#include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

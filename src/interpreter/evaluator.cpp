@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/text.h"
 #include "interpreter/arithmetic.h"
 #include "interpreter/expression_parser.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

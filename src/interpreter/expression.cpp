@@ -4,10 +4,10 @@
 #include <array>
 #include <cstddef>
 
+#include "base/text.h"
 #include "interpreter/expression_parser.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

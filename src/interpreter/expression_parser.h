@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/text.h"
 #include "interpreter/arithmetic.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 

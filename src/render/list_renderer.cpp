@@ -2,8 +2,8 @@
 
 #include <numbers>
 
+#include "base/printable.h"
 #include "render/decimal_text.h"
-#include "text/printable.h"
 
 namespace vaxel {
 namespace {

@@ -1,12 +1,12 @@
-#include "text/text.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "interpreter/text_encoding.h"
-#include "text/number_text.h"
-#include "text/printable.h"
+#include "base/number_text.h"
+#include "base/printable.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 namespace {
