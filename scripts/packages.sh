@@ -1,17 +1,32 @@
 # shellcheck shell=bash
-# Sourced by the other scripts.
+# Sourced by the other scripts: the Debian packages that the project needs, by what they are for.
 
-# need_packages NAME...: installs the Debian packages that are missing, and asks nothing of the network when
+declare -A packages=(
+  [native]='g++ cmake ninja-build pkg-config libcairo2-dev libpango1.0-dev libpng-dev libgdk-pixbuf-2.0-dev
+    libcli11-dev fonts-liberation'
+  [windows]='g++-mingw-w64-x86-64-posix cmake ninja-build libcli11-dev googletest'
+  [package]='git zip cmark-gfm'
+  [wine]='wine64 fonts-wine fonts-liberation'
+  [window]='libxrender1 libxfixes3 libxcursor1 libxrandr2 libxinerama1 libxi6 libxcomposite1'
+  [tests]='libgtest-dev clang-format clang-tidy python3
+    ghostscript poppler-utils librsvg2-bin chromium qpdf libxml2-utils'
+  [screenshots]='xvfb xauth imagemagick pngquant'
+  [benchmarks]='libbenchmark-dev texlive-metapost gnuplot-nox python3 python3-cairo lua5.4 gawk tcl'
+)
+
+# need_packages GROUP...: installs the packages of these groups that are missing, and asks nothing of the network when
 # none is. Ends the script with status 3 when they cannot be installed.
 need_packages() {
-  local installed missing=() name log as_root=()
+  local group installed wanted=() missing=() name log as_root=()
+  # shellcheck disable=SC2206
+  for group in "$@"; do wanted+=(${packages[$group]}); done
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-    echo "This script installs Debian packages, and there is no apt-get here. It needs: $*" >&2
+    echo "This script installs Debian packages, and there is no apt-get here. It needs: ${wanted[*]}" >&2
     exit 3
   fi
-  installed=" $(dpkg-query -W -f='${db:Status-Status}:${Package} ' "$@" 2>/dev/null || true)"
-  for name in "$@"; do
-    [[ $installed == *" installed:$name "* ]] || missing+=("$name")
+  installed=" $(dpkg-query -W -f='${db:Status-Status}:${Package} ' "${wanted[@]}" 2>/dev/null || true)"
+  for name in "${wanted[@]}"; do
+    [[ $installed == *" installed:$name "* || " ${missing[*]} " == *" $name "* ]] || missing+=("$name")
   done
   ((${#missing[@]} > 0)) || return 0
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {

@@ -19,7 +19,6 @@
 #include "interpreter/data_file.h"
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
-#include "interpreter/parameters.h"
 #include "interpreter/prepared_script.h"
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"

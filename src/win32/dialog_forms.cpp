@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "win32/dialog_ids.h"
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -19,7 +19,7 @@ constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
 constexpr std::size_t LongestShown = 200000;
 
 std::string FieldText(HWND dialog, int id) {
-  return Utf8(TextOfControl(dialog, id));
+  return Narrow(TextOfControl(dialog, id));
 }
 
 // The user may type as much as a field holds at all.
@@ -40,8 +40,8 @@ HICON BoxIconOf(UINT kind) {
 }
 
 std::vector<ButtonSpec> BoxButtons(UINT kind, const ButtonTexts& texts) {
-  const ButtonSpec ok{IDOK, Wide(texts.Ok)}, cancel{IDCANCEL, Wide(texts.Cancel)};
-  const ButtonSpec yes{IDYES, Wide(texts.Yes)}, no{IDNO, Wide(texts.No)};
+  const ButtonSpec ok{IDOK, Widen(texts.Ok)}, cancel{IDCANCEL, Widen(texts.Cancel)};
+  const ButtonSpec yes{IDYES, Widen(texts.Yes)}, no{IDNO, Widen(texts.No)};
   switch (kind & MB_TYPEMASK) {
     case MB_OKCANCEL:
       return {ok, cancel};

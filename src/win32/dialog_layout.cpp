@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -128,7 +128,7 @@ void FillFields(HWND dialog, const DialogSpec& spec) {
 std::wstring ControlText(const std::string& text) {
   std::wstring shown;
   bool isAfterReturn = false;
-  for (const wchar_t c : Wide(text)) {
+  for (const wchar_t c : Widen(text)) {
     if (c == L'\n' && isAfterReturn) {
       isAfterReturn = false;
       continue;

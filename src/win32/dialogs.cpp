@@ -10,7 +10,7 @@
 #include "win32/dialog_forms.h"
 #include "win32/dialog_layout.h"
 #include "win32/file_dialogs.h"
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -56,7 +56,7 @@ int DialogsWin32::Run(const DialogForm& form) {
 int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string& text) {
   if (!FitsMessageBox(text)) return Run(BoxForm(kind, title, text, Buttons()));
   const DialogOwner owner(Owner());
-  const std::wstring shown = ControlText(text), caption = Wide(title);
+  const std::wstring shown = ControlText(text), caption = Widen(title);
   const UINT shownKind = owner.Window() ? kind : kind | MB_TASKMODAL | MB_SETFOREGROUND;
   // Wine closes a box with Yes and No at Escape. No would be an answer that nobody gave.
   int answer = IDCANCEL;
@@ -94,7 +94,7 @@ std::vector<std::string> DialogsWin32::ShowOpen(const FileDialog& dialog) {
   const DialogOwner owner(Owner());
   std::vector<std::string> names;
   for (const std::wstring& name : ChooseFiles(owner.Window(), dialog, FilePurpose::Open)) {
-    names.push_back(Utf8(name));
+    names.push_back(Narrow(name));
   }
   return names;
 }
@@ -102,7 +102,7 @@ std::vector<std::string> DialogsWin32::ShowOpen(const FileDialog& dialog) {
 std::string DialogsWin32::ShowSave(const FileDialog& dialog) {
   const DialogOwner owner(Owner());
   const std::vector<std::wstring> names = ChooseFiles(owner.Window(), dialog, FilePurpose::Save);
-  return names.empty() ? std::string() : Utf8(names.front());
+  return names.empty() ? std::string() : Narrow(names.front());
 }
 
 std::optional<std::uint32_t> DialogsWin32::ShowColour() {

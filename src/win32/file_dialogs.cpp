@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -29,7 +29,7 @@ class KeptFolder {
 
 // Each description and pattern is ended by NUL, the list by another one.
 std::wstring FilterList(const std::string& filter) {
-  std::wstring list = Wide(filter);
+  std::wstring list = Widen(filter);
   if (list.empty()) return list;
   if (!list.ends_with(L'|')) list += L'|';
   std::replace(list.begin(), list.end(), L'|', L'\0');
@@ -37,7 +37,7 @@ std::wstring FilterList(const std::string& filter) {
 }
 
 std::wstring FolderName(const std::string& folder) {
-  std::wstring name = Wide(folder);
+  std::wstring name = Widen(folder);
   std::replace(name.begin(), name.end(), L'/', L'\\');
   return name;
 }
@@ -72,8 +72,8 @@ std::wstring ProposedName(std::wstring_view name) {
 
 std::vector<std::wstring> ChooseFiles(HWND owner, const FileDialog& dialog, FilePurpose purpose) {
   const std::wstring filter = FilterList(dialog.Filter), folder = FolderName(dialog.Folder);
-  const std::wstring extension = Wide(dialog.DefaultExtension);
-  std::wstring proposed = ProposedName(Wide(dialog.FileName));
+  const std::wstring extension = Widen(dialog.DefaultExtension);
+  std::wstring proposed = ProposedName(Widen(dialog.FileName));
   std::size_t size = dialog.Flags & MultipleSelection ? ManyNames : OneName;
   const KeptFolder kept;
   while (true) {

@@ -1,4 +1,5 @@
-// Texts between UTF-8 and the wide characters of Windows.
+// Texts between UTF-8, which the program keeps, and the UTF-16 of Windows. What is no character, a lone
+// surrogate or a damaged sequence, becomes U+FFFD.
 #pragma once
 
 #include <string>

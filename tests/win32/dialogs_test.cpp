@@ -14,7 +14,7 @@
 #include "tests/win32/dialog_driver.h"
 #include "win32/dialog_ids.h"
 #include "win32/dialogs.h"
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -51,11 +51,11 @@ std::string ManyLines(int count) {
 }
 
 TEST(WideText, KeepsCharactersAndReplacesHalves) {
-  EXPECT_EQ(Wide("Ωé\U0001F600"), L"Ωé\U0001F600");
-  EXPECT_EQ(Utf8(L"Ωé\U0001F600"), "Ωé\U0001F600");
-  EXPECT_EQ(Utf8(std::wstring(L"a") + static_cast<wchar_t>(0xD83D) + L"b"), "a\uFFFDb");
-  EXPECT_EQ(Utf8(std::wstring(1, static_cast<wchar_t>(0xDE00))), "\uFFFD");
-  EXPECT_EQ(Wide("a\xFF"), L"a\uFFFD");
+  EXPECT_EQ(Widen("Ωé\U0001F600"), L"Ωé\U0001F600");
+  EXPECT_EQ(Narrow(L"Ωé\U0001F600"), "Ωé\U0001F600");
+  EXPECT_EQ(Narrow(std::wstring(L"a") + static_cast<wchar_t>(0xD83D) + L"b"), "a\uFFFDb");
+  EXPECT_EQ(Narrow(std::wstring(1, static_cast<wchar_t>(0xDE00))), "\uFFFD");
+  EXPECT_EQ(Widen("a\xFF"), L"a\uFFFD");
 }
 
 TEST_F(DialogsTest, BoxesGiveTheButtonThatWasPressed) {

@@ -12,7 +12,7 @@
 
 #include "tests/win32/dialog_driver.h"
 #include "win32/dialogs.h"
-#include "win32/wide_text.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -42,9 +42,9 @@ class FileDialogsTest : public testing::Test {
   }
   void TearDown() override { fs::remove_all(Folder); }
 
-  std::string FullName(const wchar_t* name) const { return Utf8((Folder / name).wstring()); }
+  std::string FullName(const wchar_t* name) const { return Narrow((Folder / name).wstring()); }
   FileDialog Request(std::uint32_t flags) const {
-    return {"Vaxel (*.dat)|*.dat|Tous (*.*)|*.*", Utf8(Folder.wstring()), "", "", flags};
+    return {"Vaxel (*.dat)|*.dat|Tous (*.*)|*.*", Narrow(Folder.wstring()), "", "", flags};
   }
 
   fs::path Folder = fs::temp_directory_path() / L"vaxel dialogs Ω";
@@ -104,7 +104,7 @@ TEST_F(FileDialogsTest, AnyProposedNameOpensTheDialog) {
             proposed = dialog.FileName();
             dialog.Press(IDCANCEL);
           });
-    EXPECT_EQ(proposed, Utf8(ProposedName(Wide(name)))) << name;
+    EXPECT_EQ(proposed, Narrow(ProposedName(Widen(name)))) << name;
     EXPECT_EQ(proposed.find_first_of("<>:\"|?*/\\"), std::string::npos) << name;
   }
 }

@@ -1,0 +1,33 @@
+# Run at installation, with source set to the top of the repository: what the user of the programs reads and edits.
+set(target $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
+
+# Windows users open these with editors that want CR LF.
+function(install_text from to)
+  file(READ ${source}/${from} text)
+  string(REGEX REPLACE "\r*\n" "\r\n" text "${text}")
+  file(WRITE ${target}/${to} "${text}")
+endfunction()
+
+foreach(language fr en es)
+  install_text(src/resources/templates/Vaxel_${language}.DaN Vaxel_${language}.DaN)
+endforeach()
+install_text(src/resources/templates/Vaxel_fr.DaN Vaxel.DaN)
+install_text(examples/vu-meter.dat Vaxel.dat)
+
+file(GLOB_RECURSE examples RELATIVE ${source} ${source}/examples/*)
+foreach(example IN LISTS examples)
+  if(example MATCHES "\\.(png|jpg|gif|bmp)$")
+    cmake_path(GET example PARENT_PATH folder)
+    file(INSTALL ${source}/${example} DESTINATION ${target}/${folder})
+  else()
+    install_text(${example} ${example})
+  endif()
+endforeach()
+
+file(MAKE_DIRECTORY ${target}/docs)
+execute_process(COMMAND ${source}/scripts/manual-html OUTPUT_FILE ${target}/docs/manual.html COMMAND_ERROR_IS_FATAL ANY)
+file(READ ${source}/docs/manual.md manual)
+string(REGEX MATCHALL "images/[a-z0-9_-]*\\.png" images "${manual}")
+foreach(image IN LISTS images)
+  file(INSTALL ${source}/docs/${image} DESTINATION ${target}/docs/images)
+endforeach()
