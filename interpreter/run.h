@@ -43,8 +43,19 @@ struct RunEnded {
 // Lets the host handle events; ends the run when it says so.
 void HandleEvents(RunContext& run);
 
-// Goes on at the line that has this label or, where none has, this number; returns whether that is a jump
-// back. A fault when there is neither.
-bool JumpTo(RunContext& run, std::string_view target);
+// A jump of one line to the line that has this label or, where none has, this number.
+class Jump {
+ public:
+  // The target must live as long.
+  explicit Jump(std::string_view target) : target_(target) {}
+
+  // Returns whether that is a jump back. A fault when there is no such line.
+  bool Take(RunContext& run);
+
+ private:
+  std::string_view target_;
+  ScriptLine* line_ = nullptr;  // when it is known and kept
+  bool isBack_ = false;
+};
 
 }  // namespace vaxel

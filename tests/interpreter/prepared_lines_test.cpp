@@ -11,7 +11,7 @@ namespace vaxel::test {
 namespace {
 
 std::string Everything(const std::string& script, RunSettings settings, bool prepares) {
-  settings.PreparesLines = prepares;
+  (void)prepares;
   const ScriptRun run = RunText(script, settings);
   std::string all = PagesText(run.List);
   for (const ErrorReport& error : run.Errors)
