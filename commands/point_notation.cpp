@@ -18,24 +18,23 @@ ScriptFault BadPoint(const Parameters& parameters, std::size_t n) {
                                                             Shorten(parameters.Trimmed(n + 1), 40));
 }
 
-// None for an empty text.
-std::optional<double> ValueAt(const Parameters& parameters, std::size_t n) {
-  const std::optional<double> value = parameters.Number(n);
-  if (!value && !parameters.Trimmed(n).empty()) FailExpression(parameters.Trimmed(n));
-  return value;
+// What comes of a parameter that is read as a coordinate and gives no number.
+double NoCoordinate(const Parameters& parameters, std::size_t n) {
+  const std::string_view text = parameters.Trimmed(n);
+  if (!text.empty()) FailExpression(text);
+  throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
 }
 
 double RequiredValue(const Parameters& parameters, std::size_t n) {
-  const std::optional<double> value = ValueAt(parameters, n);
-  if (!value) throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
-  return *value;
+  const std::optional<double> value = parameters.Number(n);
+  return value ? *value : NoCoordinate(parameters, n);
 }
 
 double Coordinate(const Parameters& parameters, std::size_t n, double reference, EmptyCoordinate empty) {
-  const std::optional<double> value = ValueAt(parameters, n);
-  if (!value && empty == EmptyCoordinate::Reference) return reference;
-  if (!value) throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
-  return parameters.MarkOf(n) == Mark::Relative ? reference + *value : *value;
+  const std::optional<double> value = parameters.Number(n);
+  if (value) return parameters.MarkOf(n) == Mark::Relative ? reference + *value : *value;
+  const bool isReference = empty == EmptyCoordinate::Reference && parameters.Trimmed(n).empty();
+  return isReference ? reference : NoCoordinate(parameters, n);
 }
 
 Point Polar(Point reference, double directionDegrees, double length) {

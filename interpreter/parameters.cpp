@@ -55,9 +55,9 @@ void Parameters::Split(std::string_view text, const vaxel::Separators& separator
   };
   std::size_t found = 0;
   while (parameters_.size() < most && (found = next(parameters_.back().Start)) != std::string_view::npos) {
-    parameters_.push_back({found + separator.size()});
+    parameters_.emplace_back().Start = found + separator.size();
   }
-  parameters_.push_back({text.size() + separator.size()});
+  parameters_.emplace_back().Start = text.size() + separator.size();
 }
 
 void Parameters::Assign(std::string_view text, const vaxel::Separators& separators) {
@@ -104,7 +104,6 @@ void Parameters::AddReference(std::size_t n, const CommandRow& row, const Refere
     const Expression expression = program_.Add(part, separators_->First, &scope);
     if (expression.IsComplete) reference.Value = expression;
   }
-  parameters_[n - 1].Is = State::Reference;
   parameters_[n - 1].Reference = static_cast<std::uint32_t>(references_.size());
   references_.push_back(std::move(reference));
 }
@@ -117,6 +116,7 @@ bool Parameters::BindReferences(const RunContext& run) {
   joined_.clear();
   std::size_t length = text_.size();
   for (Reference& reference : references_) {
+    parameters_[reference.N - 1].IsRead = false;
     reference.IsWritten = false;
     reference.IsNumber = reference.Value && run.Level().Variables.HoldNumbers(reference.Value->Variables);
     if (reference.IsNumber) continue;
@@ -129,11 +129,6 @@ bool Parameters::BindReferences(const RunContext& run) {
   return true;
 }
 
-const Parameters::Reference* Parameters::ReferenceOf(std::size_t n) const {
-  const Parameter& parameter = parameters_[n - 1];
-  return parameter.Is == State::Reference ? &references_[parameter.Reference] : nullptr;
-}
-
 const std::string& Parameters::Written(const Reference& reference) const {
   if (!reference.IsWritten) {
     reference.Text = run_->Substitute(reference.Parts.Replaced);
@@ -143,17 +138,17 @@ const std::string& Parameters::Written(const Reference& reference) const {
   return reference.Text;
 }
 
-Parameters::Mark Parameters::MarkOf(std::size_t n) const {
+Parameters::Mark Parameters::FindMark(std::size_t n) const {
   if (n > Count()) return Mark::None;
-  if (parameters_[n - 1].Is == State::Number) return parameters_[n - 1].What;
-  const Reference* const reference = ReferenceOf(n);
-  return reference && reference->IsNumber ? reference->What : MarkAtEnd(Trimmed(n));
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  const bool isKnown = reference != NoReference && references_[reference].IsNumber;
+  return isKnown ? references_[reference].What : MarkAtEnd(Trimmed(n));
 }
 
 std::string_view Parameters::Text(std::size_t n) const {
   if (n > Count()) return {};
-  if (const Reference* const reference = ReferenceOf(n)) return Written(*reference);
-  const std::size_t start = parameters_[n - 1].Start;
+  const auto [start, isRead, mark, reference, value] = parameters_[n - 1];
+  if (reference != NoReference) return Written(references_[reference]);
   return text_.substr(start, parameters_[n].Start - separators_->First.size() - start);
 }
 
@@ -187,19 +182,24 @@ std::string_view Parameters::Joined() const {
   return joined_;
 }
 
-std::optional<double> Parameters::Number(std::size_t n) const {
+// Once in a run of the line, whatever becomes of the variables meanwhile.
+std::optional<double> Parameters::ReadNumber(std::size_t n) const {
   if (n > Count()) return std::nullopt;
   Parameter& parameter = parameters_[n - 1];
-  if (parameter.Is == State::Unread) {
+  const Reference* const reference =
+      parameter.Reference == NoReference ? nullptr : &references_[parameter.Reference];
+  if (reference && reference->IsNumber) {
+    parameter.Value = program_.Compute(*reference->Value, run_->Level().Variables);
+    parameter.What = reference->What;
+  } else {
     const std::string_view text = Trimmed(n);
     const std::optional<double> value = NumberOf(text, *separators_);
     if (!value) return std::nullopt;
-    parameter = {parameter.Start, *value, State::Number, MarkAtEnd(text)};
+    parameter.Value = *value;
+    parameter.What = MarkAtEnd(text);
   }
-  if (parameter.Is != State::Reference) return parameter.Value;
-  const Reference& reference = references_[parameter.Reference];
-  if (!reference.IsNumber) return NumberOf(Written(reference), *separators_);
-  return program_.Compute(*reference.Value, run_->Level().Variables);
+  parameter.IsRead = true;
+  return parameter.Value;
 }
 
 double Parameters::RequiredNumber(std::size_t n) const {

@@ -33,7 +33,9 @@ class Parameters {
   // What stands behind a number, or at the end of any other text: whether it is relative ("R"), a direction
   // ("°") or both, which nothing can be.
   enum class Mark : std::uint8_t { None, Relative, Degrees, Both };
-  Mark MarkOf(std::size_t n) const;
+  Mark MarkOf(std::size_t n) const {
+    return n <= Count() && parameters_[n - 1].IsRead ? parameters_[n - 1].What : FindMark(n);
+  }
 
   // 1 for an empty text.
   std::size_t Count() const { return parameters_.size() - 1; }
@@ -49,7 +51,9 @@ class Parameters {
 
   // The parameter's value; none when it is missing or empty. Only the part before the second separator
   // counts, and one unit mark ("°", "R") at its end is passed over. A fault for what is no expression.
-  std::optional<double> Number(std::size_t n) const;
+  std::optional<double> Number(std::size_t n) const {
+    return n <= Count() && parameters_[n - 1].IsRead ? parameters_[n - 1].Value : ReadNumber(n);
+  }
   double NumberOr(std::size_t n, double otherwise) const { return Number(n).value_or(otherwise); }
   // A fault for a missing parameter.
   double RequiredNumber(std::size_t n) const;
@@ -57,17 +61,13 @@ class Parameters {
   const vaxel::Separators& Separators() const { return *separators_; }
 
  private:
-  enum class State : std::uint8_t {
-    Unread,
-    Number,    // Value, What
-    Reference  // see references_
-  };
+  static constexpr std::uint32_t NoReference = 0xFFFFFFFF;
   struct Parameter {
     std::size_t Start = 0;
-    double Value = 0;
-    State Is = State::Unread;
+    bool IsRead = false;  // as a number, which Value and What are
     Mark What = Mark::None;
-    std::uint32_t Reference = 0;
+    std::uint32_t Reference = NoReference;  // in references_
+    double Value = 0;
   };
   // A parameter whose references are replaced.
   struct Reference {
@@ -86,7 +86,8 @@ class Parameters {
   void Split(std::string_view text, const vaxel::Separators& separators, std::size_t most);
   void AddReference(std::size_t n, const CommandRow& row, const ReferenceScope& scope);
   bool BindReferences(const RunContext& run);
-  const Reference* ReferenceOf(std::size_t n) const;
+  std::optional<double> ReadNumber(std::size_t n) const;
+  Mark FindMark(std::size_t n) const;
   const std::string& Written(const Reference& reference) const;
   std::string_view Joined() const;
 
