@@ -9,8 +9,8 @@
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
-#include "interpreter/compiled_line.h"
 #include "interpreter/comparison.h"
+#include "interpreter/compiled_line.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/text_encoding.h"
@@ -45,7 +45,11 @@ class CompiledConditional : public CompiledCommand {
   void Run(RunContext& run) override {
     HandleEvents(run);
     if (!isSplit_) Split(run);
-    if (!IsTrue(run)) return;
+    const VariableTable& variables = run.Level().Variables;
+    const bool isTrue = comparison_.IsReady(variables)
+                            ? comparison_.Holds(variables)
+                            : IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
+    if (!isTrue) return;
     if (jump_) {
       jump_->Take(run);
     } else if (behind_) {
@@ -66,12 +70,6 @@ class CompiledConditional : public CompiledCommand {
       jump_.emplace(conditional_.Rest);
     }
     if (!comparesTexts_) comparison_.Compile(conditional_.Condition, run);
-  }
-
-  bool IsTrue(const RunContext& run) const {
-    const VariableTable& variables = run.Level().Variables;
-    if (comparison_.IsReady(variables)) return comparison_.Holds(variables);
-    return vaxel::IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
   }
 
   std::string_view text_;

@@ -45,6 +45,9 @@ Point Polar(Point reference, double directionDegrees, double length) {
 }  // namespace
 
 Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, EmptyCoordinate empty) {
+  const auto* const x = parameters.Known(n);
+  const auto* const y = parameters.Known(n + 1);
+  if (x && y && x->What == Mark::None && y->What == Mark::None) return {x->Value, y->Value};
   const Mark first = parameters.MarkOf(n), second = parameters.MarkOf(n + 1);
   const bool isDirection = first == Mark::Degrees || first == Mark::Both;
   const bool isPolar = first == Mark::Degrees && second == Mark::None;

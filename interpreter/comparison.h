@@ -1,4 +1,5 @@
-// Conditions of IF and IFT: two sides and between them "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>" or "><".
+// Conditions of IF and IFT: two sides and between them "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>" or
+// "><".
 #pragma once
 
 #include <cstdint>

@@ -93,6 +93,7 @@ const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::st
 }  // namespace
 
 void CompiledLine::Compile(const RunContext& run, std::string_view line) {
+  isCompiled_ = true;
   row_ = nullptr;
   command_.reset();
   if (IsVariableLine(line)) {

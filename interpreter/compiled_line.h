@@ -16,6 +16,9 @@ class CompiledLine {
   // The line must live as long; it holds for the separators in force. A fault for an unknown command.
   void Compile(const RunContext& run, std::string_view line);
 
+  // Whether it is compiled and there is nothing to run: a label, a command that does not count here.
+  bool IsEmpty() const { return isCompiled_ && !command_ && !row_; }
+
   // As often as it is wanted, in the level for which it was compiled.
   void Run(RunContext& run) {
     if (command_) {
@@ -28,6 +31,7 @@ class CompiledLine {
  private:
   void RunHandler(RunContext& run);
 
+  bool isCompiled_ = false;
   const CommandRow* row_ = nullptr;  // null, as is command_: there is nothing to run
   std::string_view text_;            // of all parameters
   Parameters parameters_;

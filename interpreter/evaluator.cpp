@@ -21,7 +21,8 @@ Evaluation Evaluate(std::string_view text, std::string_view separator) {
     if (isNegative) result.Value = -result.Value;
     return result;
   }
-  std::array<std::byte, Program::TypicalSize * sizeof(Instruction)> buffer;  // NOLINT: what is not written is not read
+  std::array<std::byte, Program::TypicalSize * sizeof(Instruction)>
+      buffer;  // NOLINT: what is not written is not read
   std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
   Program program(memory);
   const Expression expression = program.Add(text, separator);

@@ -37,13 +37,18 @@ void ExpressionParser::Push(const Instruction& instruction) {
 }
 
 void ExpressionParser::Combine(Operator op) {
-  code_.push_back({0, Code::Combine, op});
   --depth_;
+  // An operand that was just pushed can be taken from where it is.
+  if (code_.back().IsOperand() && code_.back().Op == Operator::None) {
+    code_.back().Op = op;
+  } else {
+    code_.push_back({0, Code::Combine, op});
+  }
 }
 
 void ExpressionParser::Negate() {
-  // The last instruction gives the value: a number can be negated at once.
-  if (code_.back().What == Code::Number) {
+  // A number that was just pushed can be negated at once.
+  if (code_.back().What == Code::Number && code_.back().Op == Operator::None) {
     code_.back().Value = -code_.back().Value;
   } else {
     code_.push_back({0, Code::Negate});
@@ -61,7 +66,8 @@ bool ExpressionParser::Fail(FaultReason why) {
 }
 
 // Operands and operators up to what continues them no more. False when an operand is missing; the value left
-// is then that of what could be read. Pending operators bind tighter and tighter, so that five places suffice.
+// is then that of what could be read. Pending operators bind tighter and tighter, so that five places
+// suffice.
 bool ExpressionParser::Sequence() {
   const std::size_t base = depth_;
   if (!Operand()) {

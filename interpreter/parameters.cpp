@@ -1,6 +1,7 @@
 #include "interpreter/parameters.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -37,7 +38,9 @@ Parameters::Mark MarkAtEnd(std::string_view text) {
 
 // A number's text must not be cut by a separator.
 bool MayStandInNumbers(std::string_view separator) {
-  return separator.find_first_of("0123456789+-.Ee") != std::string_view::npos;
+  return std::any_of(separator.begin(), separator.end(), [](char c) {
+    return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'E' || c == 'e';
+  });
 }
 
 }  // namespace
@@ -115,11 +118,18 @@ bool Parameters::BindReferences(const RunContext& run) {
   run_ = &run;
   joined_.clear();
   std::size_t length = text_.size();
+  const VariableTable& variables = run.Level().Variables;
   for (Reference& reference : references_) {
     parameters_[reference.N - 1].IsRead = false;
     reference.IsWritten = false;
-    reference.IsNumber = reference.Value && run.Level().Variables.HoldNumbers(reference.Value->Variables);
-    if (reference.IsNumber) continue;
+    reference.IsNumber = reference.Value && variables.HoldNumbers(reference.Value->Variables);
+    if (reference.IsNumber) {
+      // A variable alone cannot fail, and nearly always its number is wanted.
+      if (reference.Value->Count == 1) {
+        Note(reference.N, {program_.Compute(*reference.Value, variables), reference.What});
+      }
+      continue;
+    }
     const std::string& text = Written(reference);
     length += text.size();
     const bool bringsParameters =
@@ -138,16 +148,18 @@ const std::string& Parameters::Written(const Reference& reference) const {
   return reference.Text;
 }
 
-Parameters::Mark Parameters::FindMark(std::size_t n) const {
+Parameters::Mark Parameters::MarkOf(std::size_t n) const {
   if (n > Count()) return Mark::None;
+  if (parameters_[n - 1].IsRead) return parameters_[n - 1].Number.What;
   const std::uint32_t reference = parameters_[n - 1].Reference;
-  const bool isKnown = reference != NoReference && references_[reference].IsNumber;
-  return isKnown ? references_[reference].What : MarkAtEnd(Trimmed(n));
+  const bool isNumber = reference != NoReference && references_[reference].IsNumber;
+  return isNumber ? references_[reference].What : MarkAtEnd(Trimmed(n));
 }
 
 std::string_view Parameters::Text(std::size_t n) const {
   if (n > Count()) return {};
-  const auto [start, isRead, mark, reference, value] = parameters_[n - 1];
+  const std::size_t start = parameters_[n - 1].Start;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
   if (reference != NoReference) return Written(references_[reference]);
   return text_.substr(start, parameters_[n].Start - separators_->First.size() - start);
 }
@@ -182,24 +194,37 @@ std::string_view Parameters::Joined() const {
   return joined_;
 }
 
+const Parameters::MarkedNumber* Parameters::Note(std::size_t n, MarkedNumber number) const {
+  parameters_[n - 1].Number = number;
+  parameters_[n - 1].IsRead = true;
+  return &parameters_[n - 1].Number;
+}
+
+// Most parameters of a straight script are such numbers, which are so read with one look at their texts.
+const Parameters::MarkedNumber* Parameters::ReadDigits(std::size_t n) const {
+  if (parameters_[n - 1].Reference != NoReference) return nullptr;
+  const std::string_view text = Trimmed(n);
+  const bool isNegative = text.starts_with('-');
+  const std::string_view digits = text.substr(isNegative ? 1 : 0);
+  if (digits.empty() || !IsDigit(digits.back()) || MayStandInNumbers(separators_->Second)) return nullptr;
+  double value = 0;
+  if (ReadUnsignedNumber(digits, value) != digits.size() || !std::isfinite(value)) return nullptr;
+  return Note(n, {isNegative ? -value : value, Mark::None});
+}
+
 // Once in a run of the line, whatever becomes of the variables meanwhile.
 std::optional<double> Parameters::ReadNumber(std::size_t n) const {
   if (n > Count()) return std::nullopt;
-  Parameter& parameter = parameters_[n - 1];
-  const Reference* const reference =
-      parameter.Reference == NoReference ? nullptr : &references_[parameter.Reference];
-  if (reference && reference->IsNumber) {
-    parameter.Value = program_.Compute(*reference->Value, run_->Level().Variables);
-    parameter.What = reference->What;
-  } else {
-    const std::string_view text = Trimmed(n);
-    const std::optional<double> value = NumberOf(text, *separators_);
-    if (!value) return std::nullopt;
-    parameter.Value = *value;
-    parameter.What = MarkAtEnd(text);
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  if (reference != NoReference && references_[reference].IsNumber) {
+    const double value = program_.Compute(*references_[reference].Value, run_->Level().Variables);
+    Note(n, {value, references_[reference].What});
+    return value;
   }
-  parameter.IsRead = true;
-  return parameter.Value;
+  const std::string_view text = Trimmed(n);
+  const std::optional<double> value = NumberOf(text, *separators_);
+  if (value) Note(n, {*value, MarkAtEnd(text)});
+  return value;
 }
 
 double Parameters::RequiredNumber(std::size_t n) const {

@@ -13,9 +13,9 @@
 
 namespace vaxel {
 
-// The parameters of one line, numbered from 1: split texts, and the values of those that were read as numbers.
-// A parameter that is missing reads as an empty text. The texts are views of the line's text and of the run's
-// separators; those of parameters with references hold until the line is run again.
+// The parameters of one line, numbered from 1: split texts, and the values of those that were read as
+// numbers. A parameter that is missing reads as an empty text. The texts are views of the line's text and of
+// the run's separators; those of parameters with references hold until the line is run again.
 class Parameters {
  public:
   // Splits a text that holds no references to replace; what was read before is gone.
@@ -33,8 +33,16 @@ class Parameters {
   // What stands behind a number, or at the end of any other text: whether it is relative ("R"), a direction
   // ("°") or both, which nothing can be.
   enum class Mark : std::uint8_t { None, Relative, Degrees, Both };
-  Mark MarkOf(std::size_t n) const {
-    return n <= Count() && parameters_[n - 1].IsRead ? parameters_[n - 1].What : FindMark(n);
+  Mark MarkOf(std::size_t n) const;
+
+  struct MarkedNumber {
+    double Value = 0;
+    Mark What = Mark::None;
+  };
+  // The parameter, where its number was read already or is nothing but its digits; else null. No fault.
+  const MarkedNumber* Known(std::size_t n) const {
+    if (n > Count()) return nullptr;
+    return parameters_[n - 1].IsRead ? &parameters_[n - 1].Number : ReadDigits(n);
   }
 
   // 1 for an empty text.
@@ -52,7 +60,8 @@ class Parameters {
   // The parameter's value; none when it is missing or empty. Only the part before the second separator
   // counts, and one unit mark ("°", "R") at its end is passed over. A fault for what is no expression.
   std::optional<double> Number(std::size_t n) const {
-    return n <= Count() && parameters_[n - 1].IsRead ? parameters_[n - 1].Value : ReadNumber(n);
+    const MarkedNumber* const known = Known(n);
+    return known ? known->Value : ReadNumber(n);
   }
   double NumberOr(std::size_t n, double otherwise) const { return Number(n).value_or(otherwise); }
   // A fault for a missing parameter.
@@ -64,10 +73,9 @@ class Parameters {
   static constexpr std::uint32_t NoReference = 0xFFFFFFFF;
   struct Parameter {
     std::size_t Start = 0;
-    bool IsRead = false;  // as a number, which Value and What are
-    Mark What = Mark::None;
     std::uint32_t Reference = NoReference;  // in references_
-    double Value = 0;
+    bool IsRead = false;                    // as a number
+    MarkedNumber Number;
   };
   // A parameter whose references are replaced.
   struct Reference {
@@ -87,7 +95,8 @@ class Parameters {
   void AddReference(std::size_t n, const CommandRow& row, const ReferenceScope& scope);
   bool BindReferences(const RunContext& run);
   std::optional<double> ReadNumber(std::size_t n) const;
-  Mark FindMark(std::size_t n) const;
+  const MarkedNumber* ReadDigits(std::size_t n) const;
+  const MarkedNumber* Note(std::size_t n, MarkedNumber number) const;
   const std::string& Written(const Reference& reference) const;
   std::string_view Joined() const;
 

@@ -1,5 +1,6 @@
 #include "interpreter/program.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 #include <string>
@@ -16,50 +17,60 @@ using Code = Instruction::Code;
   throw ScriptFault(why, why == FaultReason::Nesting ? std::to_string(MaxParentheses) : std::string());
 }
 
-// The stack must have room for all values; below is the place before its first one.
-double RunCode(std::span<const Instruction> code, double* top, const VariableTable* variables) {
+// The stack must have room for one value more than there are at a time: the last one is kept apart.
+double RunCode(std::span<const Instruction> code, double* stack, const VariableTable* variables) {
+  double last = 0;
   for (const Instruction& instruction : code) {
     switch (instruction.What) {
       case Code::Number:
-        *++top = instruction.Value;
+      case Code::Variable: {
+        const double operand = Program::Operand(instruction, variables);
+        if (instruction.Op == Operator::None) {
+          *stack++ = last;
+          last = operand;
+        } else {
+          last = Apply(instruction.Op, last, operand);
+        }
         break;
-      case Code::Variable:
-        *++top = variables->NumberAt(instruction.Detail);
+      }
+      case Code::Combine:
+        last = Apply(instruction.Op, *--stack, last);
         break;
       case Code::Negate:
-        *top = -*top;
-        break;
-      case Code::Combine:
-        --top;
-        *top = Apply(instruction.Op, top[0], top[1]);
+        last = -last;
         break;
       case Code::Call:
-        *top = CallFunction(instruction.Detail, *top);
+        last = CallFunction(instruction.Detail, last);
         break;
       case Code::Round:
-        *top = RoundToDecimals(*top, instruction.Detail);
+        last = RoundToDecimals(last, instruction.Detail);
         break;
       case Code::Drop:
-        --top;
+        last = *--stack;
         break;
       case Code::Fail:
         Fail(instruction.Why);
     }
   }
-  return *top;
+  return last;
+}
+
+bool IsChain(std::span<const Instruction> code) {
+  return code[0].IsOperand() && std::all_of(code.begin() + 1, code.end(), [](const Instruction& other) {
+           return other.IsOperand() && other.Op != Operator::None;
+         });
 }
 
 }  // namespace
 
 Expression Program::Add(std::string_view text, std::string_view separator, const ReferenceScope* scope) {
+  constexpr std::size_t fewInstructions = 4;
+  if (code_.capacity() == 0) code_.reserve(fewInstructions);
   Expression expression;
   expression.First = static_cast<std::uint32_t>(code_.size());
   ExpressionParser(code_, text, separator, scope).Read(expression);
   expression.Count = static_cast<std::uint32_t>(code_.size()) - expression.First;
-  const Instruction* const code = code_.data() + expression.First;
-  // Only two operands and one operation have this length and end so.
-  expression.IsPair =
-      expression.Count == 3 && code[2].What == Code::Combine && code[1].What <= Code::Variable;
+  expression.IsChain = IsChain({code_.data() + expression.First, expression.Count});
   return expression;
 }
 

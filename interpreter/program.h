@@ -16,19 +16,22 @@ namespace vaxel {
 // One step, on a stack of values.
 struct Instruction {
   enum class Code : std::uint8_t {
-    Number,    // pushes Value
-    Variable,  // pushes the number that the variable in the slot Detail holds
+    Number,    // Value
+    Variable,  // the number that the variable in the slot Detail holds
+    Combine,   // the two last values by Op
     Negate,
-    Combine,  // the two last values by Op
-    Call,     // the function Detail
-    Round,    // to so many decimals as Detail says
-    Drop,     // forgets the last value: what it was computed for is no expression
-    Fail      // the fault Why, which stands in the text at this place
+    Call,   // the function Detail
+    Round,  // to so many decimals as Detail says
+    Drop,   // forgets the last value: what it was computed for is no expression
+    Fail    // the fault Why, which stands in the text at this place
   };
+
+  bool IsOperand() const { return What == Code::Number || What == Code::Variable; }
 
   double Value = 0;
   Code What = Code::Number;
-  Operator Op = Operator::None;
+  Operator Op =
+      Operator::None;  // of an operand: by which the last value is combined with it; None: it is pushed
   std::uint8_t Detail = 0;
   FaultReason Why = FaultReason::None;
 };
@@ -38,7 +41,7 @@ struct Expression {
   std::uint32_t First = 0, Count = 0;  // its instructions
   VariableTable::Slots Variables = 0;  // each must hold a number when it is computed
   std::uint16_t StackSize = 0;
-  bool IsPair = false;  // two operands and what combines them
+  bool IsChain = false;  // an operand, and others with which it is combined
   // Whether the whole text was an expression. If not, this is its beginning, 0 when it begins with no number.
   bool IsComplete = true;
 };
@@ -65,22 +68,26 @@ class Program {
 
   // A fault for what has no result.
   double Compute(const Expression& expression, const VariableTable& variables) const {
-    // One operand, or an operation on two, is what most lines of a loop have.
-    const Instruction* const code = code_.data() + expression.First;
-    if (expression.Count == 1) return Operand(code[0], variables);
-    if (!expression.IsPair) return ComputeAll(expression, &variables);
-    return Apply(code[2].Op, Operand(code[0], variables), Operand(code[1], variables));
+    if (!expression.IsChain) return ComputeAll(expression, &variables);
+    // Most lines of a loop have no other expressions.
+    const Instruction* code = code_.data() + expression.First;
+    const Instruction* const end = code + expression.Count;
+    double value = Operand(*code, &variables);
+    while (++code != end) value = Apply(code->Op, value, Operand(*code, &variables));
+    return value;
   }
   // Of an expression that was added without a scope.
   double Compute(const Expression& expression) const { return ComputeAll(expression, nullptr); }
 
   void Clear() { code_.clear(); }
 
- private:
-  static double Operand(const Instruction& instruction, const VariableTable& variables) {
-    return instruction.What == Instruction::Code::Variable ? variables.NumberAt(instruction.Detail)
+  // The value of an operand.
+  static double Operand(const Instruction& instruction, const VariableTable* variables) {
+    return instruction.What == Instruction::Code::Variable ? variables->NumberAt(instruction.Detail)
                                                            : instruction.Value;
   }
+
+ private:
   double ComputeAll(const Expression& expression, const VariableTable* variables) const;
 
   std::pmr::vector<Instruction> code_;

@@ -140,24 +140,13 @@ std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) 
 
 }  // namespace
 
-void HandleEvents(RunContext& run) {
-  run.LinesWithoutEvents = 0;
-  switch (run.Host.ProcessPendingEvents()) {
-    case RunSignal::Abort:
-      throw RunEnded{RunEnd::Aborted};
-    case RunSignal::TimeUp:
-      throw ScriptFault(FaultReason::TimeUp);
-    case RunSignal::GoOn:
-      break;
-  }
+void EndBy(RunSignal signal) {
+  if (signal == RunSignal::TimeUp) throw ScriptFault(FaultReason::TimeUp);
+  throw RunEnded{RunEnd::Aborted};
 }
 
-bool Jump::Take(RunContext& run) {
+bool Jump::Find(RunContext& run) {
   ScriptLevel& level = run.Level();
-  if (line_) {
-    level.Lines.GoTo(line_);
-    return isBack_;
-  }
   const std::optional<Label> place = PlaceOf(level, target_);
   if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
   isBack_ = place->LineNumber <= level.Line.Number;

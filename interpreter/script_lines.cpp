@@ -5,8 +5,8 @@
 namespace vaxel {
 namespace {
 
-// A loop over more lines than these, or longer ones, compiles the others again and again: memory is bounded. A
-// line as it is kept takes up to some sixty times its text.
+// A loop over more lines than these, or longer ones, compiles the others again and again: memory is bounded.
+// A line as it is kept takes up to some sixty times its text.
 constexpr std::size_t MostLines = 200'000;
 constexpr std::size_t MostText = 8'000'000;
 

@@ -28,15 +28,15 @@ struct ScriptLine : ReadLine {
   std::string Joined;          // the text of a line that is kept and no part of the script's
 };
 
-// The lines of one script level in the order in which they are run. From the first jump back on lines can come
-// again: they are then kept as they are compiled, by the places where they begin.
+// The lines of one script level in the order in which they are run. From the first jump back on lines can
+// come again: they are then kept as they are compiled, by the places where they begin.
 class ScriptLines {
  public:
   // Begins before the first line. The text's lines end in LF; it must live as long.
   void Begin(std::string_view text);
 
-  // The line to be run now, null at the end of the text. It lives until the next one is wanted, a line that is
-  // kept until Begin.
+  // The line to be run now, null at the end of the text. It lives until the next one is wanted, a line that
+  // is kept until Begin.
   ScriptLine* Next() {
     ScriptLine* const line = next_ ? next_ : Read();
     current_ = line;

@@ -19,6 +19,25 @@ constexpr std::size_t MaxDepth = 100;
 constexpr std::size_t MaxReferences = 1'000'000;
 constexpr std::size_t ReportedLength = 60;
 
+// Whether the character ends a name.
+bool IsSign(char c) {
+  switch (c) {
+    case ' ':
+    case '=':
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case '^':
+    case ')':
+    case '<':
+    case '>':
+      return true;
+    default:
+      return false;
+  }
+}
+
 class Substitution {
  public:
   Substitution(const VariableTable& variables, const SystemVariables& system, const Separators& separators)
@@ -149,18 +168,18 @@ const std::string& VariableTable::VarValues(std::size_t slot) const {
 // One scan up to the first thing that may end a name: a line may hold a great many references. Which of the
 // marks there does end it, where one overlaps another, is told by the few characters behind it.
 std::string_view ReferenceName(std::string_view text, const Separators& separators) {
-  constexpr std::string_view signs = " =+-*/^)<>";
   const std::array<std::string_view, 3> marks = {"°", separators.First, separators.Second};
   const auto mayEndAt = [&](std::size_t i) {
-    const std::string_view rest = text.substr(i);
-    return signs.find(rest.front()) != std::string_view::npos ||
-           std::any_of(marks.begin(), marks.end(),
-                       [rest](std::string_view mark) { return rest.starts_with(mark); });
+    return IsSign(text[i]) || std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) {
+             return text[i] == mark.front() && text.substr(i).starts_with(mark);
+           });
   };
   std::size_t end = 1;
   while (end < text.size() && !mayEndAt(end)) ++end;
+  if (end == text.size()) return text;
   text = text.substr(0, end + 2 * std::max({marks[0].size(), marks[1].size(), marks[2].size()}));
-  text = text.substr(0, text.find_first_of(signs, 1));
+  text = text.substr(
+      0, static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), IsSign) - text.begin()));
   for (std::string_view mark : marks) text = text.substr(0, text.find(mark, 1));
   return text;
 }
