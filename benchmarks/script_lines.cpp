@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/files.h"
 #include "commands/command_table.h"
-#include "files/files.h"
 #include "interpreter/run.h"
 
 namespace vaxel {

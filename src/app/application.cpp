@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "files/files.h"
+#include "base/files.h"
 #include "interpreter/colour_value.h"
 
 namespace vaxel {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/configuration.h"
-#include "geometry/point.h"
-#include "interpreter/text_encoding.h"
+#include "base/point.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 

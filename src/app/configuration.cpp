@@ -9,11 +9,11 @@
 #include <system_error>
 #include <utility>
 
-#include "files/files.h"
-#include "files/output_file.h"
-#include "interpreter/text_encoding.h"
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text.h"
+#include "base/text_encoding.h"
 #include "resources/string_table.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "files/files.h"
-#include "files/output_file.h"
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text.h"
 #include "render/svg_renderer.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

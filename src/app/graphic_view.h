@@ -1,7 +1,7 @@
 // How the window shows the drawing: enlarged and moved without running the script again.
 #pragma once
 
-#include "geometry/point.h"
+#include "base/point.h"
 
 namespace vaxel {
 

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
+#include "base/byte_sink.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
-#include "files/byte_sink.h"
 
 namespace vaxel {
 

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "app/script_file.h"
-#include "files/files.h"
-#include "files/output_file.h"
+#include "base/files.h"
+#include "base/output_file.h"
 
 namespace vaxel {
 namespace {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "interpreter/text_encoding.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 

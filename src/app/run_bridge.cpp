@@ -5,8 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "files/files.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

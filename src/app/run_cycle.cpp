@@ -7,11 +7,11 @@
 
 #include "app/run_bridge.h"
 #include "app/script_file.h"
+#include "base/number_text.h"
+#include "base/text.h"
 #include "commands/command_table.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

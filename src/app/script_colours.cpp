@@ -2,12 +2,12 @@
 
 #include <string>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "commands/command_table.h"
 #include "interpreter/comparison.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
-#include "text/utf8.h"
 
 namespace vaxel {
 namespace {

@@ -3,9 +3,9 @@
 #include <functional>
 #include <utility>
 
-#include "files/files.h"
-#include "files/output_file.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

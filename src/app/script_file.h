@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "interpreter/text_encoding.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "app/script_file.h"
-#include "files/files.h"
-#include "files/output_file.h"
-#include "text/number_text.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/number_text.h"
+#include "base/output_file.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "geometry/point.h"
+#include "base/point.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "files/files.h"
+#include "base/files.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cstring>
 #include <system_error>
 
-#include "text/text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/number_text.h"
+#include "base/number_text.h"
 
 #include <array>
 #include <bit>

@@ -1,9 +1,9 @@
-#include "files/output_file.h"
+#include "base/output_file.h"
 
 #include <random>
 #include <system_error>
 
-#include "files/files.h"
+#include "base/files.h"
 
 #ifdef _WIN32
 #include <io.h>

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "files/byte_sink.h"
+#include "base/byte_sink.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "interpreter/text_encoding.h"
+#include "base/text_encoding.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cstring>
 #include <utility>
 
-#include "text/utf8.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

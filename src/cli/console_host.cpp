@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "files/files.h"
-#include "text/text.h"
+#include "base/files.h"
+#include "base/text.h"
 
 #ifdef _WIN32
 #include <io.h>

@@ -7,10 +7,10 @@
 #include <iostream>
 #include <string_view>
 
+#include "base/text.h"
 #include "interpreter/system_variables.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

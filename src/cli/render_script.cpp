@@ -8,20 +8,20 @@
 #include <string_view>
 #include <utility>
 
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text_encoding.h"
+#include "base/utf8.h"
 #include "cli/console_host.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
-#include "files/files.h"
-#include "files/output_file.h"
 #include "interpreter/run.h"
-#include "interpreter/text_encoding.h"
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
 #include "render/system_decoder.h"
 #include "render/system_measurer.h"
 #include "resources/string_table.h"
-#include "text/utf8.h"
 
 namespace vaxel {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "base/text.h"
 #include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 

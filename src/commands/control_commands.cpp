@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/text.h"
+#include "base/text_encoding.h"
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
@@ -13,8 +15,6 @@
 #include "interpreter/compiled_line.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text_encoding.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -6,14 +6,14 @@
 #include <string_view>
 #include <vector>
 
+#include "base/rounding.h"
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "drawing/shapes.h"
-#include "geometry/rounding.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

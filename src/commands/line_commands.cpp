@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/colour_value.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/rounding.h"
 #include "commands/handlers.h"
 #include "commands/text_notation.h"
 #include "drawing/shapes.h"
-#include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

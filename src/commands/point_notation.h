@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "geometry/point.h"
+#include "base/point.h"
 #include "interpreter/parameters.h"
 #include "interpreter/run_context.h"
 

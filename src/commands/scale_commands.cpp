@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/rounding.h"
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
 #include "commands/scale_notation.h"
-#include "geometry/rounding.h"
 #include "interpreter/script_fault.h"
 #include "scale/graduation.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "drawing/shapes.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

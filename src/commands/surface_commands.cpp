@@ -1,10 +1,10 @@
 #include <string>
 
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

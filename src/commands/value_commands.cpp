@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/scale_notation.h"
 #include "commands/text_notation.h"
 #include "interpreter/script_fault.h"
 #include "scale/value_text.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

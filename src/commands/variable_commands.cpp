@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "interpreter/program.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

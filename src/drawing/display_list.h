@@ -16,12 +16,12 @@
 #include <variant>
 #include <vector>
 
+#include "base/contour.h"
+#include "base/point.h"
 #include "drawing/chunked_vector.h"
 #include "drawing/colour.h"
 #include "drawing/font_face.h"
 #include "drawing/picture.h"
-#include "geometry/contour.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

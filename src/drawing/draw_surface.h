@@ -14,14 +14,14 @@
 #include <string_view>
 #include <vector>
 
+#include "base/contour.h"
+#include "base/point.h"
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
 #include "drawing/picture.h"
 #include "drawing/standard_faces.h"
 #include "drawing/text_layout.h"
-#include "geometry/contour.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

@@ -3,8 +3,8 @@
 
 #include <optional>
 
+#include "base/point.h"
 #include "drawing/colour.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <vector>
 
+#include "base/contour.h"
+#include "base/point.h"
 #include "drawing/colour.h"
-#include "geometry/contour.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <iterator>
 
-#include "text/text.h"
-#include "text/utf8.h"
+#include "base/text.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

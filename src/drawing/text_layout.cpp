@@ -7,7 +7,7 @@
 #include <numeric>
 #include <utility>
 
-#include "text/utf8.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/point.h"
 #include "drawing/standard_faces.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

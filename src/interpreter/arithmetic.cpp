@@ -5,9 +5,9 @@
 #include <cmath>
 #include <limits>
 
-#include "geometry/point.h"
+#include "base/point.h"
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

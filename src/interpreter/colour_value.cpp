@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "geometry/rounding.h"
+#include "base/rounding.h"
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 
+#include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -4,11 +4,11 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/replacement.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "interpreter/text_encoding.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <memory_resource>
 
+#include "base/text.h"
 #include "interpreter/program.h"
-#include "text/text.h"
 
 namespace vaxel {
 

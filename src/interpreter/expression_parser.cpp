@@ -4,9 +4,9 @@
 #include <array>
 #include <cmath>
 
+#include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/system_variables.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,7 +1,7 @@
 #include "interpreter/label_table.h"
 
+#include "base/text.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

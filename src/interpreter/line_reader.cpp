@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

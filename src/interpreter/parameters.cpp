@@ -5,10 +5,10 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
-#include "text/text.h"
 
 namespace vaxel {
 

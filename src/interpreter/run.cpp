@@ -6,9 +6,9 @@
 #include <optional>
 #include <utility>
 
+#include "base/text.h"
+#include "base/text_encoding.h"
 #include "interpreter/script_fault.h"
-#include "interpreter/text_encoding.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,9 +1,9 @@
 #include "interpreter/run_context.h"
 
+#include "base/text.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
-#include "text/text.h"
 
 namespace vaxel {
 

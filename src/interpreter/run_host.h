@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/files.h"
+#include "base/files.h"
 
 namespace vaxel {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstddef>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "interpreter/run_context.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -6,10 +6,10 @@
 #include <cmath>
 #include <vector>
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
-#include "text/number_text.h"
-#include "text/text.h"
 
 namespace vaxel {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/number_text.h"
+#include "base/number_text.h"
 
 namespace vaxel {
 

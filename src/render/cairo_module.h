@@ -11,10 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/byte_sink.h"
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
 #include "drawing/picture.h"
-#include "files/byte_sink.h"
 
 struct _cairo;
 

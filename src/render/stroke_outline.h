@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "base/point.h"
 #include "drawing/display_list.h"
-#include "geometry/point.h"
 
 namespace vaxel {
 

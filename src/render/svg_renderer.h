@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "files/byte_sink.h"
+#include "base/byte_sink.h"
 #include "render/renderer.h"
 
 namespace vaxel {

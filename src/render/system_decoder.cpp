@@ -1,7 +1,7 @@
 #include "render/system_decoder.h"
 
 #ifdef _WIN32
-#include "render/gdi_pictures.h"
+#include "render/gdi/pictures.h"
 #else
 #include "render/cairo_module.h"
 #endif

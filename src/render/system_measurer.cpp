@@ -3,7 +3,7 @@
 #include "drawing/standard_faces.h"
 
 #ifdef _WIN32
-#include "render/gdi_text.h"
+#include "render/gdi/text.h"
 #else
 #include "render/cairo_module.h"
 #endif

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "text/text.h"
-#include "text/utf8.h"
+#include "base/text.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 #include <cmath>
 
-#include "geometry/rounding.h"
-#include "text/number_text.h"
+#include "base/number_text.h"
+#include "base/rounding.h"
 
 namespace vaxel {
 

@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "geometry/point.h"
+#include "base/point.h"
 
 namespace vaxel {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "geometry/contour.h"
+#include "base/contour.h"
 #include "scale/scale_support.h"
 
 namespace vaxel {

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "text/number_text.h"
-#include "text/text.h"
+#include "base/number_text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/win32/dialog_forms.h"
+#include "win32/dialog_forms.h"
 
 #include <commctrl.h>
 
@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/win32/dialog_ids.h"
-#include "app/win32/wide_text.h"
+#include "win32/dialog_ids.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

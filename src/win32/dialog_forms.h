@@ -6,8 +6,8 @@
 #include <string>
 
 #include "app/dialogs.h"
-#include "app/win32/dialogs_win32.h"
-#include "app/win32/modal_dialog.h"
+#include "win32/dialogs.h"
+#include "win32/modal_dialog.h"
 
 namespace vaxel {
 

@@ -1,11 +1,11 @@
-#include "app/win32/dialog_layout.h"
+#include "win32/dialog_layout.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <utility>
 
-#include "app/win32/wide_text.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

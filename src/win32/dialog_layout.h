@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "render/gdi_handles.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "app/win32/dialogs_win32.h"
+#include "win32/dialogs.h"
 
 #include <commdlg.h>
 
@@ -7,10 +7,10 @@
 #include <string_view>
 #include <utility>
 
-#include "app/win32/dialog_forms.h"
-#include "app/win32/dialog_layout.h"
-#include "app/win32/file_dialogs.h"
-#include "app/win32/wide_text.h"
+#include "win32/dialog_forms.h"
+#include "win32/dialog_layout.h"
+#include "win32/file_dialogs.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

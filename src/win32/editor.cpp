@@ -1,4 +1,4 @@
-#include "app/win32/editor_win32.h"
+#include "win32/editor.h"
 
 #include <windows.h>
 // Needs what windows.h declares.
@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "app/script_colours.h"
-#include "app/win32/control_ids.h"
-#include "app/win32/rich_format.h"
-#include "render/gdi_strings.h"
+#include "win32/control_ids.h"
+#include "win32/rich_format.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -13,9 +13,9 @@
 
 #include "app/application.h"
 #include "app/script_editor.h"
-#include "app/win32/win32_handles.h"
-#include "app/win32/window_class.h"
-#include "render/gdi_handles.h"
+#include "win32/window_class.h"
+#include "winbase/gdi_handles.h"
+#include "winbase/handles.h"
 
 namespace vaxel {
 

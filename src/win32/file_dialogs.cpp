@@ -1,4 +1,4 @@
-#include "app/win32/file_dialogs.h"
+#include "win32/file_dialogs.h"
 
 #include <cderr.h>
 #include <commdlg.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/win32/wide_text.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

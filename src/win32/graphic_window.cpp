@@ -1,4 +1,4 @@
-#include "app/win32/graphic_window.h"
+#include "win32/graphic_window.h"
 
 #include <windowsx.h>
 
@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/win32/control_ids.h"
+#include "win32/control_ids.h"
 
 namespace vaxel {
 namespace {

@@ -9,10 +9,10 @@
 #include "app/application.h"
 #include "app/graphic_view.h"
 #include "app/main_window.h"
-#include "app/win32/window_class.h"
 #include "drawing/display_list.h"
-#include "render/gdi_bitmap.h"
-#include "render/gdi_view.h"
+#include "render/gdi/bitmap.h"
+#include "render/gdi/view.h"
+#include "win32/window_class.h"
 
 namespace vaxel {
 

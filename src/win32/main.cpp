@@ -8,11 +8,11 @@
 #include <string>
 
 #include "app/application.h"
-#include "app/win32/dialogs_win32.h"
-#include "app/win32/main_window_win32.h"
-#include "app/win32/platform_win32.h"
-#include "app/win32/printers_win32.h"
-#include "render/gdi_strings.h"
+#include "win32/dialogs.h"
+#include "win32/main_window.h"
+#include "win32/platform.h"
+#include "win32/printers.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

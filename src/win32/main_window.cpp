@@ -1,4 +1,4 @@
-#include "app/win32/main_window_win32.h"
+#include "win32/main_window.h"
 
 #include <shellapi.h>
 #include <windowsx.h>
@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/win32/control_ids.h"
-#include "app/win32/pixels.h"
-#include "render/gdi_strings.h"
+#include "win32/control_ids.h"
+#include "win32/pixels.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

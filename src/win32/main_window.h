@@ -11,11 +11,11 @@
 
 #include "app/application.h"
 #include "app/main_window.h"
-#include "app/win32/editor_win32.h"
-#include "app/win32/graphic_window.h"
-#include "app/win32/menu_bar.h"
-#include "app/win32/status_bar.h"
-#include "app/win32/win32_handles.h"
+#include "win32/editor.h"
+#include "win32/graphic_window.h"
+#include "win32/menu_bar.h"
+#include "win32/status_bar.h"
+#include "winbase/handles.h"
 
 namespace vaxel {
 

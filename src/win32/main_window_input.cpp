@@ -1,7 +1,7 @@
 // The part of the main window that has to do with keys, the pointer and the events of a run.
 #include <windows.h>
 
-#include "app/win32/main_window_win32.h"
+#include "win32/main_window.h"
 
 namespace vaxel {
 namespace {

@@ -1,9 +1,9 @@
-#include "app/win32/menu_bar.h"
+#include "win32/menu_bar.h"
 
 #include <algorithm>
 
-#include "app/win32/control_ids.h"
-#include "render/gdi_strings.h"
+#include "win32/control_ids.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

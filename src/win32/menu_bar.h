@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "app/menu_table.h"
-#include "app/win32/win32_handles.h"
+#include "winbase/handles.h"
 
 namespace vaxel {
 

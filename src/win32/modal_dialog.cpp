@@ -1,4 +1,4 @@
-#include "app/win32/modal_dialog.h"
+#include "win32/modal_dialog.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "app/win32/dialog_layout.h"
+#include "win32/dialog_layout.h"
 
 namespace vaxel {
 

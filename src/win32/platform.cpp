@@ -1,4 +1,4 @@
-#include "app/win32/platform_win32.h"
+#include "win32/platform.h"
 
 #include <windows.h>
 // Need what windows.h declares.
@@ -12,10 +12,10 @@
 #include <utility>
 
 #include "app/script_file.h"
-#include "app/win32/win32_handles.h"
-#include "files/files.h"
-#include "render/gdi_export.h"
-#include "render/gdi_strings.h"
+#include "base/files.h"
+#include "render/gdi/export.h"
+#include "winbase/handles.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -1,8 +1,8 @@
-#include "app/win32/printers_win32.h"
+#include "win32/printers.h"
 
 #include <utility>
 
-#include "render/gdi_printer.h"
+#include "render/gdi/printer.h"
 
 namespace vaxel {
 

@@ -1,8 +1,8 @@
-#include "app/win32/rich_format.h"
+#include "win32/rich_format.h"
 
 #include <cmath>
 
-#include "render/gdi_handles.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

@@ -1,12 +1,12 @@
-#include "app/win32/status_bar.h"
+#include "win32/status_bar.h"
 
 #include <windows.h>
 // Needs what windows.h declares.
 #include <commctrl.h>
 
-#include "app/win32/control_ids.h"
-#include "app/win32/pixels.h"
-#include "render/gdi_strings.h"
+#include "win32/control_ids.h"
+#include "win32/pixels.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "app/main_window.h"
-#include "render/gdi_handles.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

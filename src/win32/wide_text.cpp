@@ -1,6 +1,6 @@
-#include "app/win32/wide_text.h"
+#include "win32/wide_text.h"
 
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-// Handles of windows and of the system that end with their owner; those of GDI are in render/gdi_handles.h.
+// Handles of windows and of the system that end with their owner; those of GDI are in winbase/gdi_handles.h.
 #pragma once
 
 #include <windows.h>

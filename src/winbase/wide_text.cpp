@@ -1,4 +1,4 @@
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 #include <windows.h>
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "files/files.h"
+#include "base/files.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel::test {

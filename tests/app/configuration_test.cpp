@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "files/files.h"
+#include "base/files.h"
 #include "tests/support/test_folder.h"
 
 namespace vaxel {

@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "files/files.h"
+#include "base/files.h"
 
 namespace vaxel::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/script_colours.h"
-#include "files/files.h"
+#include "base/files.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel::test {

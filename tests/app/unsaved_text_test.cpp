@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "files/files.h"
+#include "base/files.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel::test {

@@ -1,11 +1,11 @@
-#include "text/text.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "interpreter/text_encoding.h"
-#include "text/number_text.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
 
 namespace vaxel {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "text/text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -20,8 +20,8 @@
 #include <sstream>
 #include <string>
 
+#include "base/text.h"
 #include "tests/support/script_run.h"
-#include "text/text.h"
 
 namespace vaxel::test {
 namespace {

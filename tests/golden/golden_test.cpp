@@ -47,7 +47,7 @@ TEST(Golden, TemplatesOfNewScriptsDrawTheSame) {
   std::string first;
   for (const char* code : {"fr", "en", "es"}) {
     const fs::path name =
-        fs::path(VAXEL_SOURCE_DIR) / "resources/templates" / ("Vaxel_" + std::string(code) + ".DaN");
+        fs::path(VAXEL_SOURCE_DIR) / "src/resources/templates" / ("Vaxel_" + std::string(code) + ".DaN");
     for (RunSettings settings : {RunSettings(), ForPrinter()}) {
       const ScriptRun run = RunText(Contents(name), settings);
       EXPECT_EQ(run.End, RunEnd::Completed) << name << ": " << run.Reason();

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "text/utf8.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

@@ -7,7 +7,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "files/files.h"
+#include "base/files.h"
 
 namespace vaxel::test {
 

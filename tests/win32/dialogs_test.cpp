@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/win32/dialog_ids.h"
-#include "app/win32/dialogs_win32.h"
-#include "app/win32/wide_text.h"
 #include "tests/win32/dialog_driver.h"
+#include "win32/dialog_ids.h"
+#include "win32/dialogs.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -8,11 +8,11 @@
 #include <filesystem>
 #include <string>
 
-#include "files/files.h"
-#include "files/output_file.h"
-#include "interpreter/text_encoding.h"
-#include "render/gdi_export.h"
-#include "render/gdi_view.h"
+#include "base/files.h"
+#include "base/output_file.h"
+#include "base/text_encoding.h"
+#include "render/gdi/export.h"
+#include "render/gdi/view.h"
 #include "render/system_decoder.h"
 #include "render/system_measurer.h"
 #include "tests/support/script_run.h"

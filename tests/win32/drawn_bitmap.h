@@ -6,7 +6,7 @@
 #include <string>
 
 #include "drawing/display_list.h"
-#include "render/gdi_renderer.h"
+#include "render/gdi/renderer.h"
 
 namespace vaxel::test {
 

@@ -1,4 +1,4 @@
-#include "app/win32/file_dialogs.h"
+#include "win32/file_dialogs.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/win32/dialogs_win32.h"
-#include "app/win32/wide_text.h"
 #include "tests/win32/dialog_driver.h"
+#include "win32/dialogs.h"
+#include "win32/wide_text.h"
 
 namespace vaxel {
 namespace {

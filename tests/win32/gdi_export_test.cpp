@@ -1,10 +1,10 @@
-#include "render/gdi_export.h"
+#include "render/gdi/export.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "render/gdi_pictures.h"
+#include "render/gdi/pictures.h"
 #include "tests/win32/drawn_bitmap.h"
 
 namespace vaxel {

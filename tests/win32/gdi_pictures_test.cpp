@@ -1,5 +1,5 @@
 // The pictures that the other platform's outputs are measured with, through the imaging component of Windows.
-#include "render/gdi_pictures.h"
+#include "render/gdi/pictures.h"
 
 #include <gtest/gtest.h>
 

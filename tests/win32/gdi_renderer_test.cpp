@@ -1,5 +1,5 @@
 // What GDI draws, measured in bitmaps of 10 pixels a millimetre.
-#include "render/gdi_renderer.h"
+#include "render/gdi/renderer.h"
 
 #include <gtest/gtest.h>
 

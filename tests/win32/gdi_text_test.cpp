@@ -1,5 +1,5 @@
 // Fonts through the calls of Windows; the font measured is the one that the tests install.
-#include "render/gdi_text.h"
+#include "render/gdi/text.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,4 +1,4 @@
-#include "drawing/log_font.h"
+#include "render/gdi/log_font.h"
 
 #include <gtest/gtest.h>
 

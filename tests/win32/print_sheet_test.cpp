@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "render/gdi_printer.h"
+#include "render/gdi/printer.h"
 
 namespace vaxel {
 namespace {

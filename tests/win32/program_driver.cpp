@@ -13,7 +13,7 @@
 #include <string>
 #include <thread>
 
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

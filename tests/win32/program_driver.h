@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "app/menu_table.h"
-#include "app/win32/control_ids.h"
 #include "tests/support/test_folder.h"
 #include "tests/win32/shown_dialog.h"
+#include "win32/control_ids.h"
 
 namespace vaxel {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/win32/dialog_ids.h"
 #include "tests/win32/program_fixture.h"
+#include "win32/dialog_ids.h"
 
 namespace vaxel {
 namespace {

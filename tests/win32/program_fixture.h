@@ -9,10 +9,10 @@
 #include <string>
 
 #include "app/application.h"
-#include "app/win32/control_ids.h"
 #include "resources/string_table.h"
 #include "tests/support/test_folder.h"
 #include "tests/win32/program_driver.h"
+#include "win32/control_ids.h"
 
 namespace vaxel {
 

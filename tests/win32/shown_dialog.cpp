@@ -4,7 +4,7 @@
 #include <iterator>
 #include <thread>
 
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

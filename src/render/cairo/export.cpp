@@ -6,11 +6,11 @@
 #include <ctime>
 #include <exception>
 
-#include "render/cairo_handles.h"
+#include "render/cairo/handles.h"
+#include "render/cairo/png.h"
+#include "render/cairo/renderer.h"
+#include "render/cairo/text.h"
 #include "render/cairo_module.h"
-#include "render/cairo_png.h"
-#include "render/cairo_renderer.h"
-#include "render/cairo_text.h"
 
 namespace vaxel {
 namespace {

@@ -1,5 +1,5 @@
 // The entry of the module for text, and all that is in it.
-#include "render/cairo_pango.h"
+#include "render/cairo/pango.h"
 
 #include <pango/pangocairo.h>
 
@@ -7,8 +7,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "render/cairo_handles.h"
-#include "text/text.h"
+#include "base/text.h"
+#include "render/cairo/handles.h"
 
 namespace vaxel {
 namespace {

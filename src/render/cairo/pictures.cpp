@@ -1,4 +1,4 @@
-#include "render/cairo_pictures.h"
+#include "render/cairo/pictures.h"
 
 #include <cstdint>
 #include <cstring>

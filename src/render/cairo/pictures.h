@@ -5,7 +5,7 @@
 #include <map>
 
 #include "drawing/picture.h"
-#include "render/cairo_handles.h"
+#include "render/cairo/handles.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "render/cairo_png.h"
+#include "render/cairo/png.h"
 
 #include <cairo.h>
 #include <png.h>
@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "render/cairo_handles.h"
-#include "render/cairo_renderer.h"
+#include "render/cairo/handles.h"
+#include "render/cairo/renderer.h"
 
 namespace vaxel {
 namespace {

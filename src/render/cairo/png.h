@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
+#include "base/byte_sink.h"
 #include "drawing/display_list.h"
-#include "files/byte_sink.h"
 #include "render/cairo_module.h"
 
 namespace vaxel {

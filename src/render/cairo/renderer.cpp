@@ -1,4 +1,4 @@
-#include "render/cairo_renderer.h"
+#include "render/cairo/renderer.h"
 
 #include <algorithm>
 #include <array>

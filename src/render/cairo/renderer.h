@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "render/cairo_pictures.h"
-#include "render/cairo_text.h"
+#include "render/cairo/pictures.h"
+#include "render/cairo/text.h"
 #include "render/renderer.h"
 
 namespace vaxel {

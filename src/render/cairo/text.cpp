@@ -1,11 +1,11 @@
-#include "render/cairo_text.h"
+#include "render/cairo/text.h"
 
 #include <cairo-ft.h>
 
 #include <algorithm>
 #include <cmath>
 
-#include "text/text.h"
+#include "base/text.h"
 
 namespace vaxel {
 namespace {

@@ -11,7 +11,7 @@
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
 #include "drawing/standard_faces.h"
-#include "render/cairo_handles.h"
+#include "render/cairo/handles.h"
 #include "render/cairo_module.h"
 
 namespace vaxel {

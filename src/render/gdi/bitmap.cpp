@@ -1,4 +1,4 @@
-#include "render/gdi_bitmap.h"
+#include "render/gdi/bitmap.h"
 
 namespace vaxel {
 

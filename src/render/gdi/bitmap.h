@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "render/gdi_handles.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

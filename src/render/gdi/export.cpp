@@ -1,4 +1,4 @@
-#include "render/gdi_export.h"
+#include "render/gdi/export.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "render/gdi_imaging.h"
-#include "render/gdi_renderer.h"
-#include "render/gdi_strings.h"
-#include "render/gdi_view.h"
+#include "render/gdi/imaging.h"
+#include "render/gdi/renderer.h"
+#include "render/gdi/view.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <string>
 
+#include "base/byte_sink.h"
 #include "drawing/display_list.h"
-#include "files/byte_sink.h"
 
 namespace vaxel {
 

@@ -1,10 +1,10 @@
-#include "render/gdi_fonts.h"
+#include "render/gdi/fonts.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-#include "render/gdi_strings.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "drawing/display_list.h"
-#include "render/gdi_handles.h"
-#include "render/gdi_text.h"
+#include "render/gdi/text.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "render/gdi_imaging.h"
+#include "render/gdi/imaging.h"
 
 namespace vaxel {
 

@@ -3,7 +3,7 @@
 #include <objbase.h>
 #include <wincodec.h>
 
-#include "render/gdi_handles.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "drawing/log_font.h"
+#include "render/gdi/log_font.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "text/utf8.h"
+#include "base/utf8.h"
 
 namespace vaxel {
 namespace {

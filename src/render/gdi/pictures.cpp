@@ -1,8 +1,8 @@
-#include "render/gdi_pictures.h"
+#include "render/gdi/pictures.h"
 
 #include <cstddef>
 
-#include "render/gdi_imaging.h"
+#include "render/gdi/imaging.h"
 
 namespace vaxel {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/gdi_printer.h"
+#include "render/gdi/printer.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -9,9 +9,9 @@
 #include <memory>
 #include <vector>
 
-#include "render/gdi_handles.h"
-#include "render/gdi_renderer.h"
-#include "render/gdi_strings.h"
+#include "render/gdi/renderer.h"
+#include "winbase/gdi_handles.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

@@ -1,4 +1,4 @@
-#include "render/gdi_renderer.h"
+#include "render/gdi/renderer.h"
 
 #include <algorithm>
 #include <cmath>

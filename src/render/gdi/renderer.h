@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "render/device_transform.h"
-#include "render/gdi_bitmap.h"
-#include "render/gdi_fonts.h"
-#include "render/gdi_handles.h"
+#include "render/gdi/bitmap.h"
+#include "render/gdi/fonts.h"
 #include "render/picture_scaling.h"
 #include "render/pixel_canvas.h"
 #include "render/renderer.h"
 #include "render/stroke_outline.h"
+#include "winbase/gdi_handles.h"
 
 namespace vaxel {
 

@@ -1,4 +1,4 @@
-#include "render/gdi_text.h"
+#include "render/gdi/text.h"
 
 #include <windows.h>
 
@@ -6,10 +6,10 @@
 #include <cstddef>
 #include <string>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "drawing/standard_faces.h"
-#include "render/gdi_strings.h"
-#include "text/text.h"
-#include "text/utf8.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {

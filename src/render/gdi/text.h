@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "drawing/font_face.h"
-#include "drawing/log_font.h"
+#include "render/gdi/log_font.h"
 
 namespace vaxel {
 

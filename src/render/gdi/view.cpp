@@ -1,4 +1,4 @@
-#include "render/gdi_view.h"
+#include "render/gdi/view.h"
 
 #include <emmintrin.h>
 

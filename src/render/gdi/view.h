@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "render/gdi_bitmap.h"
-#include "render/gdi_renderer.h"
+#include "render/gdi/bitmap.h"
+#include "render/gdi/renderer.h"
 
 namespace vaxel {
 
