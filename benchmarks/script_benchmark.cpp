@@ -48,21 +48,19 @@ BENCHMARK_CAPTURE(BM_ScriptToList, Mark, LineKind::Mark)->Apply(Counts);
 BENCHMARK_CAPTURE(BM_ScriptToList, Value, LineKind::Value)->Apply(Counts);
 
 // One million passes of a loop.
-void BM_Loop(benchmark::State& state, const char* fileName, LoopLines lines) {
+void BM_Loop(benchmark::State& state, const char* fileName) {
   const std::string script = ReadScript(std::string(VAXEL_BENCHMARKS "/") + fileName);
   for (auto _ : state) {
     auto list = std::make_unique<DisplayList>();
-    RunInto(*list, script, lines);
+    RunInto(*list, script);
     benchmark::DoNotOptimize(list->Size());
     state.PauseTiming();
     list.reset();
     state.ResumeTiming();
   }
 }
-BENCHMARK_CAPTURE(BM_Loop, Count, "count.dat", LoopLines::Prepared)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_Loop, CountReadAnew, "count.dat", LoopLines::ReadAnew)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_Loop, Wave, "wave.dat", LoopLines::Prepared)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_Loop, WaveReadAnew, "wave.dat", LoopLines::ReadAnew)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Loop, Count, "count.dat")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_Loop, Wave, "wave.dat")->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vaxel

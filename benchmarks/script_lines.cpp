@@ -92,11 +92,10 @@ std::string ReadScript(const std::string& fileName) {
   std::exit(1);
 }
 
-void RunInto(DisplayList& list, std::string script, LoopLines lines) {
+void RunInto(DisplayList& list, std::string script) {
   SilentHost host;
   const StringTable strings;
   RunContext run(host, AllCommands(), strings, list);
-  run.PreparesLines = lines == LoopLines::Prepared;
   if (RunScript(run, {}, std::move(script), "benchmark.dat") != RunEnd::Completed) std::exit(1);
 }
 

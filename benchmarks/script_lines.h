@@ -25,12 +25,7 @@ std::string ScriptOf(LineKind kind, std::size_t count);
 // Ends the program when there is no such file.
 std::string ReadScript(const std::string& fileName);
 
-enum class LoopLines : std::uint8_t {
-  Prepared,  // what a line means is worked out when it is run again for the first time
-  ReadAnew   // every time
-};
-
 // Ends the program when the script has a fault: what was measured would be nothing.
-void RunInto(DisplayList& list, std::string script, LoopLines lines = LoopLines::Prepared);
+void RunInto(DisplayList& list, std::string script);
 
 }  // namespace vaxel

@@ -1,10 +1,11 @@
 #include "base/number_text.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <limits>
+#include <cstdint>
 #include <optional>
 
 namespace vaxel {
@@ -22,25 +23,35 @@ constexpr std::array<double, 23> PowersOf10 = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5
                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+// What the product of two doubles lacks to be exact, where neither it nor its parts overflow.
+double ProductError(double a, double b, double product) {
+  constexpr double splitter = 134217729;  // 2^27 + 1: halves of 26 bits multiply exactly
+  const double aHigh = a * splitter - (a * splitter - a), aLow = a - aHigh;
+  const double bHigh = b * splitter - (b * splitter - b), bLow = b - bHigh;
+  return ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow;
+}
+
 // Without writing and reading digits: the whole number of 15 digits, over a power of 10. None where that is
 // not certain to be the same.
 std::optional<double> RoundTo15Digits(double value) {
   constexpr double least = 1e-7, most = 1e15;
   const double magnitude = std::abs(value);
-  if (std::numeric_limits<long double>::digits < 64 || !(magnitude >= least && magnitude < most))
-    return std::nullopt;
-  // The power of 10 from that of 2, at most one too large.
-  constexpr double log10Of2 = 0.30103;
-  int exponent = static_cast<int>(std::floor((std::ilogb(magnitude) + 1) * log10Of2));
+  if (!(magnitude >= least && magnitude < most)) return std::nullopt;
+  // The power of 10 from that of 2, at most one too large: 78913 / 2^18 is the logarithm of 2.
+  const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1022;
+  int exponent = binary * 78913 >> 18;
   const auto power = [](int e) { return PowersOf10[static_cast<std::size_t>(e)]; };
   if (exponent >= 0 ? magnitude < power(exponent) : magnitude * power(-exponent) < 1) --exponent;
   const int decimals = 14 - exponent;
   if (decimals < 0 || decimals >= static_cast<int>(PowersOf10.size())) return std::nullopt;
-  const long double scaled = static_cast<long double>(value) * power(decimals);
-  const long long digits = std::llrint(scaled);
-  // Near a half the error of the product decides.
-  if (std::abs(scaled - static_cast<long double>(digits)) > 0.499L) return std::nullopt;
-  return static_cast<double>(digits) / power(decimals);
+  const double scale = power(decimals);
+  const double scaled = magnitude * scale;
+  // Added and taken away again it leaves the nearest whole number, as the sum has no room for decimals.
+  constexpr double noDecimals = 6755399441055744;  // 1.5 * 2^52
+  const double digits = (scaled + noDecimals) - noDecimals;
+  // Near a half the next digits decide.
+  if (std::abs((scaled - digits) + ProductError(magnitude, scale, scaled)) > 0.499) return std::nullopt;
+  return std::copysign(digits / scale, value);
 }
 
 }  // namespace

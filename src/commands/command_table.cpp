@@ -18,7 +18,7 @@ constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
-    {"%", "%Var", RunAssignment, 252, 0, Scope::Everywhere, VariableUse::Raw, 0, PrepareAssignment},
+    {"%", "%Var", nullptr, 252, 0, Scope::Everywhere, VariableUse::Raw, 0, CompileAssignment},
     {"+", "Plus", RunPlus, 234, Drawn},
     {"?", "?", RunCurrentPoint, 221, 0, Scope::Everywhere, VariableUse::Raw},
     {"ARC", "Arc", RunArc, 201, Support},
@@ -49,12 +49,12 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"FLECHEP", "FlecheP", RunFlecheP, 218, Drawn},
     {"FORMATI", "FormatI", RunFormatI, 219, OrderFormat, Scope::MainScriptOnly, VariableUse::Replaced, 0,
      nullptr, 0},
-    {"GOTO", "Goto", RunGoto, 220, 0, Scope::Everywhere, VariableUse::Replaced, 0, PrepareGoto},
+    {"GOTO", "Goto", RunGoto, 220, 0, Scope::Everywhere, VariableUse::Replaced, 0, CompileGoto},
     {"GRAD", "Grad", RunGrad, 222, Drawn},
     {"GRAD1", "Grad1", RunGrad1, 223, Drawn, Scope::Everywhere, VariableUse::ValueLists},
     // The command behind THEN decides what an apostrophe is.
-    {"IF", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, PrepareIF},
-    {"IFT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"IF", "IF", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIF},
+    {"IFT", "IFT", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIFT},
     // Sets its bit itself: what only asks for a size draws nothing.
     {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::FourthList},
     {"INPUT", "Input", RunInput, 226, 0, Scope::Everywhere, VariableUse::Raw},
@@ -79,8 +79,8 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"SECT", "Sect", RunSect, 238, Drawn},
     {"SECTP", "SectP", RunSectP, 238, Drawn},
     {"SEPARATEUR", "Separateur", RunSeparateur, 239},
-    {"SI", "IF", RunIF, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, PrepareIF},
-    {"SIT", "IFT", RunIFT, 224, 0, Scope::Everywhere, VariableUse::Raw, 1},
+    {"SI", "IF", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIF},
+    {"SIT", "IFT", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIFT},
     {"STOP", "Stop", RunStop, 240},
     {"TAILLEP", "TailleP", RunTailleP, 241, 0, Scope::Everywhere, VariableUse::Raw},
     // Sets its bit itself, when it has written the blank that precedes the first text of a page.

@@ -11,9 +11,8 @@
 #include "commands/assignment.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
-#include "interpreter/command_line.h"
 #include "interpreter/comparison.h"
-#include "interpreter/expression.h"
+#include "interpreter/compiled_line.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 
@@ -24,87 +23,62 @@ constexpr int DepthExceeded = 113;
 constexpr int DepthExceededBySelf = 123;
 constexpr std::size_t ShownLength = 200;
 
-// A jump to one place, which is looked for the first time alone.
-class PreparedJump {
+class CompiledGoto : public CompiledCommand {
  public:
-  explicit PreparedJump(std::string_view target) : target_(target) {}
+  explicit CompiledGoto(std::string_view target) : jump_(target) {}
 
-  // Whether that is a jump back.
-  bool Take(RunContext& run) {
-    ScriptLevel& level = run.Level();
-    if (line_) {
-      level.Jump = {true, line_};
-    } else {
-      isBack_ = JumpTo(run, target_);
-      level.Jump.Found = &line_;
-    }
-    return isBack_;
-  }
-
- private:
-  std::string target_;
-  PreparedLine* line_ = nullptr;
-  bool isBack_ = false;
-};
-
-class PreparedGoto : public PreparedCommand {
- public:
-  explicit PreparedGoto(std::string_view target) : jump_(target) {}
-
-  bool Run(RunContext& run) override {
+  void Run(RunContext& run) override {
     if (jump_.Take(run)) HandleEvents(run);
-    return true;
   }
 
  private:
-  PreparedJump jump_;
+  Jump jump_;
 };
 
-// A comparison of numbers, and what comes of it.
-class PreparedConditional : public PreparedCommand {
+// A comparison, and what comes of it.
+class CompiledConditional : public CompiledCommand {
  public:
-  PreparedConditional(Relation how, Expression left, Expression right)
-      : how_(how), left_(std::move(left)), right_(std::move(right)) {}
+  CompiledConditional(std::string_view text, bool comparesTexts)
+      : text_(text), comparesTexts_(comparesTexts) {}
 
-  void Jump(std::string_view target) { jump_.emplace(target); }
-  void Then(std::string_view line) { line_ = line; }
-
-  bool Run(RunContext& run) override {
-    const VariableTable& variables = run.Level().Variables;
-    if (!left_.IsReady(variables) || !right_.IsReady(variables)) return false;
+  void Run(RunContext& run) override {
     HandleEvents(run);
-    const double left = left_.Compute(variables);
-    if (!Holds(how_, left, right_.Compute(variables))) return true;
+    if (!isSplit_) Split(run);
+    const VariableTable& variables = run.Level().Variables;
+    const bool isTrue = comparison_.IsReady(variables)
+                            ? comparison_.Holds(variables)
+                            : IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
+    if (!isTrue) return;
     if (jump_) {
       jump_->Take(run);
+    } else if (behind_) {
+      behind_->Run(run);
     } else {
-      // Not before it is run: the command may be a condition itself, and so on.
-      if (!isPrepared_) command_ = PrepareCommandLine(run, line_);
-      isPrepared_ = true;
-      RunCommandLine(run, line_, command_.get());
+      const std::string target = run.Substitute(conditional_.Rest);
+      Jump(Trim(target)).Take(run);
     }
-    return true;
   }
 
  private:
-  Relation how_;
-  Expression left_, right_;
-  std::optional<PreparedJump> jump_;
-  std::string_view line_;
-  std::unique_ptr<PreparedCommand> command_;
-  bool isPrepared_ = false;
-};
-
-void RunConditional(RunContext& run, const Parameters& parameters, bool asText) {
-  HandleEvents(run);
-  const Conditional conditional = SplitConditional(parameters.Whole());
-  if (!IsTrue(run.Substitute(conditional.Condition), asText, run.Separators)) return;
-  if (conditional.Jumps) {
-    JumpTo(run, Trim(run.Substitute(conditional.Rest)));
-  } else {
-    RunCommandLine(run, conditional.Rest);
+  void Split(const RunContext& run) {
+    conditional_ = SplitConditional(text_);
+    isSplit_ = true;
+    if (!conditional_.Jumps) {
+      behind_.emplace(conditional_.Rest);
+    } else if (conditional_.Rest.find('%') == std::string_view::npos) {
+      jump_.emplace(conditional_.Rest);
+    }
+    if (!comparesTexts_) comparison_.Compile(conditional_.Condition, run);
   }
-}
+
+  std::string_view text_;
+  bool comparesTexts_;
+  bool isSplit_ = false;
+  Conditional conditional_;
+  CompiledComparison comparison_;
+  std::optional<Jump> jump_;
+  std::optional<BehindLine> behind_;
+};
 
 // The file that a script names; a script's name may lack its ".dat". A fault when there is none.
 std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
@@ -172,43 +146,21 @@ std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::str
 
 }  // namespace
 
-void RunIF(RunContext& run, const Parameters& parameters) {
-  RunConditional(run, parameters, false);
+std::unique_ptr<CompiledCommand> CompileIF(std::string_view, std::string_view text) {
+  return std::make_unique<CompiledConditional>(text, false);
 }
 
-void RunIFT(RunContext& run, const Parameters& parameters) {
-  RunConditional(run, parameters, true);
-}
-
-std::unique_ptr<PreparedCommand> PrepareIF(const RunContext& run, std::string_view, std::string_view text) {
-  try {
-    const Conditional conditional = SplitConditional(text);
-    const Comparison comparison = SplitComparison(Trim(conditional.Condition));
-    auto left = Expression::Prepare(comparison.Left, run.Separators);
-    auto right = Expression::Prepare(comparison.Right, run.Separators);
-    const bool isComputed = conditional.Jumps && conditional.Rest.find('%') != std::string_view::npos;
-    if (!left || !right || isComputed) return nullptr;
-    auto prepared =
-        std::make_unique<PreparedConditional>(comparison.How, std::move(*left), std::move(*right));
-    if (conditional.Jumps) {
-      prepared->Jump(conditional.Rest);
-    } else {
-      prepared->Then(conditional.Rest);
-    }
-    return prepared;
-  } catch (const ScriptFault&) {
-    // It is reported where the line is run.
-    return nullptr;
-  }
+std::unique_ptr<CompiledCommand> CompileIFT(std::string_view, std::string_view text) {
+  return std::make_unique<CompiledConditional>(text, true);
 }
 
 void RunGoto(RunContext& run, const Parameters& parameters) {
-  if (JumpTo(run, Trim(parameters.Whole()))) HandleEvents(run);
+  if (Jump(Trim(parameters.Whole())).Take(run)) HandleEvents(run);
 }
 
-std::unique_ptr<PreparedCommand> PrepareGoto(const RunContext&, std::string_view, std::string_view text) {
+std::unique_ptr<CompiledCommand> CompileGoto(std::string_view, std::string_view text) {
   if (text.find('%') != std::string_view::npos) return nullptr;
-  return std::make_unique<PreparedGoto>(Trim(text));
+  return std::make_unique<CompiledGoto>(Trim(text));
 }
 
 void RunStop(RunContext& run, const Parameters&) {

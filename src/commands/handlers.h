@@ -1,4 +1,5 @@
-// The handlers of the command table, one a command, by family; and what prepares the lines of some.
+// The handlers of the command table, one a command, by family; and what compiles the lines of those
+// that read them in their own way.
 #pragma once
 
 #include <memory>
@@ -41,13 +42,10 @@ void RunGrad(RunContext& run, const Parameters& parameters);
 void RunGrad1(RunContext& run, const Parameters& parameters);
 
 // control_commands.cpp
-void RunIF(RunContext& run, const Parameters& parameters);
-void RunIFT(RunContext& run, const Parameters& parameters);
+std::unique_ptr<CompiledCommand> CompileIF(std::string_view keyword, std::string_view text);
+std::unique_ptr<CompiledCommand> CompileIFT(std::string_view keyword, std::string_view text);
 void RunGoto(RunContext& run, const Parameters& parameters);
-std::unique_ptr<PreparedCommand> PrepareIF(const RunContext& run, std::string_view keyword,
-                                           std::string_view text);
-std::unique_ptr<PreparedCommand> PrepareGoto(const RunContext& run, std::string_view keyword,
-                                             std::string_view text);
+std::unique_ptr<CompiledCommand> CompileGoto(std::string_view keyword, std::string_view text);
 void RunStop(RunContext& run, const Parameters& parameters);
 void RunFichier(RunContext& run, const Parameters& parameters);
 void RunOpen(RunContext& run, const Parameters& parameters);
@@ -103,9 +101,7 @@ void RunVal1D(RunContext& run, const Parameters& parameters);
 void RunVal1R(RunContext& run, const Parameters& parameters);
 
 // variable_commands.cpp
-void RunAssignment(RunContext& run, const Parameters& parameters);
-std::unique_ptr<PreparedCommand> PrepareAssignment(const RunContext& run, std::string_view keyword,
-                                                   std::string_view text);
+std::unique_ptr<CompiledCommand> CompileAssignment(std::string_view keyword, std::string_view text);
 void RunCurrentPoint(RunContext& run, const Parameters& parameters);
 void RunListeVar(RunContext& run, const Parameters& parameters);
 

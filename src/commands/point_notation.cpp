@@ -11,34 +11,30 @@
 namespace vaxel {
 namespace {
 
-constexpr std::string_view DegreeSign = "°";
-
 using Mark = Parameters::Mark;
 
-bool IsRelative(std::string_view text) {
-  return text.ends_with('R') || text.ends_with('r');
+ScriptFault BadPoint(const Parameters& parameters, std::size_t n) {
+  return ScriptFault::Arithmetic(FaultReason::BadPoint, Shorten(parameters.Trimmed(n), 40) + ", " +
+                                                            Shorten(parameters.Trimmed(n + 1), 40));
 }
 
-ScriptFault BadPoint(std::string_view a, std::string_view b) {
-  return ScriptFault::Arithmetic(FaultReason::BadPoint, Shorten(a, 40) + ", " + Shorten(b, 40));
-}
-
-double ValueOf(std::string_view text, const Separators& separators) {
-  const std::optional<double> value = NumberOf(text, separators);
-  if (value) return *value;
+// What comes of a parameter that is read as a coordinate and gives no number.
+double NoCoordinate(const Parameters& parameters, std::size_t n) {
+  const std::string_view text = parameters.Trimmed(n);
   if (!text.empty()) FailExpression(text);
   throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
 }
 
-double Coordinate(std::string_view text, double reference, EmptyCoordinate empty,
-                  const Separators& separators) {
-  if (text.empty() && empty == EmptyCoordinate::Reference) return reference;
-  const double value = ValueOf(text, separators);
-  return IsRelative(text) ? reference + value : value;
+double RequiredValue(const Parameters& parameters, std::size_t n) {
+  const std::optional<double> value = parameters.Number(n);
+  return value ? *value : NoCoordinate(parameters, n);
 }
 
-double Absolute(const Parameters::MarkedNumber& known, double reference) {
-  return known.What == Mark::Relative ? reference + known.Value : known.Value;
+double Coordinate(const Parameters& parameters, std::size_t n, double reference, EmptyCoordinate empty) {
+  const std::optional<double> value = parameters.Number(n);
+  if (value) return parameters.MarkOf(n) == Mark::Relative ? reference + *value : *value;
+  const bool isReference = empty == EmptyCoordinate::Reference && parameters.Trimmed(n).empty();
+  return isReference ? reference : NoCoordinate(parameters, n);
 }
 
 Point Polar(Point reference, double directionDegrees, double length) {
@@ -49,23 +45,19 @@ Point Polar(Point reference, double directionDegrees, double length) {
 }  // namespace
 
 Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, EmptyCoordinate empty) {
-  const auto knownA = parameters.KnownNumber(n),
-             knownB = knownA ? parameters.KnownNumber(n + 1) : std::nullopt;
-  if (knownB && knownB->What != Mark::Degrees) {
-    if (knownA->What != Mark::Degrees)
-      return {Absolute(*knownA, reference.X), Absolute(*knownB, reference.Y)};
-    if (knownB->What == Mark::None) return Polar(reference, knownA->Value, knownB->Value);
+  const auto* const x = parameters.Known(n);
+  const auto* const y = parameters.Known(n + 1);
+  if (x && y && x->What == Mark::None && y->What == Mark::None) return {x->Value, y->Value};
+  const Mark first = parameters.MarkOf(n), second = parameters.MarkOf(n + 1);
+  const bool isDirection = first == Mark::Degrees || first == Mark::Both;
+  const bool isPolar = first == Mark::Degrees && second == Mark::None;
+  const bool isCartesian = !isDirection && (second == Mark::None || second == Mark::Relative);
+  if (!isPolar && !isCartesian) throw BadPoint(parameters, n);
+  if (isCartesian) {
+    return {Coordinate(parameters, n, reference.X, empty), Coordinate(parameters, n + 1, reference.Y, empty)};
   }
-  const std::string_view a = parameters.Trimmed(n);
-  const std::string_view b = parameters.Trimmed(n + 1);
-  const Separators& separators = parameters.Separators();
-  if (b.ends_with(DegreeSign)) throw BadPoint(a, b);
-  if (!a.ends_with(DegreeSign)) {
-    return {Coordinate(a, reference.X, empty, separators), Coordinate(b, reference.Y, empty, separators)};
-  }
-  if (IsRelative(b) || IsRelative(DropLastCharacter(a))) throw BadPoint(a, b);
-  const double direction = ValueOf(a, separators);
-  return Polar(reference, direction, ValueOf(b, separators));
+  const double direction = RequiredValue(parameters, n);
+  return Polar(reference, direction, RequiredValue(parameters, n + 1));
 }
 
 Point ReadPlace(const RunContext& run, const Parameters& parameters, std::size_t n) {

@@ -3,13 +3,12 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "base/number_text.h"
 #include "base/text.h"
 #include "commands/assignment.h"
 #include "commands/handlers.h"
-#include "interpreter/expression.h"
+#include "interpreter/program.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
 
@@ -42,40 +41,46 @@ std::string VariableList(const RunContext& run) {
   return list;
 }
 
-class PreparedAssignment : public PreparedCommand {
+class CompiledAssignment : public CompiledCommand {
  public:
-  PreparedAssignment(std::string_view name, Expression expression)
-      : name_(name), expression_(std::move(expression)) {}
+  CompiledAssignment(std::string_view name, std::string_view text) : name_(name), text_(text) {}
 
-  bool Run(RunContext& run) override {
+  void Run(RunContext& run) override {
     VariableTable& variables = run.Level().Variables;
-    if (!expression_.IsReady(variables)) return false;
-    const double value = expression_.Compute(variables);
-    if (slot_ == VariableTable::MaxVariables) slot_ = variables.SlotFor(name_);
+    if (!isRead_) Read(run);
+    if (!isProgram_ || !variables.HoldNumbers(expression_.Variables)) {
+      Assign(run, name_, text_);
+      return;
+    }
+    const double value = program_.Compute(expression_, variables);
+    if (slot_ == VariableTable::MaxVariables) {
+      run.RequireSettable(name_);
+      slot_ = variables.SlotFor(name_);
+    }
     variables.SetNumberAt(slot_, value);
-    return true;
   }
 
  private:
-  std::string name_;
+  // Only "= expression" is computed.
+  void Read(const RunContext& run) {
+    isRead_ = true;
+    if (!text_.starts_with('=')) return;
+    const ReferenceScope scope{run.Level().Variables, run.Separators};
+    expression_ = program_.Add(text_.substr(1), run.Separators.First, &scope);
+    isProgram_ = expression_.IsComplete;
+  }
+
+  std::string_view name_, text_;
+  Program program_;
   Expression expression_;
   std::size_t slot_ = VariableTable::MaxVariables;
+  bool isRead_ = false, isProgram_ = false;
 };
 
 }  // namespace
 
-void RunAssignment(RunContext& run, const Parameters& parameters) {
-  Assign(run, run.KeywordText, parameters.Whole());
-}
-
-// "%Name == expression" with an expression that is read once.
-std::unique_ptr<PreparedCommand> PrepareAssignment(const RunContext& run, std::string_view keyword,
-                                                   std::string_view text) {
-  if (!text.starts_with('=') || !IsVariableName(keyword, run.Separators) || IsSystemVariable(keyword))
-    return nullptr;
-  auto expression = Expression::Prepare(text.substr(1), run.Separators);
-  if (!expression) return nullptr;
-  return std::make_unique<PreparedAssignment>(keyword, std::move(*expression));
+std::unique_ptr<CompiledCommand> CompileAssignment(std::string_view keyword, std::string_view text) {
+  return std::make_unique<CompiledAssignment>(keyword, text);
 }
 
 void RunCurrentPoint(RunContext& run, const Parameters& parameters) {

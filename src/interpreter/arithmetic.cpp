@@ -12,21 +12,6 @@
 namespace vaxel {
 namespace {
 
-double Divide(double left, double right) {
-  if (right == 0) throw ScriptFault(FaultReason::DivisionByZero);
-  return left / right;
-}
-
-double Remainder(double left, double right) {
-  if (right == 0) throw ScriptFault(FaultReason::DivisionByZero);
-  return std::fmod(left, right);
-}
-
-double Power(double left, double right) {
-  if (left == 0 && right < 0) throw ScriptFault(FaultReason::DivisionByZero);
-  return std::pow(left, right);
-}
-
 double DecimalLogarithm(double x) {
   if (x <= 0) throw ScriptFault(FaultReason::Domain);
   // In double precision the quotient for 1000 falls just short of 3.
@@ -60,17 +45,18 @@ constexpr std::array<Function, 13> Functions = {{
 
 }  // namespace
 
-double ApplyOther(Operator op, double left, double right) {
-  switch (op) {
-    case Operator::Divide:
-      return RequireFinite(Divide(left, right));
-    case Operator::Modulo:
-      return Remainder(left, right);
-    case Operator::Power:
-      return RequireFinite(Power(left, right));
-    default:
-      return right;
-  }
+double Remainder(double left, double right) {
+  if (right == 0) FailDivision();
+  return std::fmod(left, right);
+}
+
+double Power(double left, double right) {
+  if (left == 0 && right < 0) FailDivision();
+  return std::pow(left, right);
+}
+
+void FailDivision() {
+  throw ScriptFault(FaultReason::DivisionByZero);
 }
 
 double RoundToDecimals(double x, int decimals) {

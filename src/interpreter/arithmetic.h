@@ -20,12 +20,13 @@ constexpr int BindingOf(Operator op) {
   return op == Operator::Plus ? static_cast<int>(Operator::Minus) : static_cast<int>(op);
 }
 
-// The operators but for these three.
-double ApplyOther(Operator op, double left, double right);
+double Remainder(double left, double right);
+double Power(double left, double right);
+[[noreturn]] void FailDivision();
 
-// In the header, for they are most of what a loop does.
+// In the header, for it is most of what a loop does.
 inline double Apply(Operator op, double left, double right) {
-  double result = 0;
+  double result = right;
   switch (op) {
     case Operator::Plus:
       result = left + right;
@@ -36,8 +37,17 @@ inline double Apply(Operator op, double left, double right) {
     case Operator::Times:
       result = left * right;
       break;
-    default:
-      return ApplyOther(op, left, right);
+    case Operator::Divide:
+      if (right == 0) FailDivision();
+      result = left / right;
+      break;
+    case Operator::Modulo:
+      return Remainder(left, right);
+    case Operator::Power:
+      result = Power(left, right);
+      break;
+    case Operator::None:
+      break;
   }
   return std::abs(result) <= std::numeric_limits<double>::max() ? result : RequireFinite(result);
 }

@@ -34,19 +34,15 @@ enum class Scope : std::uint8_t { Everywhere, ScreenOnly, PrinterOnly, MainScrip
 
 using CommandHandler = void (*)(RunContext& run, const Parameters& parameters);
 
-// A line that is run again and again, with what can be worked out beforehand worked out.
-class PreparedCommand {
+// A line of a command that reads its text in its own way, with what was worked out of it.
+class CompiledCommand {
  public:
-  virtual ~PreparedCommand() = default;
-  // Does all that running the line does. False, with nothing done, where that must be done in the plain way:
-  // it depends on what the variables hold.
-  virtual bool Run(RunContext& run) = 0;
+  virtual ~CompiledCommand() = default;
+  virtual void Run(RunContext& run) = 0;
 };
 
-// Prepares a line of a command, of which keyword and text are those of the line; null when it cannot be.
-// Separators are those in force: the line is prepared anew when they change.
-using CommandPreparer = std::unique_ptr<PreparedCommand> (*)(const RunContext& run, std::string_view keyword,
-                                                             std::string_view text);
+// Keyword and text are those of the line, and live as long. Null for a line that the handler is to run.
+using CommandCompiler = std::unique_ptr<CompiledCommand> (*)(std::string_view keyword, std::string_view text);
 
 // One keyword of the language.
 struct CommandRow {
@@ -62,8 +58,7 @@ struct CommandRow {
   // The parameter from which all that follows is one text, in which separators and apostrophes are ordinary
   // characters; 0: none. An apostrophe then begins no comment in the whole line.
   std::uint8_t TextFrom = 0;
-  // Null: where all parameters are numbers and fixed texts, they are prepared for the handler.
-  CommandPreparer Prepare = nullptr;
+  CommandCompiler Compile = nullptr;  // null: the handler runs all lines
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
 };
 

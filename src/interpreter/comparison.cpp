@@ -2,11 +2,13 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "base/text.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/line_reader.h"
+#include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {
@@ -50,31 +52,49 @@ std::size_t FindWord(std::string_view upper, std::string_view word) {
   return std::string_view::npos;
 }
 
-}  // namespace
+struct Comparison {
+  std::string_view Left, Right;  // trimmed
+  Relation How = Relation::Equal;
+};
 
-Comparison SplitComparison(std::string_view condition) {
+// Splits a condition at its last operator; none where it has none, or one of two equal signs.
+std::optional<Comparison> SplitComparison(std::string_view condition) {
   constexpr std::string_view signs = "<>=";
-  const auto fail = [&] { throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength)); };
   const std::size_t last = condition.find_last_of(signs);
-  if (last == std::string_view::npos) fail();
+  if (last == std::string_view::npos) return std::nullopt;
   const bool isPair = last > 0 && signs.find(condition[last - 1]) != std::string_view::npos;
   const std::size_t first = isPair ? last - 1 : last;
   const std::string_view sign = condition.substr(first, last + 1 - first);
   for (const RelationRow& row : Relations) {
     if (row.Sign == sign)
-      return {Trim(condition.substr(0, first)), Trim(condition.substr(last + 1)), row.How};
+      return Comparison{Trim(condition.substr(0, first)), Trim(condition.substr(last + 1)), row.How};
   }
-  fail();
-  return {};
+  return std::nullopt;
+}
+
+}  // namespace
+
+void CompiledComparison::Compile(std::string_view condition, const RunContext& run) {
+  const auto comparison = SplitComparison(condition);
+  if (!comparison || comparison->Left.empty() || comparison->Right.empty()) return;
+  const ReferenceScope scope{run.Level().Variables, run.Separators};
+  const auto add = [&](std::string_view side, Expression& expression) {
+    expression = program_.Add(side, run.Separators.First, &scope);
+    // A text that only begins like an expression is worth that beginning.
+    return expression.IsComplete || side.find('%') == std::string_view::npos;
+  };
+  how_ = comparison->How;
+  isCompiled_ = add(comparison->Left, left_) && add(comparison->Right, right_);
 }
 
 bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {
   condition = Trim(condition);
   if (condition.empty()) return false;
-  const Comparison comparison = SplitComparison(condition);
-  if (asText) return Holds(comparison.How, comparison.Left, comparison.Right);
-  const double left = SideValue(comparison.Left, condition, separators);
-  return Holds(comparison.How, left, SideValue(comparison.Right, condition, separators));
+  const auto comparison = SplitComparison(condition);
+  if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
+  if (asText) return Holds(comparison->How, comparison->Left, comparison->Right);
+  const double left = SideValue(comparison->Left, condition, separators);
+  return Holds(comparison->How, left, SideValue(comparison->Right, condition, separators));
 }
 
 Conditional SplitConditional(std::string_view text) {

@@ -1,24 +1,18 @@
-// Conditions of IF and IFT.
+// Conditions of IF and IFT: two sides and between them "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>" or
+// "><".
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
+#include "interpreter/program.h"
 #include "interpreter/variables.h"
 
 namespace vaxel {
 
+struct RunContext;
+
 enum class Relation : std::uint8_t { Less, LessOrEqual, Equal, GreaterOrEqual, Greater, Different };
-
-struct Comparison {
-  std::string_view Left, Right;  // trimmed
-  Relation How = Relation::Equal;
-};
-
-// Splits a condition that is not empty at its last operator: "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>"
-// or
-// "><". A fault when it has none, or one of two equal signs.
-Comparison SplitComparison(std::string_view condition);
 
 template <class Value>
 bool Holds(Relation how, const Value& left, const Value& right) {
@@ -38,6 +32,27 @@ bool Holds(Relation how, const Value& left, const Value& right) {
   }
   return left != right;
 }
+
+// A comparison of numbers whose sides were read once.
+class CompiledComparison {
+ public:
+  // It is never ready where the condition cannot be told from its text as it stands.
+  void Compile(std::string_view condition, const RunContext& run);
+  // Whether all variables hold numbers, so that it gives what IsTrue does.
+  bool IsReady(const VariableTable& variables) const {
+    return isCompiled_ && variables.HoldNumbers(left_.Variables | right_.Variables);
+  }
+  bool Holds(const VariableTable& variables) const {
+    const double left = program_.Compute(left_, variables);
+    return vaxel::Holds(how_, left, program_.Compute(right_, variables));
+  }
+
+ private:
+  bool isCompiled_ = false;
+  Relation how_ = Relation::Equal;
+  Program program_;
+  Expression left_, right_;
+};
 
 // Whether a condition holds, between the values of its sides or, as text, between the sides as they stand. An
 // empty one does not. A side without a value is a fault.

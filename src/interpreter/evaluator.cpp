@@ -1,47 +1,33 @@
 #include "interpreter/evaluator.h"
 
+#include <array>
 #include <cstddef>
-#include <cstdint>
+#include <memory_resource>
 
 #include "base/text.h"
-#include "interpreter/arithmetic.h"
-#include "interpreter/expression_parser.h"
-#include "interpreter/script_fault.h"
+#include "interpreter/program.h"
 
 namespace vaxel {
-namespace {
-
-// Computes as it reads.
-struct Computation {
-  using Value = double;
-
-  static double Number(double value) { return value; }
-  static double Negative(double value) { return -value; }
-  static double Combined(Operator op, double left, double right) { return Apply(op, left, right); }
-  static double Called(std::uint8_t function, double argument) { return CallFunction(function, argument); }
-  static double Rounded(double value, int decimals) { return RoundToDecimals(value, decimals); }
-  // References are replaced before.
-  static bool Reference(std::string_view, std::size_t&, double&) { return false; }
-};
-
-}  // namespace
 
 Evaluation Evaluate(std::string_view text, std::string_view separator) {
   text = Trim(text);
   if (text.empty()) return {};
-  Evaluation plain;
-  const bool negative = text.front() == '-';
-  const std::string_view digits = negative ? text.substr(1) : text;
-  if (ReadUnsignedNumber(digits, plain.Value) == digits.size() && !digits.empty()) {
-    plain.HasValue = true;
-    RequireFinite(plain.Value);
-    if (negative) plain.Value = -plain.Value;
-    return plain;
-  }
-  Computation computation;
   Evaluation result;
   result.HasValue = true;
-  result.Complete = ExpressionParser(computation, text, separator).Read(result.Value);
+  const bool isNegative = text.front() == '-';
+  const std::string_view digits = text.substr(isNegative ? 1 : 0);
+  if (!digits.empty() && ReadUnsignedNumber(digits, result.Value) == digits.size()) {
+    RequireFinite(result.Value);
+    if (isNegative) result.Value = -result.Value;
+    return result;
+  }
+  std::array<std::byte, Program::TypicalSize * sizeof(Instruction)>
+      buffer;  // NOLINT: what is not written is not read
+  std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
+  Program program(memory);
+  const Expression expression = program.Add(text, separator);
+  result.Complete = expression.IsComplete;
+  result.Value = program.Compute(expression);
   return result;
 }
 

@@ -1,6 +1,7 @@
 #include "interpreter/parameters.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -15,12 +16,9 @@ namespace {
 
 constexpr std::string_view DegreeSign = "°";
 
-// The part of a numeric parameter that is its expression: before the second separator and without a unit
-// mark.
-std::string_view ExpressionPart(std::string_view parameter, const Separators& separators) {
-  std::string_view number = Trim(parameter.substr(0, parameter.find(separators.Second)));
-  if (!number.empty() && !IsDigit(number.back()) && number.back() != ')') number = DropLastCharacter(number);
-  return number;
+std::string_view WithoutUnitMark(std::string_view number) {
+  const bool hasMark = !number.empty() && !IsDigit(number.back()) && number.back() != ')';
+  return hasMark ? DropLastCharacter(number) : number;
 }
 
 bool EndsInReference(std::string_view text, const Separators& separators) {
@@ -29,94 +27,141 @@ bool EndsInReference(std::string_view text, const Separators& separators) {
          ReferenceName(text.substr(mark), separators).size() == text.size() - mark;
 }
 
-Parameters::Mark MarkOf(std::string_view parameter) {
-  if (parameter.ends_with(DegreeSign)) return Parameters::Mark::Degrees;
-  const bool isRelative = parameter.ends_with('R') || parameter.ends_with('r');
-  return isRelative ? Parameters::Mark::Relative : Parameters::Mark::None;
+Parameters::Mark MarkAtEnd(std::string_view text) {
+  using Mark = Parameters::Mark;
+  const bool isDirection = text.ends_with(DegreeSign);
+  if (isDirection) text = DropLastCharacter(text);
+  const bool isRelative = text.ends_with('R') || text.ends_with('r');
+  if (isDirection) return isRelative ? Mark::Both : Mark::Degrees;
+  return isRelative ? Mark::Relative : Mark::None;
 }
 
 // A number's text must not be cut by a separator.
 bool MayStandInNumbers(std::string_view separator) {
-  return separator.find_first_of("0123456789+-.Ee") != std::string_view::npos;
+  return std::any_of(separator.begin(), separator.end(), [](char c) {
+    return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'E' || c == 'e';
+  });
 }
 
 }  // namespace
 
-void Parameters::Assign(std::string_view text, const vaxel::Separators& separators) {
-  prepared_.clear();
+// Stops at so many parameters; the last one then takes all that follows.
+void Parameters::Split(std::string_view text, const vaxel::Separators& separators, std::size_t most) {
   text_ = text;
   separators_ = &separators;
-  starts_.clear();
-  starts_.push_back(0);
+  parameters_.clear();
+  parameters_.emplace_back();
   const std::string_view separator = separators.First;
   // A separator is one character nearly always, and a search for one character is much the faster.
   const auto next = [&](std::size_t from) {
     return separator.size() == 1 ? text.find(separator.front(), from) : text.find(separator, from);
   };
-  for (std::size_t found = next(0); found != std::string_view::npos; found = next(starts_.back())) {
-    starts_.push_back(found + separator.size());
+  std::size_t found = 0;
+  while (parameters_.size() < most && (found = next(parameters_.back().Start)) != std::string_view::npos) {
+    parameters_.emplace_back().Start = found + separator.size();
   }
-  starts_.push_back(text.size() + separator.size());
+  parameters_.emplace_back().Start = text.size() + separator.size();
 }
 
-bool Parameters::Prepare(std::string_view text, const RunContext& run) {
+void Parameters::Assign(std::string_view text, const vaxel::Separators& separators) {
+  references_.clear();
+  dependsOnValues_ = false;
+  Split(text, separators, std::string_view::npos);
+}
+
+void Parameters::Compile(std::string_view text, const CommandRow& row, const RunContext& run) {
   const vaxel::Separators& separators = run.Separators;
   Assign(text, separators);
-  if (MayStandInNumbers(separators.First) || MayStandInNumbers(separators.Second)) return false;
-  std::vector<PreparedNumber> prepared(Count());
+  if (row.Variables == VariableUse::Raw || text.find('%') == std::string_view::npos) return;
+  // A value then may join with the text beside it to a separator, or be cut by one.
+  dependsOnValues_ = separators.First.size() > 1 || MayStandInNumbers(separators.First) ||
+                     MayStandInNumbers(separators.Second);
+  if (dependsOnValues_) return;
+  if (row.TextFrom != 0) Split(text, separators, row.TextFrom);
+  program_.Clear();
+  const ReferenceScope scope{run.Level().Variables, separators};
   for (std::size_t n = 1; n <= Count(); ++n) {
-    const std::string_view parameter = Trimmed(n);
-    const bool hasReference = parameter.find('%') != std::string_view::npos;
-    PreparedNumber& number = prepared[n - 1];
-    // A reference at the end of the expression brings a number, which has no unit mark to be taken off.
-    std::string_view part = Trim(parameter.substr(0, parameter.find(separators.Second)));
-    number.IsWhole = part.size() == parameter.size();
-    if (!EndsInReference(part, separators)) {
-      part = ExpressionPart(parameter, separators);
-      number.What = MarkOf(parameter);
-    }
-    if (!part.empty()) number.Value = Expression::Prepare(part, separators);
-    // What is more than a number and its mark, or literal, is left to the plain way.
-    const bool referenceElsewhere =
-        parameter.substr(std::min(part.size(), parameter.size())).find('%') != std::string_view::npos;
-    if (hasReference && (!number.Value || IsLiteral(Text(n)) || referenceElsewhere)) return false;
+    if (Text(n).find('%') != std::string_view::npos) AddReference(n, row, scope);
   }
-  prepared_ = std::move(prepared);
+}
+
+void Parameters::AddReference(std::size_t n, const CommandRow& row, const ReferenceScope& scope) {
+  const ParameterParts parts = PartsOf(Text(n), n, row, separators_->Second);
+  if (parts.Replaced.find('%') == std::string_view::npos) return;
+  Reference reference;
+  reference.N = n;
+  reference.Parts = parts;
+  reference.MayBringSeparators = n == row.TextFrom;
+  const std::string_view parameter = Trimmed(n);
+  // A reference at the end of the expression brings a number, which has no unit mark to be taken off.
+  std::string_view part = Trim(parameter.substr(0, parameter.find(separators_->Second)));
+  const bool isWhole = part.size() == parameter.size();
+  const bool endsInNumber = EndsInReference(part, *separators_);
+  if (!isWhole || !endsInNumber) reference.What = MarkAtEnd(parameter);
+  // An "R" before the sign can only be the end of a name.
+  if (isWhole && reference.What == Mark::Both) reference.What = Mark::Degrees;
+  if (!endsInNumber) part = WithoutUnitMark(part);
+  const bool referenceElsewhere =
+      parameter.substr(std::min(part.size(), parameter.size())).find('%') != std::string_view::npos;
+  if (!part.empty() && !referenceElsewhere) {
+    const Expression expression = program_.Add(part, separators_->First, &scope);
+    if (expression.IsComplete) reference.Value = expression;
+  }
+  parameters_[n - 1].Reference = static_cast<std::uint32_t>(references_.size());
+  references_.push_back(std::move(reference));
+}
+
+bool Parameters::BindReferences(const RunContext& run) {
+  if (dependsOnValues_) return false;
+  // More is for the whole line to replace, which has a limit.
+  constexpr std::size_t mostText = 1'000'000;
   run_ = &run;
-  return true;
-}
-
-bool Parameters::Renew() {
-  isReplaced_ = false;
-  for (PreparedNumber& number : prepared_) {
-    if (number.Value && !number.Value->IsReady(run_->Level().Variables)) return false;
+  joined_.clear();
+  std::size_t length = text_.size();
+  const VariableTable& variables = run.Level().Variables;
+  for (Reference& reference : references_) {
+    parameters_[reference.N - 1].IsRead = false;
+    reference.IsWritten = false;
+    reference.IsNumber = reference.Value && variables.HoldNumbers(reference.Value->Variables);
+    if (reference.IsNumber) {
+      // A variable alone cannot fail, and nearly always its number is wanted.
+      if (reference.Value->Count == 1) {
+        Note(reference.N, {program_.Compute(*reference.Value, variables), reference.What});
+      }
+      continue;
+    }
+    const std::string& text = Written(reference);
+    length += text.size();
+    const bool bringsParameters =
+        !reference.MayBringSeparators && text.find(separators_->First) != std::string::npos;
+    if (bringsParameters || length > mostText) return false;
   }
   return true;
 }
 
-bool Parameters::IsReplaced(std::size_t n) const {
-  return n <= prepared_.size() && prepared_[n - 1].Value && prepared_[n - 1].Value->HasReferences();
-}
-
-const Parameters& Parameters::Replaced() const {
-  if (!replaced_) replaced_ = std::make_unique<Parameters>();
-  if (!isReplaced_) {
-    replacedText_ = run_->Substitute(text_);
-    replaced_->Assign(replacedText_, *separators_);
-    isReplaced_ = true;
+const std::string& Parameters::Written(const Reference& reference) const {
+  if (!reference.IsWritten) {
+    reference.Text = run_->Substitute(reference.Parts.Replaced);
+    reference.Text += reference.Parts.Kept;
+    reference.IsWritten = true;
   }
-  return *replaced_;
+  return reference.Text;
 }
 
-std::optional<Parameters::MarkedNumber> Parameters::KnownNumber(std::size_t n) const {
-  if (n > prepared_.size() || !prepared_[n - 1].Value || !prepared_[n - 1].IsWhole) return std::nullopt;
-  return MarkedNumber{prepared_[n - 1].Value->Compute(run_->Level().Variables), prepared_[n - 1].What};
+Parameters::Mark Parameters::MarkOf(std::size_t n) const {
+  if (n > Count()) return Mark::None;
+  if (parameters_[n - 1].IsRead) return parameters_[n - 1].Number.What;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  const bool isNumber = reference != NoReference && references_[reference].IsNumber;
+  return isNumber ? references_[reference].What : MarkAtEnd(Trimmed(n));
 }
 
 std::string_view Parameters::Text(std::size_t n) const {
   if (n > Count()) return {};
-  if (IsReplaced(n)) return Replaced().Text(n);
-  return text_.substr(starts_[n - 1], starts_[n] - separators_->First.size() - starts_[n - 1]);
+  const std::size_t start = parameters_[n - 1].Start;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  if (reference != NoReference) return Written(references_[reference]);
+  return text_.substr(start, parameters_[n].Start - separators_->First.size() - start);
 }
 
 std::string_view Parameters::Trimmed(std::size_t n) const {
@@ -130,17 +175,56 @@ std::string_view Parameters::Part(std::size_t n, std::size_t part) const {
 
 std::string_view Parameters::Rest(std::size_t n) const {
   if (n > Count()) return {};
-  for (std::size_t later = n; later <= prepared_.size(); ++later) {
-    if (IsReplaced(later)) return Replaced().Rest(n);
+  if (references_.empty() || references_.back().N < n) return text_.substr(parameters_[n - 1].Start);
+  if (n == Count()) return Text(n);
+  std::size_t start = 0;
+  for (std::size_t before = 1; before < n; ++before) {
+    start += Text(before).size() + separators_->First.size();
   }
-  return text_.substr(starts_[n - 1]);
+  return Joined().substr(start);
 }
 
-std::optional<double> Parameters::Number(std::size_t n) const {
-  if (n <= prepared_.size() && prepared_[n - 1].Value) {
-    return prepared_[n - 1].Value->Compute(run_->Level().Variables);
+std::string_view Parameters::Joined() const {
+  if (joined_.empty()) {
+    for (std::size_t n = 1; n <= Count(); ++n) {
+      if (n > 1) joined_ += separators_->First;
+      joined_ += Text(n);
+    }
   }
-  return NumberOf(Text(n), *separators_);
+  return joined_;
+}
+
+const Parameters::MarkedNumber* Parameters::Note(std::size_t n, MarkedNumber number) const {
+  parameters_[n - 1].Number = number;
+  parameters_[n - 1].IsRead = true;
+  return &parameters_[n - 1].Number;
+}
+
+// Most parameters of a straight script are such numbers, which are so read with one look at their texts.
+const Parameters::MarkedNumber* Parameters::ReadDigits(std::size_t n) const {
+  if (parameters_[n - 1].Reference != NoReference) return nullptr;
+  const std::string_view text = Trimmed(n);
+  const bool isNegative = text.starts_with('-');
+  const std::string_view digits = text.substr(isNegative ? 1 : 0);
+  if (digits.empty() || !IsDigit(digits.back()) || MayStandInNumbers(separators_->Second)) return nullptr;
+  double value = 0;
+  if (ReadUnsignedNumber(digits, value) != digits.size() || !std::isfinite(value)) return nullptr;
+  return Note(n, {isNegative ? -value : value, Mark::None});
+}
+
+// Once in a run of the line, whatever becomes of the variables meanwhile.
+std::optional<double> Parameters::ReadNumber(std::size_t n) const {
+  if (n > Count()) return std::nullopt;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  if (reference != NoReference && references_[reference].IsNumber) {
+    const double value = program_.Compute(*references_[reference].Value, run_->Level().Variables);
+    Note(n, {value, references_[reference].What});
+    return value;
+  }
+  const std::string_view text = Trimmed(n);
+  const std::optional<double> value = NumberOf(text, *separators_);
+  if (value) Note(n, {*value, MarkAtEnd(text)});
+  return value;
 }
 
 double Parameters::RequiredNumber(std::size_t n) const {
@@ -153,7 +237,8 @@ double Parameters::RequiredNumber(std::size_t n) const {
 std::optional<double> NumberOf(std::string_view parameter, const Separators& separators) {
   parameter = Trim(parameter);
   if (parameter.empty()) return std::nullopt;
-  return StrictValue(ExpressionPart(parameter, separators), separators, parameter);
+  const std::string_view number = Trim(parameter.substr(0, parameter.find(separators.Second)));
+  return StrictValue(WithoutUnitMark(number), separators, parameter);
 }
 
 std::optional<double> StrictValue(std::string_view expression, const Separators& separators,

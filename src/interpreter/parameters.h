@@ -2,46 +2,53 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "interpreter/expression.h"
+#include "interpreter/program.h"
+#include "interpreter/replacement.h"
 #include "interpreter/variables.h"
 
 namespace vaxel {
 
-struct RunContext;
-
-// The parameters of one line, numbered from 1. A parameter that is missing reads as an empty text.
-// The texts are views of the line's text and of the run's separators.
+// The parameters of one line, numbered from 1: split texts, and the values of those that were read as
+// numbers. A parameter that is missing reads as an empty text. The texts are views of the line's text and of
+// the run's separators; those of parameters with references hold until the line is run again.
 class Parameters {
  public:
-  // Splits anew; what was read before is gone.
+  // Splits a text that holds no references to replace; what was read before is gone.
   void Assign(std::string_view text, const Separators& separators);
 
-  // Splits a text whose references to variables are not replaced, and prepares those parameters that hold
-  // any. The text and the run must live as long. False where that would not give what replacing them gives.
-  bool Prepare(std::string_view text, const RunContext& run);
-  // Before each use of prepared parameters; false when a variable in them holds no number.
-  bool Renew();
+  // The same for a text in which references are to be replaced as the row says. Expressions with references
+  // become programs. The text must live as long.
+  void Compile(std::string_view text, const CommandRow& row, const RunContext& run);
+  // Before each use of compiled parameters: takes what the variables hold. False where that may bring further
+  // parameters: the text must then be split as it is with its references replaced. The run must live as long.
+  bool Bind(const RunContext& run) {
+    return references_.empty() && !dependsOnValues_ ? true : BindReferences(run);
+  }
 
-  // A parameter that is known to be one number: the mark behind it says whether it is relative ("R") or a
-  // direction ("°").
-  enum class Mark : std::uint8_t { None, Relative, Degrees };
+  // What stands behind a number, or at the end of any other text: whether it is relative ("R"), a direction
+  // ("°") or both, which nothing can be.
+  enum class Mark : std::uint8_t { None, Relative, Degrees, Both };
+  Mark MarkOf(std::size_t n) const;
+
   struct MarkedNumber {
-    double Value;
-    Mark What;
+    double Value = 0;
+    Mark What = Mark::None;
   };
-  // None where that is not known beforehand.
-  std::optional<MarkedNumber> KnownNumber(std::size_t n) const;
+  // The parameter, where its number was read already or is nothing but its digits; else null. No fault.
+  const MarkedNumber* Known(std::size_t n) const {
+    if (n > Count()) return nullptr;
+    return parameters_[n - 1].IsRead ? &parameters_[n - 1].Number : ReadDigits(n);
+  }
 
   // 1 for an empty text.
-  std::size_t Count() const { return starts_.size() - 1; }
+  std::size_t Count() const { return parameters_.size() - 1; }
   // All parameters as they stand.
-  std::string_view Whole() const { return prepared_.empty() ? text_ : Replaced().Whole(); }
+  std::string_view Whole() const { return Rest(1); }
   // The parameter as it stands, blanks included, and without them.
   std::string_view Text(std::size_t n) const;
   std::string_view Trimmed(std::size_t n) const;
@@ -52,7 +59,10 @@ class Parameters {
 
   // The parameter's value; none when it is missing or empty. Only the part before the second separator
   // counts, and one unit mark ("°", "R") at its end is passed over. A fault for what is no expression.
-  std::optional<double> Number(std::size_t n) const;
+  std::optional<double> Number(std::size_t n) const {
+    const MarkedNumber* const known = Known(n);
+    return known ? known->Value : ReadNumber(n);
+  }
   double NumberOr(std::size_t n, double otherwise) const { return Number(n).value_or(otherwise); }
   // A fault for a missing parameter.
   double RequiredNumber(std::size_t n) const;
@@ -60,25 +70,45 @@ class Parameters {
   const vaxel::Separators& Separators() const { return *separators_; }
 
  private:
-  struct PreparedNumber {
-    std::optional<Expression> Value;  // none: the parameter is read from its text
+  static constexpr std::uint32_t NoReference = 0xFFFFFFFF;
+  struct Parameter {
+    std::size_t Start = 0;
+    std::uint32_t Reference = NoReference;  // in references_
+    bool IsRead = false;                    // as a number
+    MarkedNumber Number;
+  };
+  // A parameter whose references are replaced.
+  struct Reference {
+    std::size_t N = 0;
+    ParameterParts Parts;
+    // Its number, as long as the variables in it hold numbers. None: it is read from its text.
+    std::optional<Expression> Value;
     Mark What = Mark::None;
-    bool IsWhole = true;  // nothing but the number and its mark
+    bool MayBringSeparators = false;  // as they are ordinary characters in it
+    // Of the line as it is run:
+    bool IsNumber = false;
+    mutable bool IsWritten = false;  // whether Text holds its text
+    mutable std::string Text;
   };
 
-  bool IsReplaced(std::size_t n) const;
-  // The same parameters with all references replaced.
-  const Parameters& Replaced() const;
-
-  std::vector<PreparedNumber> prepared_;  // by parameter; empty where the texts are as they are
-  const RunContext* run_ = nullptr;
-  mutable std::unique_ptr<Parameters> replaced_;
-  mutable std::string replacedText_;
-  mutable bool isReplaced_ = false;
+  void Split(std::string_view text, const vaxel::Separators& separators, std::size_t most);
+  void AddReference(std::size_t n, const CommandRow& row, const ReferenceScope& scope);
+  bool BindReferences(const RunContext& run);
+  std::optional<double> ReadNumber(std::size_t n) const;
+  const MarkedNumber* ReadDigits(std::size_t n) const;
+  const MarkedNumber* Note(std::size_t n, MarkedNumber number) const;
+  const std::string& Written(const Reference& reference) const;
+  std::string_view Joined() const;
 
   std::string_view text_;
   const vaxel::Separators* separators_ = nullptr;
-  std::vector<std::size_t> starts_;  // of each parameter, and one behind the last as if it began there
+  // One more than there are, as if it began behind the last.
+  mutable std::vector<Parameter> parameters_;
+  std::vector<Reference> references_;
+  Program program_;
+  bool dependsOnValues_ = false;  // how the text is split
+  const RunContext* run_ = nullptr;
+  mutable std::string joined_;  // all of them, references replaced; empty: not wanted yet
 };
 
 // The value of a numeric parameter's text, see Parameters::Number.

@@ -9,7 +9,6 @@
 
 #include "base/text.h"
 #include "base/text_encoding.h"
-#include "interpreter/command_line.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {
@@ -25,61 +24,28 @@ constexpr int IncludedFrom = 279;
 
 constexpr std::size_t ReportedLineLength = 300;
 
-void BeginLine(RunContext& run) {
-  // What an included script draws belongs to the line that includes it.
-  if (run.InMainScript()) run.Surface.SourceLine = run.Level().Line.Number;
-}
+// A line that draws is quick, but there may be any number of them.
+constexpr unsigned LinesBetweenEvents = 16;
 
-// Line after line, as most scripts are run from their beginning to their end. Returns whether the level goes
-// on with lines that were run before.
-bool RunStraight(RunContext& run) {
-  ScriptLevel& level = run.Level();
-  Parameters parameters;
-  while (!level.Repeats) {
-    const LineReader::Result result = level.Reader.Next(level.Line);
-    if (result == LineReader::Result::End) return false;
-    BeginLine(run);
-    if (result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    RunLogicalLine(run, level.Line.Text, parameters);
-  }
-  return true;
-}
-
-PreparedLine* NextLine(ScriptLevel& level, PreparedLine& line) {
-  if (!level.Jump.IsTaken) return level.Prepared.After(line, level.Reader);
-  if (level.Jump.Target) return level.Jump.Target;
-  PreparedLine* const next = level.Prepared.At(level.Reader);
-  if (next && next->IsKept && level.Jump.Found) *level.Jump.Found = next;
-  return next;
-}
-
-// The same with what was worked out of each line when it was first run.
-void RunRepeating(RunContext& run) {
-  ScriptLevel& level = run.Level();
-  Parameters parameters;
-  PreparedLine* line = level.Prepared.At(level.Reader);
-  while (line) {
-    level.Line = line->Line;
-    BeginLine(run);
-    if (line->Result == LineReader::Result::Unfinished) throw ScriptFault(FaultReason::UnfinishedLine);
-    if (line->IsKept && line->Version != run.SeparatorsVersion) {
-      line->Command = PrepareCommandLine(run, line->Line.Text);
-      line->Version = run.SeparatorsVersion;
-    }
-    level.Jump = {};
-    if (!line->Command || !line->Command->Run(run)) RunLogicalLine(run, line->Line.Text, parameters);
-    line = NextLine(level, *line);
-  }
+void CompileLine(RunContext& run, ScriptLine& line) {
+  if (line.IsUnfinished) throw ScriptFault(FaultReason::UnfinishedLine);
+  line.Command.Compile(run, line.Line.Text);
+  line.Version = run.SeparatorsVersion;
 }
 
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
-  level.Reader = LineReader(level.Text);
-  level.Prepared.Clear();
-  level.Repeats = false;
-  level.Labels.Collect(level.Reader, level.Line);
-  level.Reader.Seek(0, 1);
-  if (RunStraight(run)) RunRepeating(run);
+  level.Lines.Begin(level.Text);
+  level.Labels.Collect(level.Lines.Reader, level.Line);
+  level.Lines.Reader.Seek(0, 1);
+  while (ScriptLine* const line = level.Lines.Next()) {
+    level.Line = line->Line;
+    // What an included script draws belongs to the line that includes it.
+    if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
+    if (++run.LinesWithoutEvents >= LinesBetweenEvents) HandleEvents(run);
+    if (line->Version != run.SeparatorsVersion) CompileLine(run, *line);
+    line->Command.Run(run);
+  }
 }
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
@@ -116,6 +82,7 @@ RunEnd Report(RunContext& run, const ScriptFault& fault) {
 void Reset(RunContext& run) {
   run.CurrentLevel = 1;
   run.CommandDepth = 0;
+  run.LinesWithoutEvents = 0;
   run.Separators = {};
   ++run.SeparatorsVersion;
   run.OrderState = 0;
@@ -174,25 +141,18 @@ std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) 
 
 }  // namespace
 
-void HandleEvents(RunContext& run) {
-  switch (run.Host.ProcessPendingEvents()) {
-    case RunSignal::Abort:
-      throw RunEnded{RunEnd::Aborted};
-    case RunSignal::TimeUp:
-      throw ScriptFault(FaultReason::TimeUp);
-    case RunSignal::GoOn:
-      break;
-  }
+void EndBy(RunSignal signal) {
+  if (signal == RunSignal::TimeUp) throw ScriptFault(FaultReason::TimeUp);
+  throw RunEnded{RunEnd::Aborted};
 }
 
-bool JumpTo(RunContext& run, std::string_view target) {
+bool Jump::Find(RunContext& run) {
   ScriptLevel& level = run.Level();
-  const std::optional<Label> place = PlaceOf(level, target);
-  if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target, 60));
-  const bool isBack = place->LineNumber <= level.Line.Number;
-  level.Seek(place->Position, place->LineNumber);
-  if (isBack && run.PreparesLines) level.Repeats = true;
-  return isBack;
+  const std::optional<Label> place = PlaceOf(level, target_);
+  if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
+  isBack_ = place->LineNumber <= level.Line.Number;
+  line_ = level.Lines.GoTo(*place, isBack_);
+  return isBack_;
 }
 
 void RunIncluded(RunContext& run, Inclusion inclusion) {

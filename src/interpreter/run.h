@@ -40,11 +40,36 @@ struct RunEnded {
   RunEnd How;
 };
 
-// Lets the host handle events; ends the run when it says so.
-void HandleEvents(RunContext& run);
+[[noreturn]] void EndBy(RunSignal signal);
 
-// Goes on at the line that has this label or, where none has, this number; returns whether that is a jump
-// back. A fault when there is neither.
-bool JumpTo(RunContext& run, std::string_view target);
+// Lets the host handle events; ends the run when it says so.
+inline void HandleEvents(RunContext& run) {
+  run.LinesWithoutEvents = 0;
+  const RunSignal signal = run.Host.ProcessPendingEvents();
+  if (signal != RunSignal::GoOn) EndBy(signal);
+}
+
+// A jump of one line to the line that has this label or, where none has, this number.
+class Jump {
+ public:
+  // The target must live as long.
+  explicit Jump(std::string_view target) : target_(target) {}
+
+  // Returns whether that is a jump back. A fault when there is no such line.
+  bool Take(RunContext& run) {
+    if (!line_) return Find(run);
+    // A label is passed over.
+    if (line_->Command.IsEmpty() && line_->Next) line_ = line_->Next;
+    run.Level().Lines.GoTo(line_);
+    return isBack_;
+  }
+
+ private:
+  bool Find(RunContext& run);
+
+  std::string_view target_;
+  ScriptLine* line_ = nullptr;  // when it is known and kept
+  bool isBack_ = false;
+};
 
 }  // namespace vaxel

@@ -44,7 +44,7 @@ void RunContext::SetVariable(std::string_view name, std::string_view value) {
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {
-  level.Seek(level.Text.size(), level.Line.Number);
+  level.Lines.GoTo(Label{level.Text.size(), level.Line.Number}, false);
 }
 
 void RunContext::EndAllLevels() {

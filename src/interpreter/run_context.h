@@ -19,8 +19,8 @@
 #include "interpreter/data_file.h"
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
-#include "interpreter/prepared_script.h"
 #include "interpreter/run_host.h"
+#include "interpreter/script_lines.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
 #include "scale/scale_support.h"
@@ -30,7 +30,7 @@ namespace vaxel {
 // One script: the main one or an included file.
 struct ScriptLevel {
   std::string Text;      // lines end in LF
-  LineReader Reader;     // over Text, with the read position
+  ScriptLines Lines;     // of Text, as they are run
   LogicalLine Line;      // the one being run
   std::string FileName;  // as shown in reports; empty for an unsaved text
   LabelTable Labels;
@@ -38,21 +38,6 @@ struct ScriptLevel {
   Pen CurrentPen;
   double PositionX = 0, PositionY = 0;  // where the including line placed its centre, from its own
   DataFile Data;
-
-  // Where the line being run has sent the run; nowhere when it goes on with the next line.
-  struct JumpPlace {
-    bool IsTaken = false;
-    PreparedLine* Target = nullptr;  // null: the reader's place
-    PreparedLine** Found = nullptr;  // where to note the line of that place
-  };
-  JumpPlace Jump;
-  bool Repeats = false;  // it has jumped back: from there its lines are prepared
-  PreparedScript Prepared;
-
-  void Seek(std::size_t position, std::uint32_t lineNumber) {
-    Reader.Seek(position, lineNumber);
-    Jump = {true};
-  }
 };
 
 // The state of one run, shared by all commands.
@@ -77,10 +62,7 @@ struct RunContext {
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
   std::uint32_t SeparatorsVersion = 1;  // another whenever they change
-  bool PreparesLines = true;            // false: repeated lines are read as if they were new
-  std::string Keyword;                  // of the line being run, upper case
-  std::string_view KeywordText;         // the same as it is written
-  std::string ParamText;                // its parameters where they are not a part of the line
+  unsigned LinesWithoutEvents = 0;      // run since the host last handled events
   std::string LastError;                // the text of the last reported error
   int LangBase = 0;                     // of the language of messages
   std::optional<WrittenText> LastText;  // in surface coordinates

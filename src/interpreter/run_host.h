@@ -45,9 +45,10 @@ class RunHost {
 
   // Shows the error that ended the run.
   virtual void ShowError(const ErrorReport& report) = 0;
-  // A fixed point of the run at which the drawing so far may be shown and pending events handled: when the
-  // surface is set up, before an error is shown, and at every condition, inclusion and jump back, where the
-  // answer counts.
+  // A point of the run at which the drawing so far may be shown and pending events handled: when the surface
+  // is set up, before an error is shown, and, where the answer counts, at every condition, inclusion and jump
+  // back, and when some lines have been run without any of these. It comes very often: looking at a clock
+  // takes longer than most lines do.
   virtual RunSignal ProcessPendingEvents() = 0;
   // Writes a comment, its apostrophe and the blanks before it included, behind the given line of the main
   // script or of the included file named.

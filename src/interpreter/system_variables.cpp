@@ -56,6 +56,9 @@ constexpr std::array<SystemRow, 15> Rows = {{
 }};
 
 const SystemRow* FindRow(std::string_view name) {
+  // Every reference is looked for here first.
+  constexpr std::size_t shortest = 4, longest = 5;
+  if (name.size() < shortest || name.size() > longest) return nullptr;
   const auto* row = std::find_if(Rows.begin(), Rows.end(),
                                  [&](const SystemRow& known) { return EqualIgnoringCase(known.Name, name); });
   return row == Rows.end() ? nullptr : row;

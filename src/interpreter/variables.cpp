@@ -1,6 +1,8 @@
 #include "interpreter/variables.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <vector>
 
@@ -16,6 +18,25 @@ constexpr std::size_t MaxDepth = 100;
 // More of them in one text are a mistake, and would take long to replace.
 constexpr std::size_t MaxReferences = 1'000'000;
 constexpr std::size_t ReportedLength = 60;
+
+// Whether the character ends a name.
+bool IsSign(char c) {
+  switch (c) {
+    case ' ':
+    case '=':
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case '^':
+    case ')':
+    case '<':
+    case '>':
+      return true;
+    default:
+      return false;
+  }
+}
 
 class Substitution {
  public:
@@ -112,7 +133,16 @@ const std::string* VariableTable::Find(std::string_view name) const {
 void VariableTable::Set(std::string_view name, std::string_view value) {
   const std::size_t slot = SlotFor(name);
   texts_[slot] = value;
-  kinds_[slot] = Kind::Unread;
+  areNumbers_ &= ~Bit(slot);
+  areUnwritten_ &= ~Bit(slot);
+  areUnread_ |= Bit(slot);
+}
+
+bool VariableTable::ReadNumbers(Slots slots) const {
+  for (Slots unread = slots & areUnread_ & ~areNumbers_; unread != 0; unread &= unread - 1) {
+    ReadNumber(static_cast<std::size_t>(std::countr_zero(unread)));
+  }
+  return (slots & ~areNumbers_) == 0;
 }
 
 void VariableTable::ReadNumber(std::size_t slot) const {
@@ -123,24 +153,34 @@ void VariableTable::ReadNumber(std::size_t slot) const {
   const bool isNumber = !digits.empty() && IsDigit(digits.back()) &&
                         ReadUnsignedNumber(digits, value) == digits.size() && std::isfinite(value);
   numbers_[slot] = text.starts_with('-') ? -value : value;
-  kinds_[slot] = isNumber ? Kind::Written : Kind::Other;
+  areUnread_ &= ~Bit(slot);
+  if (isNumber) areNumbers_ |= Bit(slot);
 }
 
 const std::string& VariableTable::VarValues(std::size_t slot) const {
-  if (kinds_[slot] == Kind::Number) {
+  if ((areUnwritten_ & Bit(slot)) != 0) {
     texts_[slot] = NumberText(numbers_[slot]);
-    kinds_[slot] = Kind::Written;
+    areUnwritten_ &= ~Bit(slot);
   }
   return texts_[slot];
 }
 
+// One scan up to the first thing that may end a name: a line may hold a great many references. Which of the
+// marks there does end it, where one overlaps another, is told by the few characters behind it.
 std::string_view ReferenceName(std::string_view text, const Separators& separators) {
-  // The cheapest search comes first and bounds the others: a line may hold a great many references.
-  text = text.substr(0, text.find_first_of(" =+-*/^)<>", 1));
-  for (std::string_view mark :
-       {std::string_view("°"), std::string_view(separators.First), std::string_view(separators.Second)}) {
-    text = text.substr(0, text.find(mark, 1));
-  }
+  const std::array<std::string_view, 3> marks = {"°", separators.First, separators.Second};
+  const auto mayEndAt = [&](std::size_t i) {
+    return IsSign(text[i]) || std::any_of(marks.begin(), marks.end(), [&](std::string_view mark) {
+             return text[i] == mark.front() && text.substr(i).starts_with(mark);
+           });
+  };
+  std::size_t end = 1;
+  while (end < text.size() && !mayEndAt(end)) ++end;
+  if (end == text.size()) return text;
+  text = text.substr(0, end + 2 * std::max({marks[0].size(), marks[1].size(), marks[2].size()}));
+  text = text.substr(
+      0, static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), IsSign) - text.begin()));
+  for (std::string_view mark : marks) text = text.substr(0, text.find(mark, 1));
   return text;
 }
 

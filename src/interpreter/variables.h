@@ -46,13 +46,16 @@ class VariableTable {
         std::abs(value) < largestWhole && value == static_cast<double>(static_cast<std::int64_t>(value));
     // Adding 0 takes the sign from a zero, which no text has.
     numbers_[slot] = isExact ? value + 0.0 : AsWritten(value);
-    kinds_[slot] = Kind::Number;
+    areNumbers_ |= Bit(slot);
+    areUnwritten_ |= Bit(slot);
   }
-  // Whether the value is the text of one number, sign included, and its value.
-  bool HoldsNumber(std::size_t slot) const {
-    if (kinds_[slot] == Kind::Unread) ReadNumber(slot);
-    return kinds_[slot] != Kind::Other;
-  }
+
+  // A bit for each of several slots.
+  using Slots = std::uint32_t;
+  static constexpr Slots Bit(std::size_t slot) { return Slots{1} << slot; }
+  // Whether the value of each of them is the text of one number, sign included.
+  bool HoldNumbers(Slots slots) const { return (slots & ~areNumbers_) == 0 || ReadNumbers(slots); }
+  // The value of a slot that holds a number.
   double NumberAt(std::size_t slot) const { return numbers_[slot]; }
 
   std::int16_t VarCount = 0;
@@ -60,19 +63,16 @@ class VariableTable {
   const std::string& VarValues(std::size_t slot) const;
 
  private:
-  enum class Kind : std::uint8_t {
-    Unread,   // a text that nobody has wanted as a number yet
-    Other,    // a text that is no number
-    Written,  // a number with its text
-    Number    // a number whose text is not written yet
-  };
-
+  bool ReadNumbers(Slots slots) const;
   void ReadNumber(std::size_t slot) const;
 
   mutable std::array<std::string, MaxVariables> texts_;
   mutable std::array<double, MaxVariables> numbers_{};
-  mutable std::array<Kind, MaxVariables> kinds_{};
+  mutable Slots areNumbers_ = 0;
+  mutable Slots areUnread_ = 0;     // texts that nobody has wanted as numbers yet
+  mutable Slots areUnwritten_ = 0;  // numbers whose texts nobody has wanted yet
 };
+static_assert(VariableTable::MaxVariables <= 32);
 
 // The values that the language itself gives names to. They come before a script's own variables.
 class SystemVariables {

@@ -57,6 +57,18 @@ TEST(Run, PagesHaveTheirOwnOrientation) {
   EXPECT_LT(RunText("CentreE = 1,1\nCentreE = 2,2").OrderState, 0);
 }
 
+// Without any jump or condition, too: the user waits as long for it.
+TEST(Run, AStraightScriptCanBeEnded) {
+  std::string script;
+  for (int line = 0; line < 1000; ++line) script += "X = 0, 0, 1\n";
+  RunSettings settings;
+  settings.SignalAt = 5;
+  const ScriptRun run = RunText(script, settings);
+  EXPECT_EQ(run.End, RunEnd::Aborted);
+  EXPECT_GT(run.List.Size(), 0U);
+  EXPECT_LT(run.List.Size(), 400U);
+}
+
 // Scripts that nobody would write: parts of lines that the language knows, put together by chance. They end
 // in a drawing or in a report; the sanitizers watch.
 TEST(Run, SurvivesScriptsMadeByChance) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +35,41 @@ TEST(Variables, EndlessTextsAreRefused) {
       EXPECT_EQ(fault.Reason(), FaultReason::TextTooLong);
     }
   }
+}
+
+// Where a name ends must not be looked for in all that follows: this would take minutes.
+TEST(Variables, ManyReferencesAreReplacedInOneScan) {
+  VariableTable variables;
+  variables.Set("%a", "1");
+  constexpr std::size_t count = 60'000;
+  for (const std::string separator : {",", "§", "°", "+"}) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) text += "%a" + separator;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Substitute(text, variables, NoSystemVariables(), {}).size(), count * (1 + separator.size()));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << separator;
+  }
+}
+
+// A separator of several characters ends a name where it stands before any other end.
+TEST(Variables, NamesEndAtTheFirstMark) {
+  struct Case {
+    const char* Text;
+    Separators Marks;
+    const char* Name;
+  };
+  const Case cases[] = {{"%ab", {}, "%ab"},
+                        {"%ab,c", {}, "%ab"},
+                        {"%ab°", {}, "%ab"},
+                        {"%a§1", {}, "%a"},
+                        {"%a-b,c", {}, "%a"},
+                        {"%", {}, "%"},
+                        {"%=a", {}, "%"},
+                        {"%ax;y", {";", "x"}, "%a"},
+                        {"%a;;b", {";;", "§"}, "%a"},
+                        {"%a;b;;", {";;", "§"}, "%a;b"},
+                        {"%a;-b", {";-", "§"}, "%a;"}};
+  for (const Case& c : cases) EXPECT_EQ(ReferenceName(c.Text, c.Marks), c.Name) << c.Text;
 }
 
 }  // namespace

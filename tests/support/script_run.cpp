@@ -88,7 +88,6 @@ ScriptRun RunText(std::string_view script, const RunSettings& settings) {
   const StringTable strings;
   RunContext run(host, AllCommands(), strings, result.List);
   run.LangBase = settings.LangBase;
-  run.PreparesLines = settings.PreparesLines;
   for (const auto& [name, value] : settings.Variables) run.Level().Variables.Set(name, value);
   result.End = RunScript(run, settings.Target, std::string(script), settings.FileName);
   result.OrderState = run.OrderState;

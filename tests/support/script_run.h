@@ -21,7 +21,6 @@ struct RunSettings {
   std::string Folder{};                // ends in a separator: where files are that are not among those
   std::vector<std::string> Answers{};  // to questions; "cancel" cancels, then there are none
   int SignalAt = 0;                    // of the calls for events, from 1: the one that aborts; 0: none
-  bool PreparesLines = true;           // as runs do; else repeated lines are read anew
   bool AnswersOk = true;               // to boxes with OK and Cancel
 };
 

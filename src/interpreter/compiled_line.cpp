@@ -1,0 +1,140 @@
+#include "interpreter/compiled_line.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "base/text.h"
+#include "interpreter/line_reader.h"
+#include "interpreter/replacement.h"
+#include "interpreter/run_context.h"
+#include "interpreter/script_fault.h"
+
+namespace vaxel {
+namespace {
+
+constexpr int MaxCommandDepth = 100;
+
+bool IsVariableLine(std::string_view line) {
+  return line.front() == '%' && WithoutComment(line).find('=') == std::string_view::npos;
+}
+
+// A line that is nothing but a reference to a variable is the command line that the variable holds, as it
+// stands: which references in it are replaced is for the command to say. Empty when there is nothing to run.
+std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
+                                     const Separators& separators) {
+  constexpr int maxDepth = 100;
+  for (int depth = 0; IsVariableLine(line); ++depth) {
+    const std::string_view name = ReferenceName(line, separators);
+    const std::string* value = level.Variables.Find(name);
+    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
+    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(name, 60));
+    line = Trim(*value);
+    if (IsBlankOrComment(line)) return {};
+  }
+  return line;
+}
+
+// Compiled anew when the variable holds another line than before.
+class VariableLine : public CompiledCommand {
+ public:
+  explicit VariableLine(std::string_view line) : line_(line) {}
+
+  void Run(RunContext& run) override {
+    const std::string_view held = ResolveVariableLine(run.Level(), line_, run.Separators);
+    if (held.empty()) return;
+    if (held != held_) {
+      // A copy: the command may give the variable another value.
+      held_ = held;
+      compiled_.Compile(run, held_);
+    }
+    compiled_.Run(run);
+  }
+
+ private:
+  std::string_view line_;
+  std::string held_;
+  CompiledLine compiled_;
+};
+
+void CheckOrder(RunContext& run, const CommandRow& row) {
+  if (run.InMainScript() && run.OrderState > row.OrderLimit) {
+    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Sets);
+    throw ScriptFault(FaultKind::Order, FaultReason::None, {});
+  }
+  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Sets);
+}
+
+bool Applies(const RunContext& run, Scope scope) {
+  switch (scope) {
+    case Scope::ScreenOnly:
+      return !run.Surface.IsPrinter();
+    case Scope::PrinterOnly:
+      return run.Surface.IsPrinter();
+    case Scope::MainScriptOnly:
+      return run.InMainScript();
+    case Scope::Everywhere:
+      break;
+  }
+  return true;
+}
+
+// Null for a line that is none.
+const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
+  const std::string upper = UpperCase(keyword);
+  if (const CommandRow* const row = run.Commands.Find(upper)) return row;
+  if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;
+  const std::string_view suggestion = run.Commands.Suggest(upper);
+  throw ScriptFault(FaultKind::UnknownCommand,
+                    suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
+                    std::string(suggestion));
+}
+
+}  // namespace
+
+void CompiledLine::Compile(const RunContext& run, std::string_view line) {
+  isCompiled_ = true;
+  row_ = nullptr;
+  command_.reset();
+  if (IsVariableLine(line)) {
+    command_ = std::make_unique<VariableLine>(line);
+    return;
+  }
+  const CommandLine command = SplitCommand(line);
+  const CommandRow* const row = RowOf(run, command.Keyword, line);
+  if (!row || !Applies(run, row->Where)) return;
+  text_ = row->TextFrom == 0 ? WithoutComment(command.Parameters) : command.Parameters;
+  if (row->Compile) command_ = row->Compile(command.Keyword, text_);
+  if (command_) return;
+  row_ = row;
+  parameters_.Compile(text_, *row, run);
+}
+
+void CompiledLine::RunHandler(RunContext& run) {
+  const bool isBound = parameters_.Bind(run);
+  // What the variables bring is split with the rest.
+  const std::string text = isBound ? std::string() : ReplaceVariables(run, text_, *row_);
+  CheckOrder(run, *row_);
+  if (isBound) {
+    row_->Handler(run, parameters_);
+  } else {
+    Parameters parameters;
+    parameters.Assign(text, run.Separators);
+    row_->Handler(run, parameters);
+  }
+}
+
+BehindLine::BehindLine(std::string_view line) : line_(line) {}
+
+void BehindLine::Run(RunContext& run) {
+  if (IsBlankOrComment(line_)) return;
+  if (++run.CommandDepth > MaxCommandDepth) {
+    throw ScriptFault(FaultReason::CircularVariable, Shorten(line_, 60));
+  }
+  if (!isCompiled_) compiled_.Compile(run, line_);
+  isCompiled_ = true;
+  compiled_.Run(run);
+  --run.CommandDepth;
+}
+
+}  // namespace vaxel

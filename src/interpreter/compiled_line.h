@@ -1,0 +1,55 @@
+// A command line on its way to the handler of its command.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "interpreter/command_row.h"
+#include "interpreter/parameters.h"
+
+namespace vaxel {
+
+// A line with what could be worked out of it beforehand: its row, and its parameters as texts, numbers and
+// programs. It can be compiled anew, which keeps its memory.
+class CompiledLine {
+ public:
+  // The line must live as long; it holds for the separators in force. A fault for an unknown command.
+  void Compile(const RunContext& run, std::string_view line);
+
+  // Whether it is compiled and there is nothing to run: a label, a command that does not count here.
+  bool IsEmpty() const { return isCompiled_ && !command_ && !row_; }
+
+  // As often as it is wanted, in the level for which it was compiled.
+  void Run(RunContext& run) {
+    if (command_) {
+      command_->Run(run);
+    } else if (row_) {
+      RunHandler(run);
+    }
+  }
+
+ private:
+  void RunHandler(RunContext& run);
+
+  bool isCompiled_ = false;
+  const CommandRow* row_ = nullptr;  // null, as is command_: there is nothing to run
+  std::string_view text_;            // of all parameters
+  Parameters parameters_;
+  std::unique_ptr<CompiledCommand> command_;
+};
+
+// A command line behind another one; an empty line and a comment are nothing to run.
+class BehindLine {
+ public:
+  // The line must live as long.
+  explicit BehindLine(std::string_view line);
+  // A fault when too many stand behind one another.
+  void Run(RunContext& run);
+
+ private:
+  std::string_view line_;
+  bool isCompiled_ = false;  // not before it is run: the command may hold another one, and so on
+  CompiledLine compiled_;
+};
+
+}  // namespace vaxel
