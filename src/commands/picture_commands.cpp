@@ -8,6 +8,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/units.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
@@ -16,7 +17,6 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t MaxFileSize = 100'000'000;
-constexpr double MillimetresPerInch = 25.4;
 
 std::string ReadBytes(RunContext& run, const std::string& fileName, const std::string& shown) {
   FileContent content = run.Host.ReadFile(fileName, MaxFileSize);

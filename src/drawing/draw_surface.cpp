@@ -8,9 +8,9 @@
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerPoint = 25.4 / 72;
+constexpr double MillimetresPerPoint = MillimetresPerInch / 72;
 constexpr double Turn = 2 * std::numbers::pi;
-constexpr double LeastFileWidthMm = 25.4 / 600;
+constexpr double LeastFileWidthMm = MillimetresPerInch / 600;
 
 double Checked(double value) {
   if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();

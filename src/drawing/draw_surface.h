@@ -17,6 +17,7 @@
 
 #include "base/contour.h"
 #include "base/point.h"
+#include "base/units.h"
 #include "drawing/colour.h"
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
@@ -33,8 +34,8 @@ enum class PageOrientation : std::uint8_t { Portrait = 1, Landscape = 2 };
 // What a run is told of the device that it draws for.
 struct RunTarget {
   TargetKind Kind = TargetKind::Screen;
-  double WidthMm = 200, HeightMm = 200;  // the drawable area, in portrait on a printer; greater than 0
-  double PixelMm = 25.4 / 96;            // the size of a device pixel
+  double WidthMm = 200, HeightMm = 200;      // the drawable area, in portrait on a printer; greater than 0
+  double PixelMm = MillimetresPerInch / 96;  // the size of a device pixel
   // Windows, printers and metafiles draw with their pixels: no stroke is thinner than one, and one with
   // square ends is outlined with it. Else strokes are for files and exactly as wide as they say.
   bool IsPixelDevice = true;

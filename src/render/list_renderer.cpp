@@ -1,8 +1,7 @@
 #include "render/list_renderer.h"
 
-#include <numbers>
-
 #include "base/printable.h"
+#include "base/units.h"
 #include "render/decimal_text.h"
 
 namespace vaxel {
@@ -10,7 +9,6 @@ namespace {
 
 constexpr int Decimals = 3;
 constexpr std::size_t FlushSize = 1U << 16;
-constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
 }  // namespace
 

@@ -7,6 +7,8 @@
 #include <numbers>
 #include <utility>
 
+#include "base/units.h"
+
 namespace vaxel {
 namespace {
 
@@ -386,7 +388,7 @@ GdiBitmap GdiRenderer::WithGround(const Operation& operation, const PictureShape
 void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
                                  const PixelView& picture) {
   // What it holds, or where that is coarse what the eye sees, but no more than the device can show.
-  constexpr double pixelsPerMm = 300 / 25.4;
+  constexpr double pixelsPerMm = 300 / MillimetresPerInch;
   const auto sizeOf = [](int held, double side, int shown) {
     return std::min(std::max(held, static_cast<int>(std::min(side * pixelsPerMm, 4000.0))), shown);
   };
