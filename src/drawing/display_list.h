@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -126,32 +125,11 @@ struct Page {
   std::size_t First = 0, Count = 0;  // its operations
 };
 
-// Thrown by an operation or a page that would exceed DisplayList::MaxOperations.
-class OperationLimitExceeded : public std::length_error {
- public:
-  OperationLimitExceeded() : std::length_error("too many drawing operations") {}
-};
-
-// Thrown by a text that would exceed DisplayList::MaxTextBytes.
-class TextLimitExceeded : public std::length_error {
- public:
-  TextLimitExceeded() : std::length_error("too much text") {}
-};
-
-// Thrown by a picture that would exceed DisplayList::MaxPictureBytes.
-class PictureLimitExceeded : public std::length_error {
- public:
-  PictureLimitExceeded() : std::length_error("too many pictures") {}
-};
-
-// Thrown for a coordinate, radius or width that is not finite or beyond MaxCoordinate: so every renderer
-// gets numbers that its format can hold.
-class CoordinateOverflow : public std::overflow_error {
- public:
-  CoordinateOverflow() : std::overflow_error("coordinate out of range") {}
-};
+// Device millimetres, in magnitude: beyond it DrawSurface throws a DrawingFault, so that every renderer gets
+// numbers that its format can hold.
 inline constexpr double MaxCoordinate = 100'000;
 
+// Throws a DrawingFault for what would exceed a limit.
 class DisplayList {
  public:
   // Of pages as well, which may be empty.

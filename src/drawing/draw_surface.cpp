@@ -5,6 +5,8 @@
 #include <numbers>
 #include <utility>
 
+#include "drawing/drawing_fault.h"
+
 namespace vaxel {
 namespace {
 
@@ -13,7 +15,7 @@ constexpr double Turn = 2 * std::numbers::pi;
 constexpr double LeastFileWidthMm = MillimetresPerInch / 600;
 
 double Checked(double value) {
-  if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();
+  if (!(std::abs(value) <= MaxCoordinate)) throw DrawingFault{DrawingFault::Reason::OutOfRange};
   return value;
 }
 

@@ -3,8 +3,7 @@
 //
 // A drawing unit is Z millimetres of the device (1 mm of paper on a printer with zoom 1). Surface
 // coordinates are drawing units from the lower-left corner, x to the right and y upward. A script's point
-// lies at the graphic centre plus the shift of CT plus its own coordinates. Drawing throws
-// OperationLimitExceeded and CoordinateOverflow.
+// lies at the graphic centre plus the shift of CT plus its own coordinates. Drawing throws a DrawingFault.
 #pragma once
 
 #include <array>
