@@ -129,7 +129,7 @@ void DrawPicture(RunContext& run, const Parameters& parameters) {
   const Point natural = {picture->Width * MillimetresPerInch / picture->DpiX,
                          picture->Height * MillimetresPerInch / picture->DpiY};
   const Point size = ReadSize(run, parameters, natural);
-  surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size.X, size.Y);
+  surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size);
   surface.MoveTo(place);
   run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
 }

@@ -26,7 +26,7 @@ void DrawArcSupport(RunContext& run, Colour colour) {
         RequireFinitePoint(support.ScalePoint(support.StartAngle * RadiansPerDegree, support.Radius));
     const Point to =
         RequireFinitePoint(support.ScalePoint(support.EndAngle * RadiansPerDegree, support.Radius));
-    const Point current = {run.Surface.CurrentX, run.Surface.CurrentY};
+    const Point current = run.Surface.Current();
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, colour);
     run.Surface.MoveTo(current);
     return;
@@ -35,15 +35,17 @@ void DrawArcSupport(RunContext& run, Colour colour) {
   // A negative radius lies on the other side of the pivot, where the marks are too.
   const double turn = support.StartDistance < 0 ? Pi : 0;
   // The needle sweeps clockwise, the surface draws counter-clockwise.
-  run.Surface.Circle(origin.X, origin.Y - support.CentreOffset, support.StartDistance, colour,
-                     wholeTurn ? CircleForm::Full : CircleForm::Arc, turn + support.EndDirection,
-                     turn + support.StartDirection);
+  run.Surface.Circle({.Centre = origin - Point{0, support.CentreOffset},
+                      .Radius = support.StartDistance,
+                      .From = turn + support.EndDirection,
+                      .To = turn + support.StartDirection,
+                      .Form = wholeTurn ? CircleForm::Full : CircleForm::Arc},
+                     run.Surface.StandingStroke(colour));
 }
 
 void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
   const Point origin = run.Surface.Origin();
-  run.Support.DrawSupport = !IsNotDrawn(parameters, 4);
-  if (run.Support.DrawSupport) {
+  if (!IsNotDrawn(parameters, 4)) {
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
   run.Surface.MoveTo(origin + (from + to) * 0.5);
@@ -80,12 +82,12 @@ void RunArc(RunContext& run, const Parameters& parameters) {
   ScaleSupport support = run.Support;
   support.SetArc(parameters.RequiredNumber(1), parameters.RequiredNumber(2), parameters.RequiredNumber(3));
   for (double distance : {support.StartDistance, support.EndDistance}) RequireFinite(distance);
-  support.DrawSupport = !IsNotDrawn(parameters, 4);
-  if (support.DrawSupport) {
+  const bool isDrawn = !IsNotDrawn(parameters, 4);
+  if (isDrawn) {
     for (double direction : {support.StartDirection, support.EndDirection}) RequireFinite(direction);
   }
   run.Support = support;
-  if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
+  if (isDrawn) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }
 
 void RunDroite(RunContext& run, const Parameters& parameters) {

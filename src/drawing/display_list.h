@@ -28,6 +28,7 @@ namespace vaxel {
 // is one in every operation.
 struct Fill {
   constexpr Fill() : Ink(Black), Solid(0) {}
+  explicit constexpr Fill(Colour ink) : Fill(true, ink) {}
   constexpr Fill(bool solid, Colour ink) : Ink(ink & 0xFFFFFF), Solid(solid ? 1 : 0) {}
 
   Colour Ink : 24;
