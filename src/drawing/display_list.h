@@ -85,11 +85,6 @@ struct CircleShape {
   bool Butt = false;  // an arc ends square, on the rays of its ends; else round
 };
 
-// A round dot of the stroke's width.
-struct PointShape {
-  Point At;
-};
-
 // Text on a straight baseline, without kerning and ligatures. A renderer whose font gives it another length
 // stretches it to this one.
 struct TextShape {
@@ -108,8 +103,8 @@ struct PictureShape {
   std::uint32_t Content = 0;  // see DisplayList::PictureOf()
 };
 
-using Shape = std::variant<LineShape, RectangleShape, PolygonShape, ContourShape, CircleShape, PointShape,
-                           TextShape, PictureShape>;
+using Shape =
+    std::variant<LineShape, RectangleShape, PolygonShape, ContourShape, CircleShape, TextShape, PictureShape>;
 
 struct Operation {
   double Width = 0;    // of the stroke; 0: a filled figure is not stroked. Texts and pictures have none

@@ -109,12 +109,6 @@ void ListRenderer::Circle(const Operation& operation, const CircleShape& circle)
   EndLine();
 }
 
-void ListRenderer::Dot(const Operation& operation, const PointShape& point) {
-  Begin("point", operation, {});
-  Put(point.At);
-  EndLine();
-}
-
 void ListRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                         const FontFace& face) {
   BeginLine("text", operation);

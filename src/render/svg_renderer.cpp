@@ -241,11 +241,6 @@ void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   Finish(operation, circle.Inside);
 }
 
-void SvgRenderer::Dot(const Operation& operation, const PointShape& point) {
-  // A line without length and with round ends is drawn as a dot.
-  Line(operation, {point.At, point.At});
-}
-
 void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                        const FontFace& face) {
   text_ += "<text";

@@ -325,10 +325,6 @@ void GdiRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   });
 }
 
-void GdiRenderer::Dot(const Operation& operation, const PointShape& point) {
-  Line(operation, {point.At, point.At});
-}
-
 void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                        const FontFace& face) {
   const Point along = {std::cos(shape.Angle), -std::sin(shape.Angle)};
