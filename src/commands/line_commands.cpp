@@ -55,8 +55,7 @@ void DrawPolygon(RunContext& run, const Parameters& parameters, bool filled) {
     point = ReadPoint(parameters, n, point);
     corners.push_back(point + origin);
   } while (n + 2 <= parameters.Count());
-  run.Surface.FillColor = colour;
-  run.Surface.Polygon(corners, colour, filled);
+  run.Surface.Polygon(corners, run.Surface.StandingStroke(colour), {filled, colour});
 }
 
 }  // namespace

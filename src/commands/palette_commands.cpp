@@ -24,30 +24,30 @@ Colour ReadableOn(Colour colour) {
 }
 
 // The values of the colour in one line, or below one another, as the patch has room.
-void WriteValues(DrawSurface& surface, const PalettePatch& patch, Point corner) {
+void WriteValues(DrawSurface& surface, const PalettePatch& patch, Point corner, const Font& font) {
   const std::array<std::string, 3> parts = {std::to_string(RedOf(patch.Ink)),
                                             std::to_string(GreenOf(patch.Ink)),
                                             std::to_string(BlueOf(patch.Ink))};
   const std::string whole = parts[0] + " " + parts[1] + " " + parts[2];
-  const double roomAcross = Margin * std::abs(patch.Width), roomUp = Margin * std::abs(patch.Height);
-  const Point middle = corner + Point{patch.Width, patch.Height} * 0.5;
+  const double roomAcross = Margin * std::abs(patch.Size.X), roomUp = Margin * std::abs(patch.Size.Y);
+  const Point middle = corner + patch.Size * 0.5;
   const Colour ink = ReadableOn(patch.Ink);
   const auto write = [&](const std::string& text, double above) {
-    WriteText(surface, text, middle + Point{0, above}, 0, AnchorAlong::Middle, AnchorAcross::Middle, ink);
+    WriteText(surface, text, middle + Point{0, above}, {}, font, ink);
   };
   // The longest text decides, so that all patches of a palette are written alike.
-  const TextExtent extent = surface.MeasureText("255 255 255");
+  const TextExtent extent = surface.MeasureText("255 255 255", font);
   if (extent.Height() > roomUp) return;
   if (extent.Length <= roomAcross) {
     write(whole, 0);
     return;
   }
-  if (3 * extent.Height() > roomUp || surface.TextWidth("255") > roomAcross) return;
+  if (3 * extent.Height() > roomUp || surface.MeasureText("255", font).Length > roomAcross) return;
   for (std::size_t i = 0; i < parts.size(); ++i)
     write(parts[i], (1 - static_cast<double>(i)) * extent.Height());
 }
 
-using MakePalette = std::vector<PalettePatch> (*)(int number, double width, double height);
+using MakePalette = std::vector<PalettePatch> (*)(int number, Point size);
 
 void DrawPalette(RunContext& run, const Parameters& parameters, int most, MakePalette make) {
   const auto number = RoundToInt16(parameters.RequiredNumber(1));
@@ -55,18 +55,15 @@ void DrawPalette(RunContext& run, const Parameters& parameters, int most, MakePa
     throw ScriptFault(FaultReason::BadNumber, std::to_string(most));
   }
   DrawSurface& surface = run.Surface;
-  const Point corner = {surface.CurrentX, surface.CurrentY};
-  const double width = surface.DrawWidth;
-  surface.DrawWidth = 1;
-  const TextFont font(surface, {});
-  for (const PalettePatch& patch :
-       make(*number, parameters.RequiredNumber(2), parameters.RequiredNumber(3))) {
+  const Point corner = surface.Current();
+  const Font font = FontWith(surface.Font, {});
+  const double height = parameters.RequiredNumber(3);
+  const Point size = {parameters.RequiredNumber(2), height};
+  for (const PalettePatch& patch : make(*number, size)) {
     const Point place = corner + patch.Corner;
-    surface.FillColor = patch.Ink;
-    surface.Rectangle(place.X, place.Y, place.X + patch.Width, place.Y + patch.Height, patch.Ink, true);
-    WriteValues(surface, patch, place);
+    surface.Rectangle(place, place + patch.Size, {patch.Ink, 1}, Fill(patch.Ink));
+    WriteValues(surface, patch, place, font);
   }
-  surface.DrawWidth = width;
   surface.MoveTo(corner);
 }
 

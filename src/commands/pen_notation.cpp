@@ -60,7 +60,7 @@ void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colo
 void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour) {
   const Pen& pen = run.Level().CurrentPen;
   if (!pen.Dashed()) {
-    run.Surface.Polygon(corners, colour, false);
+    run.Surface.Polygon(corners, run.Surface.StandingStroke(colour));
     return;
   }
   for (std::size_t i = 0; i < corners.size(); ++i) {
@@ -71,8 +71,7 @@ void DrawOutline(RunContext& run, std::span<const Point> corners, Colour colour)
 
 void DrawFigure(RunContext& run, std::span<const Point> corners, Colour colour, bool filled) {
   if (filled) {
-    run.Surface.FillColor = colour;
-    run.Surface.Polygon(corners, colour, true);
+    run.Surface.Polygon(corners, run.Surface.StandingStroke(colour), Fill(colour));
   } else {
     DrawOutline(run, corners, colour);
   }

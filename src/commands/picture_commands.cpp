@@ -8,6 +8,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/units.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
@@ -15,7 +16,6 @@
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 
 FaultReason ReasonOf(PictureFault fault) {
   switch (fault) {
@@ -115,7 +115,7 @@ void DrawPicture(RunContext& run, const Parameters& parameters) {
   const Point natural = {picture->Width * MillimetresPerInch / picture->DpiX,
                          picture->Height * MillimetresPerInch / picture->DpiY};
   const Point size = ReadSize(run, parameters, natural);
-  surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size.X, size.Y);
+  surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size);
   surface.MoveTo(place);
   run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
 }

@@ -26,7 +26,7 @@ void DrawArcSupport(RunContext& run, Colour colour) {
         RequireFinitePoint(support.ScalePoint(support.StartAngle * RadiansPerDegree, support.Radius));
     const Point to =
         RequireFinitePoint(support.ScalePoint(support.EndAngle * RadiansPerDegree, support.Radius));
-    const Point current = {run.Surface.CurrentX, run.Surface.CurrentY};
+    const Point current = run.Surface.Current();
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, colour);
     run.Surface.MoveTo(current);
     return;
@@ -35,15 +35,17 @@ void DrawArcSupport(RunContext& run, Colour colour) {
   // A negative radius lies on the other side of the pivot, where the marks are too.
   const double turn = support.StartDistance < 0 ? Pi : 0;
   // The needle sweeps clockwise, the surface draws counter-clockwise.
-  run.Surface.Circle(origin.X, origin.Y - support.CentreOffset, support.StartDistance, colour,
-                     wholeTurn ? CircleForm::Full : CircleForm::Arc, turn + support.EndDirection,
-                     turn + support.StartDirection);
+  run.Surface.Circle({.Centre = origin - Point{0, support.CentreOffset},
+                      .Radius = support.StartDistance,
+                      .From = turn + support.EndDirection,
+                      .To = turn + support.StartDirection,
+                      .Form = wholeTurn ? CircleForm::Full : CircleForm::Arc},
+                     run.Surface.StandingStroke(colour));
 }
 
 void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
   const Point origin = run.Surface.Origin();
-  run.Support.DrawSupport = !IsNotDrawn(parameters, 4);
-  if (run.Support.DrawSupport) {
+  if (!IsNotDrawn(parameters, 4)) {
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
   run.Surface.MoveTo(origin + (from + to) * 0.5);
@@ -83,9 +85,8 @@ void RunArc(RunContext& run, const Parameters& parameters) {
        {support.StartDistance, support.EndDistance, support.StartDirection, support.EndDirection}) {
     RequireFinite(derived);
   }
-  support.DrawSupport = !IsNotDrawn(parameters, 4);
   run.Support = support;
-  if (support.DrawSupport) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
+  if (!IsNotDrawn(parameters, 4)) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }
 
 void RunDroite(RunContext& run, const Parameters& parameters) {

@@ -21,21 +21,21 @@ Sector OnSurface(const RunContext& run, Sector sector) {
 // A filled band ends exactly at its values: it has no outline.
 void DrawSector(RunContext& run, const Sector& sector, Colour colour, bool filled) {
   DrawSurface& surface = run.Surface;
-  const double width = surface.DrawWidth;
-  if (filled) surface.DrawWidth = 0;
+  const Stroke stroke = filled ? Stroke{colour, 0} : surface.StandingStroke(colour);
   if (sector.Shape == Sector::Form::Straight) {
     std::vector<Point> corners;
     for (const ContourArc& piece : sector.Pieces) corners.push_back(piece.Centre);
-    DrawFigure(run, corners, colour, filled);
+    if (filled) {
+      surface.Polygon(corners, stroke, Fill(colour));
+    } else {
+      DrawOutline(run, corners, colour);
+    }
   } else if (sector.Shape == Sector::Form::Ring && !filled) {
     // A contour would have a seam.
-    for (const ContourArc& edge : sector.Pieces)
-      surface.Circle(edge.Centre.X, edge.Centre.Y, edge.Radius, colour);
+    for (const ContourArc& edge : sector.Pieces) surface.Circle({edge.Centre, edge.Radius}, stroke);
   } else {
-    surface.FillColor = colour;
-    surface.Contour(sector.Pieces, colour, filled);
+    surface.Contour(sector.Pieces, stroke, {filled, colour});
   }
-  surface.DrawWidth = width;
 }
 
 void DrawSectors(RunContext& run, const Parameters& parameters, bool filled) {

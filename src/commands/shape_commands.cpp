@@ -23,8 +23,7 @@ AngleRange ReadRange(const Parameters& parameters, std::size_t n) {
 }
 
 void DrawContour(RunContext& run, std::span<const ContourArc> pieces, Colour colour, bool filled) {
-  run.Surface.FillColor = colour;
-  run.Surface.Contour(pieces, colour, filled);
+  run.Surface.Contour(pieces, run.Surface.StandingStroke(colour), {filled, colour});
 }
 
 void DrawBox(RunContext& run, const Parameters& parameters, bool filled) {
@@ -34,8 +33,7 @@ void DrawBox(RunContext& run, const Parameters& parameters, bool filled) {
     DrawOutline(run, std::array{corner, Point{opposite.X, corner.Y}, opposite, Point{corner.X, opposite.Y}},
                 colour);
   } else {
-    run.Surface.FillColor = colour;
-    run.Surface.Rectangle(corner.X, corner.Y, opposite.X, opposite.Y, colour, filled);
+    run.Surface.Rectangle(corner, opposite, run.Surface.StandingStroke(colour), {filled, colour});
   }
   run.Surface.MoveTo((corner + opposite) * 0.5);
 }
@@ -66,16 +64,12 @@ void DrawCircle(RunContext& run, const Parameters& parameters, CircleForm part, 
   const Colour colour = run.ColourOr(parameters.Rest(6));
   const double start = range.Start * RadiansPerDegree;
   const double stop = (range.Start + range.Sweep) * RadiansPerDegree;
-  DrawSurface& surface = run.Surface;
-  surface.FillColor = colour;
-  surface.FillStyle = part == CircleForm::Pie;
-  surface.Circle(centre.X, centre.Y, radius, colour, range.IsWholeTurn() ? CircleForm::Full : part, start,
-                 stop, aspect);
-  surface.FillStyle = false;
-  surface.MoveTo(centre);
-  if (end == CircleEnd::Centre) return;
+  const CircleForm form = range.IsWholeTurn() ? CircleForm::Full : part;
+  run.Surface.Circle({centre, radius, aspect, start, stop, form}, run.Surface.StandingStroke(colour),
+                     {part == CircleForm::Pie, colour});
   const Point reach = {std::abs(radius), std::abs(radius * aspect)};
-  surface.MoveTo(centre + Point{reach.X * std::cos(stop), reach.Y * std::sin(stop)});
+  const Point last = centre + Point{reach.X * std::cos(stop), reach.Y * std::sin(stop)};
+  run.Surface.MoveTo(end == CircleEnd::Centre ? centre : last);
 }
 
 void DrawCrescent(RunContext& run, const Parameters& parameters, bool filled) {
@@ -141,7 +135,7 @@ struct DrillMark {
 DrillMark DrawDrillCircle(RunContext& run, const Parameters& parameters) {
   const DrillMark mark{ReadPlace(run, parameters, 1), parameters.RequiredNumber(3) / 2,
                        run.ColourOr(parameters.Rest(4))};
-  run.Surface.Circle(mark.Centre.X, mark.Centre.Y, mark.Radius, mark.Ink);
+  run.Surface.Circle({mark.Centre, mark.Radius}, run.Surface.StandingStroke(mark.Ink));
   return mark;
 }
 
@@ -154,33 +148,26 @@ constexpr std::array<LightSectors, 4> LightTypes = {
 
 // A slice that begins at 0 begins a little later: slices were asked for by negative angles, of which 0 has
 // none.
-void DrawSlice(DrawSurface& surface, Point centre, double radius, const AngleRange& range, Colour colour) {
+CircleFigure Slice(Point centre, double radius, const AngleRange& range) {
   constexpr double leastStart = 0.001;  // radians
   const double start = range.Start == 0 ? leastStart : range.Start * RadiansPerDegree;
-  surface.Circle(centre.X, centre.Y, radius, colour, CircleForm::Pie, start,
-                 (range.Start + range.Sweep) * RadiansPerDegree);
+  const double end = (range.Start + range.Sweep) * RadiansPerDegree;
+  return {centre, radius, 1, start, end, CircleForm::Pie};
 }
 
 void DrawLight(DrawSurface& surface, Point centre, double radius, double type, Colour colour) {
-  const double width = surface.DrawWidth;
-  surface.FillColor = colour;
-  surface.FillStyle = true;
-  surface.DrawWidth = 1;
+  const Stroke edge{colour, 1}, outline = surface.StandingStroke(surface.ForeColor);
+  const Fill inside(colour);
   if (type < 2) {
-    surface.Circle(centre.X, centre.Y, radius, colour);
+    surface.Circle({centre, radius}, edge, inside);
   } else {
     const auto last = static_cast<double>(LightTypes.size() + 1);
     const auto& [first, second] = LightTypes[static_cast<std::size_t>(std::min(type, last)) - 2];
-    DrawSlice(surface, centre, radius, first, colour);
-    DrawSlice(surface, centre, radius, second, colour);
-    surface.FillStyle = false;
-    surface.DrawWidth = width;
-    DrawSlice(surface, centre, radius, first, surface.ForeColor);
-    DrawSlice(surface, centre, radius, second, surface.ForeColor);
+    const std::array slices = {Slice(centre, radius, first), Slice(centre, radius, second)};
+    for (const CircleFigure& slice : slices) surface.Circle(slice, edge, inside);
+    for (const CircleFigure& slice : slices) surface.Circle(slice, outline);
   }
-  surface.FillStyle = false;
-  surface.DrawWidth = width;
-  surface.Circle(centre.X, centre.Y, radius, surface.ForeColor);
+  surface.Circle({centre, radius}, outline);
 }
 
 }  // namespace

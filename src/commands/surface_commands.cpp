@@ -36,14 +36,11 @@ void RunCentreE(RunContext& run, const Parameters& parameters) {
 void RunCentreI(RunContext& run, const Parameters& parameters) {
   // Millimetres of paper, whatever the zoom.
   const Point place = Point{parameters.RequiredNumber(1), parameters.RequiredNumber(2)} * (1 / run.Surface.Z);
-  const Point before = {run.Surface.CentreX, run.Surface.CentreY};
-  PlaceCentre(run, run.InMainScript() ? place : before + place, parameters);
+  PlaceCentre(run, run.InMainScript() ? place : run.Surface.Centre() + place, parameters);
 }
 
 void RunCT(RunContext& run, const Parameters& parameters) {
-  const Point shift = ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
-  run.Surface.CTX += shift.X;
-  run.Surface.CTY += shift.Y;
+  run.Surface.ShiftBy(ReadPoint(parameters, 1, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference));
   const Point origin = run.Surface.Origin();
   DrawMarker(run, origin, parameters, 3);
   run.Surface.MoveTo(origin);

@@ -35,54 +35,49 @@ void TellOfReplacement(RunContext& run) {
 
 // The first text of a page is preceded by a blank, with which a device takes its font up; then something is
 // drawn on the page.
-void WriteFirstBlank(RunContext& run, Colour colour) {
+void WriteFirstBlank(RunContext& run, const Font& font, Colour colour) {
   if (run.OrderState < OrderDrawn) {
-    DrawSurface& surface = run.Surface;
-    const Point point = {surface.CurrentX, surface.CurrentY};
-    const Font font = surface.Font;
-    surface.Font.Underline = false;
-    surface.TextOut(point.X, point.Y, " ", colour);
-    surface.Font = font;
-    surface.MoveTo(point);
+    const Point point = run.Surface.Current();
+    Font plain = font;
+    plain.Underline = false;
+    WriteText(run.Surface, " ", point, {0, AnchorAlong::Start, AnchorAcross::Top}, plain, colour);
+    run.Surface.MoveTo(point);
   }
   run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
 }
 
 // Upright characters below one another, each centred on the line through the point.
 WrittenText WriteVertical(RunContext& run, std::string_view text, Point point, const TextOptions& options,
-                          Colour colour) {
+                          const Font& font, Colour colour) {
   DrawSurface& surface = run.Surface;
-  const double rotation = options.Rotation.value_or(0);
-  const TextFrame frame(rotation);
+  const TextAnchor anchor{options.Rotation.value_or(0), AnchorAlong::Middle, AnchorAcross::Top};
+  const TextFrame frame(anchor.Rotation);
   const std::string drawable = DrawableText(text);
   const std::vector<std::string_view> characters = CharactersOf(drawable);
-  const double cell = surface.TextHeight(" ");
-  const double height = cell * static_cast<double>(characters.size());
+  const TextExtent cell = surface.MeasureText(" ", font);
+  const double height = cell.Height() * static_cast<double>(characters.size());
   const double above = options.Along == AnchorAlong::End        ? height
                        : options.Across == AnchorAcross::Middle ? height / 2
                                                                 : 0;
   const Point top = point + frame.Up * above;
   Point place = top;
   for (std::string_view character : characters) {
-    WriteText(surface, character, place, rotation, AnchorAlong::Middle, AnchorAcross::Top, colour);
-    place = place - frame.Up * cell;
+    WriteText(surface, character, place, anchor, font, colour);
+    place = place - frame.Up * cell.Height();
   }
   surface.MoveTo(place);
-  const double ascent = surface.MeasureText(" ").Ascent;
-  return {point, top, top - frame.Up * ascent, cell, options.Rotation};
+  return {point, top, top - frame.Up * cell.Ascent, cell.Height(), options.Rotation};
 }
 
 WrittenText WriteStraight(RunContext& run, std::string_view text, Point point, const TextOptions& options,
-                          Colour colour) {
+                          const Font& font, Colour colour) {
   DrawSurface& surface = run.Surface;
-  const double rotation = options.Rotation.value_or(0);
-  const TextFrame frame(rotation);
   const AnchorAcross standard = options.Rotation ? AnchorAcross::Baseline : AnchorAcross::Top;
-  const auto [baseline, extent] =
-      WriteText(surface, text, point, rotation, options.Along, options.Across.value_or(standard), colour);
-  const Point toCorner = frame.Up * extent.Ascent;
+  const TextAnchor anchor{options.Rotation.value_or(0), options.Along, options.Across.value_or(standard)};
+  const auto [baseline, extent] = WriteText(surface, text, point, anchor, font, colour);
+  const Point toCorner = TextFrame(anchor.Rotation).Up * extent.Ascent;
   // A text that is placed by its corner is gone on with from its upper right one.
-  if (!options.Rotation) surface.MoveTo(Point{surface.CurrentX, surface.CurrentY} + toCorner);
+  if (!options.Rotation) surface.MoveTo(surface.Current() + toCorner);
   return {point, baseline + toCorner, baseline, extent.Height(), options.Rotation};
 }
 
@@ -131,7 +126,7 @@ void RunTailleP(RunContext& run, const Parameters& parameters) {
   if (parameters.Count() < 2) return;
   const bool literal = IsLiteral(parameters.Text(2));
   const std::string text = literal ? std::string(parameters.Text(2)) : run.Substitute(parameters.Text(2));
-  const TextExtent extent = run.Surface.MeasureText(TextOf(text));
+  const TextExtent extent = run.Surface.MeasureText(TextOf(text), run.Surface.Font);
   const auto store = [&](std::size_t n, double value) {
     if (!parameters.Trimmed(n).empty()) run.SetVariable(parameters.Trimmed(n), CoordinateText(value));
   };
@@ -143,9 +138,8 @@ void RunTexte(RunContext& run, const Parameters& parameters) {
   TextOptions options = ReadTextOptions(parameters.Text(4), TextLetters, run.Separators);
   const Colour colour = run.ColourOr(parameters.Text(3));
   const std::string_view text = TextOf(parameters.Rest(5));
-  DrawSurface& surface = run.Surface;
-  const TextFont font(surface, options);
-  WriteFirstBlank(run, colour);
+  const Font font = FontWith(run.Surface.Font, options);
+  WriteFirstBlank(run, font, colour);
 
   Point point;
   if (options.NextLine && run.LastText) {
@@ -156,14 +150,14 @@ void RunTexte(RunContext& run, const Parameters& parameters) {
   } else {
     point = ReadPlace(run, parameters, 1);
   }
-  run.LastText = options.Vertical ? WriteVertical(run, text, point, options, colour)
-                                  : WriteStraight(run, text, point, options, colour);
+  const auto write = options.Vertical ? WriteVertical : WriteStraight;
+  run.LastText = write(run, text, point, options, font, colour);
 }
 
 void RunTexteC(RunContext& run, const Parameters& parameters) {
   const TextOptions options = ReadTextOptions(parameters.Text(6), ArcTextLetters, run.Separators);
   DrawSurface& surface = run.Surface;
-  const TextFont font(surface, options);
+  const Font font = FontWith(surface.Font, options);
   const Point centre = ReadPlace(run, parameters, 1);
   const double radius = parameters.RequiredNumber(3);
   const double angle = parameters.RequiredNumber(4);
@@ -173,12 +167,12 @@ void RunTexteC(RunContext& run, const Parameters& parameters) {
 
   const std::vector<std::string_view> characters = CharactersOf(text);
   std::vector<double> widths;
-  for (std::string_view character : characters) widths.push_back(surface.TextWidth(character));
+  for (std::string_view character : characters) widths.push_back(surface.MeasureText(character, font).Length);
   const std::vector<CirclePlace> places =
       PlacesOnCircle(radius, angle, options.Along == AnchorAlong::Middle, widths);
   for (std::size_t i = 0; i < places.size(); ++i) {
-    WriteText(surface, characters[i], centre + places[i].Middle, places[i].Rotation, AnchorAlong::Middle,
-              AnchorAcross::Baseline, colour);
+    const TextAnchor anchor{places[i].Rotation, AnchorAlong::Middle, AnchorAcross::Baseline};
+    WriteText(surface, characters[i], centre + places[i].Middle, anchor, font, colour);
   }
   surface.MoveTo(centre);
 }

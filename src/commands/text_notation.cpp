@@ -92,21 +92,20 @@ TextOptions ReadTextOptions(std::string_view text, std::string_view letters, con
   return options;
 }
 
-TextFont::TextFont(DrawSurface& surface, const TextOptions& options)
-    : surface_(surface), standing_(surface.Font) {
-  const double size = standing_.Size * options.Multiplier;
-  if (!(size > 0)) throw ScriptFault(FaultReason::BadFontSize, NumberText(options.Multiplier));
-  surface_.Font.Size = size;
-  surface_.Font.Bold = standing_.Bold || options.Bold;
-  surface_.Font.Italic = standing_.Italic || options.Italic;
-  surface_.Font.Underline = standing_.Underline || options.Underline;
+Font FontWith(Font standing, const TextOptions& options) {
+  standing.Size *= options.Multiplier;
+  if (!(standing.Size > 0)) throw ScriptFault(FaultReason::BadFontSize, NumberText(options.Multiplier));
+  standing.Bold = standing.Bold || options.Bold;
+  standing.Italic = standing.Italic || options.Italic;
+  standing.Underline = standing.Underline || options.Underline;
+  return standing;
 }
 
-PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation,
-                     AnchorAlong along, AnchorAcross across, Colour colour) {
-  const TextExtent extent = surface.MeasureText(text);
-  const Point start = BaselineStart(point, TextFrame(rotation), extent, along, across);
-  surface.TextOutRotated(start, rotation, text, colour);
+PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, const TextAnchor& anchor,
+                     const Font& font, Colour colour) {
+  const TextExtent extent = surface.MeasureText(text, font);
+  const Point start = BaselineStart(point, anchor, extent);
+  surface.Text(start, anchor.Rotation, text, font, colour);
   return {start, extent};
 }
 

@@ -22,27 +22,16 @@ struct TextOptions {
 // count.
 TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators);
 
-// While it lives, the surface's font is that of one text with these options. A fault for a size that is not
-// above 0.
-class TextFont {
- public:
-  TextFont(DrawSurface& surface, const TextOptions& options);
-  ~TextFont() { surface_.Font = standing_; }
-  TextFont(const TextFont&) = delete;
-  TextFont& operator=(const TextFont&) = delete;
-
- private:
-  DrawSurface& surface_;
-  Font standing_;
-};
+// The standing font as it is for one text with these options. A fault for a size that is not above 0.
+Font FontWith(Font standing, const TextOptions& options);
 
 struct PlacedText {
   Point Baseline;  // its start
   TextExtent Extent;
 };
 
-// Writes a text in the surface's font, anchored at a point of the surface; the current point is at its end.
-PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, double rotation,
-                     AnchorAlong along, AnchorAcross across, Colour colour);
+// Writes a text that is anchored at a point of the surface; the current point is at its end.
+PlacedText WriteText(DrawSurface& surface, std::string_view text, Point point, const TextAnchor& anchor,
+                     const Font& font, Colour colour);
 
 }  // namespace vaxel

@@ -73,15 +73,14 @@ class ValueWriter {
                       : style_.Form == Baseline::Ray   ? support.RayDirection(place)
                                                        : 0;
     if (style_.Angle) rotation = style_.Relative ? rotation + *style_.Angle : *style_.Angle;
-    FacingAnchor anchor{rotation, style_.Along, style_.Across};
+    TextAnchor anchor{rotation, style_.Along, style_.Across};
     if (style_.FacesScale) {
       const bool inside = length < 0 || (length == 0 && support.GradSide < 0);
       anchor = AnchorFacing(TextFrame(outward).Along * (inside ? 1 : -1), rotation);
     } else if (style_.Form == Baseline::Ray && !style_.Angle) {
       anchor = TurnedUpright(anchor);
     }
-    WriteText(run_.Surface, text, run_.Surface.Origin() + point, anchor.Rotation, anchor.Along, anchor.Across,
-              colour);
+    WriteText(run_.Surface, text, run_.Surface.Origin() + point, anchor, run_.Surface.Font, colour);
   }
 
  private:

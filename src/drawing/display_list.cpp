@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "drawing/drawing_fault.h"
+
 namespace vaxel {
 namespace {
 
@@ -19,7 +21,8 @@ std::span<const Item> Copied(const ChunkedVector<Item>& items, std::size_t first
 
 template <class Kind, class Item>
 Kind Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fill& inside) {
-  if ((storage.size() + items.size()) * sizeof(Item) > MaxCornerBytes) throw OperationLimitExceeded();
+  if ((storage.size() + items.size()) * sizeof(Item) > MaxCornerBytes)
+    throw DrawingFault{DrawingFault::Reason::TooManyOperations};
   const auto first = static_cast<std::uint32_t>(storage.size());
   for (const Item& item : items) storage.push_back(item);
   return {first, static_cast<std::uint32_t>(items.size()), inside};
@@ -37,7 +40,7 @@ std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
 }
 
 void DisplayList::BeginPage(double width, double height) {
-  if (pages_.size() == MaxOperations) throw OperationLimitExceeded();
+  if (pages_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
   pages_.push_back({width, height, operations_.size(), 0});
 }
 
@@ -61,7 +64,7 @@ void DisplayList::Clear() {
 }
 
 void DisplayList::Add(const Operation& operation) {
-  if (operations_.size() == MaxOperations) throw OperationLimitExceeded();
+  if (operations_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
   operations_.push_back(operation);
   ++pages_.back().Count;
 }
@@ -80,7 +83,7 @@ void DisplayList::AddContour(std::span<const ContourArc> pieces, const Fill& ins
 }
 
 void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
-  if (textBytes_ + text.size() > MaxTextBytes) throw TextLimitExceeded();
+  if (textBytes_ + text.size() > MaxTextBytes) throw DrawingFault{DrawingFault::Reason::TooMuchText};
   textBytes_ += text.size();
   shape.Content = static_cast<std::uint32_t>(texts_.size());
   shape.Face = IndexOf(face);
@@ -92,7 +95,7 @@ void DisplayList::AddText(std::string text, const FontFace& face, TextShape shap
 void DisplayList::AddPicture(std::shared_ptr<const Picture> picture, PictureShape shape,
                              Operation operation) {
   pictureBytes_ += picture->Bytes.size();
-  if (pictureBytes_ > MaxPictureBytes) throw PictureLimitExceeded();
+  if (pictureBytes_ > MaxPictureBytes) throw DrawingFault{DrawingFault::Reason::TooManyPictures};
   const auto known = std::find(pictures_.begin(), pictures_.end(), picture);
   shape.Content = static_cast<std::uint32_t>(known - pictures_.begin());
   if (known == pictures_.end()) pictures_.push_back(std::move(picture));

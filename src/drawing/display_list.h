@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -29,6 +28,7 @@ namespace vaxel {
 // is one in every operation.
 struct Fill {
   constexpr Fill() : Ink(Black), Solid(0) {}
+  explicit constexpr Fill(Colour ink) : Fill(true, ink) {}
   constexpr Fill(bool solid, Colour ink) : Ink(ink & 0xFFFFFF), Solid(solid ? 1 : 0) {}
 
   Colour Ink : 24;
@@ -85,11 +85,6 @@ struct CircleShape {
   bool Butt = false;  // an arc ends square, on the rays of its ends; else round
 };
 
-// A round dot of the stroke's width.
-struct PointShape {
-  Point At;
-};
-
 // Text on a straight baseline, without kerning and ligatures. A renderer whose font gives it another length
 // stretches it to this one.
 struct TextShape {
@@ -108,8 +103,8 @@ struct PictureShape {
   std::uint32_t Content = 0;  // see DisplayList::PictureOf()
 };
 
-using Shape = std::variant<LineShape, RectangleShape, PolygonShape, ContourShape, CircleShape, PointShape,
-                           TextShape, PictureShape>;
+using Shape =
+    std::variant<LineShape, RectangleShape, PolygonShape, ContourShape, CircleShape, TextShape, PictureShape>;
 
 struct Operation {
   double Width = 0;    // of the stroke; 0: a filled figure is not stroked. Texts and pictures have none
@@ -126,32 +121,11 @@ struct Page {
   std::size_t First = 0, Count = 0;  // its operations
 };
 
-// Thrown by an operation or a page that would exceed DisplayList::MaxOperations.
-class OperationLimitExceeded : public std::length_error {
- public:
-  OperationLimitExceeded() : std::length_error("too many drawing operations") {}
-};
-
-// Thrown by a text that would exceed DisplayList::MaxTextBytes.
-class TextLimitExceeded : public std::length_error {
- public:
-  TextLimitExceeded() : std::length_error("too much text") {}
-};
-
-// Thrown by a picture that would exceed DisplayList::MaxPictureBytes.
-class PictureLimitExceeded : public std::length_error {
- public:
-  PictureLimitExceeded() : std::length_error("too many pictures") {}
-};
-
-// Thrown for a coordinate, radius or width that is not finite or beyond MaxCoordinate: so every renderer
-// gets numbers that its format can hold.
-class CoordinateOverflow : public std::overflow_error {
- public:
-  CoordinateOverflow() : std::overflow_error("coordinate out of range") {}
-};
+// Device millimetres, in magnitude: beyond it DrawSurface throws a DrawingFault, so that every renderer gets
+// numbers that its format can hold.
 inline constexpr double MaxCoordinate = 100'000;
 
+// Throws a DrawingFault for what would exceed a limit.
 class DisplayList {
  public:
   // Of pages as well, which may be empty.

@@ -5,15 +5,17 @@
 #include <numbers>
 #include <utility>
 
+#include "drawing/drawing_fault.h"
+
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerPoint = 25.4 / 72;
+constexpr double MillimetresPerPoint = MillimetresPerInch / 72;
 constexpr double Turn = 2 * std::numbers::pi;
-constexpr double LeastFileWidthMm = 25.4 / 600;
+constexpr double LeastFileWidthMm = MillimetresPerInch / 600;
 
 double Checked(double value) {
-  if (!(std::abs(value) <= MaxCoordinate)) throw CoordinateOverflow();
+  if (!(std::abs(value) <= MaxCoordinate)) throw DrawingFault{DrawingFault::Reason::OutOfRange};
   return value;
 }
 
@@ -33,9 +35,9 @@ void DrawSurface::Begin(const RunTarget& target) {
 }
 
 void DrawSurface::ScaleToDevice() {
-  W = deviceSize_.X / Z;
-  H = deviceSize_.Y / Z;
-  SetScale(0, H, W, -H);
+  size_ = {deviceSize_.X / Z, deviceSize_.Y / Z};
+  scaleX_ = deviceSize_.X / size_.X;
+  scaleY_ = deviceSize_.Y / -size_.Y;
 }
 
 void DrawSurface::CentreByDefault() {
@@ -52,13 +54,18 @@ void DrawSurface::SetCentre(Point surfacePoint) {
   MoveTo(surfacePoint);
 }
 
+void DrawSurface::ShiftBy(Point way) {
+  CTX += way.X;
+  CTY += way.Y;
+}
+
 void DrawSurface::ResetState() {
   CTX = CTY = 0;
-  ForeColor = FillColor = Black;
+  ForeColor = Black;
   DrawWidth = 1;
-  SquareEnds = FillStyle = false;
+  SquareEnds = false;
   Font = {};
-  SetFontSizes({.Base = Font.Size, .Standard = Font.Size});
+  SetFontSizes({});
 }
 
 void DrawSurface::SetFontSizes(const FontSizeRegisters& sizes) {
@@ -74,94 +81,81 @@ void DrawSurface::NewPage() {
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
 }
 
-void DrawSurface::SetScale(double left, double top, double width, double height) {
-  left_ = left;
-  top_ = top;
-  scaleX_ = deviceSize_.X / width;
-  scaleY_ = deviceSize_.Y / height;
-}
-
 double DrawSurface::LeastWidth() const {
   return target_.IsPixelDevice ? 1 : std::min(1.0, LeastFileWidthMm / target_.PixelMm);
 }
 
-Point DrawSurface::ToDevice(double x, double y) const {
-  return {Checked((x - left_) * scaleX_), Checked((y - top_) * scaleY_)};
+// The surface counts upward from its lower-left corner, the device downward from its upper-left one.
+Point DrawSurface::ToDevice(Point point) const {
+  return {Checked(point.X * scaleX_), Checked((point.Y - size_.Y) * scaleY_)};
 }
 
-Operation DrawSurface::NewOperation(Colour colour, Shape figure) const {
-  return {Checked(DrawWidth * target_.PixelMm), colour, SourceLine, figure};
+Operation DrawSurface::NewOperation(const Stroke& stroke, Shape figure) const {
+  return {Checked(stroke.Width * target_.PixelMm), stroke.Ink, SourceLine, figure};
 }
 
-void DrawSurface::Line(double x1, double y1, double x2, double y2, Colour colour) {
-  list_->Add(NewOperation(colour, LineShape{ToDevice(x1, y1), ToDevice(x2, y2)}));
-  CurrentX = x2;
-  CurrentY = y2;
+void DrawSurface::Line(Point from, Point to, const Stroke& stroke) {
+  list_->Add(NewOperation(stroke, LineShape{ToDevice(from), ToDevice(to)}));
+  MoveTo(to);
 }
 
-void DrawSurface::Rectangle(double x1, double y1, double x2, double y2, Colour colour, bool filled) {
-  list_->Add(NewOperation(colour, RectangleShape{ToDevice(x1, y1), ToDevice(x2, y2), {filled, FillColor}}));
+void DrawSurface::Rectangle(Point corner, Point opposite, const Stroke& stroke, const Fill& inside) {
+  list_->Add(NewOperation(stroke, RectangleShape{ToDevice(corner), ToDevice(opposite), inside}));
 }
 
-void DrawSurface::Polygon(std::span<const Point> points, Colour colour, bool filled) {
+void DrawSurface::Polygon(std::span<const Point> points, const Stroke& stroke, const Fill& inside) {
   corners_.clear();
-  for (const Point& point : points) corners_.push_back(ToDevice(point.X, point.Y));
-  list_->AddPolygon(corners_, {filled, FillColor}, NewOperation(colour));
+  for (const Point& point : points) corners_.push_back(ToDevice(point));
+  list_->AddPolygon(corners_, inside, NewOperation(stroke));
 }
 
-void DrawSurface::SquareStroke(const std::array<Point, 4>& corners, Colour colour) {
+void DrawSurface::SquareStroke(const std::array<Point, 4>& corners, Colour ink) {
   std::array<Point, 4> placed;
   std::transform(corners.begin(), corners.end(), placed.begin(),
-                 [this](const Point& corner) { return ToDevice(corner.X, corner.Y); });
+                 [this](const Point& corner) { return ToDevice(corner); });
   const double outline = target_.IsPixelDevice ? target_.PixelMm : 0;
-  list_->AddPolygon(placed, {true, colour}, {outline, colour, SourceLine, {}}, PolygonUse::Stroke);
+  list_->AddPolygon(placed, Fill(ink), {outline, ink, SourceLine, {}}, PolygonUse::Stroke);
 }
 
-void DrawSurface::Contour(std::span<const ContourArc> pieces, Colour colour, bool filled) {
+void DrawSurface::Contour(std::span<const ContourArc> pieces, const Stroke& stroke, const Fill& inside) {
   pieces_.clear();
   for (const ContourArc& piece : pieces) {
-    pieces_.push_back({ToDevice(piece.Centre.X, piece.Centre.Y), std::abs(Checked(piece.Radius * scaleX_)),
+    pieces_.push_back({ToDevice(piece.Centre), std::abs(Checked(piece.Radius * scaleX_)),
                        std::remainder(piece.StartAngle, Turn), piece.Sweep});
   }
-  list_->AddContour(pieces_, {filled, FillColor}, NewOperation(colour));
+  list_->AddContour(pieces_, inside, NewOperation(stroke));
 }
 
-void DrawSurface::PaintPicture(std::shared_ptr<const Picture> picture, Point corner, double width,
-                               double height) {
-  const Point upperLeft = ToDevice(corner.X, corner.Y + height);
-  ToDevice(corner.X + width, corner.Y);  // a corner that is out of range is a fault too
-  const Point size = {width * std::abs(scaleX_), height * std::abs(scaleY_)};
-  list_->AddPicture(std::move(picture), {upperLeft, size.X, size.Y}, {0, Black, SourceLine, {}});
+void DrawSurface::PaintPicture(std::shared_ptr<const Picture> picture, Point corner, Point size) {
+  const Point upperLeft = ToDevice({corner.X, corner.Y + size.Y});
+  ToDevice({corner.X + size.X, corner.Y});  // a corner that is out of range is a fault too
+  list_->AddPicture(std::move(picture), {upperLeft, size.X * std::abs(scaleX_), size.Y * std::abs(scaleY_)},
+                    {0, Black, SourceLine, {}});
 }
 
-void DrawSurface::Circle(double cx, double cy, double radius, Colour colour, CircleForm form,
-                         double startAngle, double endAngle, double aspect) {
-  CircleShape circle{ToDevice(cx, cy),
-                     std::abs(Checked(radius * scaleX_)),
-                     std::abs(Checked(radius * aspect * scaleY_)),
+void DrawSurface::Circle(const CircleFigure& figure, const Stroke& stroke, const Fill& inside) {
+  CircleShape circle{ToDevice(figure.Centre),
+                     std::abs(Checked(figure.Radius * scaleX_)),
+                     std::abs(Checked(figure.Radius * figure.Aspect * scaleY_)),
                      0,
                      0,
-                     {FillStyle && form != CircleForm::Arc, FillColor},
-                     form,
-                     SquareEnds && form == CircleForm::Arc};
-  if (form != CircleForm::Full) {
-    circle.StartAngle = std::remainder(startAngle, Turn);
-    double sweep = std::fmod(endAngle - startAngle, Turn);
+                     inside,
+                     figure.Form,
+                     stroke.SquareEnds && figure.Form == CircleForm::Arc};
+  if (figure.Form != CircleForm::Full) {
+    circle.StartAngle = std::remainder(figure.From, Turn);
+    double sweep = std::fmod(figure.To - figure.From, Turn);
     if (sweep <= 0) sweep += Turn;
     circle.EndAngle = circle.StartAngle + sweep;
   }
-  list_->Add(NewOperation(colour, circle));
+  list_->Add(NewOperation(stroke, circle));
 }
 
-void DrawSurface::PSet(double x, double y, Colour colour) {
-  list_->Add(NewOperation(colour, PointShape{ToDevice(x, y)}));
-}
-
-void DrawSurface::SelectFace() {
-  if (faceSelected_ && face_.Bold == Font.Bold && face_.Italic == Font.Italic && face_.Name == Font.Name)
+void DrawSurface::SelectFace(const vaxel::Font& font) {
+  if (faceSelected_ && face_.Bold == font.Bold && face_.Italic == font.Italic && face_.Name == font.Name)
     return;
   faceSelected_ = true;
-  face_ = {Font.Name, Font.Bold, Font.Italic};
+  face_ = {font.Name, font.Bold, font.Italic};
   table_ = StandardFace(face_);
   metrics_ = table_ ? table_->Metrics() : measurer_->Metrics(face_);
 }
@@ -181,25 +175,19 @@ void DrawSurface::ForEachPiece(std::string text, Use use) {
   }
 }
 
-TextExtent DrawSurface::MeasureText(std::string_view text) {
-  SelectFace();
-  const double size = Checked(Font.Size * MillimetresPerPoint) / Z;
+TextExtent DrawSurface::MeasureText(std::string_view text, const vaxel::Font& font) {
+  SelectFace(font);
+  const double size = Checked(font.Size * MillimetresPerPoint) / Z;
   double length = 0;
   ForEachPiece(DrawableText(text),
                [&](const TextPiece& piece) { length += WidthInFace(piece.Text) * piece.Scale; });
   return {length * size, metrics_.Ascent * size, metrics_.Descent * size};
 }
 
-void DrawSurface::TextOut(double x, double y, std::string_view text, Colour colour) {
-  SelectFace();
-  const double ascent = metrics_.Ascent * Font.Size * MillimetresPerPoint / Z;
-  TextOutRotated({x, y - ascent}, 0, text, colour);
-  CurrentY = y;
-}
-
-void DrawSurface::TextOutRotated(Point start, double rotation, std::string_view text, Colour colour) {
-  SelectFace();
-  const double size = Checked(Font.Size * MillimetresPerPoint);
+void DrawSurface::Text(Point start, double rotation, std::string_view text, const vaxel::Font& font,
+                       Colour ink) {
+  SelectFace(font);
+  const double size = Checked(font.Size * MillimetresPerPoint);
   const TextFrame frame(rotation);
   const double angle = std::remainder(rotation, 360) * RadiansPerDegree;
   double length = 0;
@@ -207,29 +195,28 @@ void DrawSurface::TextOutRotated(Point start, double rotation, std::string_view 
     const double pieceSize = size * piece.Scale;
     const double pieceLength = Checked(WidthInFace(piece.Text) * pieceSize);
     const Point from = start + frame.Along * (length / Z) + frame.Up * (piece.Rise * size / Z);
-    list_->AddText(std::move(piece.Text), face_, {ToDevice(from.X, from.Y), angle, pieceSize, pieceLength},
-                   {0, colour, SourceLine, {}});
+    list_->AddText(std::move(piece.Text), face_, {ToDevice(from), angle, pieceSize, pieceLength},
+                   {0, ink, SourceLine, {}});
     length += pieceLength;
   });
   const Point end = start + frame.Along * (length / Z);
-  ToDevice(end.X, end.Y);  // an end that is out of range is a fault too
-  if (Font.Underline) Underline(start, frame, length / Z, colour);
+  ToDevice(end);  // an end that is out of range is a fault too
+  if (font.Underline) Underline(start, frame, length / Z, font.Size, ink);
   MoveTo(end);
 }
 
 // The line's round ends reach from the text's start to its end.
-void DrawSurface::Underline(Point start, const TextFrame& frame, double length, Colour colour) {
-  const double unit = Font.Size * MillimetresPerPoint / Z;
+void DrawSurface::Underline(Point start, const TextFrame& frame, double length, double fontSize, Colour ink) {
+  const double unit = fontSize * MillimetresPerPoint / Z;
   const double thickness = metrics_.UnderlineThickness * unit;
   if (length <= thickness) return;
   const Point from = start + frame.Up * (metrics_.UnderlinePosition * unit) + frame.Along * (thickness / 2);
   const Point to = from + frame.Along * (length - thickness);
-  list_->Add({Checked(thickness * Z), colour, SourceLine,
-              LineShape{ToDevice(from.X, from.Y), ToDevice(to.X, to.Y)}});
+  list_->Add({Checked(thickness * Z), ink, SourceLine, LineShape{ToDevice(from), ToDevice(to)}});
 }
 
 std::string DrawSurface::FontReplacement() {
-  SelectFace();
+  SelectFace(Font);
   return table_ ? std::string() : measurer_->Replacement(face_);
 }
 

@@ -62,11 +62,9 @@ bool DashStepper::HasPassedEnd() const {
 }
 
 bool DrawStroke(DrawSurface& surface, const Pen& pen, Point from, Point to, Colour colour) {
-  const double savedWidth = surface.DrawWidth;
+  const Stroke stroke{colour, pen.Width};
   if (!pen.SquareEnds && !pen.Dashed()) {
-    surface.DrawWidth = pen.Width;
-    surface.Line(from.X, from.Y, to.X, to.Y, colour);
-    surface.DrawWidth = savedWidth;
+    surface.Line(from, to, stroke);
     return true;
   }
   const double length = std::hypot(to.X - from.X, to.Y - from.Y);
@@ -77,16 +75,14 @@ bool DrawStroke(DrawSurface& surface, const Pen& pen, Point from, Point to, Colo
     const double halfWidth = pen.Width / 2 * surface.PixelSize();
     half = {halfWidth * (to.Y - from.Y) / length, halfWidth * (to.X - from.X) / length};
   }
-  surface.DrawWidth = pen.Width;
   DashStepper pieces(pen, from, to);
   while (const std::optional<Segment> piece = pieces.Next()) {
     if (pen.SquareEnds) {
       DrawSquarePiece(surface, *piece, half, colour);
     } else {
-      surface.Line(piece->From.X, piece->From.Y, piece->To.X, piece->To.Y, colour);
+      surface.Line(piece->From, piece->To, stroke);
     }
   }
-  surface.DrawWidth = savedWidth;
   return true;
 }
 

@@ -43,8 +43,8 @@ class DashStepper {
 };
 
 // Draws the segment on the surface (surface coordinates) and leaves the surface's current point at the end
-// of the last piece. The surface's draw width is as before. Returns false, with nothing drawn, for a dashed
-// stroke that has no length: its direction cannot be told.
+// of the last piece. Returns false, with nothing drawn, for a dashed stroke that has no length: its direction
+// cannot be told.
 bool DrawStroke(DrawSurface& surface, const Pen& pen, Point from, Point to, Colour colour);
 
 }  // namespace vaxel

@@ -6,12 +6,13 @@
 #include <string_view>
 #include <utility>
 
+#include "base/units.h"
+
 namespace vaxel {
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr double MillimetresPerMetre = 1000;
 
 // Numbers out of a file. What lies behind its end reads as 0 and is remembered.

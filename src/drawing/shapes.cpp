@@ -169,43 +169,39 @@ Dovetails DovetailsOf(const DovetailRow& row) {
   return dovetails;
 }
 
-std::vector<PalettePatch> HuePalette(int number, double width, double height) {
+std::vector<PalettePatch> HuePalette(int number, Point size) {
   std::vector<PalettePatch> patches;
   for (int i = 0; i < number; ++i) {
     patches.push_back(
-        {{i * width / number, 0}, width / number, height, ColourOfHue(360.0 * i / number, 0.5)});
+        {{i * size.X / number, 0}, {size.X / number, size.Y}, ColourOfHue(360.0 * i / number, 0.5)});
   }
   return patches;
 }
 
-std::vector<PalettePatch> LightnessPalette(int number, double width, double height) {
+std::vector<PalettePatch> LightnessPalette(int number, Point size) {
   std::vector<PalettePatch> patches;
-  const double patchWidth = width / number, patchHeight = height / number;
+  const Point patch = {size.X / number, size.Y / number};
   for (int row = 0; row < number; ++row) {
     const double lightness = (row + 1.0) / (number + 1);
     for (int i = 0; i < number; ++i) {
-      patches.push_back({{i * patchWidth, row * patchHeight},
-                         patchWidth,
-                         patchHeight,
-                         ColourOfHue(360.0 * i / number, lightness)});
+      patches.push_back({{i * patch.X, row * patch.Y}, patch, ColourOfHue(360.0 * i / number, lightness)});
     }
   }
   return patches;
 }
 
-std::vector<PalettePatch> MixturePalette(int number, double width, double height) {
+std::vector<PalettePatch> MixturePalette(int number, Point size) {
   std::vector<PalettePatch> patches;
-  const double squareWidth = width / number;
-  const double patchWidth = squareWidth / number, patchHeight = height / number;
+  const double squareWidth = size.X / number;
+  const Point patch = {squareWidth / number, size.Y / number};
   const auto level = [number](int i) {
     return static_cast<std::uint32_t>(number == 1 ? 255 : std::lround(255.0 * i / (number - 1)));
   };
   for (int red = 0; red < number; ++red) {
     for (int blue = 0; blue < number; ++blue) {
       for (int green = 0; green < number; ++green) {
-        const Point corner = {red * squareWidth + green * patchWidth, blue * patchHeight};
-        patches.push_back(
-            {corner, patchWidth, patchHeight, MakeColour(level(red), level(green), level(blue))});
+        const Point corner = {red * squareWidth + green * patch.X, blue * patch.Y};
+        patches.push_back({corner, patch, MakeColour(level(red), level(green), level(blue))});
       }
     }
   }

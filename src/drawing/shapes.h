@@ -65,15 +65,15 @@ Dovetails DovetailsOf(const DovetailRow& row);
 // A patch of a colour palette, from the palette's lower left corner.
 struct PalettePatch {
   Point Corner;  // lower left
-  double Width = 0, Height = 0;
+  Point Size;
   Colour Ink = Black;
 };
 
 // Palettes of the given size in which the number is at least 1: hues side by side; hues across by as many
 // lightnesses, light above; all mixtures of so many levels of red, green and blue, one square of green
 // (across) and blue (upward) for each red.
-std::vector<PalettePatch> HuePalette(int number, double width, double height);
-std::vector<PalettePatch> LightnessPalette(int number, double width, double height);
-std::vector<PalettePatch> MixturePalette(int number, double width, double height);
+std::vector<PalettePatch> HuePalette(int number, Point size);
+std::vector<PalettePatch> LightnessPalette(int number, Point size);
+std::vector<PalettePatch> MixturePalette(int number, Point size);
 
 }  // namespace vaxel

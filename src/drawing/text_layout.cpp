@@ -141,14 +141,14 @@ TextFrame::TextFrame(double rotation)
     : Along{std::cos(rotation * RadiansPerDegree), std::sin(rotation * RadiansPerDegree)},
       Up{-Along.Y, Along.X} {}
 
-Point BaselineStart(Point point, const TextFrame& frame, const TextExtent& extent, AnchorAlong along,
-                    AnchorAcross across) {
-  const double back = along == AnchorAlong::Start    ? 0
-                      : along == AnchorAlong::Middle ? extent.Length / 2
-                                                     : extent.Length;
-  const double down = across == AnchorAcross::Baseline ? 0
-                      : across == AnchorAcross::Top    ? extent.Ascent
-                                                       : (extent.Ascent - extent.Descent) / 2;
+Point BaselineStart(Point point, const TextAnchor& anchor, const TextExtent& extent) {
+  const TextFrame frame(anchor.Rotation);
+  const double back = anchor.Along == AnchorAlong::Start    ? 0
+                      : anchor.Along == AnchorAlong::Middle ? extent.Length / 2
+                                                            : extent.Length;
+  const double down = anchor.Across == AnchorAcross::Baseline ? 0
+                      : anchor.Across == AnchorAcross::Top    ? extent.Ascent
+                                                              : (extent.Ascent - extent.Descent) / 2;
   return point - frame.Along * back - frame.Up * down;
 }
 
@@ -176,12 +176,12 @@ std::vector<CirclePlace> PlacesOnCircle(double radius, double angle, bool centre
   return places;
 }
 
-FacingAnchor AnchorFacing(Point direction, double rotation) {
+TextAnchor AnchorFacing(Point direction, double rotation) {
   if (StandsOnItsHead(rotation)) rotation += 180;
   const TextFrame frame(rotation);
   const double along = Dot(direction, frame.Along);
   const double up = Dot(direction, frame.Up);
-  FacingAnchor anchor;
+  TextAnchor anchor;
   anchor.Rotation = rotation;
   if (std::abs(along) > std::abs(up) - Nothing) {
     anchor.Along = along < 0 ? AnchorAlong::Start : AnchorAlong::End;
@@ -191,9 +191,9 @@ FacingAnchor AnchorFacing(Point direction, double rotation) {
   return anchor;
 }
 
-FacingAnchor TurnedUpright(const FacingAnchor& anchor) {
+TextAnchor TurnedUpright(const TextAnchor& anchor) {
   if (!StandsOnItsHead(anchor.Rotation)) return anchor;
-  FacingAnchor turned{anchor.Rotation + 180, anchor.Along, anchor.Across};
+  TextAnchor turned{anchor.Rotation + 180, anchor.Along, anchor.Across};
   if (anchor.Along != AnchorAlong::Middle) {
     turned.Along = anchor.Along == AnchorAlong::Start ? AnchorAlong::End : AnchorAlong::Start;
   }

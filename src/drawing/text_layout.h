@@ -35,6 +35,13 @@ std::vector<TextPiece> PiecesOf(std::string_view text, const FaceTable& face);
 enum class AnchorAlong : std::uint8_t { Start, Middle, End };
 enum class AnchorAcross : std::uint8_t { Top, Middle, Baseline };
 
+// How a text is turned about its point, counter-clockwise in degrees, and which place of it lies there.
+struct TextAnchor {
+  double Rotation = 0;
+  AnchorAlong Along = AnchorAlong::Middle;
+  AnchorAcross Across = AnchorAcross::Middle;
+};
+
 // The size of a text on one baseline.
 struct TextExtent {
   double Length = 0;
@@ -50,8 +57,7 @@ struct TextFrame {
 };
 
 // The start of the baseline of a text anchored at a point.
-Point BaselineStart(Point point, const TextFrame& frame, const TextExtent& extent, AnchorAlong along,
-                    AnchorAcross across);
+Point BaselineStart(Point point, const TextAnchor& anchor, const TextExtent& extent);
 
 // Where a text was written.
 struct WrittenText {
@@ -80,15 +86,10 @@ struct CirclePlace {
 std::vector<CirclePlace> PlacesOnCircle(double radius, double angle, bool centred,
                                         std::span<const double> widths);
 
-// How a text is turned and anchored so that the side that faces a direction lies at its point and that it
-// does not stand on its head.
-struct FacingAnchor {
-  double Rotation = 0;
-  AnchorAlong Along = AnchorAlong::Middle;
-  AnchorAcross Across = AnchorAcross::Middle;
-};
-FacingAnchor AnchorFacing(Point direction, double rotation);
+// The anchor with which the side of a text that faces a direction lies at its point and with which it does
+// not stand on its head.
+TextAnchor AnchorFacing(Point direction, double rotation);
 // The same place of a text that would stand on its head, turned by half so that it can be read.
-FacingAnchor TurnedUpright(const FacingAnchor& anchor);
+TextAnchor TurnedUpright(const TextAnchor& anchor);
 
 }  // namespace vaxel

@@ -194,14 +194,8 @@ RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std
     return ended.How;
   } catch (const ScriptFault& fault) {
     return Report(run, fault);
-  } catch (const OperationLimitExceeded&) {
-    return Report(run, ScriptFault(FaultReason::TooManyOperations));
-  } catch (const TextLimitExceeded&) {
-    return Report(run, ScriptFault(FaultReason::TooMuchText));
-  } catch (const PictureLimitExceeded&) {
-    return Report(run, ScriptFault(FaultReason::TooManyPictures));
-  } catch (const CoordinateOverflow&) {
-    return Report(run, ScriptFault(FaultReason::Overflow));
+  } catch (const DrawingFault& fault) {
+    return Report(run, ScriptFault(fault));
   } catch (const std::bad_alloc&) {
     return Report(run, ScriptFault(FaultReason::OutOfMemory));
   } catch (const std::exception& unforeseen) {

@@ -5,6 +5,25 @@
 #include "resources/string_table.h"
 
 namespace vaxel {
+namespace {
+
+FaultReason ReasonOf(const DrawingFault& fault) {
+  switch (fault.Why) {
+    case DrawingFault::Reason::TooManyOperations:
+      return FaultReason::TooManyOperations;
+    case DrawingFault::Reason::TooMuchText:
+      return FaultReason::TooMuchText;
+    case DrawingFault::Reason::TooManyPictures:
+      return FaultReason::TooManyPictures;
+    case DrawingFault::Reason::OutOfRange:
+      break;
+  }
+  return FaultReason::Overflow;
+}
+
+}  // namespace
+
+ScriptFault::ScriptFault(const DrawingFault& fault) : ScriptFault(ReasonOf(fault)) {}
 
 ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
   ScriptFault fault(reason, std::move(value));

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "drawing/drawing_fault.h"
+
 namespace vaxel {
 
 class StringTable;
@@ -77,6 +79,7 @@ class ScriptFault {
       : reason_(reason), value_(std::move(value)) {}
   ScriptFault(FaultKind kind, FaultReason reason, std::string value)
       : kind_(kind), reason_(reason), value_(std::move(value)) {}
+  explicit ScriptFault(const DrawingFault& fault);
 
   // A line that the language answers with the fault of a division by zero, whatever is wrong with it; the
   // report adds the reason.

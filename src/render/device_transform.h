@@ -1,12 +1,13 @@
 #pragma once
 
 #include "base/point.h"
+#include "base/units.h"
 
 namespace vaxel {
 
 // Where device millimetres come to lie: pixel = millimetre * PixelsPerMm + Offset.
 struct DeviceTransform {
-  double PixelsPerMmX = 96 / 25.4, PixelsPerMmY = 96 / 25.4;  // above 0
+  double PixelsPerMmX = 96 / MillimetresPerInch, PixelsPerMmY = 96 / MillimetresPerInch;  // above 0
   double OffsetX = 0, OffsetY = 0;
 
   Point At(Point millimetres) const {

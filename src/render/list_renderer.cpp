@@ -1,8 +1,7 @@
 #include "render/list_renderer.h"
 
-#include <numbers>
-
 #include "base/printable.h"
+#include "base/units.h"
 #include "render/decimal_text.h"
 
 namespace vaxel {
@@ -10,7 +9,6 @@ namespace {
 
 constexpr int Decimals = 3;
 constexpr std::size_t FlushSize = 1U << 16;
-constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
 }  // namespace
 
@@ -108,12 +106,6 @@ void ListRenderer::Circle(const Operation& operation, const CircleShape& circle)
     Put(" ", circle.EndAngle * DegreesPerRadian);
   }
   if (circle.Butt) text_ += " butt";
-  EndLine();
-}
-
-void ListRenderer::Dot(const Operation& operation, const PointShape& point) {
-  Begin("point", operation, {});
-  Put(point.At);
   EndLine();
 }
 

@@ -26,7 +26,6 @@ class Player {
     renderer_.Contour(*operation_, contour, list_.Pieces(contour, pieces_));
   }
   void operator()(const CircleShape& circle) { renderer_.Circle(*operation_, circle); }
-  void operator()(const PointShape& point) { renderer_.Dot(*operation_, point); }
   void operator()(const TextShape& shape) {
     renderer_.Text(*operation_, shape, list_.TextOf(shape), list_.FaceOf(shape));
   }

@@ -26,7 +26,6 @@ class Renderer {
   virtual void Contour(const Operation& operation, const ContourShape& contour,
                        std::span<const ContourArc> pieces) = 0;
   virtual void Circle(const Operation& operation, const CircleShape& circle) = 0;
-  virtual void Dot(const Operation& operation, const PointShape& point) = 0;
   virtual void Text(const Operation& operation, const TextShape& shape, std::string_view text,
                     const FontFace& face) = 0;
   virtual void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) = 0;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <numbers>
 
+#include "base/units.h"
 #include "drawing/standard_faces.h"
 #include "render/decimal_text.h"
 
@@ -15,7 +15,6 @@ constexpr int Decimals = 4;
 constexpr std::size_t FlushSize = 1U << 16;
 // Millimetres that these decimals write as 0: a box or a circle without a width is not drawn, a line is.
 constexpr double LeastSize = 0.00005;
-constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
 void AppendEscaped(std::string& text, std::string_view content) {
   for (char c : content) {
@@ -240,11 +239,6 @@ void SvgRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   // Round joins would reach over the ends of an arc that is shorter than it is wide.
   if (circle.Butt) text_ += " stroke-linecap=\"butt\" stroke-linejoin=\"bevel\"";
   Finish(operation, circle.Inside);
-}
-
-void SvgRenderer::Dot(const Operation& operation, const PointShape& point) {
-  // A line without length and with round ends is drawn as a dot.
-  Line(operation, {point.At, point.At});
 }
 
 void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,

@@ -22,7 +22,6 @@ class SvgRenderer : public Renderer {
   void Contour(const Operation& operation, const ContourShape& contour,
                std::span<const ContourArc> pieces) override;
   void Circle(const Operation& operation, const CircleShape& circle) override;
-  void Dot(const Operation& operation, const PointShape& point) override;
   void Text(const Operation& operation, const TextShape& shape, std::string_view text,
             const FontFace& face) override;
   void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;

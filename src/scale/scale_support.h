@@ -42,7 +42,6 @@ class ScaleSupport {
   float LogStart = 1, LogEnd = 1;
   float LogSpan = 0;   // decades that the whole support spans
   float GradSide = 1;  // +1 or −1: the side of graduations and distances
-  bool DrawSupport = true;
 
   // Follows from the fields: the first that has a length, of the arc, the horizontal line, the vertical one.
   SupportKind Kind() const;

@@ -5,6 +5,7 @@
 #include <limits>
 #include <variant>
 
+#include "drawing/drawing_fault.h"
 #include "drawing/pen.h"
 
 namespace vaxel {
@@ -14,9 +15,10 @@ TEST(DrawSurface, RefusesCoordinatesThatNoFormatHolds) {
   DisplayList list;
   DrawSurface surface(list);
   surface.Begin({});
-  EXPECT_THROW(surface.Line(0, 0, 1e10, 0, 0), CoordinateOverflow);
-  EXPECT_THROW(surface.PSet(std::numeric_limits<double>::quiet_NaN(), 0, 0), CoordinateOverflow);
-  EXPECT_THROW(surface.Circle(0, 0, -1e10, 0), CoordinateOverflow);
+  EXPECT_THROW(surface.Line({}, {1e10, 0}, {}), DrawingFault);
+  EXPECT_THROW(surface.Line({}, {0, std::numeric_limits<double>::quiet_NaN()}, {}), DrawingFault);
+  EXPECT_THROW(surface.Line({}, {}, {.Width = 1e10}), DrawingFault);
+  EXPECT_THROW(surface.Circle({{}, -1e10}, {}), DrawingFault);
   EXPECT_EQ(list.Size(), 0U);
 }
 

@@ -50,7 +50,7 @@ const std::array<Figure, 11> Figures = {
      {"pie-through-0",
       CircleShape{{15, 15}, 10, 10, -30 * Degree, 30 * Degree, Filled, CircleForm::Pie},
       {14.9, 9.9, 25.1, 20.1}},
-     {"point", PointShape{{12, 13}}, {11.9, 12.9, 12.1, 13.1}}}};
+     {"dot", LineShape{{12, 13}, {12, 13}}, {11.9, 12.9, 12.1, 13.1}}}};
 
 // Contours of arcs as the reader sees them, y downward. Box, area and perimeter are those of the contour
 // itself, without a stroke.

@@ -39,7 +39,7 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
   add(5, CircleShape{{10, 10}, 5, 2, 0, 0, blue});
   add(6, CircleShape{{10, 10}, 5, 5, 0, turn / 2, {}, CircleForm::Arc});
   add(7, CircleShape{{10, 10}, 5, 5, 0, turn / 4, blue, CircleForm::Pie});
-  add(8, PointShape{{7, 7}});
+  add(8, LineShape{{7, 7}, {7, 7}});
   add(8, CircleShape{{10, 10}, 5, 5, 0, turn / 2, {}, CircleForm::Arc, true});
   // What outlines a stroke belongs to devices of pixels.
   list.AddPolygon(std::array{Point{1, 2}, Point{1, 1}, Point{9, 1}, Point{9, 2}}, blue, {0.25, 0, 8, {}},

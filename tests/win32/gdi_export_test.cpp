@@ -23,7 +23,7 @@ DisplayList Sheet() {
   list.BeginPage(83.37, 61.23);
   list.Add({0.3, Black, 1, LineShape{{10, 12.34}, {50.5, 12.34}}});
   list.Add({0, Black, 1, RectangleShape{{70.11, 50.07}, {80.02, 60.04}, {true, Black}}});
-  list.Add({1.5, Black, 1, PointShape{{5, 55}}});
+  list.Add({1.5, Black, 1, LineShape{{5, 55}, {5, 55}}});
   list.AddText("I", {"Arial"}, {{20, 40}, 0, 10, 2.78, 0, 0}, {0, Black, 1, {}});
   return list;
 }

@@ -41,8 +41,6 @@ Operation Placed(const Figure& figure, Point by) {
     *box = {box->Corner + by, box->Opposite + by, box->Inside};
   } else if (auto* circle = std::get_if<CircleShape>(&operation.Figure)) {
     circle->Centre = circle->Centre + by;
-  } else if (auto* dot = std::get_if<PointShape>(&operation.Figure)) {
-    dot->At = dot->At + by;
   }
   return operation;
 }
@@ -55,7 +53,6 @@ const Figure Figures[] = {
     {"slanted line", 1.3, LineShape{{0, 0}, {20, 7}}, -0.65, -0.65, 20.65, 7.65},
     {"thin line", 0.08, LineShape{{0, 0}, {20, 0}}, -0.04, -0.04, 20.04, 0.04},
     {"line without length", 1.7, LineShape{{0, 0}, {0, 0}}, -0.85, -0.85, 0.85, 0.85},
-    {"dot", 1.1, PointShape{{0, 0}}, -0.55, -0.55, 0.55, 0.55},
     {"box", 0.7, RectangleShape{{12, 0}, {0, 9}, {}}, -0.35, -0.35, 12.35, 9.35},
     {"box without outline", 0, RectangleShape{{0, 0}, {12, 9}, {true, Black}}, 0, 0, 12, 9},
     {"circle", 0.4, CircleShape{{0, 0}, 8, 8}, -8.2, -8.2, 8.2, 8.2},

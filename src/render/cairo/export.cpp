@@ -6,6 +6,7 @@
 #include <ctime>
 #include <exception>
 
+#include "base/units.h"
 #include "render/cairo/handles.h"
 #include "render/cairo/png.h"
 #include "render/cairo/renderer.h"
@@ -15,7 +16,7 @@
 namespace vaxel {
 namespace {
 
-constexpr double PointsPerMillimetre = 72 / 25.4;
+constexpr double PointsPerMillimetre = 72 / MillimetresPerInch;
 
 cairo_status_t WriteToSink(void* sink, const unsigned char* bytes, unsigned int count) {
   static_cast<ByteSink*>(sink)->Write({reinterpret_cast<const char*>(bytes), count});

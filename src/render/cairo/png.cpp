@@ -9,13 +9,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/units.h"
 #include "render/cairo/handles.h"
 #include "render/cairo/renderer.h"
 
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr double MaxSide = 32767;  // of a Cairo picture, pixels
 constexpr double MaxArea = 400e6;  // pixels: 1.6 GB while it is drawn
 

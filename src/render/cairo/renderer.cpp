@@ -162,10 +162,6 @@ void CairoRenderer::Circle(const Operation& operation, const CircleShape& circle
   SetEnds(CAIRO_LINE_CAP_ROUND, CAIRO_LINE_JOIN_ROUND);
 }
 
-void CairoRenderer::Dot(const Operation& operation, const PointShape& point) {
-  Line(operation, {point.At, point.At});
-}
-
 void CairoRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                          const FontFace& face) {
   if (!texts_) texts_ = std::make_unique<CairoText>(context_, reach_);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/units.h"
 #include "render/gdi/imaging.h"
 #include "render/gdi/renderer.h"
 #include "render/gdi/view.h"
@@ -14,7 +15,6 @@
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr double UnitsPerMm = 100;
 constexpr double MaxSide = 32767;
 constexpr double MaxArea = 400e6;

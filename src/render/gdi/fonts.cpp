@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
+#include "base/units.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
 
-constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 constexpr double PointsPerInch = 72;
 // Pixels, so that the rounding to pixels does not count.
 constexpr int RulerHeight = 2048;

@@ -9,14 +9,13 @@
 #include <memory>
 #include <vector>
 
+#include "base/units.h"
 #include "render/gdi/renderer.h"
 #include "winbase/gdi_handles.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
-
-constexpr double MillimetresPerInch = 25.4;
 
 struct PrinterCloser {
   using pointer = HANDLE;

@@ -7,6 +7,8 @@
 #include <numbers>
 #include <utility>
 
+#include "base/units.h"
+
 namespace vaxel {
 namespace {
 
@@ -323,10 +325,6 @@ void GdiRenderer::Circle(const Operation& operation, const CircleShape& circle) 
   });
 }
 
-void GdiRenderer::Dot(const Operation& operation, const PointShape& point) {
-  Line(operation, {point.At, point.At});
-}
-
 void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::string_view text,
                        const FontFace& face) {
   const Point along = {std::cos(shape.Angle), -std::sin(shape.Angle)};
@@ -386,7 +384,7 @@ GdiBitmap GdiRenderer::WithGround(const Operation& operation, const PictureShape
 void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
                                  const PixelView& picture) {
   // What it holds, or where that is coarse what the eye sees, but no more than the device can show.
-  constexpr double pixelsPerMm = 300 / 25.4;
+  constexpr double pixelsPerMm = 300 / MillimetresPerInch;
   const auto sizeOf = [](int held, double side, int shown) {
     return std::min(std::max(held, static_cast<int>(std::min(side * pixelsPerMm, 4000.0))), shown);
   };

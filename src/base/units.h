@@ -1,0 +1,12 @@
+#pragma once
+
+#include <numbers>
+
+namespace vaxel {
+
+inline constexpr double MillimetresPerInch = 25.4;
+
+// It is exact, for what outputs write: positions are computed with the rounded constants of base/point.h.
+inline constexpr double DegreesPerRadian = 180 / std::numbers::pi;
+
+}  // namespace vaxel

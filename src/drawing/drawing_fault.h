@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vaxel {
+
+// Thrown by what is drawn where the drawing cannot take it, and caught at the run's top. The drawing then
+// holds what came before.
+struct DrawingFault {
+  enum class Reason : std::uint8_t {
+    TooManyOperations,  // or pages, or corners: see DisplayList::MaxOperations
+    TooMuchText,        // see DisplayList::MaxTextBytes
+    TooManyPictures,    // see DisplayList::MaxPictureBytes
+    OutOfRange          // a coordinate, radius or width is not finite or beyond MaxCoordinate
+  };
+  Reason Why;
+};
+
+}  // namespace vaxel
