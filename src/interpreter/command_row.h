@@ -4,6 +4,8 @@
 #include <memory>
 #include <string_view>
 
+#include "resources/text_id.h"
+
 namespace vaxel {
 
 class Parameters;
@@ -55,8 +57,8 @@ struct CommandRow {
   std::string_view Keyword;   // upper case
   std::string_view Spelling;  // as shown to users
   CommandHandler Handler = nullptr;
-  std::int16_t HelpId = 0;  // of its syntax help in the string table
-  std::int16_t Sets = 0;    // order bits
+  TextId HelpId{};        // its syntax help
+  std::int16_t Sets = 0;  // order bits
   Scope Where = Scope::Everywhere;
   VariableUse Variables = VariableUse::Replaced;
   // The parameter from which all that follows is one text, in which separators and apostrophes are ordinary
