@@ -43,7 +43,7 @@ Application::Application(const Shell& shell) : app_(shell), recovery_({}, shell.
 bool Application::Start(const StartOptions& options) {
   const std::string printer = app_.Printers.CurrentPrinter();
   if (printer.empty()) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::NoPrinter));
+    app_.Tell(BoxIcon::Critical, app_.Message(TextId::NoPrinter));
     return false;
   }
   runs_.UsePrinter(printer);
@@ -75,18 +75,17 @@ void Application::AfficheMenus() {
     if (row.Place != MenuId::Nowhere)
       app_.Window.SetCaption(row.Item, app_.MenuText(row.Caption) + KeyHint(row));
   }
-  app_.Window.SetToolTip(StatusField::Text1, app_.MenuText(text_id::LineToolTip));
-  app_.Window.SetToolTip(StatusField::Text2, app_.MenuText(text_id::PlaceToolTip));
+  app_.Window.SetToolTip(StatusField::Text1, app_.MenuText(TextId::LineToolTip));
+  app_.Window.SetToolTip(StatusField::Text2, app_.MenuText(TextId::PlaceToolTip));
 }
 
 // The first one that the user wants back takes the editor; any other stays for the next start.
 void Application::OfferRecovery() {
   const auto isRunning = [this](std::uint32_t id) { return app_.Platform.IsRunning(id); };
   for (const RecoveryCopy& copy : recovery_.FindLeft(isRunning)) {
-    if (!app_.Dialogs.AskYesNo(
-            "Vaxel",
-            app_.Message(text_id::RecoveryFound,
-                         copy.ScriptName.empty() ? app_.Message(text_id::NewScript) : copy.ScriptName))) {
+    if (!app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::RecoveryFound,
+                                                     copy.ScriptName.empty() ? app_.Message(TextId::NewScript)
+                                                                             : copy.ScriptName))) {
       recovery_.Discard(copy);
       continue;
     }
@@ -181,11 +180,11 @@ void Application::TellException() {
   try {
     throw;
   } catch (const std::bad_alloc&) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::OutOfMemory));
+    app_.Tell(BoxIcon::Critical, app_.Message(TextId::CommandOutOfMemory));
   } catch (const std::exception& failure) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::Unexpected, failure.what()));
+    app_.Tell(BoxIcon::Critical, app_.Message(TextId::Unforeseen, failure.what()));
   } catch (...) {
-    app_.Tell(BoxIcon::Critical, app_.Message(text_id::Unexpected, "?"));
+    app_.Tell(BoxIcon::Critical, app_.Message(TextId::Unforeseen, "?"));
   }
 }
 

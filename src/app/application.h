@@ -64,7 +64,7 @@ class Application {
   const EditedScript& Script() const { return script_; }
   const Settings& Options() const { return settings_; }
   // In the language of messages.
-  std::string Message(int id) const { return app_.Message(id); }
+  std::string Message(TextId id) const { return app_.Message(id); }
 
  private:
   void Debut(const StartOptions& options);  // start-up after the printer check

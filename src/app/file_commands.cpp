@@ -63,7 +63,7 @@ std::string ListOfNames(const std::vector<std::string>& names, std::string_view 
 
 bool FileCommands::SettleChanges() {
   if (app_.Editor.IsEmpty() || !script_.TextModified) return true;
-  switch (app_.AskYesNoCancel(app_.Message(text_id::SaveChanges))) {
+  switch (app_.AskYesNoCancel(app_.Message(TextId::SaveChanges))) {
     case YesNoCancel::Cancel:
       return false;
     case YesNoCancel::No:
@@ -75,20 +75,20 @@ bool FileCommands::SettleChanges() {
   return !script_.TextModified;
 }
 
-void FileCommands::Tell(int textId, const std::string& fileName, const Failure& why) {
-  app_.Tell(BoxIcon::Critical, app_.Message(textId, fileName, app_.Message(why)));
+void FileCommands::Tell(TextId text, const std::string& fileName, const Failure& why) {
+  app_.Tell(BoxIcon::Critical, app_.Message(text, fileName, app_.Message(why)));
 }
 
 void FileCommands::TellNotLoaded(const std::string& fileName, const Failure& why) {
-  if (why.Text == text_id::NotAText) return app_.Tell(BoxIcon::Critical, app_.Message(why));
-  if (why.Text != text_id::IsTooLarge) return Tell(text_id::CannotRead, fileName, why);
+  if (why.Text == TextId::ScriptNotAText) return app_.Tell(BoxIcon::Critical, app_.Message(why));
+  if (why.Fault != FileFault::IsTooLarge) return Tell(TextId::CannotRead, fileName, why);
   const std::string megabytes = std::to_string(MaxScriptBytes >> 20);
-  app_.Tell(BoxIcon::Critical, app_.Message(text_id::FileTooLarge, fileName, megabytes));
+  app_.Tell(BoxIcon::Critical, app_.Message(TextId::ScriptTooLarge, fileName, megabytes));
 }
 
 void FileCommands::UpdateTitle() {
   app_.Window.SetTitle("Vaxel  V" + app_.VersionText + "  (" + std::string(Credit) + ")   " +
-                       app_.Message(text_id::FileWord) + ": " + script_.CurrentFile);
+                       app_.Message(TextId::FileWord) + ": " + script_.CurrentFile);
 }
 
 void FileCommands::TextChanged(bool isComment) {
@@ -157,7 +157,7 @@ void FileCommands::ShowOpened() {
 bool FileCommands::ChooseAndLoad() {
   FileDialog dialog;
   dialog.Filter =
-      Filter(app_.Message(text_id::VaxelFiles), "*.dat") + Filter(app_.Message(text_id::AllFiles), "*.*");
+      Filter(app_.Message(TextId::VaxelFiles), "*.dat") + Filter(app_.Message(TextId::AllFiles), "*.*");
   dialog.Folder = openFolder_;
   const std::vector<std::string> chosen = app_.Dialogs.ShowOpen(dialog);
   if (chosen.empty() || chosen.front().empty()) return false;
@@ -203,11 +203,11 @@ void FileCommands::TellNotSaved(const std::string& fileName, const Failure& why)
   const fs::path path = PathOf(fileName);
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
-  std::string text = app_.Message(text_id::CannotWrite, fileName, app_.Message(why));
+  std::string text = app_.Message(TextId::CannotWrite, fileName, app_.Message(why));
   if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
-    text = app_.Message(text_id::ReadOnlyScript, fileName);
+    text = app_.Message(TextId::ReadOnlyScript, fileName);
   } else if (!fs::exists(path.parent_path(), ignored)) {
-    text = app_.Message(text_id::FolderGone, NameOf(path.parent_path()));
+    text = app_.Message(TextId::FolderGone, NameOf(path.parent_path()));
   }
   app_.Tell(BoxIcon::Critical, text);
 }
@@ -220,7 +220,7 @@ bool FileCommands::WriteTo(const std::string& fileName) {
   }
   script_.LoadedHash = saved->Hash;
   if (std::exchange(script_.Encoding, saved->Encoding) != saved->Encoding) {
-    app_.Tell(BoxIcon::Information, app_.Message(text_id::SavedAsUtf8, fileName));
+    app_.Tell(BoxIcon::Information, app_.Message(TextId::SavedAsUtf8, fileName));
   }
   return true;
 }
@@ -228,7 +228,7 @@ bool FileCommands::WriteTo(const std::string& fileName) {
 void FileCommands::Save() {
   if (script_.CurrentFile.empty() || IsMeterFile(script_.CurrentFile)) return SaveAs();
   if (HasChangedOnDisk(script_.CurrentFile, script_.LoadedHash)) {
-    switch (app_.AskYesNoCancel(app_.Message(text_id::ChangedOnDisk, script_.CurrentFile))) {
+    switch (app_.AskYesNoCancel(app_.Message(TextId::ChangedOnDisk, script_.CurrentFile))) {
       case YesNoCancel::Cancel:
         return;
       case YesNoCancel::No:
@@ -246,14 +246,14 @@ void FileCommands::Save() {
 bool FileCommands::MayReplace(const std::string& fileName) {
   std::error_code ignored;
   return !std::filesystem::exists(PathOf(fileName), ignored) ||
-         app_.Dialogs.AskYesNo("Vaxel", app_.Message(text_id::ReplaceFile, fileName));
+         app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::ReplaceFile, fileName));
 }
 
 void FileCommands::SaveAs() {
   FileDialog dialog;
   dialog.DefaultExtension = "dat";
   dialog.Filter =
-      Filter(app_.Message(text_id::VaxelFiles), "*.dat") + app_.Message(text_id::AllFiles) + " (*.*)|*.*";
+      Filter(app_.Message(TextId::VaxelFiles), "*.dat") + app_.Message(TextId::AllFiles) + " (*.*)|*.*";
   dialog.Folder = FolderOf(script_.CurrentFile);
   const std::string chosen = app_.Dialogs.ShowSave(dialog);
   const std::string name = CutExtraExtension(chosen);
@@ -268,7 +268,7 @@ void FileCommands::SaveAs() {
 
 void FileCommands::InsertFileNames() {
   FileDialog dialog;
-  dialog.Filter = Filter(app_.Message(text_id::AllFiles), "*.*");
+  dialog.Filter = Filter(app_.Message(TextId::AllFiles), "*.*");
   dialog.Folder = FolderOf(script_.CurrentFile);
   dialog.TakesSeveral = true;
   const std::string list = ListOfNames(app_.Dialogs.ShowOpen(dialog), script_.CurrentFile);
@@ -285,12 +285,12 @@ void FileCommands::Remember(const std::string& fileName) {
 void FileCommands::Export() {
   const DisplayList* const drawing = runs_.Drawing();
   if (!drawing || drawing->Size() == 0)
-    return app_.Tell(BoxIcon::Information, app_.Message(text_id::NothingToExport));
+    return app_.Tell(BoxIcon::Information, app_.Message(TextId::NothingToExport));
   FileDialog dialog;
   dialog.DefaultExtension = "svg";
-  dialog.Filter = Filter(app_.Message(text_id::SvgFiles), "*.svg") +
-                  Filter(app_.Message(text_id::PngFiles), "*.png") +
-                  Filter(app_.Message(text_id::EmfFiles), "*.emf");
+  dialog.Filter = Filter(app_.Message(TextId::SvgFiles), "*.svg") +
+                  Filter(app_.Message(TextId::PngFiles), "*.png") +
+                  Filter(app_.Message(TextId::EmfFiles), "*.emf");
   dialog.Folder = FolderOf(script_.CurrentFile);
   dialog.FileName = DocumentNameOf(script_.CurrentFile);
   std::string name = app_.Dialogs.ShowSave(dialog);
@@ -298,7 +298,7 @@ void FileCommands::Export() {
   // A picture under the extension of something else, of a script for one, would be neither.
   if (!IsPictureFile(name) && !MayReplace(name += ".svg")) return;
   if (const Result<> written = WriteDrawing(*drawing, name, app_.Platform); !written)
-    Tell(text_id::CannotWrite, name, written.Why());
+    Tell(TextId::CannotWrite, name, written.Why());
 }
 
 }  // namespace vaxel

@@ -59,7 +59,7 @@ class FileCommands {
   bool WriteTo(const std::string& fileName);
   bool MayReplace(const std::string& fileName);
   void Remember(const std::string& fileName);
-  void Tell(int textId, const std::string& fileName, const Failure& why);
+  void Tell(TextId text, const std::string& fileName, const Failure& why);
   void TellNotSaved(const std::string& fileName, const Failure& why);
   void TellNotLoaded(const std::string& fileName, const Failure& why);
 

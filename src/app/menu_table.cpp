@@ -48,7 +48,7 @@ void ChooseLanguages(const CommandTargets& on) {
   on.Owner.AfficheMenus();
 }
 
-void Help(const CommandTargets& on) {
+void GeneralHelp(const CommandTargets& on) {
   ShowHelp(on.App, on.Options.HelpFile(), {});
 }
 
@@ -66,45 +66,45 @@ constexpr std::array<Keystroke, 2> Ctrl(char letter) {
 }
 
 constexpr auto Rows = std::to_array<MenuRow>({
-    {Mnu_Fichier, 10, Bar},
-    {Mnu_Ouvrir, 11, Mnu_Fichier, Files<&FileCommands::Open>, Ctrl('O')},
-    {Mnu_Nouveau, 12, Mnu_Fichier, Files<&FileCommands::New>, Ctrl('N')},
-    {Mnu_OuvrirMeter, 13, Mnu_Fichier, nullptr, {}, "Mnu_Sep0"},
-    {Mnu_Enregistrer, 15, Mnu_Fichier, Files<&FileCommands::SaveAs>, {}, "Mnu_Sep1"},
-    {Mnu_EnregistrerS, 14, Mnu_Fichier, Files<&FileCommands::Save>, Ctrl('S')},
-    {Mnu_Exporter, 20, Mnu_Fichier, Files<&FileCommands::Export>},
-    {Mnu_Imprimante, 16, Mnu_Fichier},
-    {Mnu_Imprimer, 17, Mnu_Fichier, Runs<&RunCycle::Print>, Ctrl('P')},
-    {Mnu_ImprimerZoom, 78, Mnu_Fichier},
-    {Mnu_ImprimerCode, 18, Mnu_Fichier, nullptr, {}, "Mnu_Sep2"},
-    {Mnu_Quitter, 19, Mnu_Fichier, Quit},
-    {Mnu_Syntaxe, 50, Bar, nullptr, {{{Key::F2}}}},
-    {Mnu_Visualiser, 30, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
-    {Mnu_Zoom, 73, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
-    {Mnu_RefCurseur, 74, Bar, Runs<&RunCycle::Reference>, {{{Key::F8}}}},
-    {Mnu_Options, 60, Bar},
-    {Mnu_DblClick, 61, Mnu_Options, Options<&Settings::ToggleDoubleClick>},
-    {Mnu_Code, 62, Mnu_Options, Options<&Settings::ToggleEditor>},
-    {Mnu_AgrandirCode, 76, Mnu_Options, Options<&Settings::WidenEditor>},
-    {Mnu_IniCode, 77, Mnu_Options, Options<&Settings::ResetEditor>},
-    {Mnu_TaillCar, 82, Mnu_Options, Options<&Settings::ChooseFontSize>},
-    {Mnu_CentreCurseur, 79, Mnu_Options, Simple<CentreCursor>, {}, "Mnu_sep3"},
-    {Mnu_Patchs, 80, Mnu_Options, Options<&Settings::ChoosePatches>, {}, "Mnu_sep4"},
-    {Mnu_Langue, 63, Mnu_Options, ChooseLanguages},
-    {Mnu_Couleur, 75, Mnu_Options, Simple<InsertColour>},
-    {Mnu_Polices, 40, Mnu_Options},
-    {Mnu_Liste_Fic, 83, Mnu_Options, Files<&FileCommands::InsertFileNames>},
-    {Mnu_Help, 70, Bar},
-    {Mnu_Aide, 71, Mnu_Help, Help},
-    {Mnu_AideMot, 81, Mnu_Help, HelpOnWord, {{{Key::F1, Held::NoShift}}}, "Mnu_sep5"},
-    {Mnu_AProposDe, 72, Mnu_Help, Simple<ShowAbout>},
-    {Positionner, 0, Nowhere, Place, {{{Key::F6}, {Key::F12}}}},
+    {Mnu_Fichier, TextId::MenuFile, Bar},
+    {Mnu_Ouvrir, TextId::MenuOpen, Mnu_Fichier, Files<&FileCommands::Open>, Ctrl('O')},
+    {Mnu_Nouveau, TextId::MenuNew, Mnu_Fichier, Files<&FileCommands::New>, Ctrl('N')},
+    {Mnu_OuvrirMeter, TextId::MenuImportMeter, Mnu_Fichier, nullptr, {}, "Mnu_Sep0"},
+    {Mnu_Enregistrer, TextId::MenuSaveAs, Mnu_Fichier, Files<&FileCommands::SaveAs>, {}, "Mnu_Sep1"},
+    {Mnu_EnregistrerS, TextId::MenuSave, Mnu_Fichier, Files<&FileCommands::Save>, Ctrl('S')},
+    {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Files<&FileCommands::Export>},
+    {Mnu_Imprimante, TextId::MenuPrinter, Mnu_Fichier},
+    {Mnu_Imprimer, TextId::MenuPrint, Mnu_Fichier, Runs<&RunCycle::Print>, Ctrl('P')},
+    {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier},
+    {Mnu_ImprimerCode, TextId::MenuPrintCode, Mnu_Fichier, nullptr, {}, "Mnu_Sep2"},
+    {Mnu_Quitter, TextId::MenuQuit, Mnu_Fichier, Quit},
+    {Mnu_Syntaxe, TextId::MenuSyntax, Bar, nullptr, {{{Key::F2}}}},
+    {Mnu_Visualiser, TextId::MenuView, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
+    {Mnu_Zoom, TextId::MenuZoom, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
+    {Mnu_RefCurseur, TextId::MenuReference, Bar, Runs<&RunCycle::Reference>, {{{Key::F8}}}},
+    {Mnu_Options, TextId::MenuOptions, Bar},
+    {Mnu_DblClick, TextId::MenuDoubleClick, Mnu_Options, Options<&Settings::ToggleDoubleClick>},
+    {Mnu_Code, TextId::MenuCode, Mnu_Options, Options<&Settings::ToggleEditor>},
+    {Mnu_AgrandirCode, TextId::MenuWidenCode, Mnu_Options, Options<&Settings::WidenEditor>},
+    {Mnu_IniCode, TextId::MenuResetCode, Mnu_Options, Options<&Settings::ResetEditor>},
+    {Mnu_TaillCar, TextId::MenuCodeSize, Mnu_Options, Options<&Settings::ChooseFontSize>},
+    {Mnu_CentreCurseur, TextId::MenuCentreCursor, Mnu_Options, Simple<CentreCursor>, {}, "Mnu_sep3"},
+    {Mnu_Patchs, TextId::MenuPatches, Mnu_Options, Options<&Settings::ChoosePatches>, {}, "Mnu_sep4"},
+    {Mnu_Langue, TextId::MenuLanguage, Mnu_Options, ChooseLanguages},
+    {Mnu_Couleur, TextId::MenuColour, Mnu_Options, Simple<InsertColour>},
+    {Mnu_Polices, TextId::MenuPrinterFonts, Mnu_Options},
+    {Mnu_Liste_Fic, TextId::MenuListFiles, Mnu_Options, Files<&FileCommands::InsertFileNames>},
+    {Mnu_Help, TextId::MenuHelp, Bar},
+    {Mnu_Aide, TextId::MenuHelpFile, Mnu_Help, GeneralHelp},
+    {Mnu_AideMot, TextId::MenuHelpOnWord, Mnu_Help, HelpOnWord, {{{Key::F1, Held::NoShift}}}, "Mnu_sep5"},
+    {Mnu_AProposDe, TextId::MenuAbout, Mnu_Help, Simple<ShowAbout>},
+    {Positionner, TextId::None, Nowhere, Place, {{{Key::F6}, {Key::F12}}}},
 });
 
 constexpr bool RowsStandAtTheirItems() {
   for (std::size_t i = 0; i < Rows.size(); ++i) {
     if (Rows[i].Item != static_cast<MenuId>(i)) return false;
-    if (Rows[i].Place == Nowhere ? Rows[i].Caption != 0 : !HasString(Rows[i].Caption)) return false;
+    if ((Rows[i].Place == Nowhere) != (Rows[i].Caption == TextId::None)) return false;
   }
   return Rows.size() == MenuItems;
 }
@@ -135,10 +135,8 @@ constexpr char Accelerator(std::string_view caption) {
 }
 
 constexpr char AcceleratorOf(const MenuRow& item, std::size_t language) {
-  for (const StringRow& row : StringRows) {
-    if (row.Id == item.Caption) return Accelerator(row.Texts[language]);
-  }
-  return 0;
+  const auto caption = RowOf(item.Caption);
+  return caption ? Accelerator(StringRows[*caption].Texts[language]) : char{0};
 }
 
 constexpr bool EveryCaptionHasAccelerator() {

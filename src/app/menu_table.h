@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "app/keys.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 
@@ -72,8 +73,8 @@ struct CommandTargets {
 
 struct MenuRow {
   MenuId Item;
-  int Caption;   // id of its text; 0 where it stands in no menu
-  MenuId Place;  // the popup that it stands in, or Bar
+  TextId Caption;  // None where it stands in no menu
+  MenuId Place;    // the popup that it stands in, or Bar
   // None: a popup, or a command that there is not yet, which is greyed.
   void (*Run)(const CommandTargets& on) = nullptr;
   std::array<Keystroke, 2> Keys{};  // the first is shown in the menu

@@ -186,7 +186,7 @@ void RunCycle::Visualise() {
 }
 
 void RunCycle::TellNotPrinted(const Failure& why) {
-  app_.Tell(BoxIcon::Critical, app_.Message(text_id::PrintFailed, printerName_, app_.Message(why)));
+  app_.Tell(BoxIcon::Critical, app_.Message(TextId::PrintFailed, printerName_, app_.Message(why)));
 }
 
 std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answers) {
@@ -227,11 +227,11 @@ void RunCycle::Zoom(bool withCtrl) {
     const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };
     ZoomDialog dialog;
     dialog.Caption = DialogCaption(app_, MenuId::Mnu_Zoom, "(F7, Ctrl-F7)");
-    dialog.FactorLabel = app_.Message(text_id::ZoomFactor);
+    dialog.FactorLabel = app_.Message(TextId::ZoomFactor);
     dialog.FactorText = shown(state_.ScreenZoom);
-    dialog.ZmmLabel = app_.Message(text_id::MmCorrection);
+    dialog.ZmmLabel = app_.Message(TextId::MmCorrection);
     dialog.ZmmText = shown(settings_.Values().Zmm);
-    dialog.Button = app_.Message(text_id::Validate);
+    dialog.Button = app_.Message(TextId::ValidateZoom);
     dialog.OnButton = [this](const std::string& factor, const std::string& zmm) {
       settings_.SetZmm(FieldValue(zmm).value_or(settings_.Values().Zmm));
       state_.ScreenZoom = FieldValue(factor).value_or(state_.ScreenZoom);
@@ -246,7 +246,7 @@ void RunCycle::Zoom(bool withCtrl) {
 bool RunCycle::AcceptReference(const std::string& text) {
   const std::optional<ReferenceEntry> entry = ReadReference(text);
   if (!entry) {
-    app_.Tell(BoxIcon::Information, app_.Message(text_id::ReferenceHint));
+    app_.Tell(BoxIcon::Information, app_.Message(TextId::ReferenceHint));
     return false;
   }
   const Point centre = entry->FromCorner ? state_.GraphicCentre : Point{};
@@ -264,9 +264,9 @@ void RunCycle::Reference(bool withCtrl) {
   }
   ReferenceDialog dialog;
   dialog.Caption = DialogCaption(app_, MenuId::Mnu_RefCurseur, "(F8, Ctrl-F8)");
-  dialog.Label = app_.Message(text_id::ReferenceLabel);
+  dialog.Label = app_.Message(TextId::ReferenceLabel);
   dialog.Text = FloatText(state_.RefInX) + "," + FloatText(state_.RefInY);
-  dialog.Button = app_.Message(text_id::ValidateReference);
+  dialog.Button = app_.Message(TextId::ValidateReference);
   dialog.OnButton = [this](const std::string& text) { return AcceptReference(text); };
   app_.Dialogs.ShowReference(dialog);
 }

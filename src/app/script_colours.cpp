@@ -71,17 +71,16 @@ void PaintCondition(std::string_view text, Painter& painter) {
 
 void PaintCommand(std::string_view command, Painter& painter) {
   if (IsBlankOrComment(command)) return painter.Paint(TrimLeft(command), CommentInk);
-  const CommandLine parts = SplitCommand(command);
-  const std::string keyword = UpperCase(parts.Keyword);
-  const CommandRow* const row = AllCommands().Find(keyword);
+  const CommandLine parts = SplitCommand(command, AllCommands());
+  const CommandRow* const row = AllCommands().Find(parts.Keyword);
   const bool isLabel = !row && (parts.Keyword.ends_with(':') || IsLabelLine(command));
   if (isLabel) {
     painter.Paint(WithoutComment(command), LabelInk);
     return PaintComment(command, painter);
   }
   if (row) painter.Paint(parts.Keyword, KeywordInk);
-  if (keyword == "IF" || keyword == "IFT") return PaintCondition(parts.Parameters, painter);
-  if (!row || row->TextFrom == 0) PaintComment(parts.Parameters, painter);
+  if (row && row->Rules.Form == LineForm::Condition) return PaintCondition(parts.Parameters, painter);
+  if (!row || row->TakesComments()) PaintComment(parts.Parameters, painter);
 }
 
 }  // namespace

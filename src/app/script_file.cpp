@@ -5,6 +5,7 @@
 #include "base/files.h"
 #include "base/output_file.h"
 #include "base/text.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 namespace {
@@ -33,7 +34,7 @@ Result<ScriptFile> LoadScript(std::string_view fileName) {
   if (!bytes) return bytes.Why();
   const std::uint64_t hash = HashOf(*bytes);
   auto decoded = DecodeText(*std::move(bytes));
-  if (!decoded) return Failure{text_id::NotAText, std::string(fileName)};
+  if (!decoded) return Failure{TextId::ScriptNotAText, std::string(fileName)};
   return ScriptFile{NormaliseLineEnds(std::move(decoded->Text)), {decoded->Encoding, hash}};
 }
 
@@ -48,7 +49,7 @@ Result<ScriptBytes> SaveScript(const std::string& fileName, std::string_view tex
 bool HasChangedOnDisk(std::string_view fileName, std::uint64_t hash) {
   const Result<std::string> bytes = ReadWholeFile(fileName, MaxScriptBytes);
   // One that is not there any more is nothing that saving could destroy.
-  return bytes ? HashOf(*bytes) != hash : bytes.Why().Text == text_id::IsTooLarge;
+  return bytes ? HashOf(*bytes) != hash : bytes.Why().Fault == FileFault::IsTooLarge;
 }
 
 std::string_view FolderOf(std::string_view fileName) {

@@ -25,12 +25,7 @@ struct ScriptFile {
 // The same on every system and in every version of the program (FNV-1a): recovery copies hold it.
 std::uint64_t HashOf(std::string_view bytes);
 
-// Ids of texts.
-namespace text_id {
-inline constexpr int NotAText = 104;
-}
-
-// A script of at most MaxScriptBytes. The failure IsTooLarge, NotAText, or is that of a file.
+// A script of at most MaxScriptBytes. The failure IsTooLarge, ScriptNotAText, or is that of a file.
 inline constexpr std::size_t MaxScriptBytes = std::size_t{256} << 20;
 Result<ScriptFile> LoadScript(std::string_view fileName);
 

@@ -27,7 +27,7 @@ constexpr std::string_view RecentName = "Recent";
 std::vector<std::string> LanguageNames(const StringTable& strings) {
   std::vector<std::string> names;
   for (int i = 0; i < strings.LanguageCount(); ++i) {
-    names.emplace_back(strings.Text(i * LanguageBlock, LanguageNameId));
+    names.emplace_back(strings.Text(i * LanguageBlock, TextId::LanguageName));
   }
   return names;
 }
@@ -58,7 +58,7 @@ std::optional<WindowPlace> ReadPlace(const std::optional<std::string>& text) {
 
 }  // namespace
 
-std::string Settings::LanguageText(int index, int id) const {
+std::string Settings::LanguageText(int index, TextId id) const {
   return std::string(app_.Strings.Text((index - 1) * LanguageBlock, id));
 }
 
@@ -82,8 +82,8 @@ std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
     const Result<std::string> text = ReadWholeFile(app_.ProgramFolder + name, maxBytes);
     if (text) {
       problems.push_back({name, app_.Strings.AddLanguage(code, *text)});
-    } else if (text.Why().Text == text_id::IsTooLarge) {
-      problems.push_back({name, std::vector{LineProblem{0, LineFault::TooLarge}}});
+    } else if (text.Why().Fault == FileFault::IsTooLarge) {
+      problems.push_back({name, std::vector{LineProblem{0, TextId::LanguageFileTooLarge}}});
     } else {
       problems.push_back({name, text.Why()});
     }
@@ -96,20 +96,20 @@ void Settings::TellProblems(const LanguageProblems& found) {
   const std::string& fileName = found.FileName;
   if (!found.Lines) {
     const std::string reason = app_.Message(found.Lines.Why());
-    return app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotRead, fileName, reason));
+    return app_.Tell(BoxIcon::Information, app_.Message(TextId::CannotRead, fileName, reason));
   }
   const std::vector<LineProblem>& problems = *found.Lines;
   std::string lines;
   for (std::size_t i = 0; i < problems.size() && i < mostShown; ++i) {
-    const std::string fault = app_.Message(static_cast<int>(problems[i].Fault), problems[i].Value);
+    const std::string fault = app_.Message(problems[i].Fault, problems[i].Value);
     if (problems[i].Line == 0) {
-      return app_.Tell(BoxIcon::Information, app_.Message(text_id::LanguageFileRefused, fileName, fault));
+      return app_.Tell(BoxIcon::Information, app_.Message(TextId::LanguageFileRefused, fileName, fault));
     }
-    lines += app_.Message(text_id::LanguageFileLine, std::to_string(problems[i].Line), fault) + "\n";
+    lines += app_.Message(TextId::LanguageFileLine, std::to_string(problems[i].Line), fault) + "\n";
   }
   if (problems.size() > mostShown) lines += "…";
   if (!lines.empty())
-    app_.Tell(BoxIcon::Information, app_.Message(text_id::LanguageFileWrong, fileName, lines));
+    app_.Tell(BoxIcon::Information, app_.Message(TextId::LanguageFileWrong, fileName, lines));
 }
 
 void Settings::UseMessageLanguage(int index) {
@@ -124,13 +124,13 @@ void Settings::UseHelpLanguage(int index) {
 
 void Settings::UseHelpFile() {
   const std::int16_t index = values_.HelpLangIndex;
-  if (index > 0) helpFile_ = HelpFileName(index, LanguageText(index, LanguageCodeId));
+  if (index > 0) helpFile_ = HelpFileName(index, LanguageText(index, TextId::LanguageCode));
 }
 
 void Settings::TellNotWritten(const Failure& why) {
   if (std::exchange(isFailureTold_, true)) return;
   app_.Tell(BoxIcon::Information,
-            app_.Message(text_id::ConfigNotWritten, file_->Name() + " (" + app_.Message(why) + ")"));
+            app_.Message(TextId::ConfigNotWritten, file_->Name() + " (" + app_.Message(why) + ")"));
 }
 
 void Settings::WriteLines(const std::vector<ConfigurationLine>& lines) {
@@ -183,7 +183,7 @@ void Settings::SetZmm(double zmm) {
 // The template of new scripts follows the language of menus and help, in which its user reads.
 void Settings::CopyTemplate() {
   if (values_.HelpLangIndex == 0) return;
-  const std::string code = LanguageText(values_.HelpLangIndex, LanguageCodeId);
+  const std::string code = LanguageText(values_.HelpLangIndex, TextId::LanguageCode);
   const std::string source = FindFile(app_.ProgramFolder, "Vaxel_" + code + ".DaN");
   if (source.empty()) return;
   const Result<std::string> bytes = ReadWholeFile(source, MaxScriptBytes);
@@ -195,25 +195,25 @@ void Settings::CopyTemplate() {
   const Result<> committed = file.Commit();
   // In a folder that cannot be written the user was told so already.
   if (committed || isFailureTold_) return;
-  app_.Tell(BoxIcon::Information, app_.Message(text_id::CannotWrite, name, app_.Message(committed.Why())));
+  app_.Tell(BoxIcon::Information, app_.Message(TextId::CannotWrite, name, app_.Message(committed.Why())));
 }
 
 void Settings::ChooseLanguages() {
   LanguageDialog dialog;
-  dialog.Caption = "Vaxel   " + app_.Message(text_id::LanguageCaption);
-  dialog.MessagesLabel = app_.Message(text_id::MessagesLanguage);
-  dialog.HelpLabel = app_.Message(text_id::HelpLanguage);
-  dialog.Button = app_.Message(text_id::ValidateLanguage);
+  dialog.Caption = "Vaxel   " + app_.Message(TextId::LanguageCaption);
+  dialog.MessagesLabel = app_.Message(TextId::MessagesLanguage);
+  dialog.HelpLabel = app_.Message(TextId::MenusLanguage);
+  dialog.Button = app_.Message(TextId::ValidateLanguage);
   dialog.Languages = LanguageNames(app_.Strings);
-  dialog.LastEntry = app_.Message(text_id::MoreLanguages);
-  dialog.LastEntryHint = app_.Message(text_id::AddLanguage);
+  dialog.LastEntry = app_.Message(TextId::MoreLanguages);
+  dialog.LastEntryHint = app_.Message(TextId::AddLanguage);
   dialog.Messages = values_.LangIndex;
   dialog.Help = values_.HelpLangIndex;
   dialog.OnMessages = [this](int index) { UseMessageLanguage(index); };
   dialog.OnHelp = [this](int index) { UseHelpLanguage(index); };
   dialog.OnButton = [this] {
     const auto nameOf = [&](int index) {
-      return index > 0 ? " " + LanguageText(index, LanguageNameId) : std::string();
+      return index > 0 ? " " + LanguageText(index, TextId::LanguageName) : std::string();
     };
     WriteLines({{std::string(LanguageKey), nameOf(values_.LangIndex)},
                 {std::string(HelpLanguageKey), nameOf(values_.HelpLangIndex)}});
@@ -226,8 +226,7 @@ void Settings::ChooseLanguages() {
 void Settings::ChoosePatches() {
   const InputDialog dialog{
       "Vaxel",
-      PatchPrompt(values_.Patchs, app_.Message(text_id::ActivePatches), app_.Message(text_id::EnterPatch)),
-      ""};
+      PatchPrompt(values_.Patchs, app_.Message(TextId::ActivePatches), app_.Message(TextId::EnterPatch)), ""};
   while (true) {
     const std::optional<std::string> answer = app_.Dialogs.AskText(dialog);
     if (!answer || Trim(*answer).empty()) return;
@@ -244,7 +243,7 @@ void Settings::ChooseFontSize() {
   constexpr double smallest = 4, largest = 72;
   const std::string present = values_.CodeFontSize > 0 ? NumberText(values_.CodeFontSize) : std::string();
   const auto answer = app_.Dialogs.AskText(
-      {"Vaxel", app_.Message(text_id::FontSizePrompt, NumberText(smallest), NumberText(largest)), present});
+      {"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(smallest), NumberText(largest)), present});
   if (!answer || !IsNumber(Trim(*answer))) return;
   const double size = LeadingNumber(*answer);
   if (!(size >= smallest && size <= largest)) return;

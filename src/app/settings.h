@@ -56,7 +56,7 @@ class Settings {
   void UseMessageLanguage(int index);
   void UseHelpFile();
   void CopyTemplate();
-  std::string LanguageText(int index, int id) const;
+  std::string LanguageText(int index, TextId id) const;
 
   AppContext& app_;
   Configuration values_;

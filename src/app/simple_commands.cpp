@@ -18,14 +18,14 @@ void InsertColour(AppContext& app) {
 }
 
 void ShowAbout(AppContext& app) {
-  app.Dialogs.ShowAbout({"Vaxel", "Vaxel\n" + app.Message(text_id::AboutText) + "\n\n" +
-                                      app.Message(text_id::AboutVersion, app.VersionText) + "\n" +
-                                      app.Message(text_id::AboutSystem, app.Platform.SystemDescription())});
+  app.Dialogs.ShowAbout({"Vaxel", "Vaxel\n" + app.Message(TextId::AboutText) + "\n\n" +
+                                      app.Message(TextId::AboutVersion, app.VersionText) + "\n" +
+                                      app.Message(TextId::AboutSystem, app.Platform.SystemDescription())});
 }
 
 void ShowHelp(AppContext& app, const std::string& helpFile, const std::string& word) {
   if (!app.Platform.OpenHelp(helpFile, word))
-    app.Tell(BoxIcon::Information, app.Message(text_id::NoHelp, helpFile));
+    app.Tell(BoxIcon::Information, app.Message(TextId::NoHelp, helpFile));
 }
 
 }  // namespace vaxel

@@ -68,7 +68,7 @@ std::FILE* OpenFile(const fs::path& path, const char* mode) {
 }
 
 Failure LastFileFailure() {
-  return {0, std::strerror(errno)};
+  return {.Words = std::strerror(errno)};
 }
 
 bool AreSameFile(const fs::path& one, const fs::path& other) {
@@ -93,7 +93,7 @@ Result<std::string> ReadToEnd(std::FILE* file, std::size_t maxBytes) {
   std::string bytes;
   std::array<char, 1U << 16> buffer{};
   while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file)) {
-    if (count > maxBytes - bytes.size()) return Failure{text_id::IsTooLarge};
+    if (count > maxBytes - bytes.size()) return Failure{.Fault = FileFault::IsTooLarge};
     bytes.append(buffer.data(), count);
   }
   if (std::ferror(file)) return LastFileFailure();
@@ -103,7 +103,7 @@ Result<std::string> ReadToEnd(std::FILE* file, std::size_t maxBytes) {
 Result<std::string> ReadWholeFile(std::string_view name, std::size_t maxBytes) {
   std::error_code ignored;
   const fs::path path = PathOf(name);
-  if (fs::is_directory(path, ignored)) return Failure{text_id::IsFolder};
+  if (fs::is_directory(path, ignored)) return Failure{.Fault = FileFault::IsFolder};
   std::FILE* const file = OpenFile(path, "rb");
   if (!file) return LastFileFailure();
   Result<std::string> content = ReadToEnd(file, maxBytes);

@@ -14,11 +14,6 @@ namespace vaxel {
 std::filesystem::path PathOf(std::string_view name);
 std::string NameOf(const std::filesystem::path& path);
 
-// Ids of the texts that say why a file cannot be read or written; what else there is to say is the system's.
-namespace text_id {
-inline constexpr int IsFolder = 20001, IsReadOnly = 20002, IsTooLarge = 20003;
-}
-
 // Whether there is a regular file of this name.
 bool FileExists(std::string_view name);
 

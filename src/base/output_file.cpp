@@ -59,12 +59,12 @@ OutputFile::OutputFile(const std::string& name) {
   target_ = FollowLinks(PathOf(name));
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) {
-    Fail({text_id::IsFolder});
+    Fail({.Fault = FileFault::IsFolder});
     return;
   }
   // Moving another file over it would not notice.
   if (fs::is_regular_file(status) && (status.permissions() & fs::perms::owner_write) == fs::perms::none) {
-    Fail({text_id::IsReadOnly});
+    Fail({.Fault = FileFault::IsReadOnly});
     return;
   }
   const bool direct = fs::exists(status) && !fs::is_regular_file(status);
@@ -104,7 +104,7 @@ Result<> OutputFile::Commit() {
     std::error_code error;
     fs::rename(temporary_, target_, error);
     if (error) {
-      Fail({0, error.message()});
+      Fail({.Words = error.message()});
     } else {
       temporary_.clear();
     }

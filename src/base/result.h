@@ -2,6 +2,7 @@
 // place.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -9,13 +10,21 @@
 
 namespace vaxel {
 
+// The texts of the string table, which names them in resources/text_id.h.
+enum class TextId : std::int16_t;
+
+// What is found wrong with a file before the system is asked.
+enum class FileFault : std::uint8_t { None, IsFolder, IsReadOnly, IsTooLarge };
+
 // Why something has failed, as the user is told. What the program words itself is a text of the string table,
-// so that it comes in the user's language; StringTable::Text makes the words of both.
+// so that it comes in the user's language; StringTable::Text makes the words of all three.
 struct Failure {
-  // The id of the text; 0 where Words, which are the system's or a library's, say it all.
-  int Text = 0;
+  // None where Words, which are the system's or a library's, say it all.
+  TextId Text{};
   // Otherwise what fills the "%1" of the text.
   std::string Words{};
+  // When there is one, it is the whole reason.
+  FileFault Fault = FileFault::None;
 };
 
 // A result without a value says only whether it was done.
@@ -46,7 +55,7 @@ class [[nodiscard]] Result {
 // Of functions that return the reason as a text, empty when all is well.
 inline Result<> DoneUnless(std::string reason) {
   if (reason.empty()) return {};
-  return Failure{0, std::move(reason)};
+  return Failure{.Words = std::move(reason)};
 }
 
 }  // namespace vaxel

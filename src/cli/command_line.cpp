@@ -16,28 +16,28 @@ struct OptionRow {
   const char* Name;
   Use How;
   const char* Choices;  // the only values, apart by "|"; null: any
-  CliText Value;        // what the help calls the value, where there are no choices
-  CliText Help;
+  TextId Value;         // what the help calls the value, where there are no choices
+  TextId Help;
 };
 
-using T = CliText;
+using T = TextId;
 constexpr OptionRow Rows[] = {
-    {OptionId::Script, "SCRIPT", Use::Once, nullptr, T::FileValue, T::ScriptHelp},
-    {OptionId::Output, "-o", Use::Repeatable, nullptr, T::FileValue, T::OutputHelp},
-    {OptionId::Format, "--format", Use::Once, "svg|pdf|png|list", T::FileValue, T::FormatHelp},
-    {OptionId::Target, "--target", Use::Once, "screen|printer", T::FileValue, T::TargetHelp},
-    {OptionId::Area, "--area", Use::Once, nullptr, T::AreaValue, T::AreaHelp},
-    {OptionId::Page, "--page", Use::Once, nullptr, T::SizeValue, T::PageHelp},
-    {OptionId::Zoom, "--zoom", Use::Once, nullptr, T::NumberValue, T::ZoomHelp},
-    {OptionId::Zmm, "--zmm", Use::Once, nullptr, T::NumberValue, T::ZmmHelp},
-    {OptionId::Dpi, "--dpi", Use::Once, nullptr, T::NumberValue, T::DpiHelp},
-    {OptionId::Language, "--language", Use::Once, "fr|en|es", T::FileValue, T::LanguageHelp},
-    {OptionId::Variable, "-D", Use::Repeatable, nullptr, T::VariableValue, T::VariableHelp},
-    {OptionId::Answer, "--answer", Use::Repeatable, nullptr, T::AnswerValue, T::AnswerHelp},
-    {OptionId::OnDepth, "--on-depth", Use::Once, "ok|cancel", T::FileValue, T::OnDepthHelp},
-    {OptionId::MaxSeconds, "--max-seconds", Use::Once, nullptr, T::NumberValue, T::MaxSecondsHelp},
-    {OptionId::Version, "--version", Use::Flag, nullptr, T::FileValue, T::VersionHelp},
-    {OptionId::Help, "-h,--help", Use::Flag, nullptr, T::FileValue, T::HelpHelp}};
+    {OptionId::Script, "SCRIPT", Use::Once, nullptr, T::CliFileValue, T::CliScriptHelp},
+    {OptionId::Output, "-o", Use::Repeatable, nullptr, T::CliFileValue, T::CliOutputHelp},
+    {OptionId::Format, "--format", Use::Once, "svg|pdf|png|list", T::CliFileValue, T::CliFormatHelp},
+    {OptionId::Target, "--target", Use::Once, "screen|printer", T::CliFileValue, T::CliTargetHelp},
+    {OptionId::Area, "--area", Use::Once, nullptr, T::CliAreaValue, T::CliAreaHelp},
+    {OptionId::Page, "--page", Use::Once, nullptr, T::CliSizeValue, T::CliPageHelp},
+    {OptionId::Zoom, "--zoom", Use::Once, nullptr, T::CliNumberValue, T::CliZoomHelp},
+    {OptionId::Zmm, "--zmm", Use::Once, nullptr, T::CliNumberValue, T::CliZmmHelp},
+    {OptionId::Dpi, "--dpi", Use::Once, nullptr, T::CliNumberValue, T::CliDpiHelp},
+    {OptionId::Language, "--language", Use::Once, "fr|en|es", T::CliFileValue, T::CliLanguageHelp},
+    {OptionId::Variable, "-D", Use::Repeatable, nullptr, T::CliVariableValue, T::CliVariableHelp},
+    {OptionId::Answer, "--answer", Use::Repeatable, nullptr, T::CliAnswerValue, T::CliAnswerHelp},
+    {OptionId::OnDepth, "--on-depth", Use::Once, "ok|cancel", T::CliFileValue, T::CliOnDepthHelp},
+    {OptionId::MaxSeconds, "--max-seconds", Use::Once, nullptr, T::CliNumberValue, T::CliMaxSecondsHelp},
+    {OptionId::Version, "--version", Use::Flag, nullptr, T::CliFileValue, T::CliVersionHelp},
+    {OptionId::Help, "-h,--help", Use::Flag, nullptr, T::CliFileValue, T::CliHelpHelp}};
 
 constexpr bool RowsFollowTheIds() {
   std::size_t id = 0;
@@ -59,18 +59,18 @@ std::string ChoiceNamed(std::string_view choices, std::string_view value) {
 }
 
 // The library splits the arguments and nothing else: its messages know one language.
-void Split(CLI::App& app, std::vector<std::string> arguments, const CliTexts& texts) {
+void Split(CLI::App& app, std::vector<std::string> arguments, const UserTexts& texts) {
   std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(std::move(arguments));
   } catch (const CLI::ArgumentMismatch& mismatch) {
     const std::string_view what = mismatch.what();
-    throw UsageError{texts.Fill(CliText::NoValue, {what.substr(0, what.find(':'))})};
+    throw UsageError{texts.Fill(TextId::CliNoValue, what.substr(0, what.find(':')))};
   } catch (const CLI::ParseError& error) {
-    throw UsageError{texts.Fill(CliText::UnknownArgument, {error.what()})};
+    throw UsageError{texts.Fill(TextId::CliUnknownArgument, error.what())};
   }
   const std::vector<std::string> unknown = app.remaining();
-  if (!unknown.empty()) throw UsageError{texts.Fill(CliText::UnknownArgument, {unknown.front()})};
+  if (!unknown.empty()) throw UsageError{texts.Fill(TextId::CliUnknownArgument, unknown.front())};
 }
 
 constexpr std::size_t LineWidth = 80;
@@ -100,7 +100,7 @@ void AppendWrapped(std::string& lines, std::string_view text, std::size_t column
   lines += '\n';
 }
 
-std::string FormOf(const OptionRow& row, const CliTexts& texts) {
+std::string FormOf(const OptionRow& row, const UserTexts& texts) {
   std::string form = row.Name;
   if (const std::size_t comma = form.find(','); comma != std::string::npos) form.insert(comma + 1, " ");
   if (row.How == Use::Flag || row.Id == OptionId::Script) return form;
@@ -109,7 +109,7 @@ std::string FormOf(const OptionRow& row, const CliTexts& texts) {
 
 }  // namespace
 
-CommandLine::CommandLine(std::vector<std::string> arguments, const CliTexts& texts) {
+CommandLine::CommandLine(std::vector<std::string> arguments, const UserTexts& texts) {
   CLI::App app;
   app.set_help_flag();
   app.allow_extras();
@@ -124,11 +124,11 @@ CommandLine::CommandLine(std::vector<std::string> arguments, const CliTexts& tex
     std::vector<std::string>& values = values_[static_cast<std::size_t>(row.Id)];
     values = options[static_cast<std::size_t>(row.Id)]->results();
     if (row.How == Use::Once && values.size() > 1)
-      throw UsageError{texts.Fill(CliText::Repeated, {row.Name})};
+      throw UsageError{texts.Fill(TextId::CliRepeated, row.Name)};
     if (!row.Choices || values.empty()) continue;
     const std::string choice = ChoiceNamed(row.Choices, values[0]);
     if (choice.empty()) {
-      throw UsageError{texts.Fill(CliText::NotAChoice, {row.Name, values[0], row.Choices})};
+      throw UsageError{texts.Fill(TextId::CliNotAChoice, row.Name, values[0], row.Choices)};
     }
     values[0] = choice;
   }
@@ -138,13 +138,13 @@ const char* NameOf(OptionId option) {
   return Rows[static_cast<std::size_t>(option)].Name;
 }
 
-std::string HelpText(const CliTexts& texts) {
+std::string HelpText(const UserTexts& texts) {
   std::size_t widest = 0;
   for (const OptionRow& row : Rows) widest = std::max(widest, WidthOf(FormOf(row, texts)));
   const std::size_t column = 2 + widest + 2;
   std::string help;
-  AppendWrapped(help, texts.Get(CliText::Purpose), 0);
-  help.append("\n").append(texts.Get(CliText::Usage)).append("\n\n");
+  AppendWrapped(help, texts.Get(TextId::CliPurpose), 0);
+  help.append("\n").append(texts.Get(TextId::CliUsage)).append("\n\n");
   for (const OptionRow& row : Rows) {
     const std::string form = FormOf(row, texts);
     help.append("  ").append(form).append(std::string(column - 2 - WidthOf(form), ' '));

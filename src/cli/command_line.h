@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/texts.h"
+#include "cli/user_texts.h"
 
 namespace vaxel {
 
@@ -41,7 +41,7 @@ class CommandLine {
  public:
   // The arguments are those of the program without its name. Throws UsageError where an argument is unknown,
   // a value missing or none of an option's choices, or an option repeated that may not be.
-  CommandLine(std::vector<std::string> arguments, const CliTexts& texts);
+  CommandLine(std::vector<std::string> arguments, const UserTexts& texts);
 
   // In the order in which they were given; for a choice as the help writes it.
   const std::vector<std::string>& Values(OptionId option) const {
@@ -59,6 +59,6 @@ class CommandLine {
 const char* NameOf(OptionId option);
 
 // The text of --help, in lines of at most 80 characters.
-std::string HelpText(const CliTexts& texts);
+std::string HelpText(const UserTexts& texts);
 
 }  // namespace vaxel

@@ -10,8 +10,8 @@
 
 #include "cli/options.h"
 #include "cli/render_script.h"
-#include "cli/texts.h"
 #include "cli/user_language.h"
+#include "cli/user_texts.h"
 #include "resources/string_table.h"
 
 #ifdef _WIN32
@@ -25,33 +25,34 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-vaxel::ExitStatus Run(Arguments arguments, int languageBase) {
+vaxel::ExitStatus Run(Arguments arguments, const vaxel::UserTexts& texts) {
   vaxel::ExitStatus status = vaxel::ExitStatus::Drawn;
   // Dates alone follow the user's locale; numbers have their "." everywhere.
   std::setlocale(LC_TIME, "");
-  const auto options = vaxel::ReadOptions(std::move(arguments), languageBase, status);
-  return options ? vaxel::RenderScript(*options) : status;
+  const auto options = vaxel::ReadOptions(std::move(arguments), texts, status);
+  return options ? vaxel::RenderScript(*options, texts) : status;
 }
 
 // Whatever is thrown, the user gets a message and a status instead of a signal.
 int Guarded(const std::function<Arguments()>& readArguments) {
   constexpr int english = vaxel::LanguageBlock;
-  vaxel::CliTexts texts(english);
+  const vaxel::StringTable strings;
+  vaxel::UserTexts texts(strings, english);
   try {
     try {
       Arguments arguments = readArguments();
-      texts = vaxel::CliTexts(vaxel::LanguageBase(arguments));
-      return static_cast<int>(Run(std::move(arguments), texts.Base()));
+      texts = vaxel::UserTexts(strings, vaxel::LanguageBase(strings, arguments));
+      return static_cast<int>(Run(std::move(arguments), texts));
     } catch (const std::bad_alloc&) {
       throw;
     } catch (const std::exception& failure) {
-      vaxel::Complain(texts.Fill(vaxel::CliText::Unforeseen, {failure.what()}));
+      vaxel::Complain(texts.Fill(vaxel::TextId::CliUnforeseen, failure.what()));
     } catch (...) {
-      vaxel::Complain(texts.Fill(vaxel::CliText::Unforeseen, {"?"}));
+      vaxel::Complain(texts.Fill(vaxel::TextId::CliUnforeseen, "?"));
     }
   } catch (...) {
     // There may not even be room to put a message together.
-    const std::string_view text = texts.Get(vaxel::CliText::OutOfMemory);
+    const std::string_view text = texts.Get(vaxel::TextId::CliOutOfMemory);
     std::fprintf(stderr, "vaxel-render: %.*s\n", static_cast<int>(text.size()), text.data());
   }
   return static_cast<int>(vaxel::ExitStatus::FileFailed);

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "cli/command_line.h"
-#include "cli/texts.h"
+#include "cli/user_texts.h"
 #include "interpreter/system_variables.h"
 #include "interpreter/variables.h"
 
@@ -73,12 +73,11 @@ std::optional<OutputFormat> FormatOfFile(std::string_view fileName) {
 // Makes of the values what they mean; throws UsageError where one means nothing.
 class OptionReader {
  public:
-  OptionReader(const CommandLine& line, const CliTexts& texts) : line_(line), texts_(texts) {}
+  OptionReader(const CommandLine& line, const UserTexts& texts) : line_(line), texts_(texts) {}
 
   RenderOptions Read() const {
     RenderOptions options;
-    options.LangBase = texts_.Base();
-    if (!line_.Has(OptionId::Script)) throw UsageError{std::string(texts_.Get(CliText::NoScript))};
+    if (!line_.Has(OptionId::Script)) throw UsageError{std::string(texts_.Get(TextId::CliNoScript))};
     options.Script = *line_.Find(OptionId::Script);
     options.Outputs = ReadOutputs();
     ReadSize(OptionId::Area, options.Area);
@@ -94,8 +93,9 @@ class OptionReader {
   }
 
  private:
-  [[noreturn]] void Refuse(CliText reason, std::initializer_list<std::string_view> values) const {
-    throw UsageError{texts_.Fill(reason, values)};
+  [[noreturn]] void Refuse(TextId reason, std::string_view value = {}, std::string_view second = {},
+                           std::string_view third = {}) const {
+    throw UsageError{texts_.Fill(reason, value, second, third)};
   }
 
   bool Is(OptionId option, std::string_view choice) const {
@@ -107,7 +107,7 @@ class OptionReader {
     const std::string* const text = line_.Find(option);
     if (!text) return;
     const std::optional<SizeMm> named = SizeNamed(*text);
-    if (!named) Refuse(CliText::NotASize, {NameOf(option), *text});
+    if (!named) Refuse(TextId::CliNotASize, NameOf(option), *text);
     size = *named;
   }
 
@@ -116,7 +116,7 @@ class OptionReader {
     if (!text) return std::nullopt;
     const auto value = WholeNumber(*text);
     if (value && *value > 0 && *value <= most) return value;
-    Refuse(CliText::NotANumber, {NameOf(option), *text, std::to_string(static_cast<int>(most))});
+    Refuse(TextId::CliNotANumber, NameOf(option), *text, std::to_string(static_cast<int>(most)));
   }
 
   std::vector<OutputRequest> ReadOutputs() const {
@@ -126,9 +126,9 @@ class OptionReader {
     const std::string* const format = line_.Find(OptionId::Format);
     const std::optional<OutputFormat> standard = format ? FormatNamed(*format) : std::nullopt;
     for (const std::string& file : files) {
-      if (file.empty()) Refuse(CliText::EmptyFileName, {});
+      if (file.empty()) Refuse(TextId::CliEmptyFileName);
       const std::optional<OutputFormat> own = FormatOfFile(file);
-      if (!own && !standard && file != "-") Refuse(CliText::NoFormat, {file});
+      if (!own && !standard && file != "-") Refuse(TextId::CliNoFormat, file);
       OutputRequest output;
       output.FileName = file;
       output.Format = own.value_or(standard.value_or(OutputFormat::Svg));
@@ -136,7 +136,7 @@ class OptionReader {
       output.Target = isUsual || Is(OptionId::Target, "printer") ? TargetKind::Printer : TargetKind::Screen;
       const bool isTwice = std::any_of(outputs.begin(), outputs.end(),
                                        [&](const OutputRequest& other) { return other.FileName == file; });
-      if (isTwice) Refuse(CliText::OutputTwice, {file});
+      if (isTwice) Refuse(TextId::CliOutputTwice, file);
       outputs.push_back(output);
     }
     return outputs;
@@ -146,8 +146,8 @@ class OptionReader {
     const std::size_t equals = text.find('=');
     std::string name = text.substr(0, equals);
     if (!name.starts_with('%')) name.insert(name.begin(), '%');
-    if (equals == std::string::npos || !IsVariableName(name, {})) Refuse(CliText::NotAVariable, {text});
-    if (IsSystemVariable(name)) Refuse(CliText::SystemVariable, {name});
+    if (equals == std::string::npos || !IsVariableName(name, {})) Refuse(TextId::CliNotAVariable, text);
+    if (IsSystemVariable(name)) Refuse(TextId::CliSystemVariable, name);
     return {name, text.substr(equals + 1)};
   }
 
@@ -161,19 +161,18 @@ class OptionReader {
       variables.push_back(std::move(variable));
     }
     const std::size_t most = VariableTable::MaxVariables;
-    if (variables.size() > most) Refuse(CliText::TooManyVariables, {std::to_string(most)});
+    if (variables.size() > most) Refuse(TextId::CliTooManyVariables, std::to_string(most));
     return variables;
   }
 
   const CommandLine& line_;
-  const CliTexts& texts_;
+  const UserTexts& texts_;
 };
 
 }  // namespace
 
-std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, int languageBase,
+std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, const UserTexts& texts,
                                          ExitStatus& status) {
-  const CliTexts texts(languageBase);
   try {
     const CommandLine line(std::move(arguments), texts);
     if (!line.Has(OptionId::Help) && !line.Has(OptionId::Version)) return OptionReader(line, texts).Read();
@@ -182,7 +181,7 @@ std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, int
     status = ExitStatus::Drawn;
   } catch (const UsageError& error) {
     status = ExitStatus::WrongUsage;
-    Complain(error.Text + "\n" + std::string(texts.Get(CliText::SeeHelp)));
+    Complain(error.Text + "\n" + std::string(texts.Get(TextId::CliSeeHelp)));
   }
   return std::nullopt;
 }

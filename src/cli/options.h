@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/user_texts.h"
 #include "drawing/draw_surface.h"
 
 namespace vaxel {
@@ -31,7 +32,6 @@ struct RenderOptions {
   double Zoom = 1;
   double Zmm = 1;
   std::optional<double> Dpi;
-  int LangBase = 0;                                            // of the string table
   std::vector<std::pair<std::string, std::string>> Variables;  // "%Name" and its value
   std::vector<std::string> Answers;                            // to the script's questions, in order
   bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run
@@ -48,9 +48,8 @@ enum class ExitStatus : std::uint8_t {
 };
 
 // The options of a command line without the program's name, in UTF-8. None when there is nothing to draw,
-// with the status to end with; what was asked for (help, the version) or what is wrong has then been printed,
-// in the language with this base in the string table, which becomes that of the options.
-std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, int languageBase,
+// with the status to end with; what was asked for (help, the version) or what is wrong has then been printed.
+std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, const UserTexts& texts,
                                          ExitStatus& status);
 
 }  // namespace vaxel

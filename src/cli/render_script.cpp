@@ -15,7 +15,7 @@
 #include "base/text_encoding.h"
 #include "base/utf8.h"
 #include "cli/console_host.h"
-#include "cli/texts.h"
+#include "cli/user_texts.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
 #include "interpreter/run.h"
@@ -39,8 +39,8 @@ std::string DisplayName(const std::string& fileName, std::string_view standard) 
 }
 
 // What libraries say stays as they say it.
-std::string_view ReasonIn(const CliTexts& texts, std::string_view reason) {
-  return reason == SvgAndListOnly ? texts.Get(CliText::SvgAndListOnly) : reason;
+std::string_view ReasonIn(const UserTexts& texts, std::string_view reason) {
+  return reason == SvgAndListOnly ? texts.Get(TextId::CliSvgAndListOnly) : reason;
 }
 
 // A name without extension may be that of a ".dat" file.
@@ -51,20 +51,20 @@ std::string FindScript(const std::string& name) {
   return !asIs && std::filesystem::exists(PathOf(name + ".dat"), ignored) ? name + ".dat" : name;
 }
 
-std::optional<std::string> ReadScript(const std::string& name, const CliTexts& texts, int langBase) {
+std::optional<std::string> ReadScript(const std::string& name, const UserTexts& texts) {
   constexpr std::size_t maxBytes = std::size_t{512} << 20;
   Result<std::string> bytes = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
-  const std::string shown = DisplayName(name, texts.Get(CliText::StandardInput));
+  const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardInput));
   if (!bytes) {
-    const bool isTooLarge = bytes.Why().Text == text_id::IsTooLarge;
-    const std::string reason = isTooLarge ? std::string(texts.Get(CliText::ScriptTooLarge))
-                                          : StringTable().Text(langBase, bytes.Why());
-    Complain(texts.Fill(CliText::CannotRead, {shown, reason}));
+    const bool isTooLarge = bytes.Why().Fault == FileFault::IsTooLarge;
+    const std::string reason =
+        isTooLarge ? std::string(texts.Get(TextId::CliScriptTooLarge)) : texts.Get(bytes.Why());
+    Complain(texts.Fill(TextId::CliCannotRead, shown, reason));
     return std::nullopt;
   }
   auto decoded = DecodeText(*std::move(bytes));
   if (!decoded) {
-    Complain(texts.Fill(CliText::NotAText, {shown}));
+    Complain(texts.Fill(TextId::CliNotAText, shown));
     return std::nullopt;
   }
   return std::move(decoded->Text);
@@ -92,11 +92,10 @@ std::string Title(const RenderOptions& options) {
 
 // What all runs and outputs share of this machine and its user.
 struct Machine {
-  CliTexts Texts;
+  const UserTexts& Texts;
   ConsoleHost Host;
   SystemMeasurer Measurer{};
   SystemDecoder Decoder{};
-  StringTable Strings{};
 };
 
 // Writes one page, or the whole list in the formats that hold several.
@@ -141,10 +140,10 @@ std::size_t FilesOf(const OutputRequest& output, const DisplayList& list) {
 
 ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
                        Machine& machine) {
-  const CliTexts& texts = machine.Texts;
+  const UserTexts& texts = machine.Texts;
   const std::size_t files = FilesOf(output, list);
   if (files > 1 && output.FileName == "-") {
-    Complain(texts.Fill(CliText::SeveralPages, {std::to_string(files)}));
+    Complain(texts.Fill(TextId::CliSeveralPages, std::to_string(files)));
     return ExitStatus::WrongUsage;
   }
   for (std::size_t page = 0; page < files; ++page) {
@@ -153,16 +152,16 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
     WriteResult result = WriteFormat(options, output, list, page, machine, file);
     for (const FontReplacement& font : result.Replaced) {
       machine.Host.ShowNotice(
-          "", 0, machine.Strings.Text(options.LangBase, FontReplacedNotice, font.Wanted, font.Used));
+          "", 0, texts.Strings().Text(texts.Base(), TextId::FontReplaced, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
     if (result.Error.empty()) {
       const Result<> committed = file.Commit();
       if (committed) continue;
-      result.Error = machine.Strings.Text(options.LangBase, committed.Why());
+      result.Error = texts.Get(committed.Why());
     }
-    const std::string shown = DisplayName(name, texts.Get(CliText::StandardOutput));
-    Complain(texts.Fill(CliText::CannotWrite, {shown, ReasonIn(texts, result.Error)}));
+    const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardOutput));
+    Complain(texts.Fill(TextId::CliCannotWrite, shown, ReasonIn(texts, result.Error)));
     return ExitStatus::FileFailed;
   }
   return ExitStatus::Drawn;
@@ -177,8 +176,8 @@ struct Script {
 // Runs the script for one kind of target; the list gets at least one page.
 ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& script, Machine& machine,
                   DisplayList& list) {
-  RunContext run(machine.Host, AllCommands(), machine.Strings, list);
-  run.LangBase = options.LangBase;
+  RunContext run(machine.Host, AllCommands(), machine.Texts.Strings(), list);
+  run.LangBase = machine.Texts.Base();
   machine.Host.BeginRun();
   for (const auto& [name, value] : options.Variables) run.Level().Variables.Set(name, value);
   RunTarget target = TargetFor(kind, options);
@@ -191,7 +190,7 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
       return ExitStatus::Interrupted;
     case RunEnd::Empty:
       std::fprintf(stderr, "%s\n",
-                   machine.Texts.Fill(CliText::EmptyScript, {machine.Host.ScriptName()}).c_str());
+                   machine.Texts.Fill(TextId::CliEmptyScript, machine.Host.ScriptName()).c_str());
       list.BeginPage(target.WidthMm, target.HeightMm);
       break;
     case RunEnd::Completed:
@@ -215,19 +214,19 @@ struct Inputs {
 // Tells of the first of an output's files, which are so many, that would destroy what the script is read from
 // or what it reads.
 bool RefusesToOverwrite(const OutputRequest& output, std::size_t files, const Inputs& inputs,
-                        const CliTexts& texts) {
-  const auto refuses = [&](const std::string& name, const std::string& input, CliText reason) {
+                        const UserTexts& texts) {
+  const auto refuses = [&](const std::string& name, const std::string& input, TextId reason) {
     if (!WouldOverwrite(name, input)) return false;
-    const std::string shown = DisplayName(input, texts.Get(CliText::StandardInput));
-    Complain(texts.Fill(reason, {output.FileName, shown}));
+    const std::string shown = DisplayName(input, texts.Get(TextId::CliStandardInput));
+    Complain(texts.Fill(reason, output.FileName, shown));
     return true;
   };
   for (std::size_t page = 0; page < files; ++page) {
     const std::string name = PageFileName(output.FileName, page);
-    if (refuses(name, inputs.Script, CliText::OverwritesScript)) return true;
+    if (refuses(name, inputs.Script, TextId::CliOverwritesScript)) return true;
     for (const std::string& input : inputs.Others) {
       // A file of the name "-" is none of the standard streams.
-      if (refuses(name, input == "-" ? "./-" : input, CliText::OverwritesInput)) return true;
+      if (refuses(name, input == "-" ? "./-" : input, TextId::CliOverwritesInput)) return true;
     }
   }
   return false;
@@ -241,26 +240,25 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
     if (!isNew) continue;
     const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
     if (!machine.Decoder.Failure().empty()) {
-      Complain(machine.Texts.Fill(CliText::NoPictures, {machine.Decoder.Failure()}));
+      Complain(machine.Texts.Fill(TextId::CliNoPictures, machine.Decoder.Failure()));
     }
     if (status != ExitStatus::Drawn) return status;
   }
   if (!machine.Measurer.Failure().empty()) {
-    Complain(machine.Texts.Fill(CliText::RoughTexts, {machine.Measurer.Failure()}));
+    Complain(machine.Texts.Fill(TextId::CliRoughTexts, machine.Measurer.Failure()));
   }
   return ExitStatus::Drawn;
 }
 
 }  // namespace
 
-ExitStatus RenderScript(const RenderOptions& options) {
-  const CliTexts texts(options.LangBase);
+ExitStatus RenderScript(const RenderOptions& options, const UserTexts& texts) {
   Script script{FindScript(options.Script), {}};
   Inputs inputs{script.FileName, {}};
   for (const OutputRequest& output : options.Outputs) {
     if (RefusesToOverwrite(output, 1, inputs, texts)) return ExitStatus::WrongUsage;
   }
-  std::optional<std::string> text = ReadScript(script.FileName, texts, options.LangBase);
+  std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
   Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};

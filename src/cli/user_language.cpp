@@ -4,8 +4,6 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "resources/string_table.h"
-
 #ifdef _WIN32
 #include <windows.h>
 #endif
@@ -58,8 +56,7 @@ std::string UsersLanguage() {
 
 }  // namespace
 
-int LanguageBase(const std::vector<std::string>& arguments) {
-  const StringTable strings;
+int LanguageBase(const StringTable& strings, const std::vector<std::string>& arguments) {
   const int asked = strings.BaseOfCode(LanguageAskedFor(arguments));
   if (asked >= 0) return asked;
   const int users = strings.BaseOfCode(UsersLanguage());

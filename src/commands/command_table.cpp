@@ -7,7 +7,6 @@
 #include <numeric>
 
 #include "commands/handlers.h"
-#include "resources/string_table.h"
 
 namespace vaxel {
 namespace {
@@ -16,101 +15,156 @@ constexpr std::int16_t Drawn = OrderDrawn;
 constexpr std::int16_t Support = OrderDrawn | OrderSupport;
 constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 
+// A row: the keyword as users see it, its handler, its syntax help, and what is not as with most commands:
+//   Sets        the order bits that the command sets
+//   OrderLimit  the order word of the main script must not exceed it before the command
+//   Where       on which target, or in which script, the command counts; elsewhere it is passed over
+//   Form        how the line behind the keyword is read
+//   TextFrom    of the form Text: the parameter that is the text, with all that follows
+//   Variables   in which parameters references to variables are replaced
+//   Compile     what reads the line in its own way; the handler may then be missing
+//   Shown       the keyword that users see instead of this one
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
-    {"%", "%Var", nullptr, 252, 0, Scope::Everywhere, VariableUse::Raw, 0, CompileAssignment},
-    {"+", "Plus", RunPlus, 234, Drawn},
-    {"?", "?", RunCurrentPoint, 221, 0, Scope::Everywhere, VariableUse::Raw},
-    {"ARC", "Arc", RunArc, 201, Support},
-    {"CADRE", "Cadre", RunCadre, 202, Drawn},
-    {"CADREA", "CadreA", RunCadreA, 203, Drawn},
-    {"CADREAP", "CadreAP", RunCadreAP, 203, Drawn},
-    {"CADREP", "CadreP", RunCadreP, 202, Drawn},
-    {"CENTREE", "CentreE", RunCentreE, 204, OrderCentre, Scope::ScreenOnly, VariableUse::Replaced, 0, nullptr,
-     3},
-    {"CENTREI", "CentreI", RunCentreI, 205, OrderCentre, Scope::PrinterOnly, VariableUse::Replaced, 0,
-     nullptr, 3},
-    {"CERCLE", "Cercle", RunCercle, 206, Drawn},
-    {"CERCLEI", "CercleI", RunCercleI, 206, Drawn},
-    {"CERCLEP", "CercleP", RunCercleP, 207, Drawn},
-    {"COULEUR", "Couleur", RunCouleur, 208},
-    {"CT", "CT", RunCT, 209, Drawn},
-    {"DECAL", "Decal", RunDecal, 210, Drawn},
-    {"DEMILUNE", "DemiLune", RunDemiLune, 211, Drawn},
-    {"DEMILUNEP", "DemiLuneP", RunDemiLuneP, 211, Drawn},
-    {"DROITE", "Droite", RunDroite, 212, Support},
-    {"DROITEV", "DroiteV", RunDroiteV, 213, Support},
-    {"EPAIST", "EpaisT", RunEpaisT, 214},
-    {"EXPOSANT", "Exposant", RunExposant, 215},
-    {"FACTEUR", "Facteur", RunFacteur, 216},
-    {"FACTEURS", "Facteurs", RunFacteur, 216},
-    {"FICHIER", "Fichier", RunFichier, 217, Included, Scope::Everywhere, VariableUse::Raw},
-    {"FLECHE", "Fleche", RunFleche, 218, Drawn},
-    {"FLECHEP", "FlecheP", RunFlecheP, 218, Drawn},
-    {"FORMATI", "FormatI", RunFormatI, 219, OrderFormat, Scope::MainScriptOnly, VariableUse::Replaced, 0,
-     nullptr, 0},
-    {"GOTO", "Goto", RunGoto, 220, 0, Scope::Everywhere, VariableUse::Replaced, 0, CompileGoto},
-    {"GRAD", "Grad", RunGrad, 222, Drawn},
-    {"GRAD1", "Grad1", RunGrad1, 223, Drawn, Scope::Everywhere, VariableUse::ValueLists},
+    {"%",
+     nullptr,
+     Help::Assignment,
+     {.Form = LineForm::Assignment,
+      .Variables = VariableUse::Raw,
+      .Compile = CompileAssignment,
+      .Shown = "%Var"}},
+    {"+", RunPlus, Help::Plus, {.Sets = Drawn, .Shown = "Plus"}},
+    {"?", RunCurrentPoint, Help::CurrentPoint, {.Variables = VariableUse::Raw}},
+    {"Arc", RunArc, Help::Arc, {.Sets = Support}},
+    {"Cadre", RunCadre, Help::Cadre, {.Sets = Drawn}},
+    {"CadreA", RunCadreA, Help::CadreA, {.Sets = Drawn}},
+    {"CadreAP", RunCadreAP, Help::CadreA, {.Sets = Drawn}},
+    {"CadreP", RunCadreP, Help::Cadre, {.Sets = Drawn}},
+    {"CentreE",
+     RunCentreE,
+     Help::CentreE,
+     {.Sets = OrderCentre, .OrderLimit = 3, .Where = Scope::ScreenOnly}},
+    {"CentreI",
+     RunCentreI,
+     Help::CentreI,
+     {.Sets = OrderCentre, .OrderLimit = 3, .Where = Scope::PrinterOnly}},
+    {"Cercle", RunCercle, Help::Cercle, {.Sets = Drawn}},
+    {"CercleI", RunCercleI, Help::Cercle, {.Sets = Drawn}},
+    {"CercleP", RunCercleP, Help::CercleP, {.Sets = Drawn}},
+    {"Couleur", RunCouleur, Help::Couleur},
+    {"CT", RunCT, Help::CT, {.Sets = Drawn}},
+    {"Decal", RunDecal, Help::Decal, {.Sets = Drawn}},
+    {"DemiLune", RunDemiLune, Help::DemiLune, {.Sets = Drawn}},
+    {"DemiLuneP", RunDemiLuneP, Help::DemiLune, {.Sets = Drawn}},
+    {"Droite", RunDroite, Help::Droite, {.Sets = Support}},
+    {"DroiteV", RunDroiteV, Help::DroiteV, {.Sets = Support}},
+    {"EpaisT", RunEpaisT, Help::EpaisT},
+    {"Exposant", RunExposant, Help::Exposant},
+    {"Facteur", RunFacteur, Help::Facteur},
+    {"Facteurs", RunFacteur, Help::Facteur},
+    {"Fichier", RunFichier, Help::Fichier, {.Sets = Included, .Variables = VariableUse::Raw}},
+    {"Fleche", RunFleche, Help::Fleche, {.Sets = Drawn}},
+    {"FlecheP", RunFlecheP, Help::Fleche, {.Sets = Drawn}},
+    {"FormatI",
+     RunFormatI,
+     Help::FormatI,
+     {.Sets = OrderFormat, .OrderLimit = 0, .Where = Scope::MainScriptOnly}},
+    {"Goto", RunGoto, Help::Goto, {.Compile = CompileGoto}},
+    {"Grad", RunGrad, Help::Grad, {.Sets = Drawn}},
+    {"Grad1", RunGrad1, Help::Grad1, {.Sets = Drawn, .Variables = VariableUse::ValueLists}},
     // The command behind THEN decides what an apostrophe is.
-    {"IF", "IF", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIF},
-    {"IFT", "IFT", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIFT},
+    {"IF",
+     nullptr,
+     Help::IF,
+     {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIF}},
+    {"IFT",
+     nullptr,
+     Help::IF,
+     {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIFT}},
     // Sets its bit itself: what only asks for a size draws nothing.
-    {"IMAGE", "Image", RunImage, 225, 0, Scope::Everywhere, VariableUse::FourthList},
-    {"INPUT", "Input", RunInput, 226, 0, Scope::Everywhere, VariableUse::Raw},
-    {"INVERSION", "Inversion", RunInversion, 227},
-    {"LISTEVAR", "ListeVar", RunListeVar, 228, 0, Scope::Everywhere, VariableUse::Replaced, 1},
-    {"LVAR", "LVar", RunLVar, 229, 0, Scope::Everywhere, VariableUse::Raw},
-    {"NPAGE", "NPage", RunNPage, 230},
-    {"OPEN", "Open", RunOpen, 231},
-    {"PALCOUL", "PalCoul", RunPalCoul, 232, Drawn},
-    {"PALCOUL2", "PalCoul2", RunPalCoul2, 232, Drawn},
-    {"PALCOUL3", "PalCoul3", RunPalCoul3, 232, Drawn},
-    {"PERCER", "Percer", RunPercer, 233, Drawn},
-    {"PERCERX", "PercerX", RunPercerX, 233, Drawn},
-    {"PLUS", "Plus", RunPlus, 234, Drawn},
-    {"POLICE", "Police", RunPolice, 235},
-    {"POLY", "Poly", RunPoly, 236, Drawn},
-    {"POLYP", "PolyP", RunPolyP, 236, Drawn},
-    {"QA", "QA", RunQA, 237, Drawn},
-    {"QA1", "QA1", RunQA1, 237, Drawn},
-    {"QA12", "QA12", RunQA12, 237, Drawn},
-    {"QA2", "QA2", RunQA2, 237, Drawn},
-    {"SECT", "Sect", RunSect, 238, Drawn},
-    {"SECTP", "SectP", RunSectP, 238, Drawn},
-    {"SEPARATEUR", "Separateur", RunSeparateur, 239},
-    {"SI", "IF", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIF},
-    {"SIT", "IFT", nullptr, 224, 0, Scope::Everywhere, VariableUse::Raw, 1, CompileIFT},
-    {"STOP", "Stop", RunStop, 240},
-    {"TAILLEP", "TailleP", RunTailleP, 241, 0, Scope::Everywhere, VariableUse::Raw},
+    {"Image", RunImage, Help::Image, {.Variables = VariableUse::FourthList}},
+    {"Input", RunInput, Help::Input, {.Variables = VariableUse::Raw}},
+    {"Inversion", RunInversion, Help::Inversion},
+    {"ListeVar", RunListeVar, Help::ListeVar, {.Form = LineForm::Text, .TextFrom = 1}},
+    {"LVar", RunLVar, Help::LVar, {.Variables = VariableUse::Raw}},
+    {"NPage", RunNPage, Help::NPage},
+    {"Open", RunOpen, Help::Open},
+    {"PalCoul", RunPalCoul, Help::PalCoul, {.Sets = Drawn}},
+    {"PalCoul2", RunPalCoul2, Help::PalCoul, {.Sets = Drawn}},
+    {"PalCoul3", RunPalCoul3, Help::PalCoul, {.Sets = Drawn}},
+    {"Percer", RunPercer, Help::Percer, {.Sets = Drawn}},
+    {"PercerX", RunPercerX, Help::Percer, {.Sets = Drawn}},
+    {"Plus", RunPlus, Help::Plus, {.Sets = Drawn}},
+    {"Police", RunPolice, Help::Police},
+    {"Poly", RunPoly, Help::Poly, {.Sets = Drawn}},
+    {"PolyP", RunPolyP, Help::Poly, {.Sets = Drawn}},
+    {"QA", RunQA, Help::QA, {.Sets = Drawn}},
+    {"QA1", RunQA1, Help::QA, {.Sets = Drawn}},
+    {"QA12", RunQA12, Help::QA, {.Sets = Drawn}},
+    {"QA2", RunQA2, Help::QA, {.Sets = Drawn}},
+    {"Sect", RunSect, Help::Sect, {.Sets = Drawn}},
+    {"SectP", RunSectP, Help::Sect, {.Sets = Drawn}},
+    {"Separateur", RunSeparateur, Help::Separateur},
+    {"SI",
+     nullptr,
+     Help::IF,
+     {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIF, .Shown = "IF"}},
+    {"SIT",
+     nullptr,
+     Help::IF,
+     {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIFT, .Shown = "IFT"}},
+    {"Stop", RunStop, Help::Stop},
+    {"TailleP", RunTailleP, Help::TailleP, {.Variables = VariableUse::Raw}},
     // Sets its bit itself, when it has written the blank that precedes the first text of a page.
-    {"TEXTE", "Texte", RunTexte, 242, 0, Scope::Everywhere, VariableUse::Replaced, 5},
-    {"TEXTEC", "TexteC", RunTexteC, 243, Drawn, Scope::Everywhere, VariableUse::Replaced, 7},
-    {"TRAIT", "Trait", RunTrait, 244, Drawn},
-    {"VAL", "Val", RunVal, 245, Drawn},
-    {"VAL1", "Val1", RunVal1, 247, Drawn, Scope::Everywhere, VariableUse::ValueTextLists},
-    {"VAL1D", "Val1D", RunVal1D, 248, Drawn, Scope::Everywhere, VariableUse::OrientedValueTextLists},
-    {"VAL1R", "Val1R", RunVal1R, 248, Drawn, Scope::Everywhere, VariableUse::OrientedValueTextLists},
-    {"VALD", "ValD", RunValD, 246, Drawn},
-    {"VALR", "ValR", RunValR, 246, Drawn},
-    {"VOYANT", "Voyant", RunVoyant, 249, Drawn},
-    {"X", "X", RunX, 250, Drawn},
-    {"ZOOMINI", "ZoomIni", RunZoomIni, 251, 0, Scope::MainScriptOnly},
+    {"Texte", RunTexte, Help::Texte, {.Form = LineForm::Text, .TextFrom = 5}},
+    {"TexteC", RunTexteC, Help::TexteC, {.Sets = Drawn, .Form = LineForm::Text, .TextFrom = 7}},
+    {"Trait", RunTrait, Help::Trait, {.Sets = Drawn}},
+    {"Val", RunVal, Help::Val, {.Sets = Drawn}},
+    {"Val1", RunVal1, Help::Val1, {.Sets = Drawn, .Variables = VariableUse::ValueTextLists}},
+    {"Val1D", RunVal1D, Help::Val1D, {.Sets = Drawn, .Variables = VariableUse::OrientedValueTextLists}},
+    {"Val1R", RunVal1R, Help::Val1D, {.Sets = Drawn, .Variables = VariableUse::OrientedValueTextLists}},
+    {"ValD", RunValD, Help::ValD, {.Sets = Drawn}},
+    {"ValR", RunValR, Help::ValD, {.Sets = Drawn}},
+    {"Voyant", RunVoyant, Help::Voyant, {.Sets = Drawn}},
+    {"X", RunX, Help::X, {.Sets = Drawn}},
+    {"ZoomIni", RunZoomIni, Help::ZoomIni, {.Where = Scope::MainScriptOnly}},
 });
+
+constexpr char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+constexpr bool IsBefore(std::string_view a, std::string_view b) {
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                      [](char left, char right) { return Upper(left) < Upper(right); });
+}
+
+constexpr bool AreSame(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char left, char right) { return Upper(left) == Upper(right); });
+}
 
 constexpr bool KeywordsAscend() {
   for (std::size_t i = 1; i < Rows.size(); ++i) {
-    if (!(Rows[i - 1].Keyword < Rows[i].Keyword)) return false;
+    if (!IsBefore(Rows[i - 1].Keyword, Rows[i].Keyword)) return false;
   }
   return true;
 }
 
 constexpr bool EveryRowHasHelp() {
-  return std::all_of(Rows.begin(), Rows.end(), [](const CommandRow& row) { return HasString(row.HelpId); });
+  return std::all_of(Rows.begin(), Rows.end(),
+                     [](const CommandRow& row) { return row.Help != TextId::None; });
+}
+
+constexpr bool EveryTextHasItsPlace() {
+  return std::all_of(Rows.begin(), Rows.end(), [](const CommandRow& row) {
+    return (row.Rules.Form == LineForm::Text) == (row.Rules.TextFrom != 0);
+  });
 }
 
 static_assert(KeywordsAscend(), "the table is in the order of its keywords, which are unique");
-static_assert(EveryRowHasHelp(), "every command has its help text in all languages");
+static_assert(EveryRowHasHelp(), "every command has its help text");
+static_assert(EveryTextHasItsPlace(), "a line with a text says which parameter that is");
 
 // A hash of the keyword finds its row at once; the few that meet in one place lie in the places behind it.
 constexpr std::size_t IndexSize = 256;
@@ -120,7 +174,7 @@ static_assert(Rows.size() < NoRow);
 
 constexpr std::size_t HashOf(std::string_view keyword) {
   std::uint32_t hash = 2166136261U;
-  for (char c : keyword) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+  for (char c : keyword) hash = (hash ^ static_cast<unsigned char>(Upper(c))) * 16777619U;
   return (hash ^ hash >> 15) % IndexSize;
 }
 
@@ -146,7 +200,7 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     std::size_t diagonal = row[0];
     row[0] = i;
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t replaced = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
+      const std::size_t replaced = diagonal + (Upper(a[i - 1]) == Upper(b[j - 1]) ? 0 : 1);
       diagonal = row[j];
       row[j] = std::min({row[j] + 1, row[j - 1] + 1, replaced});
     }
@@ -160,7 +214,7 @@ class TableCommands : public CommandSet {
     if (keyword.starts_with('%')) keyword = "%";
     for (std::size_t place = HashOf(keyword); Index[place] != NoRow; place = (place + 1) % IndexSize) {
       const CommandRow& row = Rows[Index[place]];
-      if (row.Keyword == keyword) return &row;
+      if (AreSame(row.Keyword, keyword)) return &row;
     }
     return nullptr;
   }
@@ -176,7 +230,7 @@ class TableCommands : public CommandSet {
       const std::size_t distance = EditDistance(keyword, row.Keyword);
       if (distance >= nearest) continue;
       nearest = distance;
-      spelling = row.Spelling;
+      spelling = row.Spelling();
     }
     return spelling;
   }

@@ -19,8 +19,6 @@
 namespace vaxel {
 namespace {
 
-constexpr int DepthExceeded = 113;
-constexpr int DepthExceededBySelf = 123;
 constexpr std::size_t ShownLength = 200;
 
 class CompiledGoto : public CompiledCommand {
@@ -109,7 +107,8 @@ bool IsActive(const RunContext& run, std::string_view fileName) {
 // One level more than there may be: the user chooses between the end of the run and going on without it.
 void RefuseInclusion(RunContext& run, const std::string& fileName) {
   const ScriptLevel& level = run.Level();
-  const int text = IsActive(run, run.Host.FullFileName(fileName)) ? DepthExceededBySelf : DepthExceeded;
+  const bool isSelf = IsActive(run, run.Host.FullFileName(fileName));
+  const TextId text = isSelf ? TextId::DepthExceededBySelf : TextId::DepthExceeded;
   const std::string message = run.Message(text, std::to_string(RunContext::MaxLevels));
   if (!run.Host.Confirm(BoxKind::IncludeDepth, level.FileName, level.Line.Number, "Vaxel", message)) return;
   run.Level().Text = "Loop";

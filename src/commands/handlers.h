@@ -10,99 +10,102 @@
 
 namespace vaxel {
 
+using Handler = void(RunContext& run, const Parameters& parameters);
+using Compiler = std::unique_ptr<CompiledCommand>(std::string_view keyword, std::string_view text);
+
 // setting_commands.cpp
-void RunCouleur(RunContext& run, const Parameters& parameters);
-void RunSeparateur(RunContext& run, const Parameters& parameters);
-void RunZoomIni(RunContext& run, const Parameters& parameters);
+Handler RunCouleur;
+Handler RunSeparateur;
+Handler RunZoomIni;
 
 // surface_commands.cpp
-void RunCentreE(RunContext& run, const Parameters& parameters);
-void RunCentreI(RunContext& run, const Parameters& parameters);
-void RunCT(RunContext& run, const Parameters& parameters);
-void RunFacteur(RunContext& run, const Parameters& parameters);
-void RunFormatI(RunContext& run, const Parameters& parameters);
-void RunNPage(RunContext& run, const Parameters& parameters);
+Handler RunCentreE;
+Handler RunCentreI;
+Handler RunCT;
+Handler RunFacteur;
+Handler RunFormatI;
+Handler RunNPage;
 
 // line_commands.cpp
-void RunEpaisT(RunContext& run, const Parameters& parameters);
-void RunPlus(RunContext& run, const Parameters& parameters);
-void RunPoly(RunContext& run, const Parameters& parameters);
-void RunPolyP(RunContext& run, const Parameters& parameters);
-void RunTrait(RunContext& run, const Parameters& parameters);
-void RunX(RunContext& run, const Parameters& parameters);
+Handler RunEpaisT;
+Handler RunPlus;
+Handler RunPoly;
+Handler RunPolyP;
+Handler RunTrait;
+Handler RunX;
 
 // scale_commands.cpp
-void RunArc(RunContext& run, const Parameters& parameters);
-void RunDecal(RunContext& run, const Parameters& parameters);
-void RunDroite(RunContext& run, const Parameters& parameters);
-void RunDroiteV(RunContext& run, const Parameters& parameters);
-void RunExposant(RunContext& run, const Parameters& parameters);
-void RunInversion(RunContext& run, const Parameters& parameters);
-void RunGrad(RunContext& run, const Parameters& parameters);
-void RunGrad1(RunContext& run, const Parameters& parameters);
+Handler RunArc;
+Handler RunDecal;
+Handler RunDroite;
+Handler RunDroiteV;
+Handler RunExposant;
+Handler RunInversion;
+Handler RunGrad;
+Handler RunGrad1;
 
 // control_commands.cpp
-std::unique_ptr<CompiledCommand> CompileIF(std::string_view keyword, std::string_view text);
-std::unique_ptr<CompiledCommand> CompileIFT(std::string_view keyword, std::string_view text);
-void RunGoto(RunContext& run, const Parameters& parameters);
-std::unique_ptr<CompiledCommand> CompileGoto(std::string_view keyword, std::string_view text);
-void RunStop(RunContext& run, const Parameters& parameters);
-void RunFichier(RunContext& run, const Parameters& parameters);
-void RunOpen(RunContext& run, const Parameters& parameters);
-void RunLVar(RunContext& run, const Parameters& parameters);
-void RunInput(RunContext& run, const Parameters& parameters);
+Compiler CompileIF;
+Compiler CompileIFT;
+Handler RunGoto;
+Compiler CompileGoto;
+Handler RunStop;
+Handler RunFichier;
+Handler RunOpen;
+Handler RunLVar;
+Handler RunInput;
 
 // sector_commands.cpp
-void RunSect(RunContext& run, const Parameters& parameters);
-void RunSectP(RunContext& run, const Parameters& parameters);
+Handler RunSect;
+Handler RunSectP;
 
 // shape_commands.cpp
-void RunCadre(RunContext& run, const Parameters& parameters);
-void RunCadreA(RunContext& run, const Parameters& parameters);
-void RunCadreAP(RunContext& run, const Parameters& parameters);
-void RunCadreP(RunContext& run, const Parameters& parameters);
-void RunCercle(RunContext& run, const Parameters& parameters);
-void RunCercleI(RunContext& run, const Parameters& parameters);
-void RunCercleP(RunContext& run, const Parameters& parameters);
-void RunDemiLune(RunContext& run, const Parameters& parameters);
-void RunDemiLuneP(RunContext& run, const Parameters& parameters);
-void RunFleche(RunContext& run, const Parameters& parameters);
-void RunFlecheP(RunContext& run, const Parameters& parameters);
-void RunPercer(RunContext& run, const Parameters& parameters);
-void RunPercerX(RunContext& run, const Parameters& parameters);
-void RunVoyant(RunContext& run, const Parameters& parameters);
+Handler RunCadre;
+Handler RunCadreA;
+Handler RunCadreAP;
+Handler RunCadreP;
+Handler RunCercle;
+Handler RunCercleI;
+Handler RunCercleP;
+Handler RunDemiLune;
+Handler RunDemiLuneP;
+Handler RunFleche;
+Handler RunFlecheP;
+Handler RunPercer;
+Handler RunPercerX;
+Handler RunVoyant;
 
 // dovetail_commands.cpp
-void RunQA(RunContext& run, const Parameters& parameters);
-void RunQA1(RunContext& run, const Parameters& parameters);
-void RunQA2(RunContext& run, const Parameters& parameters);
-void RunQA12(RunContext& run, const Parameters& parameters);
+Handler RunQA;
+Handler RunQA1;
+Handler RunQA2;
+Handler RunQA12;
 
 // palette_commands.cpp
-void RunPalCoul(RunContext& run, const Parameters& parameters);
-void RunPalCoul2(RunContext& run, const Parameters& parameters);
-void RunPalCoul3(RunContext& run, const Parameters& parameters);
+Handler RunPalCoul;
+Handler RunPalCoul2;
+Handler RunPalCoul3;
 
 // picture_commands.cpp
-void RunImage(RunContext& run, const Parameters& parameters);
+Handler RunImage;
 
 // text_commands.cpp
-void RunPolice(RunContext& run, const Parameters& parameters);
-void RunTailleP(RunContext& run, const Parameters& parameters);
-void RunTexte(RunContext& run, const Parameters& parameters);
-void RunTexteC(RunContext& run, const Parameters& parameters);
+Handler RunPolice;
+Handler RunTailleP;
+Handler RunTexte;
+Handler RunTexteC;
 
 // value_commands.cpp
-void RunVal(RunContext& run, const Parameters& parameters);
-void RunValD(RunContext& run, const Parameters& parameters);
-void RunValR(RunContext& run, const Parameters& parameters);
-void RunVal1(RunContext& run, const Parameters& parameters);
-void RunVal1D(RunContext& run, const Parameters& parameters);
-void RunVal1R(RunContext& run, const Parameters& parameters);
+Handler RunVal;
+Handler RunValD;
+Handler RunValR;
+Handler RunVal1;
+Handler RunVal1D;
+Handler RunVal1R;
 
 // variable_commands.cpp
-std::unique_ptr<CompiledCommand> CompileAssignment(std::string_view keyword, std::string_view text);
-void RunCurrentPoint(RunContext& run, const Parameters& parameters);
-void RunListeVar(RunContext& run, const Parameters& parameters);
+Compiler CompileAssignment;
+Handler RunCurrentPoint;
+Handler RunListeVar;
 
 }  // namespace vaxel

@@ -4,6 +4,8 @@
 #include <memory>
 #include <string_view>
 
+#include "resources/text_id.h"
+
 namespace vaxel {
 
 class Parameters;
@@ -44,29 +46,47 @@ class CompiledCommand {
 // Keyword and text are those of the line, and live as long. Null for a line that the handler is to run.
 using CommandCompiler = std::unique_ptr<CompiledCommand> (*)(std::string_view keyword, std::string_view text);
 
-// One keyword of the language.
-struct CommandRow {
+// How a line of a command is read behind its keyword.
+enum class LineForm : std::uint8_t {
+  Parameters,  // an apostrophe begins a comment
+  Assignment,  // the keyword is a variable's name
+  Condition,   // the keyword ends at a blank, a "=" belongs to the comparison; a command stands behind THEN
+  Text         // from one parameter on all is one text, in which separators and apostrophes are ordinary
+               // characters; an apostrophe begins no comment in the whole line
+};
+
+// What sets a command apart from most others.
+struct CommandRules {
   static constexpr std::int16_t NoLimit = 0x7FFF;
 
-  std::string_view Keyword;   // upper case
-  std::string_view Spelling;  // as shown to users
-  CommandHandler Handler = nullptr;
-  std::int16_t HelpId = 0;  // of its syntax help in the string table
-  std::int16_t Sets = 0;    // order bits
-  Scope Where = Scope::Everywhere;
-  VariableUse Variables = VariableUse::Replaced;
-  // The parameter from which all that follows is one text, in which separators and apostrophes are ordinary
-  // characters; 0: none. An apostrophe then begins no comment in the whole line.
-  std::uint8_t TextFrom = 0;
-  CommandCompiler Compile = nullptr;  // null: the handler runs all lines
+  std::int16_t Sets = 0;              // order bits
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
+  Scope Where = Scope::Everywhere;
+  LineForm Form = LineForm::Parameters;
+  std::uint8_t TextFrom = 0;  // of the form Text the parameter that is the text, from 1; else 0
+  VariableUse Variables = VariableUse::Replaced;
+  CommandCompiler Compile = nullptr;  // null: the handler runs all lines
+  std::string_view Shown{};           // the keyword that users see instead; empty: the row's own
+};
+
+// One keyword of the language.
+struct CommandRow {
+  std::string_view Keyword;  // as users see it; it is recognised in any case
+  CommandHandler Handler = nullptr;
+  TextId Help{};  // its syntax
+  CommandRules Rules{};
+
+  std::string_view Spelling() const { return Rules.Shown.empty() ? Keyword : Rules.Shown; }
+  bool TakesComments() const {
+    return Rules.Form == LineForm::Parameters || Rules.Form == LineForm::Assignment;
+  }
 };
 
 // The commands that a run knows.
 class CommandSet {
  public:
   virtual ~CommandSet() = default;
-  // The row of a keyword in upper case; null for an unknown one.
+  // The row of a keyword in any case; null for an unknown one.
   virtual const CommandRow* Find(std::string_view keyword) const = 0;
   // The spelling of the keyword most like an unknown one; empty when none is like it.
   virtual std::string_view Suggest(std::string_view keyword) const = 0;

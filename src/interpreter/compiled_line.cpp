@@ -58,11 +58,11 @@ class VariableLine : public CompiledCommand {
 };
 
 void CheckOrder(RunContext& run, const CommandRow& row) {
-  if (run.InMainScript() && run.OrderState > row.OrderLimit) {
-    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Sets);
+  if (run.InMainScript() && run.OrderState > row.Rules.OrderLimit) {
+    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Rules.Sets);
     throw ScriptFault(FaultKind::Order, FaultReason::None, {});
   }
-  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Sets);
+  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Rules.Sets);
 }
 
 bool Applies(const RunContext& run, Scope scope) {
@@ -81,10 +81,9 @@ bool Applies(const RunContext& run, Scope scope) {
 
 // Null for a line that is none.
 const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
-  const std::string upper = UpperCase(keyword);
-  if (const CommandRow* const row = run.Commands.Find(upper)) return row;
+  if (const CommandRow* const row = run.Commands.Find(keyword)) return row;
   if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;
-  const std::string_view suggestion = run.Commands.Suggest(upper);
+  const std::string_view suggestion = run.Commands.Suggest(keyword);
   throw ScriptFault(FaultKind::UnknownCommand,
                     suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
                     std::string(suggestion));
@@ -100,11 +99,11 @@ void CompiledLine::Compile(const RunContext& run, std::string_view line) {
     command_ = std::make_unique<VariableLine>(line);
     return;
   }
-  const CommandLine command = SplitCommand(line);
+  const CommandLine command = SplitCommand(line, run.Commands);
   const CommandRow* const row = RowOf(run, command.Keyword, line);
-  if (!row || !Applies(run, row->Where)) return;
-  text_ = row->TextFrom == 0 ? WithoutComment(command.Parameters) : command.Parameters;
-  if (row->Compile) command_ = row->Compile(command.Keyword, text_);
+  if (!row || !Applies(run, row->Rules.Where)) return;
+  text_ = row->TakesComments() ? WithoutComment(command.Parameters) : command.Parameters;
+  if (row->Rules.Compile) command_ = row->Rules.Compile(command.Keyword, text_);
   if (command_) return;
   row_ = row;
   parameters_.Compile(text_, *row, run);

@@ -3,15 +3,17 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "interpreter/command_row.h"
 
 namespace vaxel {
 namespace {
 
 constexpr std::string_view ContinuationMark = " _";
 
-bool BeginsLikeIf(std::string_view line) {
-  const auto is = [&](std::size_t i, char lower) { return (line[i] | 0x20) == lower; };
-  return line.size() >= 2 && ((is(0, 'i') && is(1, 'f')) || (is(0, 's') && is(1, 'i')));
+// Conditions are known by the two letters that their keywords begin with.
+bool BeginsCondition(std::string_view line, const CommandSet& commands) {
+  const CommandRow* const row = commands.Find(line.substr(0, 2));
+  return row && row->Rules.Form == LineForm::Condition;
 }
 
 }  // namespace
@@ -78,9 +80,9 @@ std::string_view WithoutComment(std::string_view text) {
   return text.substr(0, text.find('\''));
 }
 
-CommandLine SplitCommand(std::string_view line) {
+CommandLine SplitCommand(std::string_view line, const CommandSet& commands) {
   std::size_t split = WithoutComment(line).find('=');
-  if (split == std::string_view::npos || BeginsLikeIf(line)) split = line.find(' ');
+  if (split == std::string_view::npos || BeginsCondition(line, commands)) split = line.find(' ');
   if (split == std::string_view::npos) return {line, {}};
   return {Trim(line.substr(0, split)), line.substr(split + 1)};
 }

@@ -8,6 +8,8 @@
 
 namespace vaxel {
 
+class CommandSet;
+
 struct LogicalLine {
   // Continuations joined, TABs replaced by blanks, leading blanks removed. Valid until the next line is read.
   std::string_view Text;
@@ -61,7 +63,7 @@ struct CommandLine {
 };
 
 // A "=" behind an apostrophe belongs to a comment and separates nothing. The line has no leading blanks.
-CommandLine SplitCommand(std::string_view line);
+CommandLine SplitCommand(std::string_view line, const CommandSet& commands);
 
 // The text before its first apostrophe.
 std::string_view WithoutComment(std::string_view text);

@@ -72,12 +72,12 @@ void Parameters::Assign(std::string_view text, const vaxel::Separators& separato
 void Parameters::Compile(std::string_view text, const CommandRow& row, const RunContext& run) {
   const vaxel::Separators& separators = run.Separators;
   Assign(text, separators);
-  if (row.Variables == VariableUse::Raw || text.find('%') == std::string_view::npos) return;
+  if (row.Rules.Variables == VariableUse::Raw || text.find('%') == std::string_view::npos) return;
   // A value then may join with the text beside it to a separator, or be cut by one.
   dependsOnValues_ = separators.First.size() > 1 || MayStandInNumbers(separators.First) ||
                      MayStandInNumbers(separators.Second);
   if (dependsOnValues_) return;
-  if (row.TextFrom != 0) Split(text, separators, row.TextFrom);
+  if (row.Rules.TextFrom != 0) Split(text, separators, row.Rules.TextFrom);
   program_.Clear();
   const ReferenceScope scope{run.Level().Variables, separators};
   for (std::size_t n = 1; n <= Count(); ++n) {
@@ -91,7 +91,7 @@ void Parameters::AddReference(std::size_t n, const CommandRow& row, const Refere
   Reference reference;
   reference.N = n;
   reference.Parts = parts;
-  reference.MayBringSeparators = n == row.TextFrom;
+  reference.MayBringSeparators = n == row.Rules.TextFrom;
   const std::string_view parameter = Trimmed(n);
   // A reference at the end of the expression brings a number, which has no unit mark to be taken off.
   std::string_view part = Trim(parameter.substr(0, parameter.find(separators_->Second)));

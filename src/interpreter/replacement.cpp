@@ -32,7 +32,7 @@ bool NamesList(VariableUse use, std::size_t parameter) {
 ParameterParts PartsOf(std::string_view parameter, std::size_t n, const CommandRow& row,
                        std::string_view secondSeparator) {
   if (IsLiteral(parameter)) return {{}, parameter};
-  if (!NamesList(row.Variables, n)) return {parameter, {}};
+  if (!NamesList(row.Rules.Variables, n)) return {parameter, {}};
   const std::size_t list = std::min(parameter.size(), parameter.find(secondSeparator));
   return {parameter.substr(0, list), parameter.substr(list)};
 }
@@ -41,7 +41,7 @@ std::string ReplaceVariables(const RunContext& run, std::string_view text, const
   const Separators& separators = run.Separators;
   std::string replaced;
   for (std::size_t number = 1;;) {
-    const bool isText = row.TextFrom != 0 && number >= row.TextFrom;
+    const bool isText = row.Rules.TextFrom != 0 && number >= row.Rules.TextFrom;
     const std::size_t end = isText ? std::string_view::npos : text.find(separators.First);
     const ParameterParts parts = PartsOf(text.substr(0, end), number, row, separators.Second);
     const std::string value = run.Substitute(parts.Replaced);

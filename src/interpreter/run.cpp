@@ -14,14 +14,6 @@
 namespace vaxel {
 namespace {
 
-constexpr int ErrorInLine = 114;
-constexpr int OfTheFile = 115;
-constexpr int ErrorInOrder = 119;
-constexpr int UnknownCommand = 124;
-constexpr int OrderHelp = 161;
-constexpr int OfTheFileInError = 172;
-constexpr int IncludedFrom = 279;
-
 constexpr std::size_t ReportedLineLength = 300;
 
 // A line that draws is quick, but there may be any number of them.
@@ -49,26 +41,28 @@ void RunLevel(RunContext& run) {
 }
 
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
-  const auto message = [&](int id) { return std::string(run.Message(id)); };
+  const auto message = [&](TextId id) { return std::string(run.Message(id)); };
   const std::string line = Shorten(level.Line.Text, ReportedLineLength);
   std::string reason = fault.Description(run.Strings, run.LangBase);
   for (std::size_t i = run.CurrentLevel - 1; i > 0; --i) {
     const ScriptLevel& including = run.Levels[i - 1];
     const std::string place = including.FileName + ":" + std::to_string(including.Line.Number);
     if (!reason.empty()) reason += '\n';
-    reason += run.Message(IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
+    reason += run.Message(TextId::IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
   }
   switch (fault.Kind()) {
     case FaultKind::Order:
-      return message(ErrorInOrder) + line + message(OrderHelp);
+      return message(TextId::ErrorInOrder) + line + message(TextId::OrderOfCommands);
     case FaultKind::UnknownCommand: {
-      const std::string text = message(UnknownCommand) + line + " " + message(OfTheFile) + level.FileName;
+      const std::string text =
+          message(TextId::UnknownCommand) + line + " " + message(TextId::OfTheFile) + level.FileName;
       return reason.empty() ? text : text + "\n\n" + reason;
     }
     case FaultKind::Line:
       break;
   }
-  return message(ErrorInLine) + line + message(OfTheFileInError) + level.FileName + "\n\n" + reason;
+  return message(TextId::ErrorInLine) + line + message(TextId::OfTheFileInError) + level.FileName + "\n\n" +
+         reason;
 }
 
 RunEnd Report(RunContext& run, const ScriptFault& fault) {

@@ -21,7 +21,7 @@ std::string RunContext::ReadFile(std::string_view fileName, const std::string& s
   constexpr std::size_t maxBytes = 100'000'000;
   Result<std::string> bytes = Host.ReadFile(fileName, maxBytes);
   if (bytes) return *std::move(bytes);
-  if (bytes.Why().Text == text_id::IsTooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
+  if (bytes.Why().Fault == FileFault::IsTooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
   throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + Strings.Text(LangBase, bytes.Why()) + ")");
 }
 

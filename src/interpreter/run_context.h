@@ -76,8 +76,8 @@ struct RunContext {
   bool InMainScript() const { return CurrentLevel == 1; }
 
   // The text of an id, and the same with its values, in the language of messages.
-  std::string_view Message(int id) const { return Strings.Text(LangBase, id); }
-  std::string Message(int id, std::string_view value, std::string_view second = {}) const {
+  std::string_view Message(TextId id) const { return Strings.Text(LangBase, id); }
+  std::string Message(TextId id, std::string_view value, std::string_view second = {}) const {
     return Strings.Text(LangBase, id, value, second);
   }
   // The bytes of a file. A fault, which names the file as the script does, for one that cannot be read.

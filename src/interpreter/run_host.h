@@ -16,9 +16,6 @@ struct ErrorReport {
   std::string Text;              // may have several lines
 };
 
-// The notice that a font ("%1") is missing and which one ("%2") is used: an id of the string table.
-inline constexpr int FontReplacedNotice = 257;
-
 // What the user, or a limit, says of a run that is under way.
 enum class RunSignal : std::uint8_t {
   GoOn,

@@ -33,10 +33,9 @@ ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
 
 std::string ScriptFault::Description(const StringTable& strings, int languageBase) const {
   if (reason_ == FaultReason::None) return {};
-  std::string text = strings.Text(languageBase, static_cast<int>(reason_), value_);
+  std::string text = strings.Text(languageBase, reason_, value_);
   if (!arithmetic_) return text;
-  return std::string(strings.Text(languageBase, static_cast<int>(FaultReason::DivisionByZero))) + " (" +
-         text + ")";
+  return std::string(strings.Text(languageBase, FaultReason::DivisionByZero)) + " (" + text + ")";
 }
 
 double RequireFinite(double value) {

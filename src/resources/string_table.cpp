@@ -1,7 +1,8 @@
 #include "resources/string_table.h"
 
 #include <algorithm>
-#include <optional>
+#include <limits>
+#include <utility>
 
 #include "base/text.h"
 #include "base/utf8.h"
@@ -14,26 +15,30 @@ constexpr std::size_t MaxFileBytes = std::size_t{1} << 20;
 constexpr std::size_t MaxProblems = 100;
 constexpr std::size_t MaxCodeLength = 8;
 constexpr std::size_t MaxShownBytes = 60;
+// Numbers from here on are no text's.
+constexpr int BeyondAllIds = std::numeric_limits<std::int16_t>::max();
 
-// Which values a text takes: 1 for "%1", 2 for "%2".
+// Which values a text takes: 1 for "%1", 2 for "%2", 4 for "%3".
 constexpr unsigned PlaceholdersOf(std::string_view text) {
   unsigned found = 0;
   for (std::size_t i = 0; i + 1 < text.size(); ++i) {
     if (text[i] != '%') continue;
     if (text[i + 1] == '1') found |= 1;
     if (text[i + 1] == '2') found |= 2;
+    if (text[i + 1] == '3') found |= 4;
     if (text[i + 1] == '%') ++i;
   }
   return found;
 }
 
 constexpr bool IdsAscendInTheirRanges() {
-  int previous = -1;
+  int previous = 0;
   for (const StringRow& row : StringRows) {
-    if (row.Id <= previous || (row.Id >= LanguageBlock && row.Id < FirstLaterId)) return false;
-    previous = row.Id;
+    const int id = static_cast<int>(row.Id);
+    if (id <= previous || (id >= LanguageBlock && id < FirstLaterId)) return false;
+    previous = id;
   }
-  return true;
+  return previous < BeyondAllIds;
 }
 
 constexpr bool PlaceholdersAgree() {
@@ -45,26 +50,30 @@ constexpr bool PlaceholdersAgree() {
   return true;
 }
 
-// The ranges that programs and added languages count on as a whole.
-constexpr bool RangesAreComplete() {
-  for (int id = 101; id <= 254; ++id) {
-    const bool isBetween = id > 171 && id < 201;
-    if (!isBetween && !HasString(id)) return false;
-  }
-  return HasString(LanguageCountId) && HasString(LanguageNameId) && HasString(LanguageCodeId);
+constexpr bool EveryLanguageHasTheTexts() {
+  return std::ranges::all_of(StringRows, [](const StringRow& row) {
+    return std::ranges::none_of(row.Texts, [](std::string_view text) { return text.empty(); });
+  });
 }
 
 static_assert(IdsAscendInTheirRanges(),
               "ids of strings.def must ascend, without repetition, below 300 or from 20001 on");
 static_assert((BuiltInLanguages + MaxAddedLanguages) * LanguageBlock < FirstLaterId, "blocks end before");
 static_assert(PlaceholdersAgree(), "the languages of a text must use the same placeholders");
-static_assert(RangesAreComplete(), "a message or a help text is missing in some language");
+static_assert(EveryLanguageHasTheTexts(), "a text is missing in some language");
 
-// None when no text has the id.
-std::optional<std::size_t> RowOf(int id) {
-  const auto* const row = std::ranges::lower_bound(StringRows, id, {}, &StringRow::Id);
-  if (row == std::end(StringRows) || row->Id != id) return std::nullopt;
-  return static_cast<std::size_t>(row - std::begin(StringRows));
+TextId TextOf(FileFault fault) {
+  switch (fault) {
+    case FileFault::IsFolder:
+      return TextId::IsFolder;
+    case FileFault::IsReadOnly:
+      return TextId::IsReadOnly;
+    case FileFault::IsTooLarge:
+      return TextId::IsTooLarge;
+    case FileFault::None:
+      break;
+  }
+  return TextId::None;
 }
 
 bool IsCode(std::string_view code) {
@@ -100,21 +109,21 @@ struct GivenText {
 };
 
 // None, and the fault, when the line gives none that counts.
-std::optional<GivenText> ReadGivenText(std::string_view line, LineFault& fault) {
+std::optional<GivenText> ReadGivenText(std::string_view line, TextId& fault) {
   const std::size_t equals = line.find('=');
   const std::string_view number = TrimBlanks(line.substr(0, equals));
-  fault = LineFault::NotALine;
+  fault = TextId::LanguageLineUnreadable;
   if (equals == std::string_view::npos || number.empty()) return std::nullopt;
   if (!std::all_of(number.begin(), number.end(), IsDigit)) return std::nullopt;
   const std::string_view text = TrimBlanks(line.substr(equals + 1));
   if (text.empty()) return std::nullopt;
-  constexpr int beyondAll = 1'000'000;
-  int id = 0;
-  for (char digit : number) id = std::min(id * 10 + (digit - '0'), beyondAll);
-  fault = LineFault::UnknownId;
+  int value = 0;
+  for (char digit : number) value = std::min(value * 10 + (digit - '0'), BeyondAllIds);
+  fault = TextId::LanguageIdUnknown;
+  const auto id = static_cast<TextId>(value);
   const std::optional<std::size_t> row = RowOf(id);
-  if (!row || id == LanguageCountId || id == LanguageCodeId) return std::nullopt;
-  fault = LineFault::Placeholders;
+  if (!row || id == TextId::LanguageCount || id == TextId::LanguageCode) return std::nullopt;
+  fault = TextId::LanguagePlaceholders;
   if (PlaceholdersOf(text) != PlaceholdersOf(StringRows[*row].Texts[EnglishIndex])) return std::nullopt;
   return GivenText{*row, text};
 }
@@ -123,23 +132,24 @@ std::optional<GivenText> ReadGivenText(std::string_view line, LineFault& fault) 
 
 StringTable::StringTable() : count_(std::to_string(BuiltInLanguages)) {}
 
-std::string_view StringTable::Text(int base, int id) const {
+std::string_view StringTable::Text(int base, TextId id) const {
   if (base < 0 || base >= LanguageCount() * LanguageBlock || base % LanguageBlock != 0) return {};
   const std::optional<std::size_t> row = RowOf(id);
   if (!row) return {};
-  if (id == LanguageCountId) return count_;
+  if (id == TextId::LanguageCount) return count_;
   const auto language = static_cast<std::size_t>(base / LanguageBlock);
-  if (language >= BuiltInLanguages) return added_[language - BuiltInLanguages][*row];
+  if (language >= BuiltInLanguages) return (*added_[language - BuiltInLanguages])[*row];
   return StringRows[*row].Texts[language];
 }
 
-std::string StringTable::Text(int base, int id, std::string_view value, std::string_view second) const {
+std::string StringTable::Text(int base, TextId id, std::string_view value, std::string_view second,
+                              std::string_view third) const {
   const std::string_view pattern = Text(base, id);
   std::string text;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
     const std::string_view mark = pattern.substr(i, 2);
-    if (mark == "%1" || mark == "%2" || mark == "%%") {
-      text += mark == "%1" ? value : mark == "%2" ? second : "%";
+    if (mark == "%1" || mark == "%2" || mark == "%3" || mark == "%%") {
+      text += mark == "%1" ? value : mark == "%2" ? second : mark == "%3" ? third : "%";
       ++i;
     } else {
       text += pattern[i];
@@ -148,32 +158,37 @@ std::string StringTable::Text(int base, int id, std::string_view value, std::str
   return text;
 }
 
+std::string StringTable::Text(int base, const Failure& why) const {
+  if (why.Fault != FileFault::None) return std::string(Text(base, TextOf(why.Fault)));
+  return why.Text == TextId::None ? why.Words : Text(base, why.Text, why.Words);
+}
+
 int StringTable::BaseOfCode(std::string_view code) const {
   for (int base = 0; base < LanguageCount() * LanguageBlock; base += LanguageBlock) {
-    if (EqualIgnoringCase(Text(base, LanguageCodeId), code)) return base;
+    if (EqualIgnoringCase(Text(base, TextId::LanguageCode), code)) return base;
   }
   return -1;
 }
 
 bool StringTable::HasName(std::string_view name) const {
   for (int base = 0; base < LanguageCount() * LanguageBlock; base += LanguageBlock) {
-    if (EqualIgnoringCase(Text(base, LanguageNameId), name)) return true;
+    if (EqualIgnoringCase(Text(base, TextId::LanguageName), name)) return true;
   }
   return false;
 }
 
 std::vector<LineProblem> StringTable::AddLanguage(std::string_view code, std::string_view fileText) {
-  const auto refused = [](LineFault fault, std::string_view value = {}) {
+  const auto refused = [](TextId fault, std::string_view value = {}) {
     return LineProblem{0, fault, Shorten(value, MaxShownBytes)};
   };
-  if (fileText.size() > MaxFileBytes) return {refused(LineFault::TooLarge)};
+  if (fileText.size() > MaxFileBytes) return {refused(TextId::LanguageFileTooLarge)};
   if (fileText.find('\0') != std::string_view::npos || !IsValidUtf8(fileText)) {
-    return {refused(LineFault::NotAText)};
+    return {refused(TextId::LanguageFileNotAText)};
   }
-  if (!IsCode(code)) return {refused(LineFault::BadCode, code)};
-  if (BaseOfCode(code) >= 0) return {refused(LineFault::LanguageExists, code)};
+  if (!IsCode(code)) return {refused(TextId::LanguageCodeWrong, code)};
+  if (BaseOfCode(code) >= 0) return {refused(TextId::LanguageExists, code)};
   if (added_.size() == MaxAddedLanguages) {
-    return {refused(LineFault::TooManyLanguages, std::to_string(LanguageCount()))};
+    return {refused(TextId::TooManyLanguages, std::to_string(LanguageCount()))};
   }
 
   constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -183,26 +198,27 @@ std::vector<LineProblem> StringTable::AddLanguage(std::string_view code, std::st
   for (std::size_t number = 1; !fileText.empty(); ++number) {
     const std::string_view line = TrimBlanks(TakeLine(fileText));
     if (line.empty() || line.starts_with('\'')) continue;
-    LineFault fault{};
+    TextId fault{};
     const std::optional<GivenText> given = ReadGivenText(line, fault);
     if (given && block[given->Row].empty()) {
       block[given->Row] = WithEnglishBlanks(given->Text, StringRows[given->Row].Texts[EnglishIndex]);
     } else if (problems.size() < MaxProblems) {
-      problems.push_back({number, given ? LineFault::Repeated : fault, Shorten(line, MaxShownBytes)});
+      problems.push_back(
+          {number, given ? TextId::LanguageTextRepeated : fault, Shorten(line, MaxShownBytes)});
     }
   }
 
-  const std::string& name = block[*RowOf(LanguageNameId)];
+  const std::string& name = block[*RowOf(TextId::LanguageName)];
   if (name.empty() || HasName(name)) {
-    const LineFault fault = name.empty() ? LineFault::NameMissing : LineFault::LanguageExists;
+    const TextId fault = name.empty() ? TextId::LanguageNameMissing : TextId::LanguageExists;
     problems.insert(problems.begin(), refused(fault, name));
     return problems;
   }
   for (std::size_t row = 0; row < block.size(); ++row) {
     if (block[row].empty()) block[row] = StringRows[row].Texts[EnglishIndex];
   }
-  block[*RowOf(LanguageCodeId)] = code;
-  added_.push_back(std::move(block));
+  block[*RowOf(TextId::LanguageCode)] = code;
+  added_.push_back(std::make_unique<const Block>(std::move(block)));
   count_ = std::to_string(LanguageCount());
   return problems;
 }

@@ -1,21 +1,23 @@
 // The interface texts of all languages.
 //
-// A text is asked for by its id and by the base of a language: 0 is French, 300 English, 600 Spanish, from
+// A text is asked for by its name and by the base of a language: 0 is French, 300 English, 600 Spanish, from
 // 900 on come the languages that the user has added. The bases are those of blocks of 300 ids, one block a
 // language, which hold the texts with ids below 300. The blocks are nearly full, so later texts have ids from
 // FirstLaterId on, which belong to no block and are the same in every language.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <deque>
 #include <iterator>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/result.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 
@@ -26,72 +28,46 @@ inline constexpr int FirstLaterId = 20001;
 // The numbers of languages and their bases stay within 16 bits.
 inline constexpr int MaxAddedLanguages = 60;
 
-// Ids that say something of the table itself.
-inline constexpr int LanguageCountId = 3;
-inline constexpr int LanguageNameId = 5;
-inline constexpr int LanguageCodeId = 8;
-
 struct StringRow {
-  int Id;
+  TextId Id;
   std::array<std::string_view, BuiltInLanguages> Texts;
 };
 
 inline constexpr StringRow StringRows[] = {
-#define VAXEL_STRING(id, french, english, spanish) {id, {french, english, spanish}},
+#define VAXEL_STRING(name, id, french, english, spanish) {TextId::name, {french, english, spanish}},
 #include "resources/strings.def"
-#undef VAXEL_STRING
 };
 
-// Whether the id has a text in every built-in language.
-constexpr bool HasString(int id) {
-  for (const StringRow& row : StringRows) {
-    if (row.Id != id) continue;
-    for (std::string_view text : row.Texts) {
-      if (text.empty()) return false;
-    }
-    return true;
-  }
-  return false;
+// The place of a text in StringRows; none for None, and for a number that is no text's.
+constexpr std::optional<std::size_t> RowOf(TextId id) {
+  const auto* const found = std::ranges::lower_bound(StringRows, id, {}, &StringRow::Id);
+  const auto row = static_cast<std::size_t>(found - std::begin(StringRows));
+  if (row == std::size(StringRows) || StringRows[row].Id != id) return std::nullopt;
+  return row;
 }
 
-// What is wrong in the file of an added language; the values are ids of the table. The line's English text
-// stays.
-enum class LineFault : std::int16_t {
-  NotALine = 287,      // no "number = text"
-  UnknownId = 288,     // no text of this number may be given
-  Placeholders = 289,  // others than the English text has
-  Repeated = 290,
-  // The file as a whole is refused.
-  TooLarge = 291,
-  NotAText = 292,
-  BadCode = 293,
-  LanguageExists = 294,
-  NameMissing = 295,
-  TooManyLanguages = 296
-};
-
+// What is wrong in the file of an added language. The line's English text stays.
 struct LineProblem {
   std::size_t Line = 0;  // from 1; 0: of the whole file, no language was added
-  LineFault Fault = LineFault::NotALine;
+  TextId Fault = TextId::None;
   std::string Value{};  // fills the fault's "%1"
 };
 
 class StringTable {
  public:
-  // The built-in languages.
+  // The built-in languages, which take no memory.
   StringTable();
 
   int LanguageCount() const { return BuiltInLanguages + static_cast<int>(added_.size()); }
 
   // The text of an id in the language with this base; empty for an id or a base that is none. It stays valid
   // as long as the table lives and no language is added.
-  std::string_view Text(int base, int id) const;
-  // The same with "%1" replaced by value, "%2" by second and "%%" by "%".
-  std::string Text(int base, int id, std::string_view value, std::string_view second = {}) const;
+  std::string_view Text(int base, TextId id) const;
+  // The same with "%1" replaced by value, "%2" by second, "%3" by third and "%%" by "%".
+  std::string Text(int base, TextId id, std::string_view value, std::string_view second = {},
+                   std::string_view third = {}) const;
   // Why something has failed, in its own words or in those of the table.
-  std::string Text(int base, const Failure& why) const {
-    return why.Text == 0 ? why.Words : Text(base, why.Text, why.Words);
-  }
+  std::string Text(int base, const Failure& why) const;
 
   // The base of the language whose code is given ("fr", "en", "es", …) in either case; -1 for another one.
   int BaseOfCode(std::string_view code) const;
@@ -106,7 +82,7 @@ class StringTable {
   bool HasName(std::string_view name) const;
 
   // The places of the texts stay when another language is added.
-  std::deque<Block> added_;
+  std::vector<std::unique_ptr<const Block>> added_;
   std::string count_;
 };
 

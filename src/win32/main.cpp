@@ -50,10 +50,9 @@ int Run(HINSTANCE instance) {
   PrintersWin32 printers(*platform.Decoder(), nudgesRightAngles);
   MainWindowWin32 window(instance, platform.Decoder());
   const auto buttons = [&running] {
-    const auto text = [&running](int id) { return running->Message(id); };
-    return running
-               ? ButtonTexts{text(text_id::Ok), text(text_id::Cancel), text(text_id::Yes), text(text_id::No)}
-               : ButtonTexts{};
+    const auto text = [&running](TextId id) { return running->Message(id); };
+    return running ? ButtonTexts{text(TextId::Ok), text(TextId::Cancel), text(TextId::Yes), text(TextId::No)}
+                   : ButtonTexts{};
   };
   DialogsWin32 dialogs(
       instance, [&window] { return window.Window(); }, buttons);

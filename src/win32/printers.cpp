@@ -17,7 +17,7 @@ std::string PrintersWin32::CurrentPrinter() {
 Result<RunTarget> PrintersWin32::Target(const std::string& printer) {
   std::string error;
   const std::optional<PrinterFacts> facts = FactsOf(printer, error);
-  if (!facts) return Failure{0, error};
+  if (!facts) return Failure{.Words = error};
   RunTarget target;
   target.WidthMm = facts->WidthMm;
   target.HeightMm = facts->HeightMm;

@@ -10,6 +10,7 @@
 
 #include "base/files.h"
 #include "tests/app/fake_shell.h"
+#include "tests/support/language_line.h"
 
 namespace vaxel::test {
 namespace {
@@ -451,7 +452,8 @@ TEST(Application, GoesOnWithoutAFolderToWriteIn) {
 
 TEST(Application, TellsOfWrongLanguageFilesInTheChosenLanguage) {
   FakeShell shell;
-  shell.Write("Vaxel_de.lng", "5 = Deutsch\n110 = Datei\nx\n");
+  shell.Write("Vaxel_de.lng",
+              LineOf(TextId::LanguageName, "Deutsch") + LineOf(TextId::FileWord, "Datei") + "x\n");
   shell.Write("Vaxel_it.lng", std::string(3 << 20, '\''));
   std::filesystem::create_directory(PathOf(shell.Path("Vaxel_nl.lng")));
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangue = English\r\nLangueAide = Deutsch\r\n");

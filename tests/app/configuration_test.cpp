@@ -233,7 +233,7 @@ TEST_F(ConfigurationFolder, WhatCannotBeWrittenIsToldAndLeftWhole) {
 
   fs::remove(folder_.Path() / "Vaxel.cfg");
   fs::create_directory(folder_.Path() / "Vaxel.cfg");
-  EXPECT_EQ(file_.Read(Languages).Problem.value_or(Failure{}).Text, text_id::IsFolder);
+  EXPECT_EQ(file_.Read(Languages).Problem.value_or(Failure{}).Fault, FileFault::IsFolder);
   EXPECT_FALSE(file_.WriteKey(ZmmKey, "2"));
 }
 

@@ -141,7 +141,7 @@ void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
 }
 
 Result<RunTarget> FakePrinters::Target(const std::string&) {
-  if (!TargetFailure.empty()) return Failure{0, TargetFailure};
+  if (!TargetFailure.empty()) return Failure{.Words = TargetFailure};
   RunTarget target;
   target.WidthMm = 200;
   target.HeightMm = 287;

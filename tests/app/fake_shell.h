@@ -163,7 +163,9 @@ class FakePlatform : public Platform {
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
   Result<> WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
-  Result<> WriteEmf(const DisplayList&, std::size_t, ByteSink&) override { return Failure{0, "no disk"}; }
+  Result<> WriteEmf(const DisplayList&, std::size_t, ByteSink&) override {
+    return Failure{.Words = "no disk"};
+  }
 
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock

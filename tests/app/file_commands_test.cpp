@@ -327,6 +327,7 @@ TEST(ScriptColours, FollowTheCommandTable) {
                         {"%A = 5 ' x", {{0, 2, keyword}, {7, 10, comment}}},
                         {"IF %A < 3 THEN Arc = 1 ' x",
                          {{0, 2, keyword}, {10, 14, keyword}, {15, 18, keyword}, {23, 26, comment}}},
+                        {"Si %A < 3 then X = 1", {{0, 2, keyword}, {10, 14, keyword}, {15, 16, keyword}}},
                         {"IF %A < 3 GOTO Fin ' x", {{0, 2, keyword}, {10, 14, keyword}, {19, 22, comment}}},
                         {"IF %A <", {{0, 2, keyword}}},
                         {"NPage ' x = 3", {{0, 5, keyword}, {6, 13, comment}}},

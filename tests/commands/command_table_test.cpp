@@ -12,7 +12,7 @@ namespace {
 TEST(CommandTable, EveryRowIsFoundByItsKeyword) {
   for (const CommandRow& row : CommandTable()) {
     EXPECT_EQ(AllCommands().Find(row.Keyword), &row) << row.Keyword;
-    EXPECT_NE(AllCommands().Find(UpperCase(row.Spelling)), nullptr) << row.Spelling;
+    EXPECT_NE(AllCommands().Find(UpperCase(row.Spelling())), nullptr) << row.Spelling();
   }
   EXPECT_EQ(AllCommands().Find("%ANY")->Keyword, "%");
   for (const char* unknown : {"", "ARCS", "CERCLE ", "A%"})

@@ -46,7 +46,7 @@ class RecordingHost : public RunHost {
   Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override {
     const auto file = settings_.Files.find(std::string(fileName));
     if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
-    if (file->second.size() > maxBytes) return Failure{text_id::IsTooLarge};
+    if (file->second.size() > maxBytes) return Failure{.Fault = FileFault::IsTooLarge};
     return file->second;
   }
 

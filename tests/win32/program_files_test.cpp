@@ -39,7 +39,8 @@ class Starts : public ProgramTest, public testing::WithParamInterface<Language> 
 // From the first start to the second one.
 TEST_P(Starts, InTheLanguageThatWasChosen) {
   const Language language = GetParam();
-  const std::string name = TextIn(language, LanguageNameId), code = TextIn(language, LanguageCodeId);
+  const std::string name = TextIn(language, TextId::LanguageName),
+                    code = TextIn(language, TextId::LanguageCode);
   folder_.Write("dial.dat", "Trait = 0, 0, 10, 10\r\n' two\r\n' three");
   folder_.Write("Vaxel_" + code + ".DaN", "' template\r\n");
   program_.emplace(folder_);
@@ -56,8 +57,8 @@ TEST_P(Starts, InTheLanguageThatWasChosen) {
   EXPECT_EQ(program_->Title(), TitleWith(language, folder_.NameOf("dial.dat")));
   EXPECT_EQ(program_->EditorText(), "Trait = 0, 0, 10, 10\n' two\n' three");
   EXPECT_EQ(program_->Text(Text1Id), "L 1/3");
-  EXPECT_EQ(program_->ToolTip(Text1Id), TextIn(language, 130));
-  EXPECT_EQ(program_->ToolTip(Text2Id), TextIn(language, 131));
+  EXPECT_EQ(program_->ToolTip(Text1Id), TextIn(language, TextId::LineToolTip));
+  EXPECT_EQ(program_->ToolTip(Text2Id), TextIn(language, TextId::PlaceToolTip));
   EndUnasked();
 
   const std::string settings = folder_.Read("Vaxel.cfg");
@@ -79,14 +80,14 @@ TEST_P(Starts, InTheLanguageThatWasChosen) {
   program_->TypeIntoEditor("x");
   program_->Close();
   const ShownDialog question = program_->AwaitDialog();
-  EXPECT_EQ(question.Message(), TextIn(language, 118));
+  EXPECT_EQ(question.Message(), TextIn(language, TextId::SaveChanges));
   question.Answer(IDNO);
   EXPECT_EQ(program_->AwaitExit(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Program, Starts, testing::Values(French, English, Spanish),
                          [](const testing::TestParamInfo<Language>& language) {
-                           return TextIn(language.param, LanguageCodeId);
+                           return TextIn(language.param, TextId::LanguageCode);
                          });
 
 // Nothing is chosen in either dialog of the first start; a script that was remembered is gone.
@@ -156,7 +157,7 @@ TEST_F(ProgramTest, AsksBeforeItEnds) {
   program_->TypeIntoEditor("' zero ");
   program_->Post(MenuId::Mnu_Quitter);
   const ShownDialog question = program_->AwaitDialog("Vaxel");
-  EXPECT_EQ(question.Message(), TextIn(English, 118));
+  EXPECT_EQ(question.Message(), TextIn(English, TextId::SaveChanges));
   question.Answer(IDCANCEL);
   program_->AwaitIdle();
   EXPECT_EQ(program_->EditorText(), "' zero ' one");

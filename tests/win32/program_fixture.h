@@ -19,7 +19,7 @@ namespace vaxel {
 enum Language : int { French, English, Spanish };
 
 // The text of the interface, as windows show it.
-inline std::string TextIn(Language language, int id) {
+inline std::string TextIn(Language language, TextId id) {
   return std::string(StringTable().Text(language * LanguageBlock, id));
 }
 
@@ -37,7 +37,7 @@ inline std::string SettingsWith(const std::string& language, const std::string& 
 }
 
 inline std::string TitleWith(Language language, const std::string& file) {
-  return "Vaxel  V" + Version() + "  (mm × mm)   " + TextIn(language, 110) + ": " + file;
+  return "Vaxel  V" + Version() + "  (mm × mm)   " + TextIn(language, TextId::FileWord) + ": " + file;
 }
 
 inline bool HasLine(const std::string& text, const std::string& line) {

@@ -99,12 +99,12 @@ TEST_F(ProgramTest, CountsFromTheReferencePoint) {
 
   program_->Key(VK_F8);
   const ShownDialog reference = program_->AwaitDialog("Vaxel   RefCur   (F8, Ctrl-F8)");
-  EXPECT_EQ(reference.Text(IDC_LABEL1), TextIn(English, 165));
+  EXPECT_EQ(reference.Text(IDC_LABEL1), TextIn(English, TextId::ReferenceLabel));
   reference.Type(IDC_TEXT1, "50;100");
   reference.Press(IDC_COMMAND1);
   ShownDialog hint(nullptr);
   Await("the hint", [&] { return (hint = program_->AwaitDialog()).Window() != reference.Window(); });
-  EXPECT_EQ(hint.Message(), TextIn(English, 166));
+  EXPECT_EQ(hint.Message(), TextIn(English, TextId::ReferenceHint));
   EXPECT_FALSE(IsWindowEnabled(reference.Window()));
   EXPECT_FALSE(IsWindowEnabled(program_->Window()));
   hint.Answer(IDOK);
