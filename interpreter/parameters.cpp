@@ -168,6 +168,13 @@ std::string_view Parameters::Trimmed(std::size_t n) const {
   return Trim(Text(n));
 }
 
+bool Parameters::IsEmpty(std::size_t n) const {
+  if (n > Count()) return true;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  const bool isNumber = reference != NoReference && references_[reference].IsNumber;
+  return !isNumber && Trimmed(n).empty();
+}
+
 std::string_view Parameters::Part(std::size_t n, std::size_t part) const {
   const std::vector<std::string_view> parts = SplitAt(Text(n), separators_->Second);
   return part < parts.size() ? parts[part] : std::string_view{};

@@ -52,6 +52,7 @@ class Parameters {
   // The parameter as it stands, blanks included, and without them.
   std::string_view Text(std::size_t n) const;
   std::string_view Trimmed(std::size_t n) const;
+  bool IsEmpty(std::size_t n) const;  // but for blanks
   // The part of parameter n behind so many second separators, as it stands; empty where there are fewer.
   std::string_view Part(std::size_t n, std::size_t part) const;
   // Parameter n with everything behind it.
