@@ -18,17 +18,22 @@ ScriptFault BadPoint(const Parameters& parameters, std::size_t n) {
                                                             Shorten(parameters.Trimmed(n + 1), 40));
 }
 
-double RequiredValue(const Parameters& parameters, std::size_t n) {
-  const std::optional<double> value = parameters.Number(n);
-  if (value) return *value;
+[[noreturn]] void FailCoordinate(const Parameters& parameters, std::size_t n) {
   if (!parameters.IsEmpty(n)) FailExpression(parameters.Trimmed(n));
   throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
 }
 
+double RequiredValue(const Parameters& parameters, std::size_t n) {
+  const std::optional<double> value = parameters.Number(n);
+  if (!value) FailCoordinate(parameters, n);
+  return *value;
+}
+
 double Coordinate(const Parameters& parameters, std::size_t n, double reference, EmptyCoordinate empty) {
-  if (empty == EmptyCoordinate::Reference && parameters.IsEmpty(n)) return reference;
-  const double value = RequiredValue(parameters, n);
-  return parameters.MarkOf(n) == Mark::Relative ? reference + value : value;
+  const std::optional<double> value = parameters.Number(n);
+  if (value) return parameters.MarkOf(n) == Mark::Relative ? reference + *value : *value;
+  if (empty == EmptyCoordinate::Fault || !parameters.IsEmpty(n)) FailCoordinate(parameters, n);
+  return reference;
 }
 
 // A coordinate that can be told at a glance, as nearly all can; no fault.
