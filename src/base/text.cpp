@@ -101,10 +101,6 @@ std::size_t CountOf(std::string_view text, std::string_view part) {
   return count;
 }
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 std::size_t ReadUnsignedNumber(std::string_view text, double& value) {
   std::uint64_t digits = 0;
   std::size_t count = 0, fraction = 0, i = 0;

@@ -27,7 +27,9 @@ std::string_view TakeLine(std::string_view& text);
 // How often the text holds the part, which is not empty, without overlaps.
 std::size_t CountOf(std::string_view text, std::string_view part);
 
-bool IsDigit(char c);
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // Reads an unsigned decimal number with "." and an optional exponent at the start of the text. Returns how
 // many characters it takes, 0 when there is none. A number out of range reads as infinity or 0.

@@ -18,23 +18,31 @@ ScriptFault BadPoint(const Parameters& parameters, std::size_t n) {
                                                             Shorten(parameters.Trimmed(n + 1), 40));
 }
 
-// What comes of a parameter that is read as a coordinate and gives no number.
-double NoCoordinate(const Parameters& parameters, std::size_t n) {
-  const std::string_view text = parameters.Trimmed(n);
-  if (!text.empty()) FailExpression(text);
+[[noreturn]] void FailCoordinate(const Parameters& parameters, std::size_t n) {
+  if (!parameters.IsEmpty(n)) FailExpression(parameters.Trimmed(n));
   throw ScriptFault::Arithmetic(FaultReason::MissingCoordinate);
 }
 
 double RequiredValue(const Parameters& parameters, std::size_t n) {
   const std::optional<double> value = parameters.Number(n);
-  return value ? *value : NoCoordinate(parameters, n);
+  if (!value) FailCoordinate(parameters, n);
+  return *value;
 }
 
 double Coordinate(const Parameters& parameters, std::size_t n, double reference, EmptyCoordinate empty) {
   const std::optional<double> value = parameters.Number(n);
   if (value) return parameters.MarkOf(n) == Mark::Relative ? reference + *value : *value;
-  const bool isReference = empty == EmptyCoordinate::Reference && parameters.Trimmed(n).empty();
-  return isReference ? reference : NoCoordinate(parameters, n);
+  if (empty == EmptyCoordinate::Fault || !parameters.IsEmpty(n)) FailCoordinate(parameters, n);
+  return reference;
+}
+
+// A coordinate that can be told at a glance, as nearly all can; no fault.
+std::optional<double> PlainCoordinate(const Parameters& parameters, std::size_t n, double reference,
+                                      EmptyCoordinate empty) {
+  const auto* const known = parameters.Known(n);
+  if (known && known->What == Mark::None) return known->Value;
+  const bool isReference = !known && empty == EmptyCoordinate::Reference && parameters.IsEmpty(n);
+  return isReference ? std::optional(reference) : std::nullopt;
 }
 
 Point Polar(Point reference, double directionDegrees, double length) {
@@ -45,9 +53,9 @@ Point Polar(Point reference, double directionDegrees, double length) {
 }  // namespace
 
 Point ReadPoint(const Parameters& parameters, std::size_t n, Point reference, EmptyCoordinate empty) {
-  const auto* const x = parameters.Known(n);
-  const auto* const y = parameters.Known(n + 1);
-  if (x && y && x->What == Mark::None && y->What == Mark::None) return {x->Value, y->Value};
+  const auto x = PlainCoordinate(parameters, n, reference.X, empty);
+  const auto y = x ? PlainCoordinate(parameters, n + 1, reference.Y, empty) : std::nullopt;
+  if (x && y) return {*x, *y};
   const Mark first = parameters.MarkOf(n), second = parameters.MarkOf(n + 1);
   const bool isDirection = first == Mark::Degrees || first == Mark::Both;
   const bool isPolar = first == Mark::Degrees && second == Mark::None;

@@ -1,8 +1,6 @@
 #include "interpreter/evaluator.h"
 
 #include <array>
-#include <cstddef>
-#include <memory_resource>
 
 #include "base/text.h"
 #include "interpreter/program.h"
@@ -21,9 +19,8 @@ Evaluation Evaluate(std::string_view text, std::string_view separator) {
     if (isNegative) result.Value = -result.Value;
     return result;
   }
-  std::array<std::byte, Program::TypicalSize * sizeof(Instruction)>
-      buffer;  // NOLINT: what is not written is not read
-  std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
+  // Enough for all but the longest expressions.
+  std::array<Instruction, 8> memory;
   Program program(memory);
   const Expression expression = program.Add(text, separator);
   result.Complete = expression.IsComplete;

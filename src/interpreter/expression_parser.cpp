@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 #include "base/text.h"
 #include "interpreter/evaluator.h"
@@ -17,7 +19,53 @@ bool IsFunctionLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-}  // namespace
+class ExpressionParser {
+ public:
+  ExpressionParser(InstructionList& code, std::string_view text, std::string_view separator,
+                   const ReferenceScope* scope)
+      : code_(code), text_(text), separator_(separator), scope_(scope) {}
+
+  void Read(Expression& expression);
+
+ private:
+  // Each leaves one value more on the stack when it returns true.
+  bool Sequence();
+  bool Operand();
+  bool UnsignedOperand();
+  bool Number();
+  bool Reference();
+  bool Group();
+  bool FunctionCall();
+  bool RoundCall(std::size_t end);
+  bool CountCall(std::size_t open);
+
+  Operator ReadOperator();
+  std::size_t MatchingParenthesis(std::size_t open) const;
+  char Here() const { return position_ < text_.size() ? text_[position_] : '\0'; }
+  void SkipBlanks() {
+    while (Here() == ' ') ++position_;
+  }
+
+  void Push(const Instruction& instruction) {
+    code_.Add(instruction);
+    deepest_ = std::max(deepest_, ++depth_);
+  }
+  void Combine(Operator op);
+  void Negate();
+  void DropTo(std::size_t depth);
+  bool Fail(FaultReason why);
+
+  InstructionList& code_;
+  std::string_view text_;
+  std::string_view separator_;
+  const ReferenceScope* scope_;
+  VariableTable::Slots variables_ = 0;
+  std::size_t position_ = 0;
+  std::size_t depth_ = 0, deepest_ = 0;  // of the stack
+  int nesting_ = 0;
+  bool isMalformed_ = false;
+  bool hasFailed_ = false;  // nothing behind that place counts
+};
 
 void ExpressionParser::Read(Expression& expression) {
   const bool isSequence = Sequence();
@@ -27,40 +75,31 @@ void ExpressionParser::Read(Expression& expression) {
   expression.StackSize = static_cast<std::uint16_t>(deepest_);
 }
 
-void ExpressionParser::SkipBlanks() {
-  while (Here() == ' ') ++position_;
-}
-
-void ExpressionParser::Push(const Instruction& instruction) {
-  code_.push_back(instruction);
-  deepest_ = std::max(deepest_, ++depth_);
-}
-
 void ExpressionParser::Combine(Operator op) {
   --depth_;
   // An operand that was just pushed can be taken from where it is.
-  if (code_.back().IsOperand() && code_.back().Op == Operator::None) {
-    code_.back().Op = op;
+  if (code_.Last().IsOperand() && code_.Last().Op == Operator::None) {
+    code_.Last().Op = op;
   } else {
-    code_.push_back({0, Code::Combine, op});
+    code_.Add({0, Code::Combine, op});
   }
 }
 
 void ExpressionParser::Negate() {
   // A number that was just pushed can be negated at once.
-  if (code_.back().What == Code::Number && code_.back().Op == Operator::None) {
-    code_.back().Value = -code_.back().Value;
+  if (code_.Last().What == Code::Number && code_.Last().Op == Operator::None) {
+    code_.Last().Value = -code_.Last().Value;
   } else {
-    code_.push_back({0, Code::Negate});
+    code_.Add({0, Code::Negate});
   }
 }
 
 void ExpressionParser::DropTo(std::size_t depth) {
-  for (; depth_ > depth; --depth_) code_.push_back({0, Code::Drop});
+  for (; depth_ > depth; --depth_) code_.Add({0, Code::Drop});
 }
 
 bool ExpressionParser::Fail(FaultReason why) {
-  code_.push_back({0, Code::Fail, Operator::None, 0, why});
+  code_.Add({0, Code::Fail, Operator::None, 0, why});
   hasFailed_ = true;
   return false;
 }
@@ -205,7 +244,7 @@ bool ExpressionParser::FunctionCall() {
   if (!function) return false;
   position_ = end;
   if (!Group()) return false;
-  code_.push_back({0, Code::Call, Operator::None, *function});
+  code_.Add({0, Code::Call, Operator::None, *function});
   return true;
 }
 
@@ -215,7 +254,7 @@ bool ExpressionParser::RoundCall(std::size_t end) {
   if (end == text_.size() || text_[end] != '(') return false;
   position_ = end;
   if (!Group()) return false;
-  code_.push_back({0, Code::Round, Operator::None, decimals});
+  code_.Add({0, Code::Round, Operator::None, decimals});
   return true;
 }
 
@@ -228,6 +267,13 @@ bool ExpressionParser::CountCall(std::size_t open) {
   Push({list.empty() ? 0 : static_cast<double>(CountOf(list, separator_) + 1)});
   position_ = close + 1;
   return true;
+}
+
+}  // namespace
+
+void ReadExpression(InstructionList& code, std::string_view text, std::string_view separator,
+                    const ReferenceScope* scope, Expression& expression) {
+  ExpressionParser(code, text, separator, scope).Read(expression);
 }
 
 }  // namespace vaxel

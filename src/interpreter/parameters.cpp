@@ -120,7 +120,9 @@ bool Parameters::BindReferences(const RunContext& run) {
   std::size_t length = text_.size();
   const VariableTable& variables = run.Level().Variables;
   for (Reference& reference : references_) {
-    parameters_[reference.N - 1].IsRead = false;
+    Parameter& parameter = parameters_[reference.N - 1];
+    parameter.Read = Reading::NotDigits;
+    parameter.Number.What = reference.What;
     reference.IsWritten = false;
     reference.IsNumber = reference.Value && variables.HoldNumbers(reference.Value->Variables);
     if (reference.IsNumber) {
@@ -131,6 +133,7 @@ bool Parameters::BindReferences(const RunContext& run) {
       continue;
     }
     const std::string& text = Written(reference);
+    parameter.Number.What = MarkAtEnd(Trim(text));
     length += text.size();
     const bool bringsParameters =
         !reference.MayBringSeparators && text.find(separators_->First) != std::string::npos;
@@ -148,14 +151,6 @@ const std::string& Parameters::Written(const Reference& reference) const {
   return reference.Text;
 }
 
-Parameters::Mark Parameters::MarkOf(std::size_t n) const {
-  if (n > Count()) return Mark::None;
-  if (parameters_[n - 1].IsRead) return parameters_[n - 1].Number.What;
-  const std::uint32_t reference = parameters_[n - 1].Reference;
-  const bool isNumber = reference != NoReference && references_[reference].IsNumber;
-  return isNumber ? references_[reference].What : MarkAtEnd(Trimmed(n));
-}
-
 std::string_view Parameters::Text(std::size_t n) const {
   if (n > Count()) return {};
   const std::size_t start = parameters_[n - 1].Start;
@@ -166,6 +161,13 @@ std::string_view Parameters::Text(std::size_t n) const {
 
 std::string_view Parameters::Trimmed(std::size_t n) const {
   return Trim(Text(n));
+}
+
+bool Parameters::IsEmpty(std::size_t n) const {
+  if (n > Count()) return true;
+  const std::uint32_t reference = parameters_[n - 1].Reference;
+  const bool isNumber = reference != NoReference && references_[reference].IsNumber;
+  return !isNumber && Trimmed(n).empty();
 }
 
 std::string_view Parameters::Part(std::size_t n, std::size_t part) const {
@@ -196,14 +198,15 @@ std::string_view Parameters::Joined() const {
 
 const Parameters::MarkedNumber* Parameters::Note(std::size_t n, MarkedNumber number) const {
   parameters_[n - 1].Number = number;
-  parameters_[n - 1].IsRead = true;
+  parameters_[n - 1].Read = Reading::Number;
   return &parameters_[n - 1].Number;
 }
 
 // Most parameters of a straight script are such numbers, which are so read with one look at their texts.
 const Parameters::MarkedNumber* Parameters::ReadDigits(std::size_t n) const {
-  if (parameters_[n - 1].Reference != NoReference) return nullptr;
   const std::string_view text = Trimmed(n);
+  parameters_[n - 1].Read = Reading::NotDigits;
+  parameters_[n - 1].Number.What = MarkAtEnd(text);
   const bool isNegative = text.starts_with('-');
   const std::string_view digits = text.substr(isNegative ? 1 : 0);
   if (digits.empty() || !IsDigit(digits.back()) || MayStandInNumbers(separators_->Second)) return nullptr;
@@ -215,15 +218,12 @@ const Parameters::MarkedNumber* Parameters::ReadDigits(std::size_t n) const {
 // Once in a run of the line, whatever becomes of the variables meanwhile.
 std::optional<double> Parameters::ReadNumber(std::size_t n) const {
   if (n > Count()) return std::nullopt;
-  const std::uint32_t reference = parameters_[n - 1].Reference;
-  if (reference != NoReference && references_[reference].IsNumber) {
-    const double value = program_.Compute(*references_[reference].Value, run_->Level().Variables);
-    Note(n, {value, references_[reference].What});
-    return value;
-  }
-  const std::string_view text = Trimmed(n);
-  const std::optional<double> value = NumberOf(text, *separators_);
-  if (value) Note(n, {*value, MarkAtEnd(text)});
+  const Parameter& parameter = parameters_[n - 1];
+  const bool isReference = parameter.Reference != NoReference && references_[parameter.Reference].IsNumber;
+  const std::optional<double> value =
+      isReference ? program_.Compute(*references_[parameter.Reference].Value, run_->Level().Variables)
+                  : NumberOf(Text(n), *separators_);
+  if (value) Note(n, {*value, parameter.Number.What});
   return value;
 }
 

@@ -33,7 +33,10 @@ class Parameters {
   // What stands behind a number, or at the end of any other text: whether it is relative ("R"), a direction
   // ("°") or both, which nothing can be.
   enum class Mark : std::uint8_t { None, Relative, Degrees, Both };
-  Mark MarkOf(std::size_t n) const;
+  Mark MarkOf(std::size_t n) const {
+    Known(n);
+    return n > Count() ? Mark::None : parameters_[n - 1].Number.What;
+  }
 
   struct MarkedNumber {
     double Value = 0;
@@ -42,7 +45,9 @@ class Parameters {
   // The parameter, where its number was read already or is nothing but its digits; else null. No fault.
   const MarkedNumber* Known(std::size_t n) const {
     if (n > Count()) return nullptr;
-    return parameters_[n - 1].IsRead ? &parameters_[n - 1].Number : ReadDigits(n);
+    const Parameter& parameter = parameters_[n - 1];
+    if (parameter.Read == Reading::Number) return &parameter.Number;
+    return parameter.Read == Reading::Unread ? ReadDigits(n) : nullptr;
   }
 
   // 1 for an empty text.
@@ -52,6 +57,7 @@ class Parameters {
   // The parameter as it stands, blanks included, and without them.
   std::string_view Text(std::size_t n) const;
   std::string_view Trimmed(std::size_t n) const;
+  bool IsEmpty(std::size_t n) const;  // but for blanks
   // The part of parameter n behind so many second separators, as it stands; empty where there are fewer.
   std::string_view Part(std::size_t n, std::size_t part) const;
   // Parameter n with everything behind it.
@@ -71,10 +77,12 @@ class Parameters {
 
  private:
   static constexpr std::uint32_t NoReference = 0xFFFFFFFF;
+  // What stands at the end is known once the text was looked at.
+  enum class Reading : std::uint8_t { Unread, NotDigits, Number };
   struct Parameter {
     std::size_t Start = 0;
     std::uint32_t Reference = NoReference;  // in references_
-    bool IsRead = false;                    // as a number
+    Reading Read = Reading::Unread;
     MarkedNumber Number;
   };
   // A parameter whose references are replaced.

@@ -4,6 +4,8 @@
 #include <array>
 #include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "interpreter/evaluator.h"
 #include "interpreter/expression_parser.h"
@@ -63,19 +65,26 @@ bool IsChain(std::span<const Instruction> code) {
 
 }  // namespace
 
+void InstructionList::Grow() {
+  constexpr std::size_t few = 4;
+  capacity_ = std::max(few, 2 * capacity_);
+  auto larger = std::make_unique<Instruction[]>(capacity_);  // NOLINT: see own_
+  std::copy_n(begin_, size_, larger.get());
+  own_ = std::move(larger);
+  begin_ = own_.get();
+}
+
 Expression Program::Add(std::string_view text, std::string_view separator, const ReferenceScope* scope) {
-  constexpr std::size_t fewInstructions = 4;
-  if (code_.capacity() == 0) code_.reserve(fewInstructions);
   Expression expression;
-  expression.First = static_cast<std::uint32_t>(code_.size());
-  ExpressionParser(code_, text, separator, scope).Read(expression);
-  expression.Count = static_cast<std::uint32_t>(code_.size()) - expression.First;
-  expression.IsChain = IsChain({code_.data() + expression.First, expression.Count});
+  expression.First = static_cast<std::uint32_t>(code_.Size());
+  ReadExpression(code_, text, separator, scope, expression);
+  expression.Count = static_cast<std::uint32_t>(code_.Size()) - expression.First;
+  expression.IsChain = IsChain({code_.At(expression.First), expression.Count});
   return expression;
 }
 
 double Program::ComputeAll(const Expression& expression, const VariableTable* variables) const {
-  const std::span code(code_.data() + expression.First, expression.Count);
+  const std::span code(code_.At(expression.First), expression.Count);
   std::array<double, 32> few;  // NOLINT: what is not written is not read
   if (expression.StackSize < few.size()) return RunCode(code, few.data(), variables);
   std::vector<double> many(expression.StackSize + std::size_t{1});

@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory_resource>
+#include <memory>
+#include <span>
 #include <string_view>
-#include <vector>
 
 #include "interpreter/arithmetic.h"
 #include "interpreter/script_fault.h"
@@ -52,13 +52,38 @@ struct ReferenceScope {
   const Separators& Marks;  // at which names end
 };
 
+// Instructions one after another. Memory that is given is used first, so that a program which is computed
+// once needs no other.
+class InstructionList {
+ public:
+  InstructionList() = default;
+  // The memory must live as long.
+  explicit InstructionList(std::span<Instruction> memory) : begin_(memory.data()), capacity_(memory.size()) {}
+  InstructionList(const InstructionList&) = delete;
+  InstructionList& operator=(const InstructionList&) = delete;
+
+  std::size_t Size() const { return size_; }
+  Instruction* At(std::size_t index) const { return begin_ + index; }
+  Instruction& Last() { return begin_[size_ - 1]; }
+  void Add(const Instruction& instruction) {
+    if (size_ == capacity_) Grow();
+    begin_[size_++] = instruction;
+  }
+  void Clear() { size_ = 0; }
+
+ private:
+  void Grow();
+
+  Instruction* begin_ = nullptr;
+  std::size_t size_ = 0, capacity_ = 0;
+  std::unique_ptr<Instruction[]> own_;  // NOLINT: a list of its own
+};
+
 class Program {
  public:
-  // Instructions of all but the longest expressions.
-  static constexpr std::size_t TypicalSize = 24;
-
   Program() = default;
-  explicit Program(std::pmr::memory_resource& memory) : code_(&memory) { code_.reserve(TypicalSize); }
+  // The memory is used first and must live as long.
+  explicit Program(std::span<Instruction> memory) : code_(memory) {}
 
   // Adds an expression. Without a scope it must hold no references. With one, its value is that of the text
   // with the references replaced, as long as every variable in it holds a number; a reference of which that
@@ -70,7 +95,7 @@ class Program {
   double Compute(const Expression& expression, const VariableTable& variables) const {
     if (!expression.IsChain) return ComputeAll(expression, &variables);
     // Most lines of a loop have no other expressions.
-    const Instruction* code = code_.data() + expression.First;
+    const Instruction* code = code_.At(expression.First);
     const Instruction* const end = code + expression.Count;
     double value = Operand(*code, &variables);
     while (++code != end) value = Apply(code->Op, value, Operand(*code, &variables));
@@ -79,7 +104,7 @@ class Program {
   // Of an expression that was added without a scope.
   double Compute(const Expression& expression) const { return ComputeAll(expression, nullptr); }
 
-  void Clear() { code_.clear(); }
+  void Clear() { code_.Clear(); }
 
   // The value of an operand.
   static double Operand(const Instruction& instruction, const VariableTable* variables) {
@@ -90,7 +115,7 @@ class Program {
  private:
   double ComputeAll(const Expression& expression, const VariableTable* variables) const;
 
-  std::pmr::vector<Instruction> code_;
+  InstructionList code_;
 };
 
 }  // namespace vaxel

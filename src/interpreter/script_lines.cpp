@@ -35,26 +35,34 @@ ScriptLine* ScriptLines::GoTo(const Label& place, bool isBack) {
   return next_;
 }
 
+// False at the end of the text.
+bool ScriptLines::ReadInto(ScriptLine& line) {
+  const LineReader::Result result = Reader.Next(line.Line);
+  line.IsUnfinished = result == LineReader::Result::Unfinished;
+  line.NextPosition = Reader.ReadPos;
+  line.NextNumber = Reader.NextNumber();
+  line.Version = 0;
+  return result != LineReader::Result::End;
+}
+
 ScriptLine* ScriptLines::Read() {
   ScriptLine* const before = std::exchange(isSought_, false) ? nullptr : current_;
   if (before) Reader.Seek(before->NextPosition, before->NextNumber);
+  const bool isLinked = before && before != &passing_;
   const std::size_t position = Reader.ReadPos;
+  const std::uint32_t number = Reader.NextNumber();
   ScriptLine* line = Known(position);
   if (!line) {
-    const LineReader::Result result = Reader.Next(passing_.Line);
-    if (result == LineReader::Result::End) return nullptr;
-    passing_.IsUnfinished = result == LineReader::Result::Unfinished;
-    passing_.NextPosition = Reader.ReadPos;
-    passing_.NextNumber = Reader.NextNumber();
-    passing_.Version = 0;
+    if (!ReadInto(passing_)) return nullptr;
     const std::size_t length = passing_.Line.Text.size();
     if (!keeps_ || kept_.size() == MostLines || length > MostText - textLength_) return &passing_;
     textLength_ += length;
     line = kept_.emplace(position, std::make_unique<ScriptLine>()).first->second.get();
-    static_cast<ReadLine&>(*line) = passing_;
+    Reader.Seek(position, number);
+    ReadInto(*line);
     if (Reader.IsJoined()) line->Line.Text = line->Joined = line->Line.Text;
   }
-  if (before && before != &passing_) before->Next = line;
+  if (isLinked) before->Next = line;
   return line;
 }
 

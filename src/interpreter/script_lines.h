@@ -13,19 +13,17 @@
 
 namespace vaxel {
 
-// A logical line as it was read, and where the next one begins.
-struct ReadLine {
+// A logical line of a script.
+struct ScriptLine {
   LogicalLine Line;
   bool IsUnfinished = false;  // it ends in a continuation mark behind which nothing comes
+  CompiledLine Command;
+  std::uint32_t Version = 0;  // of the separators for which Command is compiled; 0: not yet
+  // The line after it, where that is kept and was wanted, and where it begins.
+  ScriptLine* Next = nullptr;
   std::size_t NextPosition = 0;
   std::uint32_t NextNumber = 1;
-};
-
-struct ScriptLine : ReadLine {
-  CompiledLine Command;
-  std::uint32_t Version = 0;   // of the separators for which Command is compiled; 0: not yet
-  ScriptLine* Next = nullptr;  // the line after it, where that is kept and was wanted
-  std::string Joined;          // the text of a line that is kept and no part of the script's
+  std::string Joined;  // the text of a line that is kept and no part of the script's
 };
 
 // The lines of one script level in the order in which they are run. From the first jump back on lines can
@@ -53,6 +51,7 @@ class ScriptLines {
   LineReader Reader;
 
  private:
+  bool ReadInto(ScriptLine& line);
   ScriptLine* Read();
   ScriptLine* Known(std::size_t position);
 
