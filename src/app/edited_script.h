@@ -1,3 +1,4 @@
+// What is known of the script in the editor, apart from its text.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Raises a flag for the length of a block, however the block is left.
 #pragma once
 
 namespace vaxel {

@@ -1,3 +1,4 @@
+// The state of the view on the screen, which lasts from run to run.
 #pragma once
 
 #include "base/point.h"

@@ -1,3 +1,4 @@
+// The interface through which renderers write what they make.
 #pragma once
 
 #include <string_view>

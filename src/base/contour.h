@@ -1,3 +1,4 @@
+// The pieces of closed contours, as figures are computed, drawn and kept.
 #pragma once
 
 #include "base/point.h"

@@ -1,3 +1,4 @@
+// Numbers as texts: for scripts, for files and for the user.
 #pragma once
 
 #include <string>

@@ -1,3 +1,4 @@
+// Points, and the constants with which their positions are computed.
 #pragma once
 
 namespace vaxel {

@@ -1,3 +1,4 @@
+// Makes texts of unknown origin fit to be shown to people.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Rounds numbers to the 16-bit integers in which scripts and settings hold some of them.
 #pragma once
 
 #include <cmath>

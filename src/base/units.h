@@ -1,3 +1,4 @@
+// Constants between units of length and of angle.
 #pragma once
 
 #include <numbers>

@@ -1,3 +1,4 @@
+// What a run asks for outside itself, answered on a terminal.
 #pragma once
 
 #include <cstdint>

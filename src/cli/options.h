@@ -1,3 +1,4 @@
+// What vaxel-render is asked to do, and the status that it ends with.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// The work of vaxel-render: it makes the outputs of a script.
 #pragma once
 
 #include "cli/options.h"

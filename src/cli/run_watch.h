@@ -1,3 +1,4 @@
+// Ends the runs of vaxel-render early: by Ctrl+C or by a limit of time.
 #pragma once
 
 #include <chrono>

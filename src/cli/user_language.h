@@ -1,3 +1,4 @@
+// Finds the language in which vaxel-render speaks.
 #pragma once
 
 #include <string>

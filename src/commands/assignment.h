@@ -1,3 +1,4 @@
+// The assignment of a value to a variable.
 #pragma once
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// How commands read pens, and what they draw with them: strokes, outlines and markers.
 #pragma once
 
 #include <cstddef>

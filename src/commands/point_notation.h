@@ -1,3 +1,4 @@
+// How commands read points.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// A list for many elements, in which drawings keep their operations.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// Colours as numbers.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// The one way in which drawing fails.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Colours between their names in a script and their numbers.
 #pragma once
 
 #include <optional>

@@ -1,3 +1,4 @@
+// What the interpreter knows of a command: its row in the table of commands.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// The file from which a script level reads its data.
 #pragma once
 
 #include <cstddef>

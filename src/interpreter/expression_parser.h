@@ -1,3 +1,4 @@
+// Translates the text of an expression into instructions.
 #pragma once
 
 #include <string_view>

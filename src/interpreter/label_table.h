@@ -1,3 +1,4 @@
+// Where the labels of a script lie.
 #pragma once
 
 #include <cstddef>

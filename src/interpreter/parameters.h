@@ -1,3 +1,4 @@
+// The parameters of a command line, as its handler reads them.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// Runs scripts: the main one, those that it includes, and the jumps in them.
 #pragma once
 
 #include <cstdint>

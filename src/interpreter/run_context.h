@@ -1,3 +1,4 @@
+// The state of a run: its script levels with their variables, its surface and what it asks for outside.
 #pragma once
 
 #include <array>

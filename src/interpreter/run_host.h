@@ -1,3 +1,4 @@
+// The interface by which a run asks for things outside itself.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// The fault with which a line ends the run.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// The lines of a script, in the order in which they are run.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// The contours of coloured bands along a scale.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// The application's dialogs on Windows.
 #pragma once
 
 #include <windows.h>

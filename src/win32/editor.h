@@ -1,3 +1,4 @@
+// The script editor on Windows.
 #pragma once
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// The graphic area on Windows.
 #pragma once
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// The main window on Windows.
 #pragma once
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// Between the lengths of a layout and the pixels of a screen.
 #pragma once
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// What the application asks of the system, on Windows.
 #pragma once
 
 #include <chrono>

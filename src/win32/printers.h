@@ -1,3 +1,4 @@
+// The printers of Windows.
 #pragma once
 
 #include <functional>

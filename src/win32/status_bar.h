@@ -1,3 +1,4 @@
+// The status fields of the main window on Windows.
 #pragma once
 
 #include <windows.h>
