@@ -17,25 +17,26 @@ std::string NameOf(const std::filesystem::path& path);
 // Whether there is a regular file of this name.
 bool FileExists(std::string_view name);
 
-// As std::fopen does; null when it cannot be opened.
+// Opens a file as std::fopen does. The stream is null when that fails.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
-// In the system's words, why the last call for a file has failed.
+// Says in the system's words why the last call for a file has failed.
 Failure LastFileFailure();
 
 // Whether both names lead to one regular file that is there, however they are spelled and through whatever
 // links.
 bool AreSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
-// Whether the stream reads or writes the regular file that has this name. On Windows that is not known:
-// false.
+// Whether the stream reads or writes the regular file that has this name. On Windows, where that is not
+// known, the answer is false.
 bool IsOpenAs(std::FILE* stream, const std::filesystem::path& path);
 
-// The bytes. A file of more than maxBytes IsTooLarge, and never more are kept in memory.
+// Both return the bytes. A file of more than maxBytes fails with IsTooLarge, and never more are kept in
+// memory.
 Result<std::string> ReadToEnd(std::FILE* file, std::size_t maxBytes);
 Result<std::string> ReadWholeFile(std::string_view name, std::size_t maxBytes);
 
 // The regular file that a script means by a name: relative to the folder of the script (an empty name: the
 // working folder), with "\\" or "/" between folders, and where there is none of just that name, one whose
-// name differs in case alone. Empty when there is none.
+// name differs in case alone. The name is empty when there is none.
 std::string FindFile(std::string_view scriptName, std::string_view name);
 
 }  // namespace vaxel

@@ -5,8 +5,8 @@
 
 namespace vaxel {
 
-// The number with at most 15 significant digits, as few as read back: "." always, no leading blank, no
-// "-0", exponents as "E+" or "E-".
+// The number with at most 15 significant digits, as few as read back: it has "." always, no leading blank, no
+// "-0", and exponents as "E+" or "E-".
 std::string NumberText(double value);
 // The number that this text reads back as.
 double AsWritten(double value);

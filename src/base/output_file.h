@@ -22,7 +22,7 @@ class OutputFile : public ByteSink {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void Write(std::string_view bytes) override;
-  // Puts the file in its place. Fails when that, or anything before, has failed.
+  // Puts the file in its place. It fails when that, or anything before, has failed.
   Result<> Commit();
 
  private:

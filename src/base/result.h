@@ -19,15 +19,15 @@ enum class FileFault : std::uint8_t { None, IsFolder, IsReadOnly, IsTooLarge };
 // Why something has failed, as the user is told. What the program words itself is a text of the string table,
 // so that it comes in the user's language; StringTable::Text makes the words of all three.
 struct Failure {
-  // None where Words, which are the system's or a library's, say it all.
+  // It is None where Words, which are the system's or a library's, say it all.
   TextId Text{};
-  // Otherwise what fills the "%1" of the text.
+  // They fill the "%1" of the text when there is one.
   std::string Words{};
   // When there is one, it is the whole reason.
   FileFault Fault = FileFault::None;
 };
 
-// A result without a value says only whether it was done.
+// A result without a value only says whether the function has succeeded.
 template <class Value = std::monostate>
 class [[nodiscard]] Result {
  public:
@@ -38,21 +38,21 @@ class [[nodiscard]] Result {
 
   explicit operator bool() const { return held_.index() == 0; }
 
-  // The value; only of a result that has one.
+  // The value may only be asked of a result that has one.
   Value& operator*() & { return *std::get_if<0>(&held_); }
   const Value& operator*() const& { return *std::get_if<0>(&held_); }
   Value&& operator*() && { return std::move(*std::get_if<0>(&held_)); }
   Value* operator->() { return std::get_if<0>(&held_); }
   const Value* operator->() const { return std::get_if<0>(&held_); }
 
-  // The reason; only of a result that has no value.
+  // The reason may only be asked of a result that has no value.
   const Failure& Why() const { return *std::get_if<1>(&held_); }
 
  private:
   std::variant<Value, Failure> held_;
 };
 
-// Of functions that return the reason as a text, empty when all is well.
+// Takes the reason of a function that returns it as a text, which is empty when all is well.
 inline Result<> DoneUnless(std::string reason) {
   if (reason.empty()) return {};
   return Failure{.Words = std::move(reason)};

@@ -7,7 +7,8 @@
 
 namespace vaxel {
 
-// The nearest 16-bit integer, halves to the even neighbour; none when the value lies outside that type.
+// The nearest 16-bit integer; halves go to the even neighbour. There is none when the value lies outside that
+// type.
 inline std::optional<std::int16_t> RoundToInt16(double value) {
   const double rounded = std::nearbyint(value);
   if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) return std::nullopt;

@@ -15,8 +15,8 @@ struct DecodedText {
   TextEncoding Encoding = TextEncoding::Utf8;
 };
 
-// UTF-16 when a byte-order mark says so, UTF-8 when the bytes are valid UTF-8, else Windows-1252. None for
-// bytes that are no text: those that hold a NUL character. A lone surrogate becomes U+FFFD.
+// The bytes are UTF-16 when a byte-order mark says so, UTF-8 when they are valid UTF-8, else Windows-1252.
+// There is no text when they hold a NUL character. A lone surrogate becomes U+FFFD.
 std::optional<DecodedText> DecodeText(std::string bytes);
 
 // The same for bytes that may hold NUL characters, which the text then holds, too.

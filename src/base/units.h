@@ -7,7 +7,8 @@ namespace vaxel {
 
 inline constexpr double MillimetresPerInch = 25.4;
 
-// It is exact, for what outputs write: positions are computed with the rounded constants of base/point.h.
+// This constant is exact, for what outputs write: positions are computed with the rounded constants of
+// base/point.h.
 inline constexpr double DegreesPerRadian = 180 / std::numbers::pi;
 
 }  // namespace vaxel

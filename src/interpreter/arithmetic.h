@@ -1,4 +1,4 @@
-// The operators and functions of expressions. A fault for what has no result.
+// The operators and functions of expressions. What has no result is a fault.
 #pragma once
 
 #include <cmath>
@@ -12,10 +12,10 @@
 
 namespace vaxel {
 
-// In the order in which they are applied, the last one first.
+// They stand in the order in which they are applied, the last one first.
 enum class Operator : std::uint8_t { None, Minus, Plus, Times, Divide, Modulo, Power };
 
-// Equal ones are applied from left to right.
+// Operators of equal binding are applied from left to right.
 constexpr int BindingOf(Operator op) {
   return op == Operator::Plus ? static_cast<int>(Operator::Minus) : static_cast<int>(op);
 }
@@ -24,7 +24,7 @@ double Remainder(double left, double right);
 double Power(double left, double right);
 [[noreturn]] void FailDivision();
 
-// In the header, for it is most of what a loop does.
+// It stands in the header, for it is most of what a loop does.
 inline double Apply(Operator op, double left, double right) {
   double result = right;
   switch (op) {
@@ -52,11 +52,11 @@ inline double Apply(Operator op, double left, double right) {
   return std::abs(result) <= std::numeric_limits<double>::max() ? result : RequireFinite(result);
 }
 
-// The number of a function, for CallFunction; the name is in any case. None for an unknown one.
+// The number of a function, for CallFunction; the name is in any case. An unknown name has none.
 std::optional<std::uint8_t> FindFunction(std::string_view name);
 double CallFunction(std::uint8_t function, double argument);
 
-// So many decimals, 0 to 9; halves away from zero.
+// Rounds to so many decimals, 0 to 9; halves go away from zero.
 double RoundToDecimals(double x, int decimals);
 
 }  // namespace vaxel

@@ -12,7 +12,7 @@ namespace vaxel {
 class Parameters;
 struct RunContext;
 
-// What a run has done so far, as bits of RunContext::OrderState.
+// These bits of RunContext::OrderState tell what a run has done so far.
 enum OrderBit : std::int16_t {
   OrderFormat = 1,    // FormatI
   OrderCentre = 4,    // CentreE or CentreI
@@ -24,7 +24,7 @@ enum OrderBit : std::int16_t {
 // How the references to variables in a command's parameters are replaced before it is run.
 enum class VariableUse : std::uint8_t {
   Replaced,  // all of them; one variable may then carry several parameters
-  // The same, but parts behind a second separator stay where they name lists: in the parameters 1, 5, 9, …
+  // The same, but parts after a second separator stay where they name lists: in the parameters 1, 5, 9, …
   ValueLists,
   ValueTextLists,          // 1, 2, 5, 6, 9, 10, …
   OrientedValueTextLists,  // 2, 3, 6, 7, 10, 11, …
@@ -37,21 +37,22 @@ enum class Scope : std::uint8_t { Everywhere, ScreenOnly, PrinterOnly, MainScrip
 
 using CommandHandler = void (*)(RunContext& run, const Parameters& parameters);
 
-// A line of a command that reads its text in its own way, with what was worked out of it.
+// A line of a command that reads its text in its own way, with what the command has worked out of it.
 class CompiledCommand {
  public:
   virtual ~CompiledCommand() = default;
   virtual void Run(RunContext& run) = 0;
 };
 
-// Keyword and text are those of the line, and live as long. Null for a line that the handler is to run.
+// Keyword and text are those of the line, and live as long. The result is null for a line that the handler is
+// to run.
 using CommandCompiler = std::unique_ptr<CompiledCommand> (*)(std::string_view keyword, std::string_view text);
 
-// How a line of a command is read behind its keyword.
+// How a line of a command is read after its keyword.
 enum class LineForm : std::uint8_t {
   Parameters,  // an apostrophe begins a comment
   Assignment,  // the keyword is a variable's name
-  Condition,   // the keyword ends at a blank, a "=" belongs to the comparison; a command stands behind THEN
+  Condition,   // the keyword ends at a blank, a "=" belongs to the comparison; a command follows THEN
   Text         // from one parameter on all is one text, in which separators and apostrophes are ordinary
                // characters; an apostrophe begins no comment in the whole line
 };
@@ -87,9 +88,9 @@ struct CommandRow {
 class CommandSet {
  public:
   virtual ~CommandSet() = default;
-  // The row of a keyword in any case; null for an unknown one.
+  // The row of a keyword, which may be in any case; it is null for an unknown one.
   virtual const CommandRow* Find(std::string_view keyword) const = 0;
-  // The spelling of the keyword most like an unknown one; empty when none is like it.
+  // The spelling of the keyword most like an unknown one; it is empty when none is like it.
   virtual std::string_view Suggest(std::string_view keyword) const = 0;
 };
 

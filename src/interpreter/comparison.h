@@ -1,4 +1,4 @@
-// Conditions of IF and IFT: two sides and between them "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>" or
+// The conditions of IF and IFT: two sides and between them "<", "<=" or "=<", "=", ">=" or "=>", ">", "<>" or
 // "><".
 #pragma once
 
@@ -55,7 +55,7 @@ class CompiledComparison {
 };
 
 // Whether a condition holds, between the values of its sides or, as text, between the sides as they stand. An
-// empty one does not. A side without a value is a fault.
+// empty one does not. A side that has no value is a fault.
 bool IsTrue(std::string_view condition, bool asText, const Separators& separators);
 
 // The parts of "condition GOTO target" or "condition THEN command".
@@ -65,9 +65,9 @@ struct Conditional {
   std::string_view Rest;  // trimmed
 };
 
-// The first of the words counts that stands apart from letters and figures, or else that is found at all.
-// What stands behind an apostrophe is no such word, but belongs to a command that keeps apostrophes. A fault
-// when there is none.
+// Cuts the text at GOTO or THEN. The first of these words counts that stands apart from letters and figures,
+// or else the first that is found at all. What follows an apostrophe is no such word, but belongs to a
+// command that keeps apostrophes. A text without such a word is a fault.
 Conditional SplitConditional(std::string_view text);
 
 }  // namespace vaxel

@@ -13,13 +13,14 @@ namespace vaxel {
 // programs. It can be compiled anew, which keeps its memory.
 class CompiledLine {
  public:
-  // The line must live as long; it holds for the separators in force. A fault for an unknown command.
+  // The line must live as long; what is compiled holds for the separators in force. An unknown command is a
+  // fault.
   void Compile(const RunContext& run, std::string_view line);
 
   // Whether it is compiled and there is nothing to run: a label, a command that does not count here.
   bool IsEmpty() const { return isCompiled_ && !command_ && !row_; }
 
-  // As often as it is wanted, in the level for which it was compiled.
+  // Runs the line, as often as that is wanted, in the level for which it was compiled.
   void Run(RunContext& run) {
     if (command_) {
       command_->Run(run);
@@ -38,17 +39,17 @@ class CompiledLine {
   std::unique_ptr<CompiledCommand> command_;
 };
 
-// A command line behind another one; an empty line and a comment are nothing to run.
+// The command line that follows a condition in the same line. An empty line and a comment are nothing to run.
 class BehindLine {
  public:
   // The line must live as long.
   explicit BehindLine(std::string_view line);
-  // A fault when too many stand behind one another.
+  // Too many of them one inside the other are a fault.
   void Run(RunContext& run);
 
  private:
   std::string_view line_;
-  bool isCompiled_ = false;  // not before it is run: the command may hold another one, and so on
+  bool isCompiled_ = false;  // done when it is run: the command may hold another one, and so on
   CompiledLine compiled_;
 };
 

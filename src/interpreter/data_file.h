@@ -8,15 +8,16 @@
 namespace vaxel {
 
 // A data file that is read line by line; lines that begin with an apostrophe are comments, and a TAB is a
-// blank as in a script. Empty, and at its end, before one is opened.
+// blank as in a script. Before a text is opened the file is empty and at its end.
 class DataFile {
  public:
-  // Any line ends.
+  // The text may have any line ends.
   void Open(std::string text);
   bool IsOpen() const { return isOpen_; }
   // Whether no line remains that is not a comment.
   bool AtEnd() const { return position_ >= text_.size(); }
-  // The next line, without its end; empty at the end of the file. Valid until another file is opened.
+  // The next line, without its end; it is empty at the end of the file, and valid until another file is
+  // opened.
   std::string_view Next();
 
  private:

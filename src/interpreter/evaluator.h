@@ -2,12 +2,12 @@
 //
 // Operators are applied in this order, equal ones from left to right: "^", "MOD", "/", "*", then "+" and "-".
 // It differs from the usual one (a division comes before a multiplication, a remainder before both) and
-// existing scripts rely on it. A sign belongs to the number behind it: -2^2 is 4. Numbers keep full double
+// existing scripts rely on it. A sign belongs to the number after it: -2^2 is 4. Numbers keep full double
 // precision between operations.
 //
 // Functions, the name directly before its "(": SIN COS TAN ASIN ACOS ATAN in degrees, SINH COSH, LOG
 // (decimal), SQR, ABS, SGN, FIX (truncation), RND and RND0 to RND9 (decimals, halves away from zero), and
-// NBP(text), the number of parameters in the text. Names in any case.
+// NBP(text), the number of parameters in the text. Names may be in any case.
 #pragma once
 
 #include <string_view>
@@ -25,8 +25,8 @@ struct Evaluation {
 // How deep parentheses may be nested.
 inline constexpr int MaxParentheses = 200;
 
-// A fault for a division by zero, an argument outside a function's domain, a result that is not finite and
-// parentheses nested too deep. separator stands between the parameters that NBP counts.
+// A division by zero, an argument outside a function's domain, a result that is not finite and parentheses
+// nested too deep are faults. separator stands between the parameters that NBP counts.
 Evaluation Evaluate(std::string_view text, std::string_view separator = ",");
 
 }  // namespace vaxel

@@ -11,8 +11,8 @@ namespace vaxel {
 // is no expression it stops: the instructions then give the value of what was read so far. A fault in the
 // text becomes an instruction, so that those of computations before it come first.
 //
-// The instructions are added to the code. Of the expression it sets whether it is complete, its variables and
-// its stack.
+// The instructions are added to the code. The function sets of the expression whether it is complete, its
+// variables and its stack.
 void ReadExpression(InstructionList& code, std::string_view text, std::string_view separator,
                     const ReferenceScope* scope, Expression& expression);
 

@@ -16,15 +16,15 @@ struct Label {
   std::uint32_t LineNumber = 1;
 };
 
-// The labels of one script level by name, upper case, trailing blanks kept.
+// The labels of one script level by their names in upper case, with their trailing blanks.
 class LabelTable {
  public:
   // Reads the labels from the reader's place up to the first line that holds the letters "STOP" outside a
-  // comment, that line included, and leaves the reader behind it. line is the one being read, also when a
+  // comment, that line included, and leaves the reader after it. line is the one being read, also when a
   // second label of one name throws the fault.
   void Collect(LineReader& reader, LogicalLine& line);
 
-  // Null for an unknown name. The name is compared without regard to case.
+  // The label is null for an unknown name. Names are compared without regard to case.
   const Label* Find(std::string_view name) const;
   std::size_t Count() const { return labels_.size(); }
 

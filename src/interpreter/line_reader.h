@@ -11,7 +11,8 @@ namespace vaxel {
 class CommandSet;
 
 struct LogicalLine {
-  // Continuations joined, TABs replaced by blanks, leading blanks removed. Valid until the next line is read.
+  // The line with its continuations joined, TABs replaced by blanks and leading blanks removed. It is valid
+  // until the next line is read.
   std::string_view Text;
   std::uint32_t Number = 1;  // of its first physical line, from 1
 };
@@ -37,7 +38,7 @@ class LineReader {
   // Goes on at this place, which begins the physical line of that number.
   void Seek(std::size_t position, std::uint32_t lineNumber);
 
-  // Offsets into the text, of the last line read where none is said.
+  // These are offsets into the text. They tell of the last line read where nothing else is said.
   std::size_t ReadPos = 0;        // where the next line begins
   std::size_t LineStart = 0;      // of its first physical line
   std::size_t LastLineStart = 0;  // of its last physical line
@@ -59,16 +60,17 @@ bool IsBlankOrComment(std::string_view line);
 
 struct CommandLine {
   std::string_view Keyword;     // trimmed, as written
-  std::string_view Parameters;  // all behind the "=" or the blank, a trailing comment included
+  std::string_view Parameters;  // all after the "=" or the blank, a trailing comment included
 };
 
-// A "=" behind an apostrophe belongs to a comment and separates nothing. The line has no leading blanks.
+// A "=" after an apostrophe belongs to a comment and separates nothing. The line has no leading blanks.
 CommandLine SplitCommand(std::string_view line, const CommandSet& commands);
 
 // The text before its first apostrophe.
 std::string_view WithoutComment(std::string_view text);
 
-// A line with a ":" that no "=" and no apostrophe precedes or, but for a comment, follows.
+// Whether the line is a label: it has a ":" that no "=" and no apostrophe precedes or, but for a comment,
+// follows.
 bool IsLabelLine(std::string_view line);
 
 }  // namespace vaxel

@@ -25,14 +25,15 @@ class Parameters {
   // The same for a text in which references are to be replaced as the row says. Expressions with references
   // become programs. The text must live as long.
   void Compile(std::string_view text, const CommandRow& row, const RunContext& run);
-  // Before each use of compiled parameters: takes what the variables hold. False where that may bring further
-  // parameters: the text must then be split as it is with its references replaced. The run must live as long.
+  // Before each use of compiled parameters: takes what the variables hold. The result is false where that may
+  // bring further parameters: the text must then be split as it is with its references replaced. The run must
+  // live as long.
   bool Bind(const RunContext& run) {
     return references_.empty() && !dependsOnValues_ ? true : BindReferences(run);
   }
 
-  // What stands behind a number, or at the end of any other text: whether it is relative ("R"), a direction
-  // ("°") or both, which nothing can be.
+  // What a mark at the end of a number, or of any other text, says of it: that it is relative ("R"), a
+  // direction ("°") or both, which nothing can be.
   enum class Mark : std::uint8_t { None, Relative, Degrees, Both };
   Mark MarkOf(std::size_t n) const {
     Known(n);
@@ -43,7 +44,8 @@ class Parameters {
     double Value = 0;
     Mark What = Mark::None;
   };
-  // The parameter, where its number was read already or is nothing but its digits; else null. No fault.
+  // The parameter, where its number was read already or is nothing but its digits; else null. It never is a
+  // fault.
   const MarkedNumber* Known(std::size_t n) const {
     if (n > Count()) return nullptr;
     const Parameter& parameter = parameters_[n - 1];
@@ -51,34 +53,35 @@ class Parameters {
     return parameter.Read == Reading::Unread ? ReadDigits(n) : nullptr;
   }
 
-  // 1 for an empty text.
+  // An empty text is one parameter.
   std::size_t Count() const { return parameters_.size() - 1; }
   // All parameters as they stand.
   std::string_view Whole() const { return Rest(1); }
-  // The parameter as it stands, blanks included, and without them.
+  // The parameter as it stands, blanks included, and the same without blanks around it.
   std::string_view Text(std::size_t n) const;
   std::string_view Trimmed(std::size_t n) const;
   bool IsEmpty(std::size_t n) const;  // but for blanks
-  // The part of parameter n behind so many second separators, as it stands; empty where there are fewer.
+  // The part of parameter n after so many second separators, as it stands; it is empty where there are fewer.
   std::string_view Part(std::size_t n, std::size_t part) const;
-  // Parameter n with everything behind it.
+  // Parameter n with everything after it.
   std::string_view Rest(std::size_t n) const;
 
-  // The parameter's value; none when it is missing or empty. Only the part before the second separator
-  // counts, and one unit mark ("°", "R") at its end is passed over. A fault for what is no expression.
+  // The parameter's value; there is none when the parameter is missing or empty. Only the part before the
+  // second separator counts, and one unit mark ("°", "R") at its end is passed over. What is no expression is
+  // a fault.
   std::optional<double> Number(std::size_t n) const {
     const MarkedNumber* const known = Known(n);
     return known ? known->Value : ReadNumber(n);
   }
   double NumberOr(std::size_t n, double otherwise) const { return Number(n).value_or(otherwise); }
-  // A fault for a missing parameter.
+  // A missing parameter is a fault.
   double RequiredNumber(std::size_t n) const;
 
   const vaxel::Separators& Separators() const { return *separators_; }
 
  private:
   static constexpr std::uint32_t NoReference = 0xFFFFFFFF;
-  // What stands at the end is known once the text was looked at.
+  // The mark at the end is known once the text was looked at.
   enum class Reading : std::uint8_t { Unread, NotDigits, Number };
   struct Parameter {
     std::size_t Start = 0;
@@ -90,11 +93,12 @@ class Parameters {
   struct Reference {
     std::size_t N = 0;
     ParameterParts Parts;
-    // Its number, as long as the variables in it hold numbers. None: it is read from its text.
+    // Its number, as long as the variables in it hold numbers. Where there is none, the number is read from
+    // the text.
     std::optional<Expression> Value;
     Mark What = Mark::None;
     bool MayBringSeparators = false;  // as they are ordinary characters in it
-    // Of the line as it is run:
+    // The rest tells of the line as it is run.
     bool IsNumber = false;
     mutable bool IsWritten = false;  // whether Text holds its text
     mutable std::string Text;
@@ -111,7 +115,7 @@ class Parameters {
 
   std::string_view text_;
   const vaxel::Separators* separators_ = nullptr;
-  // One more than there are, as if it began behind the last.
+  // The list has one more than there are, as if it began after the last.
   mutable std::vector<Parameter> parameters_;
   std::vector<Reference> references_;
   Program program_;
@@ -122,20 +126,21 @@ class Parameters {
 
 // The value of a numeric parameter's text, see Parameters::Number.
 std::optional<double> NumberOf(std::string_view parameter, const Separators& separators);
-// The value of an expression that must be one throughout; none for an empty text. A fault shows the
+// The value of an expression that must be one throughout; an empty text has none. A fault shows the
 // expression, or the text of which it is a part.
 std::optional<double> StrictValue(std::string_view expression, const Separators& separators,
                                   std::string_view shown = {});
-// A fault that shows what is no expression.
+// Throws a fault that shows what is no expression.
 [[noreturn]] void FailExpression(std::string_view shown);
 
 // Whether a parameter is literal text, in which "%" is an ordinary character: "=", blanks before it allowed,
 // or "<" stands before it as a mark.
 bool IsLiteral(std::string_view parameter);
-// The text that is drawn for a parameter: what stands behind a literal's mark, else without blanks around it.
+// The text that is drawn for a parameter: what follows a literal's mark, else the parameter without blanks
+// around it.
 std::string_view TextOf(std::string_view parameter);
 
-// The parts of a text between the occurrences of a separator; one part for an empty text.
+// The parts of a text between the occurrences of a separator; an empty text is one part.
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);
 
 }  // namespace vaxel

@@ -46,7 +46,8 @@ struct Expression {
   bool IsComplete = true;
 };
 
-// Whose names an expression may hold. What is neither of these variables nor a number is no operand.
+// The variables whose names an expression may hold. What is neither of these variables nor a number is no
+// operand.
 struct ReferenceScope {
   const VariableTable& Variables;
   const Separators& Marks;  // at which names end
@@ -91,7 +92,7 @@ class Program {
   // stands between the parameters that NBP counts.
   Expression Add(std::string_view text, std::string_view separator, const ReferenceScope* scope = nullptr);
 
-  // A fault for what has no result.
+  // What has no result is a fault.
   double Compute(const Expression& expression, const VariableTable& variables) const {
     if (!expression.IsChain) return ComputeAll(expression, &variables);
     // Most lines of a loop have no other expressions.
@@ -101,7 +102,7 @@ class Program {
     while (++code != end) value = Apply(code->Op, value, Operand(*code, &variables));
     return value;
   }
-  // Of an expression that was added without a scope.
+  // The same for an expression that was added without a scope.
   double Compute(const Expression& expression) const { return ComputeAll(expression, nullptr); }
 
   void Clear() { code_.Clear(); }

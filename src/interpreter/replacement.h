@@ -1,4 +1,4 @@
-// Which references to variables are replaced in the parameters of a command.
+// The references to variables that are replaced in the parameters of a command.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ ParameterParts PartsOf(std::string_view parameter, std::size_t n, const CommandR
                        std::string_view secondSeparator);
 
 // The text with the references replaced. One value may bring several parameters, which then count in the
-// numbers of those behind it.
+// numbers of those after it.
 std::string ReplaceVariables(const RunContext& run, std::string_view text, const CommandRow& row);
 
 }  // namespace vaxel

@@ -19,11 +19,12 @@ enum class RunEnd : std::uint8_t {
   Empty     // the text was empty: nothing was drawn or cleared
 };
 
-// Runs a main script from its beginning. The text is UTF-8 with any line ends; the file's name is shown in
-// reports. Variables of level 1, the language base and whatever else the context holds for its caller are
-// set before; everything that belongs to one run is reset here.
+// Runs a main script from its beginning. The text is UTF-8 and has any line ends; the file's name is shown in
+// reports. Variables of level 1, the language base and whatever else the context holds for its caller are set
+// before; everything that belongs to one run is reset here.
 //
-// The end of a run that is told otherwise is reported as an error.
+// What goes wrong is reported as an error: a fault of a line or of the drawing, a lack of memory, an
+// exception that nobody foresaw.
 RunEnd RunScript(RunContext& run, const RunTarget& target, std::string text, std::string_view fileName);
 
 // Runs the text as the next level, from the place of the current line; the level after it is free again. The
@@ -56,7 +57,7 @@ class Jump {
   // The target must live as long.
   explicit Jump(std::string_view target) : target_(target) {}
 
-  // Returns whether that is a jump back. A fault when there is no such line.
+  // Jumps, and returns whether that was a jump back. It is a fault when there is no such line.
   bool Take(RunContext& run) {
     if (!line_) return Find(run);
     // A label is passed over.

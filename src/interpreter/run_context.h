@@ -58,7 +58,7 @@ struct RunContext {
   ScaleSupport Support;
 
   std::array<ScriptLevel, MaxLevels> Levels;
-  int CommandDepth = 0;          // of commands behind THEN that are being run
+  int CommandDepth = 0;          // of commands after THEN that are being run
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
   vaxel::Separators Separators;
@@ -81,21 +81,21 @@ struct RunContext {
   std::string Message(TextId id, std::string_view value, std::string_view second = {}) const {
     return Strings.Text(LangBase, id, value, second);
   }
-  // The bytes of a file. A fault, which names the file as the script does, for one that cannot be read.
+  // The bytes of a file. One that cannot be read is a fault, which names the file as the script does.
   std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
-  // The colour that the text gives; the current one for an empty or unknown colour.
+  // The colour that the text gives; for an empty or unknown colour it is the current one.
   Colour ColourOr(std::string_view text) const;
   void WriteComment(std::string_view comment);
   // The text with the references to variables of the current level replaced.
   std::string Substitute(std::string_view text) const;
-  // Creates or overwrites a variable of the current level. A fault for what is no name of a variable, for a
-  // system variable and for one too many.
+  // Creates or overwrites a variable of the current level. What is no name of a variable, a system variable
+  // and one variable too many are faults.
   void SetVariable(std::string_view name, std::string_view value);
-  // The first two of these faults.
+  // Throws the first two of these faults.
   void RequireSettable(std::string_view name) const;
-  // The current level, or all of them, end as if their text ended behind the line being run.
+  // The current level, or all of them, end as if their text ended after the line being run.
   void EndLevel() { EndLevel(Level()); }
   void EndAllLevels();
 

@@ -10,7 +10,7 @@
 
 namespace vaxel {
 
-// What a run reports when it fails: the box's text, and where the line stands.
+// What a run reports when it fails: the text of the box, and the place of the line.
 struct ErrorReport {
   std::string FileName;          // of the script or included file; empty for an unsaved text
   std::uint32_t LineNumber = 0;  // from 1; 0 when no line was reached
@@ -48,13 +48,13 @@ class RunHost {
   // back, and when some lines have been run without any of these. It comes very often: looking at a clock
   // takes longer than most lines do.
   virtual RunSignal ProcessPendingEvents() = 0;
-  // Writes a comment, its apostrophe and the blanks before it included, behind the given line of the main
-  // script or of the included file named.
+  // Writes a comment, its apostrophe and the blanks before it included, at the end of the given line of the
+  // main script or of the included file named.
   virtual void WriteComment(std::string_view fileName, std::uint32_t lineNumber,
                             std::string_view comment) = 0;
   // Tells the user something about a line that is carried out all the same.
   virtual void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) = 0;
-  // Shows a box with OK and Cancel for a line; whether the answer is OK.
+  // Shows a box with OK and Cancel for a line, and returns whether the answer is OK.
   virtual bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber,
                        std::string_view title, std::string_view text) = 0;
   // Asks the user for a text, proposing one.
@@ -62,9 +62,9 @@ class RunHost {
                      std::string_view proposal) = 0;
   // Today's date as the user's short dates are written.
   virtual std::string Today() = 0;
-  // The name of a script's file with all its folders; empty for an unsaved text.
+  // The name of a script's file with all its folders; it is empty for an unsaved text.
   virtual std::string FullFileName(std::string_view fileName) = 0;
-  // The file that a script means by a name, as ReadFile takes it; empty when there is none.
+  // The file that a script means by a name, as ReadFile takes it; the name is empty when there is none.
   virtual std::string FindFile(std::string_view scriptName, std::string_view name) = 0;
   virtual Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) = 0;
 };

@@ -15,11 +15,12 @@ class StringTable;
 // How a fault is reported.
 enum class FaultKind : std::uint8_t { Line, Order, UnknownCommand };
 
-// Why a line failed: the text that says so; None where there is nothing to add to the report.
+// The text that says why a line failed; it is None where there is nothing to add to the report.
 using FaultReason = TextId;
 
-// Ends the run: thrown by whatever finds a line malformed or misplaced, and caught by the run alone, which
-// reports it with the line and the file.
+// Ends the run: thrown by whatever finds a line malformed or misplaced, and caught at the run's top, which
+// reports it with the line and the file. What reads parts of scripts outside a run, as the editor's colours
+// do, catches it itself.
 class ScriptFault {
  public:
   // value fills the reason's "%1".
@@ -35,7 +36,8 @@ class ScriptFault {
 
   FaultKind Kind() const { return kind_; }
   FaultReason Reason() const { return reason_; }
-  // In the language with this base; empty when there is nothing to add to the report.
+  // The text of the fault in the language with this base; it is empty when there is nothing to add to the
+  // report.
   std::string Description(const StringTable& strings, int languageBase) const;
 
  private:

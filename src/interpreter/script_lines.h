@@ -17,7 +17,7 @@ namespace vaxel {
 // A logical line of a script.
 struct ScriptLine {
   LogicalLine Line;
-  bool IsUnfinished = false;  // it ends in a continuation mark behind which nothing comes
+  bool IsUnfinished = false;  // it ends in a continuation mark after which nothing comes
   CompiledLine Command;
   std::uint32_t Version = 0;  // of the separators for which Command is compiled; 0: not yet
   // The line after it, where that is kept and was wanted, and where it begins.
@@ -43,12 +43,12 @@ class ScriptLines {
     return line;
   }
 
-  // Goes on at this place instead of the next line. Gives the line there when it is kept, else null.
+  // Goes on at this place instead of the next line, and gives the line there when it is kept, else null.
   ScriptLine* GoTo(const Label& place, bool isBack);
   // The same for a line that is kept.
   void GoTo(ScriptLine* line) { next_ = line; }
 
-  // Has read nothing of the text before the first line is wanted.
+  // The reader has read nothing of the text before the first line is wanted.
   LineReader Reader;
 
  private:
@@ -59,7 +59,7 @@ class ScriptLines {
   std::unordered_map<std::size_t, std::unique_ptr<ScriptLine>> kept_;
   std::size_t textLength_ = 0;  // of all that are kept
   bool keeps_ = false;
-  bool isSought_ = false;  // the next line is where the reader stands, not behind the current one
+  bool isSought_ = false;  // the next line is where the reader stands, not after the current one
   ScriptLine* current_ = nullptr;
   ScriptLine* next_ = nullptr;  // null: it is still to be read
   ScriptLine passing_;          // the current line, when it is not kept

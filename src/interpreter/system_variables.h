@@ -13,7 +13,7 @@ struct RunContext;
 
 bool IsSystemVariable(std::string_view name);
 
-// As they are now, with the current script level's file. The context must outlive it.
+// The values as they are now, with the current script level's file. The context must outlive the object.
 class RunVariables : public SystemVariables {
  public:
   explicit RunVariables(const RunContext& run) : run_(run) {}

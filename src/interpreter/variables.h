@@ -27,14 +27,14 @@ class VariableTable {
  public:
   static constexpr std::size_t MaxVariables = 32;
 
-  // Null for an unknown name.
+  // The text is null for an unknown name.
   const std::string* Find(std::string_view name) const;
-  // Creates the variable or replaces its value. A fault when the table is full.
+  // Creates the variable or replaces its value. A full table is a fault.
   void Set(std::string_view name, std::string_view value);
   // The same for the text of a number, which is written when someone reads it.
   void SetNumber(std::string_view name, double value) { SetNumberAt(SlotFor(name), value); }
 
-  // A variable keeps its slot as long as the table lives. MaxVariables for an unknown name.
+  // A variable keeps its slot as long as the table lives. An unknown name has the slot MaxVariables.
   std::size_t SlotOf(std::string_view name) const;
   // Creates the variable when there is none.
   std::size_t SlotFor(std::string_view name);
@@ -78,7 +78,7 @@ static_assert(VariableTable::MaxVariables <= 32);
 class SystemVariables {
  public:
   virtual ~SystemVariables() = default;
-  // None for any other name.
+  // Any other name has none.
   virtual std::optional<std::string> Find(std::string_view name) const = 0;
 };
 
@@ -90,8 +90,8 @@ std::string_view ReferenceName(std::string_view text, const Separators& separato
 bool IsVariableName(std::string_view text, const Separators& separators);
 
 // The text with every reference replaced by its value, in which references are replaced in turn, save in
-// parameters that begin with the mark of a literal; the value of a system variable is left as it is. A fault
-// for a name that is no variable, for a value that leads back to itself and for a result beyond all measure.
+// parameters that begin with the mark of a literal; the value of a system variable is left as it is. A name
+// that is no variable, a value that leads back to itself and a result of more than MaxTextLength are faults.
 std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
                        const Separators& separators);
 
