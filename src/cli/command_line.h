@@ -1,4 +1,4 @@
-// Which options there are, how they are given and what the help says of them.
+// The options of vaxel-render: which there are, how they are given and what the help says of them.
 #pragma once
 
 #include <array>
@@ -43,12 +43,12 @@ class CommandLine {
   // a value missing or none of an option's choices, or an option repeated that may not be.
   CommandLine(std::vector<std::string> arguments, const UserTexts& texts);
 
-  // In the order in which they were given; for a choice as the help writes it.
+  // The values of an option in the order in which they were given; a choice reads as the help writes it.
   const std::vector<std::string>& Values(OptionId option) const {
     return values_[static_cast<std::size_t>(option)];
   }
   bool Has(OptionId option) const { return !Values(option).empty(); }
-  // Of an option that is given at most once; null when it is not.
+  // The value of an option that is given at most once; null when it is not given.
   const std::string* Find(OptionId option) const { return Has(option) ? Values(option).data() : nullptr; }
 
  private:

@@ -18,7 +18,7 @@ namespace vaxel {
 // obey.
 class ConsoleHost : public RunHost {
  public:
-  // The name for the main script in what is printed.
+  // scriptName stands for the main script in what is printed.
   ConsoleHost(std::string scriptName, const RenderOptions& options)
       : Watch(options.MaxSeconds),
         scriptName_(std::move(scriptName)),
@@ -27,20 +27,20 @@ class ConsoleHost : public RunHost {
         mayAsk_(options.Script != "-") {}
 
   void ShowError(const ErrorReport& report) override;
-  // What Ctrl+C, or the limit of time, says.
+  // The signal of Ctrl+C, or of the limit of time.
   RunSignal ProcessPendingEvents() override { return Watch.Signal(); }
   void WriteComment(std::string_view fileName, std::uint32_t lineNumber, std::string_view comment) override;
   // The same notice is printed once, however often the script is run.
   void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) override;
-  // Printed, and answered with OK, or with what the options say of files included too deep.
+  // The text is printed. The answer is OK, or for files included too deep what the options say.
   bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
                std::string_view text) override;
-  // The next of the answers that were given with the options, then what is typed on the terminal. What was
-  // answered or cancelled in one run is so in the next.
+  // The answer is the next of those that were given with the options, then what is typed on the terminal.
+  // What was answered or cancelled in one run is so in the next.
   Answer Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
              std::string_view proposal) override;
   void BeginRun() { asked_ = 0; }
-  // In the format of the process's locale; the date of SOURCE_DATE_EPOCH where that is set.
+  // The date in the format of the process's locale; it is that of SOURCE_DATE_EPOCH where that is set.
   std::string Today() override;
   std::string FullFileName(std::string_view fileName) override;
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
@@ -60,13 +60,13 @@ class ConsoleHost : public RunHost {
   std::set<std::string> notices_;
   std::vector<std::string> answers_;  // those typed so far are added
   std::size_t asked_ = 0;             // in this run
-  bool isCancelled_ = false;          // the question behind these answers
+  bool isCancelled_ = false;          // the question after these answers
   bool goesOnWithoutDepth_;
   bool mayAsk_;  // else standard input is the script
 };
 
-// The seconds since 1970 that stand for the present in reproducible outputs; none where the environment has
-// no SOURCE_DATE_EPOCH.
+// The seconds since 1970 that stand for the present in reproducible outputs; there are none where the
+// environment has no SOURCE_DATE_EPOCH.
 std::optional<std::int64_t> SourceDate();
 
 }  // namespace vaxel

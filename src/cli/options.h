@@ -48,8 +48,9 @@ enum class ExitStatus : std::uint8_t {
   Interrupted = 130
 };
 
-// The options of a command line without the program's name, in UTF-8. None when there is nothing to draw,
-// with the status to end with; what was asked for (help, the version) or what is wrong has then been printed.
+// The options of a command line without the program's name, in UTF-8. There are none when there is nothing to
+// draw, and status is then what to end with; what was asked for (help, the version) or what is wrong has then
+// been printed.
 std::optional<RenderOptions> ReadOptions(std::vector<std::string> arguments, const UserTexts& texts,
                                          ExitStatus& status);
 

@@ -14,13 +14,14 @@ class RunWatch {
   // From now on Ctrl+C does not end the process. The time is that of all runs together.
   explicit RunWatch(std::optional<double> maxSeconds);
 
-  // Cheap enough to be asked at every line.
+  // The call is cheap enough for every line.
   RunSignal Signal() {
     if (IsInterrupted()) return RunSignal::Abort;
     return maxSeconds_ && ++calls_ >= stride_ && IsTimeUp() ? RunSignal::TimeUp : RunSignal::GoOn;
   }
   bool IsInterrupted() const;
-  // Until standard input has something to read, or its end. False when Ctrl+C was pressed before.
+  // Waits until standard input has something to read, or its end. The result is false when Ctrl+C was pressed
+  // before.
   bool AwaitInput() const;
 
  private:

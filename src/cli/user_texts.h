@@ -10,7 +10,7 @@ namespace vaxel {
 
 class UserTexts {
  public:
-  // One language of the table, which must outlive this; base is that of the language.
+  // Speaks the language of the table that has this base. The table must outlive the object.
   UserTexts(const StringTable& strings, int base) : strings_(&strings), base_(base) {}
 
   const StringTable& Strings() const { return *strings_; }
@@ -27,7 +27,7 @@ class UserTexts {
   int base_;
 };
 
-// Prints a line on standard error, behind the program's name. The text is printable already.
+// Prints a line on standard error, after the program's name. The text is printable already.
 void Complain(std::string_view text);
 
 }  // namespace vaxel

@@ -7,8 +7,9 @@
 
 namespace vaxel {
 
-// Stores what stands behind "%Name =": "= expression" as the number that it is worth, "< text" as it stands,
-// any other text with its references replaced. A fault for a name that cannot be set, and for no expression.
+// Stores what follows "%Name =": "= expression" as the number that it is worth, "< text" as it stands, any
+// other text with its references replaced. A name that cannot be set is a fault, and so is what should be an
+// expression and is none.
 void Assign(RunContext& run, std::string_view name, std::string_view text);
 
 }  // namespace vaxel

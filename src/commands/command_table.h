@@ -7,10 +7,10 @@
 
 namespace vaxel {
 
-// In the order of their keywords.
+// The rows stand in the order of their keywords.
 std::span<const CommandRow> CommandTable();
 
-// All commands of the table. Lives as long as the program.
+// All commands of the table. The set lives as long as the program.
 const CommandSet& AllCommands();
 
 }  // namespace vaxel

@@ -1,5 +1,5 @@
-// The handlers of the command table, one a command, by family; and what compiles the lines of those
-// that read them in their own way.
+// The handlers of the command table, one a command, by family; and the compilers of those commands that read
+// their lines in their own way.
 #pragma once
 
 #include <memory>

@@ -12,13 +12,13 @@ namespace vaxel {
 
 // The pen that "width[mm]§LT§L1§L2§L3" describes, LT being C for square ends or R for round ones: what is not
 // given stays as in the level's pen, a negative L1 stands for the level's pattern. The width is in device
-// pixels and not yet raised to the least one. A fault for a width that is no expression.
+// pixels and not yet raised to the least one. A width that is no expression is a fault.
 Pen ReadPen(const RunContext& run, std::string_view text);
 
 // The same for one stroke: the width is at least DrawSurface::LeastWidth().
 Pen ReadStrokePen(const RunContext& run, std::string_view text);
 
-// The line routine: DrawStroke in surface coordinates, with a fault for a dashed stroke without length.
+// The line routine: DrawStroke in surface coordinates, for which a dashed stroke without length is a fault.
 void DrawLine(RunContext& run, const Pen& pen, Point from, Point to, Colour colour);
 
 // The closed outline of a figure of straight sides with the level's pen: stroke by stroke when it is dashed,

@@ -16,10 +16,10 @@ namespace vaxel {
 // Without a support there is no scale: the line fails as a division by zero does.
 void RequireSupport(const RunContext& run);
 
-// A fault for a coordinate that is not finite.
+// The point itself; a coordinate that is not finite is a fault.
 Point RequireFinitePoint(Point point);
 
-// Calls use() at every mark of a graduation; a fault for an index out of its range.
+// Calls use() at every mark of a graduation. An index out of its range is a fault.
 template <class Graduation, class Use>
 void ForEachMark(Graduation& graduation, Use use) {
   for (;;) {
@@ -30,19 +30,19 @@ void ForEachMark(Graduation& graduation, Use use) {
   }
 }
 
-// The marks of a logarithmic scale that parameter n gives as "Interval[§End[§Start]]", from first to last; 0
-// is the end of the scale. A fault for values that are not above 0.
+// The marks of a logarithmic scale that parameter n gives as "Interval[§End[§Start]]", from first to last; a
+// first or a last of 0 is that of the scale. Values that are not above 0 are a fault.
 LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
                                 double first, double last);
 
-// The scale value that parameter n gives. A fault for a missing one.
+// The scale value that parameter n gives. A missing one is a fault.
 ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, std::size_t n);
 
 // "Item[§%List]": the item itself, if there is one, and those that the listed variables hold, empty ones too.
 std::vector<std::string> ReadList(const RunContext& run, std::string_view text);
 
-// The scale values of such a list in parameter n, direct ones with "°" behind them; none in the place of an
-// empty item. A fault for an empty parameter and for a value that a logarithmic scale has no place for.
+// The scale values of such a list in parameter n, direct ones with "°" at their end. An empty item gives none
+// in its place. An empty parameter is a fault, and so is a value that a logarithmic scale has no place for.
 std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, const Parameters& parameters,
                                                        std::size_t n);
 

@@ -18,11 +18,11 @@ struct TextOptions {
   std::optional<AnchorAcross> Across;
 };
 
-// "*kRa#GBISUCXYDHV" in any order, with blanks anywhere. A fault for a letter that is not among those that
-// count.
+// Reads "*kRa#GBISUCXYDHV" in any order, with blanks anywhere. A letter that is not among those that count is
+// a fault.
 TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators);
 
-// The standing font as it is for one text with these options. A fault for a size that is not above 0.
+// The standing font as it is for one text with these options. A size that is not above 0 is a fault.
 Font FontWith(Font standing, const TextOptions& options);
 
 struct PlacedText {

@@ -1,4 +1,4 @@
-// What one run has drawn: pages of operations, ready to be played by any renderer.
+// The drawing that one run has made: pages of operations, ready to be played by any renderer.
 //
 // All coordinates, radii and widths are device millimetres: millimetres of paper or of the screen as the
 // device counts them, x to the right and y downward from the upper-left corner of the page. The run's zoom
@@ -121,18 +121,19 @@ struct Page {
   std::size_t First = 0, Count = 0;  // its operations
 };
 
-// Device millimetres, in magnitude: beyond it DrawSurface throws a DrawingFault, so that every renderer gets
-// numbers that its format can hold.
+// The largest magnitude, in device millimetres: beyond it DrawSurface throws a DrawingFault, so that every
+// renderer gets numbers that its format can hold.
 inline constexpr double MaxCoordinate = 100'000;
 
-// Throws a DrawingFault for what would exceed a limit.
+// The operations of a drawing. What would exceed a limit throws a DrawingFault.
 class DisplayList {
  public:
-  // Of pages as well, which may be empty.
+  // The limit holds for pages as well, which may be empty.
   static constexpr std::size_t MaxOperations = 5'000'000;
-  // Of all texts together, so that the limits bound the memory whatever is drawn.
+  // The limit holds for all texts together, so that the limits bound the memory whatever is drawn.
   static constexpr std::size_t MaxTextBytes = 100'000'000;
-  // Of all pictures together, each counted as often as it is drawn: an output may hold it as often.
+  // The limit holds for all pictures together, each counted as often as it is drawn: an output may hold it as
+  // often.
   static constexpr std::size_t MaxPictureBytes = 500'000'000;
 
   const std::vector<Page>& Pages() const { return pages_; }
@@ -144,11 +145,11 @@ class DisplayList {
   // The same for the pieces of a contour. Their angles are those that the reader sees.
   std::span<const ContourArc> Pieces(const ContourShape& contour, std::vector<ContourArc>& buffer) const;
 
-  // Well-formed UTF-8 without control characters.
+  // The text is well-formed UTF-8 without control characters.
   const std::string& TextOf(const TextShape& text) const { return texts_[text.Content]; }
   const FontFace& FaceOf(const TextShape& text) const { return faces_[text.Face]; }
 
-  // The same object for the same picture drawn again.
+  // The object is the same for the same picture drawn again.
   const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
 
   // Begins a page; the operations that follow belong to it.
@@ -157,12 +158,12 @@ class DisplayList {
   void ResizePage(double width, double height);
   // Empties the page being drawn and forgets all earlier ones.
   void Clear();
-  // Needs a page.
+  // The calls that add need a page.
   void Add(const Operation& operation);
   void AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation,
                   PolygonUse use = PolygonUse::Figure);
   void AddContour(std::span<const ContourArc> pieces, const Fill& inside, Operation operation);
-  // Fill in what the shape refers to.
+  // These two fill in what the shape refers to.
   void AddText(std::string text, const FontFace& face, TextShape shape, Operation operation);
   void AddPicture(std::shared_ptr<const Picture> picture, PictureShape shape, Operation operation);
 

@@ -41,9 +41,9 @@ struct RunTarget {
   double Zoom = 1;            // screen zoom, or printer zoom; greater than 0
   double Zmm = 1;             // reported millimetres of the screen that show a true one
   double OffX = 0, OffY = 0;  // shift of the default screen centre, device mm, y upward
-  // Of all fonts but the standard ones; null: a stand-in. It must outlive the run.
+  // Measures all fonts but the standard ones; null: a stand-in. It must outlive the run.
   TextMeasurer* Measurer = nullptr;
-  // Null: pictures are drawn without a look at their data. It must outlive the run.
+  // Decodes pictures; null: they are drawn without a look at their data. It must outlive the run.
   PictureDecoder* Decoder = nullptr;
 };
 
@@ -53,7 +53,7 @@ struct Font {
   bool Bold = false, Italic = false, Underline = false;
 };
 
-// Points of the drawing: 1/72 inch of drawing units.
+// Sizes are in points of the drawing: 1/72 inch of drawing units.
 struct FontSizeRegisters {
   double Standard = 10;    // the standing size that the script has set
   double Multiplier = 1;   // by which the size in force differs from it
@@ -81,7 +81,7 @@ struct CircleFigure {
 
 class DrawSurface {
  public:
-  // Records into list, which must outlive the surface.
+  // The surface records into list, which must outlive it.
   explicit DrawSurface(DisplayList& list) : list_(&list) {}
 
   // Sets the surface up for a run: scale, default centre, state, first page.
@@ -95,40 +95,41 @@ class DrawSurface {
   void NewPage();
   // The current point moves to the second point.
   void Line(Point from, Point to, const Stroke& stroke);
-  // Between opposite corners.
+  // The rectangle lies between opposite corners.
   void Rectangle(Point corner, Point opposite, const Stroke& stroke, const Fill& inside = {});
-  // Closed.
+  // The polygon is closed.
   void Polygon(std::span<const Point> points, const Stroke& stroke, const Fill& inside = {});
   // The corners of a stroke with square ends, as PolygonUse::Stroke has them; solid.
   void SquareStroke(const std::array<Point, 4>& corners, Colour ink);
-  // As Polygon, for arcs and the straight lines between them.
+  // Draws like Polygon, for arcs and the straight lines between them.
   void Contour(std::span<const ContourArc> pieces, const Stroke& stroke, const Fill& inside = {});
   // An arc is not filled.
   void Circle(const CircleFigure& figure, const Stroke& stroke, const Fill& inside = {});
-  // Scaled into the box whose lower left corner is given; its sizes must be above 0.
+  // The picture is scaled into the box whose lower left corner is given; its sizes must be above 0.
   void PaintPicture(std::shared_ptr<const Picture> picture, Point corner, Point size);
-  // In drawing units.
+  // The extent is in drawing units.
   TextExtent MeasureText(std::string_view text, const vaxel::Font& font);
-  // From the start of the baseline, which is turned counter-clockwise by an angle in degrees; the current
-  // point moves to its end.
+  // Writes from the start of the baseline, which is turned counter-clockwise by an angle in degrees; the
+  // current point moves to its end.
   void Text(Point start, double rotation, std::string_view text, const vaxel::Font& font, Colour ink);
-  // The family that the target uses in place of Font's; empty where it has that one.
+  // The family that the target uses in place of Font's; it is empty where the target has that one.
   std::string FontReplacement();
-  // Printer only: turns the page that is being drawn and sets the scale anew. A centre that the script has
-  // set stays; one that it has not is the middle of the turned page.
+  // For a printer alone: turns the page that is being drawn and sets the scale anew. A centre that the script
+  // has set stays; one that it has not is the middle of the turned page.
   void SetOrientation(PageOrientation orientation);
 
-  // Device pixel in drawing units; also its size in millimetres of the drawing, by which widths given in
-  // "mm" are divided, so that they grow with the zoom as the drawing does.
+  // The size of a device pixel in drawing units; also its size in millimetres of the drawing, by which widths
+  // given in "mm" are divided, so that they grow with the zoom as the drawing does.
   double PixelSize() const { return target_.PixelMm / Z; }
-  // Of a stroke, in device pixels: 1, or in files the printers' pixel of 1/600 inch where that is finer.
+  // The least width of a stroke in device pixels: 1, or in files the printers' pixel of 1/600 inch where that
+  // is finer.
   double LeastWidth() const;
   // The point on which an unplaced drawing is centred: the middle of the screen area or of the page.
   Point Middle() const { return size_ * 0.5; }
   Point Centre() const { return {CentreX, CentreY}; }
   Point Shift() const { return {CTX, CTY}; }
   Point Current() const { return {CurrentX, CurrentY}; }
-  // Where the script's own 0,0 lies.
+  // The place of the script's own 0,0.
   Point Origin() const { return Centre() + Shift(); }
   // The current point in script coordinates.
   Point CurrentScriptPoint() const { return Current() - Origin(); }
@@ -142,14 +143,14 @@ class DrawSurface {
   void ShiftBy(Point way);
   // Sets the size of all following text, in FontSizes and Font.
   void SetFontSizes(const FontSizeRegisters& sizes);
-  // As the properties below have it.
+  // The stroke as the properties below have it.
   Stroke StandingStroke(Colour ink) const { return {ink, DrawWidth, SquareEnds}; }
 
   double Z = 1;  // device millimetres of one drawing unit
   double CentreX = 0, CentreY = 0;
   double CTX = 0, CTY = 0;
   double CurrentX = 0, CurrentY = 0;
-  // What holds for a figure or a text of which nothing else is said.
+  // These hold for a figure or a text of which nothing else is said.
   Colour ForeColor = Black;
   double DrawWidth = 1;     // device pixels, at least LeastWidth()
   bool SquareEnds = false;  // of arcs; else round

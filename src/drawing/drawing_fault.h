@@ -5,7 +5,7 @@
 
 namespace vaxel {
 
-// Thrown by what is drawn where the drawing cannot take it, and caught at the run's top. The drawing then
+// It is thrown where the drawing cannot take what is drawn, and caught at the run's top. The drawing then
 // holds what came before.
 struct DrawingFault {
   enum class Reason : std::uint8_t {

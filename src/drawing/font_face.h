@@ -15,7 +15,7 @@ struct FontFace {
   friend auto operator<=>(const FontFace&, const FontFace&) = default;
 };
 
-// In parts of the size.
+// The measures of a face, in parts of the size.
 struct FaceMetrics {
   double Ascent = 0;              // of the character cell, above the baseline
   double Descent = 0;             // below it, positive
@@ -23,15 +23,15 @@ struct FaceMetrics {
   double UnderlineThickness = 0;  // greater than 0
 };
 
-// Measures text in the fonts of one target. Nothing is thrown.
+// Measures text in the fonts of one target. It throws nothing.
 class TextMeasurer {
  public:
   virtual ~TextMeasurer() = default;
 
   virtual FaceMetrics Metrics(const FontFace& face) = 0;
-  // Of well-formed UTF-8 without control characters, in parts of the size.
+  // The width of well-formed UTF-8 without control characters, in parts of the size.
   virtual double Width(const FontFace& face, std::string_view text) = 0;
-  // The family that is used in place of one that is not there; empty when it is.
+  // The family that is used in place of one that is not there; the name is empty when that is there.
   virtual std::string Replacement(const FontFace& face) = 0;
 };
 

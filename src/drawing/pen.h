@@ -27,7 +27,7 @@ class DashStepper {
  public:
   // A dashed stroke must have a length.
   DashStepper(const Pen& pen, Point from, Point to);
-  // The next piece; none after the last.
+  // The next piece; there is none after the last.
   std::optional<Segment> Next();
 
  private:
@@ -42,8 +42,8 @@ class DashStepper {
   bool done_ = false;
 };
 
-// Draws the segment on the surface (surface coordinates) and leaves the surface's current point at the end
-// of the last piece. Returns false, with nothing drawn, for a dashed stroke that has no length: its direction
+// Draws the segment on the surface (surface coordinates) and leaves the surface's current point at the end of
+// the last piece. It returns false, with nothing drawn, for a dashed stroke that has no length: its direction
 // cannot be told.
 bool DrawStroke(DrawSurface& surface, const Pen& pen, Point from, Point to, Colour colour);
 

@@ -35,8 +35,8 @@ enum class PictureFault : std::uint8_t {
 // but Name. On a fault the picture means nothing.
 PictureFault ReadPicture(std::string bytes, Picture& picture);
 
-// For decoders that know a GIF's frame alone: puts pixels of that size at their place in the picture, with
-// nothing around them. False when they are neither the picture nor its frame.
+// Serves decoders that know a GIF's frame alone: it puts pixels of that size at their place in the picture,
+// with nothing around them. The result is false when they are neither the picture nor its frame.
 bool PlaceFrame(const Picture& picture, std::uint32_t width, std::uint32_t height,
                 std::vector<std::uint32_t>& pixels);
 
@@ -47,8 +47,8 @@ const char* MediaType(PictureFormat format);
 class PictureDecoder {
  public:
   virtual ~PictureDecoder() = default;
-  // The pixels, row by row from the upper-left corner, each as 0xAARRGGBB with its colour multiplied by its
-  // alpha. False when the data cannot be decoded to the picture's size.
+  // The pixels come row by row from the upper-left corner, each as 0xAARRGGBB with its colour multiplied by
+  // its alpha. The result is false when the data cannot be decoded to the picture's size.
   virtual bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
 };
 

@@ -11,7 +11,7 @@
 
 namespace vaxel {
 
-// Directions between which something runs counter-clockwise. Equal directions are a whole turn apart.
+// The directions between which something runs counter-clockwise. Equal directions are a whole turn apart.
 struct AngleRange {
   double Start = 0, Sweep = 360;  // degrees, the sweep above 0
 
@@ -34,8 +34,8 @@ std::vector<ContourArc> Crescent(Point centre, double meanRadius, const AngleRan
 // An arrow of strokes: the two ends of its head's sides, which are a quarter of its length long, from the
 // tip. The opening is the angle between them.
 std::array<Point, 2> ArrowBarbs(Point from, double direction, double length, double opening);
-// An arrow with a shaft of some width and a head three times as wide, at most as long as the arrow. From the
-// shaft's left end by the tip, which is the fourth corner, to its right end.
+// An arrow with a shaft of some width and a head three times as wide, at most as long as the arrow. Its
+// corners run from the shaft's left end by the tip, which is the fourth one, to its right end.
 std::array<Point, 7> ArrowOutline(Point from, double direction, double length, double width, double opening);
 
 // A row of dovetails from one point to another. The tails reach to the left of that direction, where they are
@@ -59,7 +59,7 @@ struct Dovetails {
   std::vector<Point> Ends;   // its corners at the tails' ends
 };
 
-// Empty when the tails or the pins would have no width somewhere.
+// The lists are empty when the tails or the pins would have no width somewhere.
 Dovetails DovetailsOf(const DovetailRow& row);
 
 // A patch of a colour palette, from the palette's lower left corner.

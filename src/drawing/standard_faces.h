@@ -25,7 +25,7 @@ struct FaceTable {
 
   FaceMetrics Metrics() const;
   bool Has(char32_t character) const { return WidthOf(character).has_value(); }
-  // In parts of the size; none when the table lacks a character of the text.
+  // The width in parts of the size; there is none when the table lacks a character of the text.
   std::optional<double> Width(std::string_view text) const;
 
  private:
@@ -42,8 +42,8 @@ struct StandardFamily {
 const StandardFamily* FindStandardFamily(std::string_view name);
 const FaceTable* StandardFace(const FontFace& face);
 
-// Where a target has no measurer of its own: every other font is as wide as Arial, every other character as
-// wide as the font is high.
+// It measures where a target has no measurer of its own: every other font is as wide as Arial, every other
+// character as wide as the font is high.
 class StandInMeasurer : public TextMeasurer {
  public:
   FaceMetrics Metrics(const FontFace& face) override;

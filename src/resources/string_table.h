@@ -23,7 +23,7 @@ namespace vaxel {
 
 inline constexpr int BuiltInLanguages = 3;
 inline constexpr int LanguageBlock = 300;
-// Above all blocks that there can be.
+// It lies above all blocks that there can be.
 inline constexpr int FirstLaterId = 20001;
 // The numbers of languages and their bases stay within 16 bits.
 inline constexpr int MaxAddedLanguages = 60;
@@ -38,7 +38,7 @@ inline constexpr StringRow StringRows[] = {
 #include "resources/strings.def"
 };
 
-// The place of a text in StringRows; none for None, and for a number that is no text's.
+// The place of a text in StringRows; None has none, nor has a number that is no text's.
 constexpr std::optional<std::size_t> RowOf(TextId id) {
   const auto* const found = std::ranges::lower_bound(StringRows, id, {}, &StringRow::Id);
   const auto row = static_cast<std::size_t>(found - std::begin(StringRows));
@@ -60,8 +60,8 @@ class StringTable {
 
   int LanguageCount() const { return BuiltInLanguages + static_cast<int>(added_.size()); }
 
-  // The text of an id in the language with this base; empty for an id or a base that is none. It stays valid
-  // as long as the table lives and no language is added.
+  // The text of an id in the language with this base; it is empty for an id or a base that is none. It stays
+  // valid as long as the table lives and no language is added.
   std::string_view Text(int base, TextId id) const;
   // The same with "%1" replaced by value, "%2" by second, "%3" by third and "%%" by "%".
   std::string Text(int base, TextId id, std::string_view value, std::string_view second = {},
@@ -69,7 +69,8 @@ class StringTable {
   // Why something has failed, in its own words or in those of the table.
   std::string Text(int base, const Failure& why) const;
 
-  // The base of the language whose code is given ("fr", "en", "es", …) in either case; -1 for another one.
+  // The base of the language whose code is given ("fr", "en", "es", …) in either case; any other code gives
+  // -1.
   int BaseOfCode(std::string_view code) const;
 
   // Makes the text of the file Vaxel_CODE.lng the next language. What it lacks, and what is wrong in it,

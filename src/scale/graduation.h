@@ -17,13 +17,14 @@ enum class StepResult : std::uint8_t {
 // Marks number first, first + 1, … on a scale of count equal intervals of its value (power law).
 class LinearGraduation {
  public:
-  // count 0 means 1. first is rounded after 1 was taken from it, last is truncated; a last of 0 means count.
+  // A count of 0 means 1. first is rounded after 1 was taken from it, last is truncated; a last of 0 means
+  // count.
   LinearGraduation(const ScaleSupport& support, double count, double first, double last);
 
   StepResult Next();
   std::int16_t Index() const { return static_cast<std::int16_t>(gradIndex_); }
   bool IsLast() const { return gradIndex_ == gradLast_; }
-  // Where the mark lies: see ScaleSupport::MarkAt.
+  // The place of the mark, as ScaleSupport::MarkAt takes it.
   double Place() const;
 
  private:

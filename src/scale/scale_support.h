@@ -33,8 +33,8 @@ class ScaleSupport {
   double LinePos = 0;                         // y of a horizontal line, x of a vertical one
   double CentreOffset = 0;                    // how far the arc's centre lies below the pivot
   double StartDistance = 0, EndDistance = 0;  // from the arc's centre to the points at Radius on its end rays
-  // Of the ends of the arc, which lies on the circle through its start, seen from that centre; drawing
-  // radians.
+  // The directions in which the ends of the arc, which lies on the circle through its start, are seen from
+  // that centre; drawing radians.
   double StartDirection = 0, EndDirection = 0;
   float Exponent = 1;  // of the power law; 0 while the scale is logarithmic
   bool LogScale = false;
@@ -43,16 +43,17 @@ class ScaleSupport {
   float LogSpan = 0;   // decades that the whole support spans
   float GradSide = 1;  // +1 or −1: the side of graduations and distances
 
-  // Follows from the fields: the first that has a length, of the arc, the horizontal line, the vertical one.
+  // The kind follows from the fields: it is the first that has a length, of the arc, the horizontal line and
+  // the vertical one.
   SupportKind Kind() const;
   bool IsStraightArc() const { return CentreOffset >= StraightOffset; }
 
   void SetArc(double startAngle, double endAngle, double radius);
   void SetHorizontal(double xStart, double xEnd, double y);
   void SetVertical(double yStart, double yEnd, double x);
-  // z: values are placed at (v / 100) to the power of 1 / z.
+  // Values v are placed at (v / 100) to the power of 1 / z.
   void SetPowerLaw(double z);
-  // start and end of 0 mean 1; 0 decades with both 1 mean one decade.
+  // A start or an end of 0 means 1; 0 decades with both 1 mean one decade.
   void SetLogarithmicLaw(std::int16_t decades, double start, double end);
 
   // The fraction of the support, 0 at its start, 1 at its end, not clamped.
@@ -93,7 +94,7 @@ class ScaleSupport {
 // pivot on the ray of a scale angle in degrees.
 double PivotDistance(double offset, double rho, double angleDegrees);
 
-// atan(x / √(1 − x²)), π/2 for 1. Not finite for −1 and beyond ±1.
+// It is atan(x / √(1 − x²)), and π/2 for 1. The result is not finite for −1 and beyond ±1.
 double ArcSine(double x);
 
 }  // namespace vaxel

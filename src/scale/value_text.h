@@ -9,8 +9,8 @@
 namespace vaxel {
 
 // The value at mark index of a power-law scale of number intervals, from start to end, which are as they were
-// written and not as single precision holds them: see ShortestDecimal(). Not finite where number has no whole
-// part.
+// written and not as single precision holds them: see ShortestDecimal(). The value is not finite where number
+// has no whole part.
 float ValueAt(std::int16_t index, float number, double start, double end);
 
 // A value with one of the prefixes from "a" to "E", or without.
@@ -31,14 +31,15 @@ enum class ValueNotation : std::uint8_t {
 
 struct ValueFormat {
   ValueNotation Notation = ValueNotation::Plain;
-  // Of a pattern: figures before the decimal mark, figures behind it, how many of those are always written.
+  // These are of a pattern: figures before the decimal mark, figures after it, how many of those are always
+  // written.
   int WholeDigits = 1, Decimals = 0, FixedDecimals = 0;
   int ExponentDigits = 1;  // at least
   bool SignedExponent = false;
 };
 
 // "P", "E", "S" or a pattern of 0, #, . and + around an "E", in any case; anything else without "E" is plain.
-// None for a malformed pattern.
+// A malformed pattern gives none.
 std::optional<ValueFormat> ReadValueFormat(std::string_view text);
 
 // The value, which is finite, with its unit. A blank at the unit's beginning stands before the prefix too.

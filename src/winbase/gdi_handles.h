@@ -1,4 +1,4 @@
-// Handles of Windows that end with their owner.
+// Handles of GDI and objects of COM that end with their owner.
 #pragma once
 
 #include <windows.h>
@@ -50,7 +50,7 @@ struct ComReleaser {
 template <class Interface>
 using UniqueCom = std::unique_ptr<Interface, ComReleaser>;
 
-// The object that a call hands out; none when it failed.
+// The object that a call hands out; there is none when the call failed.
 template <class Interface, class Call>
 UniqueCom<Interface> Obtained(Call call) {
   Interface* object = nullptr;
