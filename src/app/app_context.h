@@ -1,4 +1,5 @@
-// What all parts of the application share: the texts, what the program is and what the platform offers.
+// What all parts of the application share: the texts, the version and folder of the program, and what the
+// platform offers.
 #pragma once
 
 #include <string>
@@ -32,7 +33,8 @@ struct AppContext : Shell {
   std::string ProgramFolder;  // with its last separator; of the configuration, templates and help files
 
   StringTable Strings;
-  // Of the languages of messages, and of menus and help. French until the settings are read.
+  // The bases of the languages of messages, and of menus and help. They are French until the settings are
+  // read.
   int LangBase = 0, HelpLangBase = 0;
 
   std::string Message(TextId id) const { return std::string(Strings.Text(LangBase, id)); }
@@ -44,7 +46,7 @@ struct AppContext : Shell {
 
   void Tell(BoxIcon icon, const std::string& text) { Dialogs.ShowMessage(icon, "Vaxel", text); }
   YesNoCancel AskYesNoCancel(const std::string& text) { return Dialogs.AskYesNoCancel("Vaxel", text); }
-  // Of the cursor's line and the number of lines, into Text1.
+  // Writes the cursor's line and the number of lines into Text1.
   void ShowPlace();
 };
 

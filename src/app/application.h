@@ -27,15 +27,17 @@ class Application {
  public:
   explicit Application(const Shell& shell);
 
-  // When the main window has been created. False when the program is to end at once.
+  // To be called when the main window has been created. The result is false when the program is to end at
+  // once.
   bool Start(const StartOptions& options);
-  // Before the window closes: false keeps the program running.
+  // To be called before the window closes: false keeps the program running.
   bool Quit();
-  // Of the menus and keys; nothing happens while an item is disabled or a run is under way.
+  // Runs a command of the menus and keys. Nothing happens while an item is disabled or a run is under way.
   void Command(MenuId item);
   void OpenRecent(std::size_t index);
   void OpenDropped(const std::string& fileName);
-  // In the window and in the editor. Whether the key was handled, which the editor then does not get.
+  // A key was pressed in the window or in the editor. The result says whether it was handled; the editor then
+  // does not get it.
   bool KeyDown(Key key, bool withShift = false);
   void KeyUp(Key key);
 
@@ -44,7 +46,7 @@ class Application {
   void CursorMoved();
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
-  // From time to time, at least every few seconds.
+  // To be called from time to time, at least every few seconds.
   void Tick();
   // The user logs off: the program may be ended without being asked anything more. The first is told when
   // that may still come to nothing, the second when it does not.
@@ -63,7 +65,7 @@ class Application {
   const FileCommands& Files() const { return files_; }
   const EditedScript& Script() const { return script_; }
   const Settings& Options() const { return settings_; }
-  // In the language of messages.
+  // The text in the language of messages.
   std::string Message(TextId id) const { return app_.Message(id); }
 
  private:

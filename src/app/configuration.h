@@ -24,7 +24,7 @@ using PatchSet = std::bitset<PatchCount>;
 // The flags that something looks at.
 inline constexpr std::size_t PatchTurnedFonts = 0;
 
-// The keys as WriteKey takes them.
+// These are the keys as WriteKey takes them.
 inline constexpr std::string_view LanguageKey = "Langue =";
 inline constexpr std::string_view HelpLanguageKey = "LangueAide =";
 inline constexpr std::string_view ScriptKey = "FichierDat =";
@@ -35,10 +35,10 @@ inline constexpr std::string_view PatchsKey = "Patchs = ";
 
 // What a reading of the file sets.
 struct Configuration {
-  // 1-based number of the messages' language; 0: to be asked for.
+  // The number of the messages' language, from 1; 0: the user is to be asked.
   std::int16_t LangIndex = 0;
-  // Added to the id of a message. It stays the file's language when another version of the program wrote the
-  // file, for which LangIndex is 0.
+  // The base of that language in the string table. It stays that of the file's language when another version
+  // of the program wrote the file, for which LangIndex is 0.
   std::int16_t LangBase = 0;
   // The same for the menus, the syntax help and the help file.
   std::int16_t HelpLangIndex = 0;
@@ -52,7 +52,8 @@ struct Configuration {
   std::int16_t Patchs = 0;
   PatchSet PatchFlags;
 
-  // The value of a line "Name = value" of ours; of several the last. Names are compared in any case.
+  // The value of a line "Name = value" of ours; of several such lines the last counts. Names are compared
+  // without regard to case.
   std::optional<std::string> OwnKey(std::string_view name) const;
 
   std::map<std::string, std::string, std::less<>> OwnKeys;  // by the upper-case name, values as in the file
@@ -64,7 +65,7 @@ struct Configuration {
 Configuration ReadConfiguration(std::string_view text, const std::vector<std::string>& languageNames,
                                 std::string_view versionText, bool isNt);
 
-// The file as it is first written, with CR LF behind every line.
+// The file as it is first written, with CR LF at the end of every line.
 std::string DefaultConfiguration(std::string_view versionText, bool isNt);
 
 // One line to be written: Key and Value without anything between them. A line end in it becomes a blank.
@@ -76,7 +77,7 @@ struct ConfigurationLine {
 };
 
 // A line of ours, which programs that know only the seven keys pass over. The name must not end in one of
-// theirs. Read back by Configuration::OwnKey.
+// theirs. Configuration::OwnKey reads it back.
 ConfigurationLine OwnLine(std::string_view name, std::string_view value);
 
 // The text of the file with the current header and these lines in the place of all that begin with their keys
@@ -89,7 +90,7 @@ std::string WithLines(std::string_view text, std::string_view versionText,
 // (DecodeText), and becomes UTF-8 with a mark when that cannot hold what is written.
 class ConfigurationFile {
  public:
-  // The folder's name in UTF-8; empty: the working folder. versionText is the running program's.
+  // The folder's name is UTF-8; an empty one is the working folder. versionText is the running program's.
   ConfigurationFile(std::string_view folder, std::string versionText, bool isNt);
 
   struct Reading {
@@ -127,8 +128,8 @@ class ConfigurationFile {
 // Lines end in LF.
 std::string PatchPrompt(std::int16_t patchs, std::string_view activeText, std::string_view questionText);
 
-// The number after the answer n: patch n on, or patch -n off; decimals do not count. None when n names no
-// patch and the question is to be repeated.
+// The number after the answer n: patch n on, or patch -n off; decimals do not count. There is none when n
+// names no patch and the question is to be repeated.
 std::optional<std::int16_t> ApplyPatchAnswer(std::int16_t patchs, double n);
 
 PatchSet PatchFlagsOf(std::int16_t patchs);

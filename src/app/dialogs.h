@@ -20,7 +20,7 @@ struct FileDialog {
   std::string Filter;
   std::string Folder;            // where it starts; empty: where it likes
   std::string FileName;          // proposed
-  std::string DefaultExtension;  // put behind a name without one
+  std::string DefaultExtension;  // put after a name without one
   bool TakesSeveral = false;     // files at once, where it opens
 };
 
@@ -65,12 +65,12 @@ class Dialogs {
   virtual YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) = 0;
   virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
   virtual bool AskOkCancel(const std::string& title, const std::string& text) = 0;
-  // None when it was cancelled.
+  // The text that was entered; there is none when the dialog was cancelled.
   virtual std::optional<std::string> AskText(const InputDialog& dialog) = 0;
-  // The chosen names with their folders; none when it was cancelled.
+  // The chosen names with their folders; there are none when the dialog was cancelled.
   virtual std::vector<std::string> ShowOpen(const FileDialog& dialog) = 0;
   virtual std::string ShowSave(const FileDialog& dialog) = 0;
-  // Red in the low byte; none when it was cancelled.
+  // The colour with red in the low byte; there is none when the dialog was cancelled.
   virtual std::optional<std::uint32_t> ShowColour() = 0;
   virtual void ShowZoom(const ZoomDialog& dialog) = 0;
   virtual void ShowReference(const ReferenceDialog& dialog) = 0;

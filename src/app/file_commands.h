@@ -20,14 +20,15 @@ class FileCommands {
   FileCommands(AppContext& app, RunCycle& runs, EditedScript& script)
       : app_(app), runs_(runs), script_(script) {}
 
-  // At the start, once the settings are read: the script with its folders, or the one that the user chooses
-  // when there is no such file. One that was named by the user is told of instead.
+  // Loads the script of the start, once the settings are read: the one that fileName names with its folders,
+  // or the one that the user chooses when there is no such file. One that was named by the user is told of
+  // instead.
   void LoadFirst(const std::string& fileName, bool isNamed, std::vector<std::string> recentFiles);
-  // The text of a recovery copy, which is not saved.
+  // Takes the text of a recovery copy, which counts as not saved.
   void Restore(const RecoveryCopy& copy);
-  // By the user, or by the comments of a run.
+  // The text was changed by the user, or by the comments of a run.
   void TextChanged(bool isComment);
-  // With which script the next start begins, and the last ones, the newest first.
+  // The script with which the next start begins, and the recent ones, the newest first.
   const std::string& StartupFile() const { return startupFile_; }
   const std::vector<std::string>& RecentFiles() const { return recentFiles_; }
 
@@ -37,21 +38,21 @@ class FileCommands {
   void SaveAs();           // Mnu_Enregistrer
   void InsertFileNames();  // Mnu_Liste_Fic
   void Export();           // Mnu_Exporter
-  // A script that was dropped, or chosen from the recent ones.
+  // These open a script that was dropped, and one of the recent ones.
   void OpenFile(const std::string& fileName);
   void OpenRecent(std::size_t index);
 
-  // Asks whether changes are to be saved, and saves them. False when the user cancelled, or when what was to
-  // be saved could not be.
+  // Asks whether changes are to be saved, and saves them. The result is false when the user cancelled, or
+  // when what was to be saved could not be.
   bool SettleChanges();
 
  private:
-  // Loads a script into the editor, colours it and makes it the current one (LitFic). Whether that could be
-  // done; else the user was told why not and nothing is changed.
+  // Loads a script into the editor, colours it and makes it the current one (LitFic). The result says whether
+  // that could be done; else the user was told why not and nothing is changed.
   bool Load(const std::string& fileName);
-  // Another script for the editor, in its colours (Cmd_Ctrl_K), and the file that it belongs to.
+  // Puts another script into the editor, in its colours (Cmd_Ctrl_K), with the file that it belongs to.
   void SetScript(const ScriptFile& script, std::string fileName);
-  // The Open dialog and what follows it; whether a script was opened.
+  // Shows the Open dialog, does what follows it and returns whether a script was opened.
   bool ChooseAndLoad();
   void UpdateTitle();
   void ShowOpened();

@@ -1,4 +1,4 @@
-// The keys that commands can have.
+// The keys that commands can have, and what is held down with them.
 #pragma once
 
 #include <cstdint>

@@ -40,7 +40,7 @@ class MainWindow {
  public:
   virtual ~MainWindow() = default;
 
-  // At start-up, once it is known what the window looks like; until then it is hidden.
+  // To be called at start-up, once it is known what the window looks like; until then it is hidden.
   virtual void Show() = 0;
   virtual void SetTitle(std::string_view title) = 0;
   virtual void SetCaption(MenuId item, std::string_view caption) = 0;
@@ -55,7 +55,7 @@ class MainWindow {
   virtual void SetWindowEnabled(bool isEnabled) = 0;
   // Handles the events that are pending now, and returns.
   virtual void ProcessEvents() = 0;
-  // Without asking the application again.
+  // Closes the window without asking the application again.
   virtual void Close() = 0;
   virtual WindowPlace Place() = 0;
   // A place outside all screens is brought back onto one.
@@ -65,7 +65,7 @@ class MainWindow {
   // Where on the screen the editor is, or the graphic area when the editor is hidden.
   virtual ScreenRectangle EditorRectangle() = 0;
   virtual void MovePointer(ScreenPoint place) = 0;
-  // Width of the editor in units of 1/96 inch; 0 hides it.
+  // Sets the width of the editor in units of 1/96 inch; 0 hides it.
   virtual void SetEditorWidth(int width) = 0;
 
   // Shows the drawing's last page, at once. It lives until another is shown and may grow meanwhile.

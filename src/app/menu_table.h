@@ -75,21 +75,21 @@ struct MenuRow {
   MenuId Item;
   TextId Caption;  // None where it stands in no menu
   MenuId Place;    // the popup that it stands in, or Bar
-  // None: a popup, or a command that there is not yet, which is greyed.
+  // It is null for a popup, and for a command that there is not yet, which is greyed.
   void (*Run)(const CommandTargets& on) = nullptr;
   std::array<Keystroke, 2> Keys{};  // the first is shown in the menu
   std::string_view Separator{};     // the name of the one that follows the item
 };
 
-// In the order of MenuId, in which they stand, each popup before its items.
+// The rows are in the order of MenuId, in which they stand in the menus, each popup before its items.
 std::span<const MenuRow> MenuRows();
 const MenuRow& MenuRowOf(MenuId item);
-// What a key runs; null when it is none of a command's.
+// The row of the command that a key runs; it is null when no command has the key.
 const MenuRow* MenuRowOf(Key key, bool withCtrl, bool withShift);
 
 bool IsPopup(MenuId item);
-// What is written behind the caption: " (F4)" in the bar, which has no column for keys, and elsewhere the key
-// behind a TAB, "\tCtrl+S".
+// What is written after the caption: " (F4)" in the bar, which has no column for keys, and elsewhere the key
+// after a TAB, "\tCtrl+S".
 std::string KeyHint(const MenuRow& row);
 
 }  // namespace vaxel

@@ -15,9 +15,9 @@ namespace vaxel {
 class Printers {
  public:
   virtual ~Printers() = default;
-  // The current printer; empty when there is none.
+  // The name of the current printer; it is empty when there is none.
   virtual std::string CurrentPrinter() = 0;
-  // Its page in portrait.
+  // What a run is told of the printer, with its page in portrait.
   virtual Result<RunTarget> Target(const std::string& printer) = 0;
   // Prints all pages at true size as one document and ends it.
   virtual Result<> Print(const std::string& printer, const std::string& documentName,
@@ -34,17 +34,17 @@ class Platform {
   virtual std::string SystemDescription() = 0;
   // Today's date as the user's short dates are written.
   virtual std::string Today() = 0;
-  // Of this process, and whether a process of that number runs this program.
+  // The number of this process, and whether a process of some number runs this program.
   virtual std::uint32_t ProcessId() = 0;
   virtual bool IsRunning(std::uint32_t processId) = 0;
   virtual void SetWorkingFolder(const std::string& folder) = 0;
-  // Opens the help file, or where there is no viewer for it the manual, at a word (may be empty). Whether
-  // something was opened.
+  // Opens the help file, or where there is no viewer for it the manual, at a word, which may be empty. The
+  // result says whether something was opened.
   virtual bool OpenHelp(const std::string& helpFile, const std::string& word) = 0;
-  // Fonts and pictures for a screen or a printer; may be null.
+  // What measures fonts and decodes pictures for a screen or a printer; both may be null.
   virtual TextMeasurer* Measurer() = 0;
   virtual PictureDecoder* Decoder() = 0;
-  // A page as a file.
+  // These write a page as a file.
   virtual Result<> WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
   virtual Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
 };

@@ -34,9 +34,9 @@ class Recovery {
   // Whether a copy of text that has changed since the last one is due.
   bool IsDue(Clock::time_point now) const { return changed_ && now - written_ >= Interval; }
   void TextChanged() { changed_ = true; }
-  // Whether it could be written; else it is tried again after the interval.
+  // Writes the copy and returns whether that could be done; else it is tried again after the interval.
   bool Write(Clock::time_point now, const RecoveryCopy& copy);
-  // The text is saved, or is given up.
+  // Removes the own copy: the text is saved, or is given up.
   void Remove();
 
   // Copies that programs which run no more have left, to be asked for before the first is written; files that

@@ -44,9 +44,9 @@ class RunBridge : public RunHost {
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
   Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override;
 
-  // The run, of which the script in the editor is level 1; it must live until the last call.
+  // Takes the run, of which the script in the editor is level 1; it must live until the last call.
   void Follow(const RunContext& run) { run_ = &run; }
-  // When the run is over: writes the comments into the editor and shows the notices.
+  // To be called when the run is over: writes the comments into the editor and shows the notices.
   void Finish();
 
  private:
@@ -67,7 +67,7 @@ class RunBridge : public RunHost {
   std::vector<std::string> notices_;
 };
 
-// The line with a comment of numbers behind it, in place of one that a run has written before.
+// The line with a comment of numbers at its end, in place of one that a run has written before.
 std::string WithComment(std::string_view line, std::string_view comment);
 
 }  // namespace vaxel

@@ -25,7 +25,7 @@ class RunCycle {
   RunCycle(AppContext& app, Settings& settings, const EditedScript& script)
       : app_(app), settings_(settings), script_(script) {}
 
-  // The printer for what is printed from now on.
+  // Names the printer for what is printed from now on.
   void UsePrinter(std::string name) { printerName_ = std::move(name); }
 
   void Visualise();               // Mnu_Visualiser
@@ -46,14 +46,14 @@ class RunCycle {
   // its own one when it leaves it or when the script is run.
   void LineChanged(std::size_t line);
   void CursorIn(std::size_t line);
-  // Another text, all of it coloured. Its drawing is shown as it is.
+  // The editor has another text, all of it coloured. The drawing is neither enlarged nor moved any more.
   void TextReplaced();
 
-  // The pointer over the graphic area, the wheel and dragging, in pixels from its upper left corner.
+  // What the pointer and the wheel do over the graphic area, in pixels from its upper left corner.
   void PointerMoved(double xPx, double yPx);
   void WheelTurned(double xPx, double yPx, double notches);
   void Dragged(double dxPx, double dyPx);
-  // The drawing that is shown, for exports; null before the first.
+  // The drawing that is shown, for exports; it is null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
   const ViewState& View() const { return state_; }
 
@@ -86,7 +86,8 @@ class RunCycle {
 // Two numbers as "##0.#" shows them, two blanks between.
 std::string PointerText(double x, double y);
 
-// The number of a dialog's field, which may be an expression; none for what is no number from 0.001 to 1000.
+// The number of a dialog's field, which may be an expression; what is no number from 0.001 to 1000 gives
+// none.
 std::optional<double> FieldValue(std::string_view text);
 
 }  // namespace vaxel

@@ -1,4 +1,4 @@
-// What a line of a script is coloured like in the editor.
+// The colours of a script's lines in the editor.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ struct ColouredRange {
 };
 
 // The ranges that are not black, in order: known keywords, labels and variables that are assigned to at the
-// line's start, the keywords behind THEN, GOTO and THEN themselves, and comments.
+// line's start, the keywords after THEN, GOTO and THEN themselves, and comments.
 std::vector<ColouredRange> ColoursOfLine(std::string_view line);
 
 }  // namespace vaxel

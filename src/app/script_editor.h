@@ -15,8 +15,8 @@ struct EditorPlace {
   std::size_t Lines = 1;  // of the text
 };
 
-// Texts are UTF-8 with LF line ends. Lines count from 1. A call that changes the text tells the application
-// so (Application::EditorChanged), save SetText.
+// Texts are UTF-8 with LF line ends. Lines count from 1. A call that changes the text, save SetText, tells
+// the application so (Application::EditorChanged).
 class ScriptEditor {
  public:
   virtual ~ScriptEditor() = default;
@@ -31,14 +31,14 @@ class ScriptEditor {
   virtual void ReplaceLine(std::size_t line, std::string_view text) = 0;
   virtual EditorPlace Place() = 0;
   virtual void GoToLine(std::size_t line) = 0;
-  // The word under the cursor; empty where there is none.
+  // The word under the cursor; it is empty where there is none.
   virtual std::string WordAtCursor() = 0;
   virtual void SetTypingColour(Colour colour) = 0;
   // Colours a line, or all of them (Cmd_Ctrl_K), as ColoursOfLine says; selection and scroll position stay,
   // and undoing does not see it.
   virtual void ColourLine(std::size_t line) = 0;
   virtual void ColourAll() = 0;
-  // In points; above 0.
+  // The size is in points and above 0.
   virtual void SetFontSize(double points) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Scripts as files.
+// Loads and saves scripts as files.
 #pragma once
 
 #include <cstddef>
@@ -22,10 +22,10 @@ struct ScriptFile {
   ScriptBytes Bytes;
 };
 
-// The same on every system and in every version of the program (FNV-1a): recovery copies hold it.
+// The hash is the same on every system and in every version of the program (FNV-1a): recovery copies hold it.
 std::uint64_t HashOf(std::string_view bytes);
 
-// A script of at most MaxScriptBytes. The failure IsTooLarge, ScriptNotAText, or is that of a file.
+// Loads a script of at most MaxScriptBytes. It fails with IsTooLarge, with ScriptNotAText or as files do.
 inline constexpr std::size_t MaxScriptBytes = std::size_t{256} << 20;
 Result<ScriptFile> LoadScript(std::string_view fileName);
 

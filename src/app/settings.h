@@ -18,12 +18,12 @@ class Settings {
   explicit Settings(AppContext& app) : app_(app) {}
 
   // Reads the configuration file of the program's folder, which is written first where there is none, and the
-  // languages that lie beside it. Whether the language dialog is to be shown.
+  // languages that lie beside it. The result says whether the language dialog is to be shown.
   bool Read();
-  // As they are now, but for the script and the recent ones, which are as they were read.
+  // The settings as they are now, but for the script and the recent ones, which are as they were read.
   const Configuration& Values() const { return values_; }
   std::vector<std::string> RecentFiles() const;
-  // With its folder.
+  // The name of the help file with its folder.
   std::string HelpFile() const { return app_.ProgramFolder + helpFile_; }
 
   void SetZmm(double zmm);
@@ -35,7 +35,7 @@ class Settings {
   void WidenEditor();              // Mnu_AgrandirCode
   void ResetEditor();              // Mnu_IniCode
   void SetEditorWidth(int width);  // in units of 1/96 inch
-  // What is written at the end of the program, with the script that the next one begins with.
+  // Writes what is kept at the end of the program, with the script that the next one begins with.
   void WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles);
   // What cannot be written is not told any more: nobody is there to read it.
   void FailInSilence() { isFailureTold_ = true; }

@@ -1,4 +1,4 @@
-// By which numbers the window's controls and commands are known to Windows.
+// The numbers by which Windows knows the controls and commands of the main window.
 #pragma once
 
 namespace vaxel {
@@ -7,7 +7,7 @@ inline constexpr int EditorId = 1001;   // RTB1
 inline constexpr int GraphicId = 1002;  // Picture1
 inline constexpr int Text1Id = 1003, Text2Id = 1004;
 
-// Of MenuId, and of the recent files, counted from there on.
+// The commands of MenuId and the recent files are counted from here on.
 inline constexpr int FirstCommandId = 100;
 inline constexpr int FirstRecentId = 200;
 

@@ -1,4 +1,4 @@
-// The dialogs of our own: what stands in them and which control tells what.
+// The forms of our own dialogs: what stands in them and which control tells what.
 #pragma once
 
 #include <windows.h>

@@ -17,9 +17,10 @@ class DialogFont {
   static constexpr wchar_t Face[] = L"Segoe UI";
 
   DialogFont();
-  // Of a text that is broken at blanks where a line is wider. Ampersands that underline count as nothing.
+  // The size of a text that is broken at blanks where a line is wider. Ampersands that underline count as
+  // nothing.
   SIZE Size(const std::wstring& text, int maxWidth, bool hasAccelerator) const;
-  // What the main screen has to offer.
+  // The size that the main screen has to offer.
   SIZE Screen() const;
 
  private:
@@ -50,7 +51,7 @@ struct DialogSpec {
 std::vector<WORD> DialogTemplate(const DialogSpec& spec);
 void FillFields(HWND dialog, const DialogSpec& spec);
 
-// For controls, which break lines at CR LF and end at NUL.
+// The text as controls take it, which break lines at CR LF and end at NUL.
 std::wstring ControlText(const std::string& text);
 
 struct ButtonSpec {
@@ -66,13 +67,13 @@ class DialogBuilder {
   // The dialog becomes as wide as its contents, the caption and contentWidth ask for.
   DialogBuilder(const DialogFont& font, const std::wstring& caption, int contentWidth);
 
-  // Left of all that follows.
+  // The picture stands left of all that follows.
   void AddPicture(int id);
-  // Over the whole width; what is too long for a screen scrolls. An ampersand underlines the letter behind it
-  // when it stands above the field that the letter goes to.
+  // The text goes over the whole width; what is too long for a screen scrolls. An ampersand underlines the
+  // letter after it when it stands above the field that the letter goes to.
   void AddText(int id, const std::wstring& text, bool hasAccelerator = false);
   void AddField(int id, const std::wstring& text);
-  // A field behind its label.
+  // The field stands to the right of its label.
   void AddField(int labelId, const std::wstring& label, int labelWidth, int id, const std::wstring& text);
   // Two groups of radio buttons side by side. The last entry is shown disabled.
   struct Choice {
@@ -80,7 +81,7 @@ class DialogBuilder {
     std::wstring Label;
   };
   void AddChoices(const Choice& left, const Choice& right, const std::vector<std::wstring>& entries);
-  // At the right; the first one is what Enter presses.
+  // The buttons stand at the right; the first one is what Enter presses.
   void AddButtons(const std::vector<ButtonSpec>& buttons);
 
   DialogSpec Finish();

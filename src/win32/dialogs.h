@@ -43,7 +43,7 @@ class DialogsWin32 : public Dialogs {
  private:
   HWND Owner() const;
   ButtonTexts Buttons() const { return buttons_ ? buttons_() : ButtonTexts(); }
-  // The id of the button that ended it.
+  // Shows a box and returns the id of the button that ended it.
   int ShowBox(UINT kind, const std::string& title, const std::string& text);
   int Run(const DialogForm& form);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <windows.h>
-// Need what windows.h declares.
+// These need what windows.h declares.
 #include <richedit.h>
 #include <tom.h>
 
@@ -29,7 +29,7 @@ class EditorWin32 : public ScriptEditor {
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
   void SetDpi(UINT dpi);
-  // What the control tells its parent.
+  // The control tells its parent of both.
   void TextChanged();
   void SelectionChanged();
 
@@ -64,9 +64,9 @@ class EditorWin32 : public ScriptEditor {
   }
   CHARRANGE Selection() const;
   void Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
-  // Of a line counted from 0; where the text ends for one behind it.
+  // The range of a line counted from 0; for a line after the last it is the end of the text.
   CHARRANGE RangeOfLine(std::size_t line) const;
-  // Lines counted from 0.
+  // The lines are counted from 0.
   struct LineRange {
     std::size_t First = 0, Last = 0;
     bool operator==(const LineRange&) const = default;
@@ -76,7 +76,7 @@ class EditorWin32 : public ScriptEditor {
   std::wstring WholeText() const;
   void SetFormat(WPARAM scope, const CHARFORMAT2W& format) const { Send(EM_SETCHARFORMAT, scope, &format); }
   void SetColour(CHARRANGE range, Colour colour) const;
-  // The lines of a part of the text, which begins with one; where the time was over.
+  // Colours the lines of a part of the text, which begins with one, and returns where the time was over.
   LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
   void ColourSeen();
 
@@ -87,7 +87,7 @@ class EditorWin32 : public ScriptEditor {
   Application* application_ = nullptr;
   int unnoticed_ = 0;              // how many are at work
   std::optional<LONG> pending_;    // from where on the colours are yet to come
-  std::optional<LineRange> seen_;  // the lines behind that which were coloured last
+  std::optional<LineRange> seen_;  // the lines beyond that place which were coloured last
 };
 
 }  // namespace vaxel

@@ -28,7 +28,7 @@ class GraphicWindow {
   HWND Window() const { return window_; }
   // The list must live until another is shown, or none.
   void Show(const DisplayList* list);
-  // As much of it as can be drawn at once; it is going to be shown whole.
+  // Shows as much of the list as can be drawn at once; it is going to be shown whole.
   void ShowSoFar(const DisplayList& list);
   void SetView(const GraphicView& view);
   void SetPointer(PointerShape shape) { pointer_ = shape; }

@@ -7,7 +7,7 @@
 
 namespace vaxel {
 
-// At the time of the message that is being handled.
+// Whether the key was down at the time of the message that is being handled.
 inline bool IsDown(int key) {
   return GetKeyState(key) < 0;
 }
@@ -18,7 +18,7 @@ inline HCURSOR CursorOf(PointerShape shape) {
                                                                : IDC_ARROW);
 }
 
-// What of the screen on which most of the box lies is free for windows.
+// The part that is free for windows of the screen on which most of the box lies.
 inline RECT WorkAreaNear(const RECT& box) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;

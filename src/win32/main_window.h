@@ -24,17 +24,18 @@ namespace vaxel {
 // go to the application.
 class MainWindowWin32 : public MainWindow {
  public:
-  // Hidden. Throws when the system refuses it. decoder: of the drawing's pictures; must outlive it.
+  // The window is hidden at first. The constructor throws when the system refuses it. decoder is for the
+  // drawing's pictures and must outlive the window.
   MainWindowWin32(HINSTANCE instance, PictureDecoder* decoder);
   ~MainWindowWin32() override { Close(); }
 
-  // Before anything can happen in the window.
+  // To be called before anything can happen in the window.
   void Attach(Application& application);
   ScriptEditor& Editor() { return editor_; }
   HWND Window() const { return window_.get(); }
-  // Whether nothing was thrown; what was is told to the user.
+  // Runs the action and returns whether nothing was thrown; what was thrown is told to the user.
   bool Guarded(const std::function<void()>& action);
-  // Until the window has closed; the process's exit status.
+  // Handles messages until the window has closed; returns the process's exit status.
   int RunMessages();
 
   void Show() override;
@@ -81,7 +82,7 @@ class MainWindowWin32 : public MainWindow {
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
 
-  // Before the window, whose first messages come while it is made and ask for it.
+  // It stands before the window, whose first messages come while it is made and ask for the application.
   Application* application_ = nullptr;
   UniqueWindow window_;
   MenuBar menus_;

@@ -10,7 +10,7 @@
 namespace vaxel {
 
 struct DialogActions {
-  // All controls exist. The answer is what gets the focus; none leaves it to the first one.
+  // All controls exist. The answer is what gets the focus; null leaves it to the first one.
   std::function<HWND(HWND dialog)> OnInit;
   // A button was pressed; IDCANCEL stands for Escape and the caption's button too. The answer says whether
   // the dialog closes.

@@ -14,7 +14,7 @@ namespace vaxel {
 
 class PlatformWin32 : public Platform {
  public:
-  // nudgesRightAngles: see CLogFont; asked for each file that is written.
+  // nudgesRightAngles (see CLogFont) is asked for each file that is written.
   explicit PlatformWin32(std::function<bool()> nudgesRightAngles);
 
   std::chrono::steady_clock::time_point Now() override { return std::chrono::steady_clock::now(); }
@@ -37,7 +37,7 @@ class PlatformWin32 : public Platform {
   SystemDecoder decoder_;
 };
 
-// Of the program's own file, ending in "\"; and of the process.
+// The folder of the program's own file, ending in "\", and that of the process.
 std::string ProgramFolder();
 std::string WorkingFolder();
 

@@ -10,7 +10,7 @@ namespace vaxel {
 
 class PrintersWin32 : public Printers {
  public:
-  // decoder must outlive the object. nudgesRightAngles: see CLogFont; asked for each document.
+  // decoder must outlive the object. nudgesRightAngles (see CLogFont) is asked for each document.
   PrintersWin32(PictureDecoder& decoder, std::function<bool()> nudgesRightAngles);
 
   std::string CurrentPrinter() override;

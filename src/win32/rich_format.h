@@ -1,8 +1,8 @@
-// How characters of a rich edit control look.
+// The formats of characters in a rich edit control.
 #pragma once
 
 #include <windows.h>
-// Needs what windows.h declares.
+// The next one needs what windows.h declares.
 #include <richedit.h>
 
 #include "drawing/colour.h"

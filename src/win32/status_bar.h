@@ -19,7 +19,7 @@ class StatusBar {
 
   void SetText(StatusField field, std::string_view text);
   void SetToolTip(StatusField field, std::string_view text);
-  // The font and with it the height are those of the resolution.
+  // The font, and with it the height, follow the resolution.
   void SetDpi(UINT dpi);
   int Height() const { return height_; }
   void Place(int top, int width);

@@ -11,8 +11,8 @@ namespace vaxel {
 // Tells the user what was thrown; to be called where it was caught. Nothing may be thrown through Windows.
 using FailureHandler = std::function<void()>;
 
-// Window: Handle(message, wParam, lParam), which gives no result for what Windows is to deal with, and
-// Failed(), a FailureHandler. It must live as long as the window.
+// The class Window has Handle(message, wParam, lParam), which gives no result for what Windows is to deal
+// with, and Failed(), a FailureHandler. The object must live as long as the window.
 template <class Window>
 LRESULT CALLBACK WindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
