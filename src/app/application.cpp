@@ -26,7 +26,7 @@ std::string SettingsFolder(const StartOptions& options) {
   return isMeant ? current : WithSeparator(options.ProgramFolder);
 }
 
-// With all folders, from a name that may count from a folder.
+// The name with all its folders, from one that may count from a folder.
 std::string FullName(const std::string& folder, const std::string& name) {
   return name.empty() ? name : NameOf((PathOf(folder) / PathOf(name)).lexically_normal());
 }
@@ -157,7 +157,7 @@ void Application::EditorWidthChanged(int width) {
 
 void Application::Tick() {
   if (!script_.TextModified) return recovery_.Remove();
-  // In a run as well: one that never ends is what programs are ended for.
+  // A run does not keep the copy from being written: one that never ends is what programs are ended for.
   if (recovery_.IsDue(app_.Platform.Now())) WriteRecoveryCopy();
 }
 
@@ -167,7 +167,7 @@ void Application::SessionEnds() {
 
 void Application::SessionHasEnded() {
   settings_.FailInSilence();
-  // Before the languages are chosen nothing is, and the next start is to ask for them.
+  // Nothing is written before the languages are chosen: the next start is to ask for them.
   if (settings_.Values().LangIndex != 0) settings_.WriteAtEnd(files_.StartupFile(), files_.RecentFiles());
 }
 

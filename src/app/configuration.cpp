@@ -37,7 +37,7 @@ std::int16_t DefaultPatchs(bool isNt) {
   return isNt ? 3 : 0;
 }
 
-// The text behind the key, without the blanks around it. None when the line does not hold the key.
+// The text after the key, without the blanks around it. There is none when the line does not hold the key.
 std::optional<std::string_view> ValueOf(std::string_view line, std::string_view key) {
   const std::size_t at = line.find(key);
   if (at == std::string_view::npos) return std::nullopt;

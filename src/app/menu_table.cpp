@@ -124,8 +124,8 @@ constexpr bool KeysAreUnique() {
   return true;
 }
 
-// The letter behind the "&", in upper case; 0 when there is not just one, or what stands there is no letter
-// of every keyboard.
+// The letter after the "&", in upper case; 0 when there is not just one, or what stands there is no letter of
+// every keyboard.
 constexpr char Accelerator(std::string_view caption) {
   const std::size_t mark = caption.find('&');
   if (mark == std::string_view::npos || mark + 1 >= caption.size() || mark != caption.rfind('&')) return 0;

@@ -22,7 +22,7 @@ constexpr auto BetweenPictures = std::chrono::milliseconds(200);
 class LinesInOrder {
  public:
   explicit LinesInOrder(std::string_view text) : rest_(text) {}
-  // Not before the line that was asked for last; empty behind the last one.
+  // The line must not come before the one that was asked for last. It is empty after the last one.
   std::string_view Line(std::uint32_t number) {
     for (; number_ < number; ++number_) {
       const std::size_t end = rest_.find('\n');
@@ -175,11 +175,11 @@ void RunBridge::Finish() {
 }
 
 std::string WithComment(std::string_view line, std::string_view comment) {
-  // Nothing may stand behind the mark of a continuation.
+  // Nothing may follow the mark of a continuation.
   if (line.ends_with(" _")) return std::string(line);
   const std::size_t apostrophe = line.rfind('\'');
   std::string_view kept = line;
-  // Those of the user stay, also when they are numbers.
+  // The user's own comments stay, also when they are numbers.
   if (apostrophe != std::string_view::npos && ShapeOf(line.substr(apostrophe)) == ShapeOf(comment)) {
     kept = line.substr(0, apostrophe);
     while (kept.ends_with(' ')) kept.remove_suffix(1);

@@ -34,7 +34,7 @@ std::string OneDecimal(double value) {
   return text;
 }
 
-// The two numbers of a reference point; whatever stands behind a number is passed over.
+// The two numbers of a reference point; whatever follows a number is passed over.
 struct ReferenceEntry {
   double X = 0, Y = 0;
   bool FromCorner = false;
@@ -79,7 +79,8 @@ class RunCycle::BusyWindow {
   ~BusyWindow() {
     window_.SetPointer(PointerShape::Normal);
     window_.SetWindowEnabled(true);
-    // Still a part of the run: a key that was held down meanwhile must not begin another within this one.
+    // This is still a part of the run: a key that was held down meanwhile must not begin another within this
+    // one.
     window_.ProcessEvents();
   }
   BusyWindow(const BusyWindow&) = delete;

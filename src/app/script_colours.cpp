@@ -16,7 +16,7 @@ constexpr Colour KeywordInk = MakeColour(0, 0, 192);
 constexpr Colour LabelInk = MakeColour(160, 0, 160);
 constexpr Colour CommentInk = MakeColour(0, 112, 0);
 
-// As many units as the platform's editors count for the text.
+// The length of the text in the units that the platform's editors count.
 std::size_t Utf16Length(std::string_view text) {
   std::size_t units = 0;
   while (!text.empty()) units += TakeCharacter(text) > 0xFFFF ? 2 : 1;
@@ -27,7 +27,7 @@ class Painter {
  public:
   explicit Painter(std::string_view line) : line_(line) {}
 
-  // The part, which lies in the line, behind what was painted before.
+  // Paints the part, which lies in the line after what was painted before.
   void Paint(std::string_view part, Colour ink) {
     if (part.empty()) return;
     const auto at = static_cast<std::size_t>(part.data() - line_.data());

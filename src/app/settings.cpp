@@ -147,7 +147,7 @@ bool Settings::Read() {
   app_.HelpLangBase = values_.HelpLangBase;
   UseHelpFile();
   ShowOptions();
-  // In the language that the file has chosen.
+  // The problems are told in the language that the file has chosen.
   for (const LanguageProblems& found : problems) TellProblems(found);
   if (reading.Problem) TellNotWritten(*reading.Problem);
   return values_.LangIndex == 0 || values_.HelpLangIndex == 0;
@@ -193,7 +193,7 @@ void Settings::CopyTemplate() {
   OutputFile file(name);
   file.Write(*bytes);
   const Result<> committed = file.Commit();
-  // In a folder that cannot be written the user was told so already.
+  // The user was told already that the folder cannot be written.
   if (committed || isFailureTold_) return;
   app_.Tell(BoxIcon::Information, app_.Message(TextId::CannotWrite, name, app_.Message(committed.Why())));
 }

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The entry of a folder, of just this name or of one that differs in case; empty when there is none.
+// The entry of a folder, of just this name or of one that differs in case; it is empty when there is none.
 fs::path EntryOf(const fs::path& folder, const fs::path& name) {
   std::error_code ignored;
   if (fs::exists(folder / name, ignored)) return folder / name;
@@ -27,7 +27,7 @@ fs::path EntryOf(const fs::path& folder, const fs::path& name) {
   for (fs::directory_iterator entry(looked, ignored), end; !ignored && entry != end;
        entry.increment(ignored)) {
     const fs::path file = entry->path().filename();
-    // Of several the first in order, whatever the order of the folder.
+    // Of several names the first in order counts, whatever the order of the folder.
     if (EqualIgnoringCase(NameOf(file), wanted) && (found.empty() || file < found)) found = file;
   }
   return found.empty() ? found : folder / found;

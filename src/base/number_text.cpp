@@ -12,13 +12,14 @@ namespace vaxel {
 
 namespace {
 
-// Where the text of a number other than 0 ends in the buffer, its exponent with a small letter.
+// Writes the text of a number other than 0, its exponent with a small letter, and returns where it ends in
+// the buffer.
 char* WriteNumber(double value, std::array<char, 40>& buffer) {
   return std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 15)
       .ptr;
 }
 
-// Exactly representable, so that a division by one of them is rounded once.
+// All of them are exactly representable, so that a division by one of them is rounded once.
 constexpr std::array<double, 23> PowersOf10 = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -31,8 +32,8 @@ double ProductError(double a, double b, double product) {
   return ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow;
 }
 
-// Without writing and reading digits: the whole number of 15 digits, over a power of 10. None where that is
-// not certain to be the same.
+// Rounds without writing and reading digits: the result is a whole number of 15 digits, over a power of 10.
+// There is none where that is not certain to be the same.
 std::optional<double> RoundTo15Digits(double value) {
   constexpr double least = 1e-7, most = 1e15;
   const double magnitude = std::abs(value);

@@ -10,7 +10,7 @@
 namespace vaxel {
 namespace {
 
-// Of the code points that UTF-8 writes with two bytes, whose upper-case forms also take two.
+// The upper-case forms of code points that UTF-8 writes with two bytes; they take two bytes themselves.
 std::uint32_t UpperCodePoint(std::uint32_t c) {
   const bool latin1 = c >= 0xE0 && c <= 0xFE && c != 0xF7;
   const bool greek = c >= 0x3B1 && c <= 0x3C9;

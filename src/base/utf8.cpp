@@ -20,7 +20,7 @@ std::size_t SequenceLength(std::string_view text) {
     if ((byte(i) & 0xC0) != 0x80) return 0;
   }
   if (length < 3) return length;
-  // Overlong forms, surrogates and code points beyond the last one.
+  // Overlong forms, surrogates and code points beyond the last one are malformed.
   const unsigned second = byte(1);
   const bool overlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
   const bool beyond = (lead == 0xED && second >= 0xA0) || (lead == 0xF4 && second >= 0x90);

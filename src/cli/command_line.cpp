@@ -48,7 +48,7 @@ constexpr bool RowsFollowTheIds() {
 }
 static_assert(RowsFollowTheIds(), "an option without a row, or rows out of order");
 
-// Of the choices the one that is meant; empty when it is none.
+// The one of the choices that is meant; it is empty when the value is none of them.
 std::string ChoiceNamed(std::string_view choices, std::string_view value) {
   while (!choices.empty()) {
     const std::string_view choice = choices.substr(0, choices.find('|'));

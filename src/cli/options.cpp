@@ -151,7 +151,7 @@ class OptionReader {
     return {name, text.substr(equals + 1)};
   }
 
-  // Of those with the same name the last counts.
+  // Of variables with the same name the last counts.
   std::vector<std::pair<std::string, std::string>> ReadVariables() const {
     std::vector<std::pair<std::string, std::string>> variables;
     for (const std::string& text : line_.Values(OptionId::Variable)) {

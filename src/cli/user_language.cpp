@@ -11,8 +11,8 @@
 namespace vaxel {
 namespace {
 
-// Known before the options are read, so that what is wrong with them is told in this language too. A wrong
-// code is theirs to tell.
+// The language is known before the options are read, so that what is wrong with them is told in this language
+// too. A wrong code is theirs to tell.
 std::string_view LanguageAskedFor(const std::vector<std::string>& arguments) {
   constexpr std::string_view option = "--language";
   std::string_view code;

@@ -19,7 +19,7 @@ constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 //   Sets        the order bits that the command sets
 //   OrderLimit  the order word of the main script must not exceed it before the command
 //   Where       on which target, or in which script, the command counts; elsewhere it is passed over
-//   Form        how the line behind the keyword is read
+//   Form        how the line after the keyword is read
 //   TextFrom    of the form Text: the parameter that is the text, with all that follows
 //   Variables   in which parameters references to variables are replaced
 //   Compile     what reads the line in its own way; the handler may then be missing
@@ -72,7 +72,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"Goto", RunGoto, Help::Goto, {.Compile = CompileGoto}},
     {"Grad", RunGrad, Help::Grad, {.Sets = Drawn}},
     {"Grad1", RunGrad1, Help::Grad1, {.Sets = Drawn, .Variables = VariableUse::ValueLists}},
-    // The command behind THEN decides what an apostrophe is.
+    // The command after THEN decides what an apostrophe is.
     {"IF",
      nullptr,
      Help::IF,
@@ -81,7 +81,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
      nullptr,
      Help::IF,
      {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIFT}},
-    // Sets its bit itself: what only asks for a size draws nothing.
+    // The handler sets the bit itself: what only asks for a size draws nothing.
     {"Image", RunImage, Help::Image, {.Variables = VariableUse::FourthList}},
     {"Input", RunInput, Help::Input, {.Variables = VariableUse::Raw}},
     {"Inversion", RunInversion, Help::Inversion},
@@ -115,7 +115,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
      {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIFT, .Shown = "IFT"}},
     {"Stop", RunStop, Help::Stop},
     {"TailleP", RunTailleP, Help::TailleP, {.Variables = VariableUse::Raw}},
-    // Sets its bit itself, when it has written the blank that precedes the first text of a page.
+    // The handler sets the bit itself, when it has written the blank that precedes the first text of a page.
     {"Texte", RunTexte, Help::Texte, {.Form = LineForm::Text, .TextFrom = 5}},
     {"TexteC", RunTexteC, Help::TexteC, {.Sets = Drawn, .Form = LineForm::Text, .TextFrom = 7}},
     {"Trait", RunTrait, Help::Trait, {.Sets = Drawn}},
@@ -166,7 +166,7 @@ static_assert(KeywordsAscend(), "the table is in the order of its keywords, whic
 static_assert(EveryRowHasHelp(), "every command has its help text");
 static_assert(EveryTextHasItsPlace(), "a line with a text says which parameter that is");
 
-// A hash of the keyword finds its row at once; the few that meet in one place lie in the places behind it.
+// A hash of the keyword finds its row at once; the few that meet in one place lie in the places after it.
 constexpr std::size_t IndexSize = 256;
 using RowIndex = std::array<std::uint8_t, IndexSize>;
 constexpr std::uint8_t NoRow = 0xFF;
@@ -222,7 +222,7 @@ class TableCommands : public CommandSet {
   std::string_view Suggest(std::string_view keyword) const override {
     constexpr std::size_t longest = 14;
     if (keyword.size() < 3 || keyword.size() > longest) return {};
-    // One slip in the shortest words, two, such as letters that changed places, in the others.
+    // The shortest words may have one slip, the others two, such as letters that changed places.
     std::size_t nearest = keyword.size() < 4 ? 2 : 3;
     std::string_view spelling;
     for (const CommandRow& row : Rows) {

@@ -78,7 +78,8 @@ class CompiledConditional : public CompiledCommand {
   std::optional<BehindLine> behind_;
 };
 
-// The file that a script names; a script's name may lack its ".dat". A fault when there is none.
+// The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such
+// file.
 std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
   const std::string& script = run.Level().FileName;
   std::string found = run.Host.FindFile(script, name);
@@ -177,7 +178,7 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
     return;
   }
   Inclusion inclusion{fileName, ReadTextFile(run, fileName, name), {}, {}};
-  // Behind an empty parameter, as one variable may hold both coordinates.
+  // They stand after an empty parameter, as one variable may hold both coordinates.
   const std::string& separator = run.Separators.First;
   const std::string places = run.Substitute(separator + std::string(parameters.Text(2)) + separator +
                                             std::string(parameters.Text(3)));

@@ -16,7 +16,7 @@
 namespace vaxel {
 namespace {
 
-// Rounded to a multiple of a unit, halves of the number as it is written upward.
+// The value is rounded to a multiple of a unit; halves of the number as it is written go upward.
 double RoundedHalvesUp(double value, double unitsPerOne) {
   return std::floor(AsWritten(value * unitsPerOne) + 0.5) / unitsPerOne;
 }

@@ -69,8 +69,8 @@ void DrawPalette(RunContext& run, const Parameters& parameters, int most, MakePa
 
 }  // namespace
 
-// No more hues than a colour has degrees, no more levels than it has values, no more mixtures than can be
-// told apart.
+// There are no more hues than a colour has degrees, no more levels than it has values, and no more mixtures
+// than can be told apart.
 void RunPalCoul(RunContext& run, const Parameters& parameters) {
   DrawPalette(run, parameters, 360, HuePalette);
 }

@@ -16,7 +16,6 @@
 namespace vaxel {
 namespace {
 
-
 FaultReason ReasonOf(PictureFault fault) {
   switch (fault) {
     case PictureFault::NotAPicture:
@@ -62,7 +61,7 @@ std::shared_ptr<const Picture> PictureNamed(RunContext& run, std::string_view na
   return run.Pictures.emplace(fileName, ReadPictureFile(run, fileName, name)).first->second;
 }
 
-// The parts of parameter 4, references in those behind the first not yet replaced.
+// The parts of parameter 4; references in those after the first are not yet replaced.
 std::vector<std::string_view> SizeParts(const Parameters& parameters) {
   return SplitAt(parameters.Trimmed(4), parameters.Separators().Second);
 }
@@ -93,7 +92,7 @@ Point ReadSize(const RunContext& run, const Parameters& parameters, Point natura
   throw ScriptFault(FaultReason::UnknownOption, Shorten(parameters.Trimmed(4), 40));
 }
 
-// Where the lower left corner lies, seen from the point.
+// The place of the lower left corner, seen from the point.
 Point ReadPosition(std::string_view letters, Point size) {
   Point corner;
   for (char c : UpperCase(letters)) {

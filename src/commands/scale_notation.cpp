@@ -57,7 +57,7 @@ LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& paramet
                                 double first, double last) {
   const ScaleSupport& support = run.Support;
   const LogStepping stepping = ReadLogStepping(run, parameters, n);
-  // The ends as they were written: single precision would pass a last mark by.
+  // The ends are taken as they were written: single precision would pass a last mark by.
   const double start = first == 0 ? ShortestDecimal(support.LogStart) : first;
   const double end = last == 0 ? ShortestDecimal(support.LogEnd) * std::pow(10.0, support.Decades) : last;
   return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};

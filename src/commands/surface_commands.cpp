@@ -34,7 +34,7 @@ void RunCentreE(RunContext& run, const Parameters& parameters) {
 }
 
 void RunCentreI(RunContext& run, const Parameters& parameters) {
-  // Millimetres of paper, whatever the zoom.
+  // The centre is given in millimetres of paper, whatever the zoom.
   const Point place = Point{parameters.RequiredNumber(1), parameters.RequiredNumber(2)} * (1 / run.Surface.Z);
   PlaceCentre(run, run.InMainScript() ? place : run.Surface.Centre() + place, parameters);
 }

@@ -13,7 +13,7 @@
 namespace vaxel {
 namespace {
 
-// The length of the parenthesised expression at the start of the text. A fault when it is not closed.
+// The length of the parenthesised expression at the start of the text. One that is not closed is a fault.
 std::size_t ParenthesisLength(std::string_view text) {
   int depth = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -23,7 +23,7 @@ std::size_t ParenthesisLength(std::string_view text) {
   throw ScriptFault::Arithmetic(FaultReason::MissingParenthesis, Shorten(text, 60));
 }
 
-// Takes the value behind an option's sign off the text: a number, or an expression in parentheses.
+// Takes the value after an option's sign off the text: a number, or an expression in parentheses.
 double TakeValue(std::string_view& text, const Separators& separators) {
   const std::size_t sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
   const std::string_view rest = text.substr(sign);

@@ -16,7 +16,7 @@
 namespace vaxel {
 namespace {
 
-// In which direction the texts of a command read.
+// The direction in which the texts of a command read.
 enum class Baseline : std::uint8_t { Level, Tangent, Ray };
 
 struct TextStyle {
@@ -62,7 +62,7 @@ class ValueWriter {
  public:
   ValueWriter(RunContext& run, const TextStyle& style) : run_(run), style_(style) {}
 
-  // distance: from the support, before the side of the scale is taken into account.
+  // distance is counted from the support, before the side of the scale is taken into account.
   void Write(double place, double distance, std::string_view text, Colour colour) const {
     if (text.empty()) return;
     const ScaleSupport& support = run_.Support;
@@ -104,7 +104,7 @@ double ValueOf(const RunContext& run, const Parameters& parameters, std::size_t 
   throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
 }
 
-// What stands behind the second separator; none where there is no separator.
+// The unit after the second separator; there is none where there is no separator.
 std::optional<std::string> UnitOf(const RunContext& run, std::string_view parameter) {
   parameter = TextOf(parameter);
   const std::size_t mark = parameter.find(run.Separators.Second);

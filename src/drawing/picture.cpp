@@ -15,7 +15,7 @@ using namespace std::string_view_literals;
 
 constexpr double MillimetresPerMetre = 1000;
 
-// Numbers out of a file. What lies behind its end reads as 0 and is remembered.
+// Numbers out of a file. What lies beyond its end reads as 0 and is remembered.
 class ByteReader {
  public:
   explicit ByteReader(std::string_view bytes) : bytes_(bytes) {}
@@ -125,7 +125,7 @@ class CameraNotes {
   bool isLittle_;
 };
 
-// A JPEG file is a row of segments, marker, length and data; behind the last of them come the picture's data,
+// A JPEG file is a row of segments, marker, length and data; after the last of them come the picture's data,
 // which end with a marker of their own.
 PictureFault ReadJpeg(Picture& picture) {
   constexpr std::uint32_t startOfScan = 0xDA, application0 = 0xE0, application1 = 0xE1;

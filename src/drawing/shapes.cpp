@@ -72,7 +72,7 @@ Colour ColourOfHue(double hue, double lightness) {
 }  // namespace
 
 AngleRange AngleRange::Between(double start, double end) {
-  // Each for itself first: the difference of what a number can be at most is no number.
+  // Each is brought within a turn first: the difference of what a number can be at most is no number.
   double sweep = std::fmod(std::fmod(end, 360) - std::fmod(start, 360), 360);
   if (sweep < 0) sweep += 360;
   if (sweep < WholeTurnMargin || sweep > 360 - WholeTurnMargin) sweep = 360;

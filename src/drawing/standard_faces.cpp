@@ -15,7 +15,7 @@ namespace {
 
 constexpr double UnitsPerSize = 2048;
 
-// In the order of the tables.
+// The families stand in the order of the tables.
 constexpr std::array<StandardFamily, 3> Families = {
     {{"Times New Roman", {"Liberation Serif", "Tinos"}, "serif"},
      {"Arial", {"Liberation Sans", "Arimo"}, "sans-serif"},

@@ -29,7 +29,7 @@ constexpr std::array<NamedColour, 15> NamedColours = {{
     {"BLEU", 16711680},
     {"BLUE", 16711680},
     {"CYAN", 16776960},
-    // The same as cyan: scripts exist that were printed so.
+    // It is the same as cyan: scripts exist that were printed so.
     {"VIOLET", 16776960},
     {"MAGENTA", 16711935},
     {"BLANC", White},

@@ -42,7 +42,7 @@ bool IsWordPart(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
-// Where the word stands apart from others; none when nowhere.
+// The place where the word stands apart from others; npos when there is none.
 std::size_t FindWord(std::string_view upper, std::string_view word) {
   for (std::size_t at = upper.find(word); at != std::string_view::npos; at = upper.find(word, at + 1)) {
     const std::size_t end = at + word.size();
@@ -57,7 +57,8 @@ struct Comparison {
   Relation How = Relation::Equal;
 };
 
-// Splits a condition at its last operator; none where it has none, or one of two equal signs.
+// Splits a condition at its last operator. The result is none where the condition has no operator, or one of
+// two equal signs.
 std::optional<Comparison> SplitComparison(std::string_view condition) {
   constexpr std::string_view signs = "<>=";
   const std::size_t last = condition.find_last_of(signs);

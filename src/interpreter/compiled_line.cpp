@@ -20,7 +20,8 @@ bool IsVariableLine(std::string_view line) {
 }
 
 // A line that is nothing but a reference to a variable is the command line that the variable holds, as it
-// stands: which references in it are replaced is for the command to say. Empty when there is nothing to run.
+// stands: which references in it are replaced is for the command to say. The line is empty when there is
+// nothing to run.
 std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
                                      const Separators& separators) {
   constexpr int maxDepth = 100;
@@ -35,7 +36,7 @@ std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view 
   return line;
 }
 
-// Compiled anew when the variable holds another line than before.
+// The line is compiled anew when the variable holds another one than before.
 class VariableLine : public CompiledCommand {
  public:
   explicit VariableLine(std::string_view line) : line_(line) {}
@@ -44,7 +45,7 @@ class VariableLine : public CompiledCommand {
     const std::string_view held = ResolveVariableLine(run.Level(), line_, run.Separators);
     if (held.empty()) return;
     if (held != held_) {
-      // A copy: the command may give the variable another value.
+      // This is a copy: the command may give the variable another value.
       held_ = held;
       compiled_.Compile(run, held_);
     }
@@ -79,7 +80,7 @@ bool Applies(const RunContext& run, Scope scope) {
   return true;
 }
 
-// Null for a line that is none.
+// The row of the line's command; it is null for a label. An unknown command is a fault.
 const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
   if (const CommandRow* const row = run.Commands.Find(keyword)) return row;
   if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;

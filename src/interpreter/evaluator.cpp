@@ -19,7 +19,7 @@ Evaluation Evaluate(std::string_view text, std::string_view separator) {
     if (isNegative) result.Value = -result.Value;
     return result;
   }
-  // Enough for all but the longest expressions.
+  // This is enough for all but the longest expressions.
   std::array<Instruction, 8> memory;
   Program program(memory);
   const Expression expression = program.Add(text, separator);

@@ -64,7 +64,7 @@ class ExpressionParser {
   std::size_t depth_ = 0, deepest_ = 0;  // of the stack
   int nesting_ = 0;
   bool isMalformed_ = false;
-  bool hasFailed_ = false;  // nothing behind that place counts
+  bool hasFailed_ = false;  // nothing after that place counts
 };
 
 void ExpressionParser::Read(Expression& expression) {
@@ -104,9 +104,9 @@ bool ExpressionParser::Fail(FaultReason why) {
   return false;
 }
 
-// Operands and operators up to what continues them no more. False when an operand is missing; the value left
-// is then that of what could be read. Pending operators bind tighter and tighter, so that five places
-// suffice.
+// Operands and operators up to what continues them no more. The result is false when an operand is missing;
+// the value left is then that of what could be read. Pending operators bind tighter and tighter, so that five
+// places suffice.
 bool ExpressionParser::Sequence() {
   const std::size_t base = depth_;
   if (!Operand()) {
@@ -122,7 +122,7 @@ bool ExpressionParser::Sequence() {
   for (;;) {
     const std::size_t before = position_;
     const Operator op = ReadOperator();
-    // Before the next operand is read: an operation takes the last values on the stack.
+    // This comes before the next operand is read: an operation takes the last values on the stack.
     reduce(op == Operator::None ? 0 : BindingOf(op));
     if (op == Operator::None) return true;
     const std::size_t depth = depth_;
@@ -204,7 +204,7 @@ bool ExpressionParser::Reference() {
   return true;
 }
 
-// What stands behind a readable beginning of a group is passed over, as behind that of a whole text.
+// What follows a readable beginning of a group is passed over, as after that of a whole text.
 bool ExpressionParser::Group() {
   if (++nesting_ > MaxParentheses) return Fail(FaultReason::Nesting);
   const std::size_t open = position_++;

@@ -45,7 +45,7 @@ bool MayStandInNumbers(std::string_view separator) {
 
 }  // namespace
 
-// Stops at so many parameters; the last one then takes all that follows.
+// Splitting stops at so many parameters; the last one then takes all that follows.
 void Parameters::Split(std::string_view text, const vaxel::Separators& separators, std::size_t most) {
   text_ = text;
   separators_ = &separators;
@@ -215,7 +215,7 @@ const Parameters::MarkedNumber* Parameters::ReadDigits(std::size_t n) const {
   return Note(n, {isNegative ? -value : value, Mark::None});
 }
 
-// Once in a run of the line, whatever becomes of the variables meanwhile.
+// A number is read once in a run of the line, whatever becomes of the variables meanwhile.
 std::optional<double> Parameters::ReadNumber(std::size_t n) const {
   if (n > Count()) return std::nullopt;
   const Parameter& parameter = parameters_[n - 1];

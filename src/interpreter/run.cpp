@@ -113,7 +113,7 @@ class IncluderState {
   Pen pen_;
 };
 
-// The place of a physical line; none beyond the text.
+// The place of a physical line; there is none beyond the text.
 std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
   std::size_t position = 0;
   for (double line = 1; line < number; ++line) {
@@ -153,7 +153,7 @@ void RunIncluded(RunContext& run, Inclusion inclusion) {
   IncluderState includer(run);
   const Pen pen = run.Level().CurrentPen;
   ScriptLevel& level = run.Levels[run.CurrentLevel];
-  // Still as a part of the including line: what is wrong with them is wrong there.
+  // The variables are still a part of the including line: what is wrong with them is wrong there.
   level.Variables = {};
   for (const auto& [name, value] : inclusion.Variables) level.Variables.Set(name, value);
   ++run.CurrentLevel;

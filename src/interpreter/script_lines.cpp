@@ -35,7 +35,7 @@ ScriptLine* ScriptLines::GoTo(const Label& place, bool isBack) {
   return next_;
 }
 
-// False at the end of the text.
+// The result is false at the end of the text.
 bool ScriptLines::ReadInto(ScriptLine& line) {
   const LineReader::Result result = Reader.Next(line.Line);
   line.IsUnfinished = result == LineReader::Result::Unfinished;

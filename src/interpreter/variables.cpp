@@ -102,7 +102,7 @@ class Substitution {
   const SystemVariables& system_;
   const Separators& separators_;
   std::vector<const std::string*> active_;
-  bool begins_ = true;  // nothing but blanks stands in the result behind its last separator
+  bool begins_ = true;  // nothing but blanks stands in the result after its last separator
   std::size_t references_ = 0;
 };
 
@@ -166,7 +166,7 @@ const std::string& VariableTable::VarValues(std::size_t slot) const {
 }
 
 // One scan up to the first thing that may end a name: a line may hold a great many references. Which of the
-// marks there does end it, where one overlaps another, is told by the few characters behind it.
+// marks there does end it, where one overlaps another, is told by the few characters after it.
 std::string_view ReferenceName(std::string_view text, const Separators& separators) {
   const std::array<std::string_view, 3> marks = {"°", separators.First, separators.Second};
   const auto mayEndAt = [&](std::size_t i) {

@@ -108,7 +108,7 @@ struct GivenText {
   std::string_view Text;
 };
 
-// None, and the fault, when the line gives none that counts.
+// The text that the line gives. There is none when it gives none that counts; fault then says why.
 std::optional<GivenText> ReadGivenText(std::string_view line, TextId& fault) {
   const std::size_t equals = line.find('=');
   const std::string_view number = TrimBlanks(line.substr(0, equals));

@@ -93,7 +93,7 @@ void LogGraduation::BeginDecade(DecimalSplit& candidate) {
 
 void LogGraduation::CoarsenStep() {
   if (stepping_.LogRangeEnd >= 0) {
-    // Runs on to the next decade, where the same pattern begins again.
+    // This step leads on to the next decade, where the same pattern begins again.
     logStep_ = 10;
     return;
   }

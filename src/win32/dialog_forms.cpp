@@ -216,7 +216,7 @@ DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text,
   if (shown.size() > LongestShown) shown.replace(LongestShown, std::wstring::npos, L"…");
   builder.AddText(IDC_PROMPT, shown);
   builder.AddButtons(buttons);
-  // As a message box does: Escape answers where there is nothing to decide, or Cancel to press.
+  // The dialog does as a message box: Escape answers where there is nothing to decide, or Cancel to press.
   const bool canCancel = (kind & MB_TYPEMASK) != MB_YESNO;
   DialogActions actions;
   actions.OnInit = [kind, canCancel, focus = buttons.front().Id](HWND window) {

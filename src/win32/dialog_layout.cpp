@@ -24,7 +24,7 @@ int UnitsOfPixels(int pixels, int base, int units) {
   return (pixels * units + base - 1) / base;
 }
 
-// Words and texts one behind the other, as the templates of dialogs are written.
+// Words and texts one after the other, as the templates of dialogs are written.
 class TemplateWriter {
  public:
   void Word(WORD value) { words_.push_back(value); }
@@ -69,7 +69,7 @@ DialogFont::DialogFont() : context_(CreateCompatibleDC(nullptr)) {
   const int height = -MulDiv(Points, GetDeviceCaps(context_.get(), LOGPIXELSY), 72);
   font_.reset(CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                           OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, Face));
-  // As the system counts: the mean width of the letters of the alphabet.
+  // The width is what the system counts with: the mean of the letters of the alphabet.
   const SelectedObject selected(context_.get(), font_.get());
   const std::wstring_view letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   TEXTMETRICW metrics{};
@@ -85,7 +85,8 @@ SIZE DialogFont::Size(const std::wstring& text, int maxWidth, bool hasAccelerato
   RECT box{0, 0, MulDiv(maxWidth, base_.cx, 4), 0};
   const UINT format = DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_EDITCONTROL;
   DrawTextW(context_.get(), text.c_str(), -1, &box, hasAccelerator ? format : format | DT_NOPREFIX);
-  // More than measured: the font of another resolution has other fractions, and smoothed text may be wider.
+  // The size is more than was measured: the font of another resolution has other fractions, and smoothed text
+  // may be wider.
   const int width = UnitsOfPixels(box.right, base_.cx, 4);
   return {width + width / 32 + 1, UnitsOfPixels(box.bottom, base_.cy, 8)};
 }

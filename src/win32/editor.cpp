@@ -1,7 +1,7 @@
 #include "win32/editor.h"
 
 #include <windows.h>
-// Needs what windows.h declares.
+// These need what windows.h declares.
 #include <commctrl.h>
 #include <richole.h>
 
@@ -25,7 +25,7 @@ constexpr auto FirstColours = std::chrono::milliseconds(100);
 constexpr double UsualFontSize = 10;
 constexpr UINT Utf16 = 1200;
 
-// Not every system's library has it.
+// The id is spelled out, as not every system's library has it.
 constexpr GUID TextDocumentId = {
     0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
 

@@ -20,9 +20,10 @@ constexpr UINT_PTR PauseTimer = 1;
 // second.
 constexpr double FastEnough = 30;
 constexpr UINT Pause = 80;
-// Without keys and buttons, after which a drawing that they have broken off is tried again.
+// The time without keys and buttons after which a drawing that they have broken off is tried again.
 constexpr UINT LongPause = 1500;
-// Of a drawing that is still growing, and of a complete one before a key or a button may break it off.
+// What a drawing that is still growing may take, and what a complete one takes before a key or a button may
+// break it off.
 constexpr double SoFar = 100, Patience = 1000, BetweenLooks = 20;
 
 double MillisecondsSince(std::chrono::steady_clock::time_point start) {
@@ -63,7 +64,7 @@ class PaintScope {
   PAINTSTRUCT paint_{};
 };
 
-// What is left around a box.
+// Fills what is left around a box.
 void FillAround(HDC context, const SIZE& size, const RECT& box) {
   const int saved = SaveDC(context);
   ExcludeClipRect(context, box.left, box.top, box.right, box.bottom);

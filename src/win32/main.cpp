@@ -1,5 +1,5 @@
 #include <windows.h>
-// Need what windows.h declares.
+// These need what windows.h declares.
 #include <objbase.h>
 #include <shellapi.h>
 
@@ -30,7 +30,7 @@ class ComScope {
   HRESULT result_;
 };
 
-// The first parameter; empty when there is none.
+// The first parameter; it is empty when there is none.
 std::string ScriptOfCommandLine() {
   int count = 0;
   struct Free {

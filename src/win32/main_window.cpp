@@ -24,7 +24,7 @@ constexpr int DividerWidth = 6, LeastGraphicWidth = 80;
 constexpr int LeastWidth = 420, LeastHeight = 280;
 constexpr int UsualWidth = 1180, UsualHeight = 780;
 
-// Moved, and made smaller where it must be, to lie within.
+// The box, moved, and made smaller where it must be, to lie within the area.
 RECT MovedInto(const RECT& area, const RECT& box) {
   const LONG width = std::min(box.right - box.left, area.right - area.left);
   const LONG height = std::min(box.bottom - box.top, area.bottom - area.top);
@@ -187,7 +187,7 @@ void MainWindowWin32::Layout() {
   const int editor = EditorPixels(client.right);
   const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
   constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
-  // At once, so that neither is seen over the other.
+  // Both move at once, so that neither is seen over the other.
   HDWP moves = BeginDeferWindowPos(2);
   if (moves) moves = DeferWindowPos(moves, editor_.Window(), nullptr, 0, 0, editor, height, flags);
   if (moves) {

@@ -39,7 +39,7 @@ void MainWindowWin32::SetWindowEnabled(bool isEnabled) {
   if (!isEnabled) {
     const HWND focus = GetFocus();
     if (focus && Belongs(focus)) focus_ = focus;
-    // A key that was let go in another window.
+    // The key may have been let go in another window.
     if (GetAsyncKeyState(VK_ESCAPE) >= 0) application_->KeyUp(Key::Escape);
   }
   EnableWindow(window_.get(), isEnabled ? TRUE : FALSE);

@@ -9,7 +9,7 @@
 namespace vaxel {
 namespace {
 
-// Whole on the screen, also where its owner is not.
+// The dialog comes to lie whole on the screen, also where its owner does not.
 void Centre(HWND dialog, HWND owner) {
   RECT frame{}, over{};
   GetWindowRect(dialog, &frame);

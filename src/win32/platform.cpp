@@ -1,7 +1,7 @@
 #include "win32/platform.h"
 
 #include <windows.h>
-// Need what windows.h declares.
+// These need what windows.h declares.
 #include <shellapi.h>
 #include <shlwapi.h>
 
@@ -19,12 +19,12 @@
 namespace vaxel {
 namespace {
 
-// Of exported pictures, like those of the command line.
+// Exported pictures have the resolution of those of the command line.
 constexpr double PngDpi = 300;
-// Of a web address with its end, as the shell takes it.
+// The longest web address, with its end, that the shell takes.
 constexpr DWORD LongestAddress = 2084;
 
-// Of a process; empty where that cannot be told.
+// The name of a process's program; it is empty where that cannot be told.
 std::wstring ImageName(HANDLE process) {
   std::wstring name(32768, L'\0');
   auto length = static_cast<DWORD>(name.size());
@@ -66,7 +66,7 @@ bool IsAsciiName(const std::string& word) {
 }
 
 // Opens a page at the anchor of a word. The shell loses the anchor on the way from the name of a page to the
-// browser, so the browser is started with it. False where there is no anchor or no browser.
+// browser, so the browser is started with it. The result is false where there is no anchor or no browser.
 bool OpenAtWord(const std::string& page, const std::string& word) {
   if (!IsAsciiName(word)) return false;
   wchar_t browser[MAX_PATH] = L"", address[LongestAddress] = L"";

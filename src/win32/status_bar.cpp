@@ -1,7 +1,7 @@
 #include "win32/status_bar.h"
 
 #include <windows.h>
-// Needs what windows.h declares.
+// The next one needs what windows.h declares.
 #include <commctrl.h>
 
 #include "win32/control_ids.h"
