@@ -82,7 +82,7 @@ std::vector<fs::path> FilesIn(const fs::path& folder, const std::string& extensi
   return files;
 }
 
-Program::Program(const test::TestFolder& folder) {
+RunningProgram::RunningProgram(const test::TestFolder& folder) {
   const std::wstring program = ProgramName();
   std::wstring line = L"\"" + program + L"\"";
   STARTUPINFOW start{};
@@ -92,7 +92,7 @@ Program::Program(const test::TestFolder& folder) {
     throw DriveFailure("cannot start " + Narrow(program));
 }
 
-Program::~Program() {
+RunningProgram::~RunningProgram() {
   if (!HasEnded()) {
     TerminateProcess(process_.hProcess, 99);
     WaitForSingleObject(process_.hProcess, 10'000);
@@ -101,7 +101,7 @@ Program::~Program() {
   CloseHandle(process_.hProcess);
 }
 
-HWND Program::Window() const {
+HWND RunningProgram::Window() const {
   for (const HWND window : Windows()) {
     if (ClassOf(window) == L"Vaxel") return window;
   }
@@ -109,7 +109,7 @@ HWND Program::Window() const {
 }
 
 // For messages: what is on the screen.
-std::string Program::Situation() const {
+std::string RunningProgram::Situation() const {
   if (HasEnded()) return "; the program has ended";
   std::string text = "; shown:";
   for (const HWND window : Windows()) {
@@ -125,13 +125,13 @@ std::string Program::Situation() const {
   return text;
 }
 
-HWND Program::Control(int id) const {
+HWND RunningProgram::Control(int id) const {
   const HWND control = GetDlgItem(Window(), id);
   if (!control) throw DriveFailure("no control " + std::to_string(id) + Situation());
   return control;
 }
 
-void Program::AwaitHere(std::string_view what, const std::function<bool()>& condition) const {
+void RunningProgram::AwaitHere(std::string_view what, const std::function<bool()>& condition) const {
   try {
     Await(what, [&] {
       if (HasEnded()) throw DriveFailure("in vain for " + std::string(what));
@@ -142,20 +142,20 @@ void Program::AwaitHere(std::string_view what, const std::function<bool()>& cond
   }
 }
 
-ShownDialog Program::AwaitDialog(const std::string& caption) const {
+ShownDialog RunningProgram::AwaitDialog(const std::string& caption) const {
   std::optional<ShownDialog> found;
   AwaitHere("the dialog " + caption,
             [&] { return (found = FindDialog(process_.dwProcessId, caption)).has_value(); });
   return *found;
 }
 
-bool Program::IsBusy() const {
+bool RunningProgram::IsBusy() const {
   const HWND window = Window();
   return !window || !IsWindowVisible(window) || !IsWindowEnabled(window);
 }
 
 // A run enables the window a little before it is over.
-void Program::AwaitIdle() const {
+void RunningProgram::AwaitIdle() const {
   AwaitHere("the end of what the program does", [this] {
     if (IsBusy()) return false;
     for (int round = 0; round < 3; ++round) {
@@ -166,69 +166,69 @@ void Program::AwaitIdle() const {
   });
 }
 
-void Program::CommandNumber(int number) const {
+void RunningProgram::CommandNumber(int number) const {
   Send(Window(), WM_COMMAND, static_cast<WPARAM>(number));
 }
 
-void Program::Post(MenuId item) const {
+void RunningProgram::Post(MenuId item) const {
   PostMessageW(Window(), WM_COMMAND, static_cast<WPARAM>(FirstCommandId + static_cast<int>(item)), 0);
 }
 
-ShownDialog Program::CommandWithDialog(MenuId item) const {
+ShownDialog RunningProgram::CommandWithDialog(MenuId item) const {
   Post(item);
   return AwaitDialog();
 }
 
-void Program::Close() const {
+void RunningProgram::Close() const {
   PostMessageW(Window(), WM_CLOSE, 0, 0);
 }
 
-void Program::Key(WORD key) const {
+void RunningProgram::Key(WORD key) const {
   const HWND editor = Control(EditorId);
   PostMessageW(editor, WM_KEYDOWN, key, 1);
   PostMessageW(editor, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
-void Program::PressKey(WORD key) const {
+void RunningProgram::PressKey(WORD key) const {
   SetForegroundWindow(Window());
   SendKey(key, 0);
 }
 
-void Program::ReleaseKey(WORD key) const {
+void RunningProgram::ReleaseKey(WORD key) const {
   SendKey(key, KEYEVENTF_KEYUP);
 }
 
-void Program::CtrlKey(WORD key) const {
+void RunningProgram::CtrlKey(WORD key) const {
   PressKey(VK_CONTROL);
   PressKey(key);
   ReleaseKey(key);
   ReleaseKey(VK_CONTROL);
 }
 
-std::string Program::Title() const {
+std::string RunningProgram::Title() const {
   return TextOf(Window());
 }
 
-std::string Program::Text(int id) const {
+std::string RunningProgram::Text(int id) const {
   return TextOf(Control(id));
 }
 
-std::string Program::EditorText() const {
+std::string RunningProgram::EditorText() const {
   std::string text = Text(EditorId);
   std::erase(text, '\r');
   return text;
 }
 
-void Program::SelectInEditor(int begin, int end) const {
+void RunningProgram::SelectInEditor(int begin, int end) const {
   Send(Control(EditorId), EM_SETSEL, static_cast<WPARAM>(begin), end);
 }
 
-void Program::TypeIntoEditor(std::string_view text) const {
+void RunningProgram::TypeIntoEditor(std::string_view text) const {
   for (const wchar_t unit : Widen(text)) Send(Control(EditorId), WM_CHAR, unit, 1);
 }
 
 // As pasting over everything does.
-void Program::SetEditorText(const std::string& text) const {
+void RunningProgram::SetEditorText(const std::string& text) const {
   std::wstring wide = Widen(text);
   std::replace(wide.begin(), wide.end(), L'\n', L'\r');
   SelectInEditor(0, -1);
@@ -236,7 +236,7 @@ void Program::SetEditorText(const std::string& text) const {
 }
 
 // The question and its answer lie in the memory of the program, which ends soon.
-std::string Program::ToolTip(int id) const {
+std::string RunningProgram::ToolTip(int id) const {
   struct Question {
     TTTOOLINFOW Tool;
     wchar_t Text[500];
@@ -257,25 +257,25 @@ std::string Program::ToolTip(int id) const {
   return Narrow(question.Text);
 }
 
-SIZE Program::GraphicSize() const {
+SIZE RunningProgram::GraphicSize() const {
   RECT client{};
   GetClientRect(Control(GraphicId), &client);
   return {client.right, client.bottom};
 }
 
-std::string Program::MovePointer(int x, int y) const {
+std::string RunningProgram::MovePointer(int x, int y) const {
   Send(Control(GraphicId), WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
   return Text(Text2Id);
 }
 
-void Program::Resize(int width, int height) const {
+void RunningProgram::Resize(int width, int height) const {
   SetWindowPos(Window(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   Send(Window(), WM_NULL);
 }
 
 // Where the system does not count for others, of the objects of the user interface the windows are counted
 // alone.
-ResourceCount Program::CountResources() const {
+ResourceCount RunningProgram::CountResources() const {
   ResourceCount count;
   count.GdiObjects = static_cast<int>(GetGuiResources(process_.hProcess, GR_GDIOBJECTS));
   count.UserObjects = static_cast<int>(GetGuiResources(process_.hProcess, GR_USEROBJECTS));
@@ -286,11 +286,11 @@ ResourceCount Program::CountResources() const {
   return count;
 }
 
-bool Program::HasEnded() const {
+bool RunningProgram::HasEnded() const {
   return WaitForSingleObject(process_.hProcess, 0) == WAIT_OBJECT_0;
 }
 
-int Program::AwaitExit() {
+int RunningProgram::AwaitExit() {
   const auto most = static_cast<DWORD>(std::chrono::milliseconds(Patience).count());
   if (WaitForSingleObject(process_.hProcess, most) != WAIT_OBJECT_0)
     throw DriveFailure("the program does not end" + Situation());
@@ -299,7 +299,7 @@ int Program::AwaitExit() {
   return static_cast<int>(code);
 }
 
-void Program::Kill() {
+void RunningProgram::Kill() {
   TerminateProcess(process_.hProcess, 99);
   AwaitExit();
 }

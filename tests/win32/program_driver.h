@@ -24,14 +24,14 @@ struct ResourceCount {
   int GdiObjects = 0, UserObjects = 0;
 };
 
-class Program {
+class RunningProgram {
  public:
   // Its settings lie in the folder.
-  explicit Program(const test::TestFolder& folder);
+  explicit RunningProgram(const test::TestFolder& folder);
   // Ends it, however it stands.
-  ~Program();
-  Program(const Program&) = delete;
-  Program& operator=(const Program&) = delete;
+  ~RunningProgram();
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
 
   // Null before it is made.
   HWND Window() const;

@@ -22,7 +22,7 @@ TEST_F(WithoutPrinter, TellsItInFrenchAndEnds) {
   const std::string settings = SettingsWith("English", "dial.dat");
   for (const bool isConfigured : {false, true}) {
     if (isConfigured) folder_.Write("Vaxel.cfg", settings);
-    Program program(folder_);
+    RunningProgram program(folder_);
     const ShownDialog box = program.AwaitDialog();
     EXPECT_EQ(box.Message(),
               "Attention, aucune imprimante n'est configurée sur ce système. Le programme "

@@ -81,7 +81,7 @@ class ProgramTest : public testing::Test {
   }
 
   test::TestFolder folder_;
-  std::optional<Program> program_;
+  std::optional<RunningProgram> program_;
 };
 
 }  // namespace vaxel
