@@ -133,8 +133,9 @@ double RotationAt(double angle, Direction direction) {
   const double ray = 180 - angle;
   // Along a ray to the left a text is read toward the pivot.
   const double readable = ray > 90 ? ray + 180 : ray;
-  const double rotation =
-      direction == Direction::Ray ? readable : direction == Direction::Tangent ? ray - 90 : 0;
+  const double rotation = direction == Direction::Ray       ? readable
+                          : direction == Direction::Tangent ? ray - 90
+                                                            : 0;
   return std::remainder(rotation, 360);
 }
 

@@ -8,6 +8,7 @@
 
 #include "app/graphic_view.h"
 #include "app/menu_table.h"
+#include "base/units.h"
 #include "drawing/display_list.h"
 
 namespace vaxel {
@@ -19,7 +20,7 @@ enum class StatusField : std::uint8_t { Text1, Text2 };
 // The graphic area: its size in pixels, at least 1, and what the system says of the size of a pixel.
 struct GraphicArea {
   double WidthPx = 1, HeightPx = 1;
-  double PixelMm = 25.4 / 96;
+  double PixelMm = MillimetresPerInch / 96;
 };
 
 // Screen coordinates in pixels, y downward.

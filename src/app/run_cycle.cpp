@@ -108,7 +108,7 @@ RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<
   const RunEnd end = RunScript(run, target, app_.Editor.Text(), script_.CurrentFile);
   if (run.NextZoom) state_.NextZoom = *run.NextZoom;
   if (onScreen && end != RunEnd::Empty) {
-    state_.GraphicCentre = {run.Surface.CentreX, run.Surface.CentreY};
+    state_.GraphicCentre = run.Surface.Centre();
     state_.GraphicScale = run.Surface.Z;
     state_.GraphicWidthMm = target.WidthMm;
     state_.GraphicHeightMm = target.HeightMm;

@@ -52,10 +52,4 @@ class [[nodiscard]] Result {
   std::variant<Value, Failure> held_;
 };
 
-// Takes the reason of a function that returns it as a text, which is empty when all is well.
-inline Result<> DoneUnless(std::string reason) {
-  if (reason.empty()) return {};
-  return Failure{.Words = std::move(reason)};
-}
-
 }  // namespace vaxel

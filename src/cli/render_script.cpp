@@ -12,7 +12,9 @@
 #include "base/files.h"
 #include "base/output_file.h"
 #include "base/printable.h"
+#include "base/result.h"
 #include "base/text_encoding.h"
+#include "base/units.h"
 #include "base/utf8.h"
 #include "cli/console_host.h"
 #include "cli/user_texts.h"
@@ -29,18 +31,12 @@
 namespace vaxel {
 namespace {
 
-constexpr double MillimetresPerInch = 25.4;
 constexpr double ScreenDpi = 96;
 constexpr double PrinterDpi = 600;
 constexpr double PngDpi = 300;
 
 std::string DisplayName(const std::string& fileName, std::string_view standard) {
   return fileName == "-" ? std::string(standard) : fileName;
-}
-
-// What libraries say stays as they say it.
-std::string_view ReasonIn(const UserTexts& texts, std::string_view reason) {
-  return reason == SvgAndListOnly ? texts.Get(TextId::CliSvgAndListOnly) : reason;
 }
 
 // A name without extension may be that of a ".dat" file.
@@ -101,27 +97,26 @@ struct Machine {
 // Writes one page, or the whole list in the formats that hold several.
 WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
                         std::size_t page, Machine& machine, ByteSink& sink) {
-  WriteResult result;
   switch (output.Format) {
     case OutputFormat::Svg: {
       SvgRenderer renderer(sink);
       PlayPage(list, page, renderer);
-      return result;
+      return {};
     }
     case OutputFormat::List: {
       ListRenderer renderer(sink);
       PlayAll(list, renderer);
-      return result;
+      return {};
     }
     case OutputFormat::Pdf:
     case OutputFormat::Png:
       break;
   }
-  const CairoFunctions* const cairo = LoadCairo(result.Error);
-  if (!cairo) return result;
+  const Result<const CairoFunctions*> cairo = LoadCairo();
+  if (!cairo) return {cairo.Why()};
   if (output.Format == OutputFormat::Pdf)
-    return cairo->WritePdf(list, {Title(options), SourceDate()}, &machine.Decoder, sink);
-  return cairo->WritePng(list, page, options.Dpi.value_or(PngDpi), &machine.Decoder, sink);
+    return (*cairo)->WritePdf(list, {Title(options), SourceDate()}, &machine.Decoder, sink);
+  return (*cairo)->WritePng(list, page, options.Dpi.value_or(PngDpi), &machine.Decoder, sink);
 }
 
 // "dial.svg" for the first page, then "dial-2.svg", "dial-3.svg", …
@@ -155,13 +150,10 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
           "", 0, texts.Strings().Text(texts.Base(), TextId::FontReplaced, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
-    if (result.Error.empty()) {
-      const Result<> committed = file.Commit();
-      if (committed) continue;
-      result.Error = texts.Get(committed.Why());
-    }
+    if (result.Outcome) result.Outcome = file.Commit();
+    if (result.Outcome) continue;
     const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardOutput));
-    Complain(texts.Fill(TextId::CliCannotWrite, shown, ReasonIn(texts, result.Error)));
+    Complain(texts.Fill(TextId::CliCannotWrite, shown, texts.Get(result.Outcome.Why())));
     return ExitStatus::FileFailed;
   }
   return ExitStatus::Drawn;
@@ -232,6 +224,10 @@ bool RefusesToOverwrite(const OutputRequest& output, std::size_t files, const In
   return false;
 }
 
+void TellFailure(const Result<>& outcome, TextId what, const UserTexts& texts) {
+  if (!outcome) Complain(texts.Fill(what, texts.Get(outcome.Why())));
+}
+
 // Runs the script for every kind of target that the outputs need.
 ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine& machine,
                      std::map<TargetKind, DisplayList>& lists) {
@@ -239,14 +235,10 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
     const auto [place, isNew] = lists.try_emplace(output.Target);
     if (!isNew) continue;
     const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
-    if (!machine.Decoder.Failure().empty()) {
-      Complain(machine.Texts.Fill(TextId::CliNoPictures, machine.Decoder.Failure()));
-    }
+    TellFailure(machine.Decoder.Outcome(), TextId::CliNoPictures, machine.Texts);
     if (status != ExitStatus::Drawn) return status;
   }
-  if (!machine.Measurer.Failure().empty()) {
-    Complain(machine.Texts.Fill(TextId::CliRoughTexts, machine.Measurer.Failure()));
-  }
+  TellFailure(machine.Measurer.Outcome(), TextId::CliRoughTexts, machine.Texts);
   return ExitStatus::Drawn;
 }
 

@@ -75,7 +75,7 @@ class CompiledConditional : public CompiledCommand {
   Conditional conditional_;
   CompiledComparison comparison_;
   std::optional<Jump> jump_;
-  std::optional<BehindLine> behind_;
+  std::optional<FollowingCommand> behind_;
 };
 
 // The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such

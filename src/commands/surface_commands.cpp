@@ -27,8 +27,8 @@ void RunCentreE(RunContext& run, const Parameters& parameters) {
   Point place = {parameters.RequiredNumber(1), parameters.RequiredNumber(2)};
   run.ScreenCentre = place;
   if (!run.InMainScript()) {
-    place = {IncludedPosition(run.Level().PositionX, place.X),
-             IncludedPosition(run.Level().PositionY, place.Y)};
+    place = {IncludedPosition(run.Level().Position.X, place.X),
+             IncludedPosition(run.Level().Position.Y, place.Y)};
   }
   PlaceCentre(run, run.Surface.Middle() + place, parameters);
 }

@@ -124,9 +124,9 @@ void CompiledLine::RunHandler(RunContext& run) {
   }
 }
 
-BehindLine::BehindLine(std::string_view line) : line_(line) {}
+FollowingCommand::FollowingCommand(std::string_view line) : line_(line) {}
 
-void BehindLine::Run(RunContext& run) {
+void FollowingCommand::Run(RunContext& run) {
   if (IsBlankOrComment(line_)) return;
   if (++run.CommandDepth > MaxCommandDepth) {
     throw ScriptFault(FaultReason::CircularVariable, Shorten(line_, 60));

@@ -40,10 +40,10 @@ class CompiledLine {
 };
 
 // The command line that follows a condition in the same line. An empty line and a comment are nothing to run.
-class BehindLine {
+class FollowingCommand {
  public:
   // The line must live as long.
-  explicit BehindLine(std::string_view line);
+  explicit FollowingCommand(std::string_view line);
   // Too many of them one inside the other are a fault.
   void Run(RunContext& run);
 

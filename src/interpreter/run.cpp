@@ -27,10 +27,11 @@ void CompileLine(RunContext& run, ScriptLine& line) {
 
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
-  level.Lines.Begin(level.Text);
-  level.Labels.Collect(level.Lines.Reader, level.Line);
-  level.Lines.Reader.Seek(0, 1);
-  while (ScriptLine* const line = level.Lines.Next()) {
+  ScriptLines& lines = *level.Lines;
+  lines.Begin(level.Text);
+  level.Labels.Collect(lines.Reader, level.Line);
+  lines.Reader.Seek(0, 1);
+  while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
     // What an included script draws belongs to the line that includes it.
     if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
@@ -145,7 +146,7 @@ bool Jump::Find(RunContext& run) {
   const std::optional<Label> place = PlaceOf(level, target_);
   if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
   isBack_ = place->LineNumber <= level.Line.Number;
-  line_ = level.Lines.GoTo(*place, isBack_);
+  line_ = level.Lines->GoTo(*place, isBack_);
   return isBack_;
 }
 
@@ -161,8 +162,7 @@ void RunIncluded(RunContext& run, Inclusion inclusion) {
   level.FileName = std::move(inclusion.FileName);
   level.Line = {};
   level.Data = {};
-  level.PositionX = inclusion.Position.X;
-  level.PositionY = inclusion.Position.Y;
+  level.Position = inclusion.Position;
   run.SetPen(pen);
   run.Surface.CentreX += inclusion.Position.X;
   run.Surface.CentreY += inclusion.Position.Y;

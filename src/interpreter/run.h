@@ -9,6 +9,7 @@
 
 #include "drawing/draw_surface.h"
 #include "interpreter/run_context.h"
+#include "interpreter/script_lines.h"
 
 namespace vaxel {
 
@@ -62,7 +63,7 @@ class Jump {
     if (!line_) return Find(run);
     // A label is passed over.
     if (line_->Command.IsEmpty() && line_->Next) line_ = line_->Next;
-    run.Level().Lines.GoTo(line_);
+    run.Level().Lines->GoTo(line_);
     return isBack_;
   }
 

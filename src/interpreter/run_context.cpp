@@ -3,9 +3,14 @@
 #include "base/text.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/script_lines.h"
 #include "interpreter/system_variables.h"
 
 namespace vaxel {
+
+ScriptLevel::ScriptLevel() : Lines(std::make_unique<ScriptLines>()) {}
+
+ScriptLevel::~ScriptLevel() = default;
 
 void RunContext::SetPen(const Pen& pen) {
   Level().CurrentPen = pen;
@@ -44,7 +49,7 @@ void RunContext::SetVariable(std::string_view name, std::string_view value) {
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {
-  level.Lines.GoTo(Label{level.Text.size(), level.Line.Number}, false);
+  level.Lines->GoTo(Label{level.Text.size(), level.Line.Number}, false);
 }
 
 void RunContext::EndAllLevels() {

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/point.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
 #include "drawing/pen.h"
@@ -21,23 +22,29 @@
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/run_host.h"
-#include "interpreter/script_lines.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
 #include "scale/scale_support.h"
 
 namespace vaxel {
 
+class ScriptLines;
+
 // One script: the main one or an included file.
 struct ScriptLevel {
-  std::string Text;      // lines end in LF
-  ScriptLines Lines;     // of Text, as they are run
-  LogicalLine Line;      // the one being run
-  std::string FileName;  // as shown in reports; empty for an unsaved text
+  ScriptLevel();
+  ~ScriptLevel();
+  ScriptLevel(const ScriptLevel&) = delete;
+  ScriptLevel& operator=(const ScriptLevel&) = delete;
+
+  std::string Text;                          // lines end in LF
+  const std::unique_ptr<ScriptLines> Lines;  // of Text, as they are run
+  LogicalLine Line;                          // the one being run
+  std::string FileName;                      // as shown in reports; empty for an unsaved text
   LabelTable Labels;
   VariableTable Variables;
   Pen CurrentPen;
-  double PositionX = 0, PositionY = 0;  // where the including line placed its centre, from its own
+  Point Position;  // where the including line placed its centre, from its own
   DataFile Data;
 };
 

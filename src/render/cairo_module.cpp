@@ -5,15 +5,16 @@
 
 #include <filesystem>
 #include <system_error>
+#else
+#include "resources/text_id.h"
 #endif
 
 namespace vaxel {
 
 #ifdef _WIN32
 
-const CairoFunctions* LoadCairo(std::string& error) {
-  error = SvgAndListOnly;
-  return nullptr;
+Result<const CairoFunctions*> LoadCairo() {
+  return Failure{.Text = TextId::CliSvgAndListOnly};
 }
 
 #else
@@ -22,35 +23,38 @@ namespace {
 
 // The function by which a module beside the program is entered. The module stays loaded as long as the
 // program runs.
-template <class Entry>
-Entry EntryOf(const char* fileName, const char* function, std::string& error) {
+template <class Made>
+Result<Made> EnterModule(const char* fileName, const char* function) {
   std::error_code unreadable;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
   const std::filesystem::path name = program.parent_path() / fileName;
   void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const entry = module ? dlsym(module, function) : nullptr;
-  if (!entry) {
-    const char* reason = dlerror();
-    error = reason ? reason : name.string();
-  }
-  return reinterpret_cast<Entry>(entry);
+  if (entry) return reinterpret_cast<Made (*)()>(entry)();
+  const char* const reason = dlerror();
+  return Failure{.Words = reason ? reason : name.string()};
+}
+
+// The program owns what the module has made.
+template <class Made>
+Result<std::unique_ptr<Made>> MadeBy(const char* fileName, const char* function) {
+  const Result<Made*> made = EnterModule<Made*>(fileName, function);
+  if (!made) return made.Why();
+  return std::unique_ptr<Made>(*made);
 }
 
 }  // namespace
 
-const CairoFunctions* LoadCairo(std::string& error) {
-  const auto entry = EntryOf<const CairoFunctions* (*)()>("vaxel-cairo.so", "VaxelCairo", error);
-  return entry ? entry() : nullptr;
+Result<const CairoFunctions*> LoadCairo() {
+  return EnterModule<const CairoFunctions*>("vaxel-cairo.so", "VaxelCairo");
 }
 
-std::unique_ptr<SystemText> LoadPango(std::string& error) {
-  const auto entry = EntryOf<SystemText* (*)()>("vaxel-pango.so", "VaxelPango", error);
-  return std::unique_ptr<SystemText>(entry ? entry() : nullptr);
+Result<std::unique_ptr<SystemText>> LoadPango() {
+  return MadeBy<SystemText>("vaxel-pango.so", "VaxelPango");
 }
 
-std::unique_ptr<PictureDecoder> LoadPixbuf(std::string& error) {
-  const auto entry = EntryOf<PictureDecoder* (*)()>("vaxel-pixbuf.so", "VaxelPixbuf", error);
-  return std::unique_ptr<PictureDecoder>(entry ? entry() : nullptr);
+Result<std::unique_ptr<PictureDecoder>> LoadPixbuf() {
+  return MadeBy<PictureDecoder>("vaxel-pixbuf.so", "VaxelPixbuf");
 }
 
 #endif

@@ -1,6 +1,6 @@
-// PDF and PNG are made by a module of its own, which is loaded when the first of them is asked for: a run
-// that needs neither starts without Cairo and all that it brings. What needs Pango is a second module, for
-// few drawings have a text that does.
+// The modules that bring foreign libraries. PDF and PNG are made by a module of its own, which is loaded when
+// the first of them is asked for: a run that needs neither starts without Cairo and all that it brings. What
+// needs Pango is a second module, for few drawings have a text that does.
 #pragma once
 
 #include <cstddef>
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/byte_sink.h"
+#include "base/result.h"
 #include "drawing/display_list.h"
 #include "drawing/font_face.h"
 #include "drawing/picture.h"
@@ -33,7 +34,7 @@ struct FontReplacement {
 
 // What came of writing a document.
 struct WriteResult {
-  std::string Error;  // in English; empty when it was written
+  Result<> Outcome{};
   // The standard fonts in it that neither are there nor have one of the same widths, faces apart.
   std::vector<FontReplacement> Replaced{};
 };
@@ -62,12 +63,9 @@ class SystemText : public TextMeasurer {
                     double reach) = 0;
 };
 
-// The reason for PDF and PNG on a platform that has no such module.
-inline constexpr const char* SvgAndListOnly = "this build writes SVG and the list format only";
-
-// Each loads its module on first use. Null, with the reason in error, where there is none.
-const CairoFunctions* LoadCairo(std::string& error);
-std::unique_ptr<SystemText> LoadPango(std::string& error);
-std::unique_ptr<PictureDecoder> LoadPixbuf(std::string& error);
+// Each loads its module on first use and fails where there is none.
+Result<const CairoFunctions*> LoadCairo();
+Result<std::unique_ptr<SystemText>> LoadPango();
+Result<std::unique_ptr<PictureDecoder>> LoadPixbuf();
 
 }  // namespace vaxel

@@ -1,3 +1,4 @@
+// Numbers and colours as the text outputs write them.
 #pragma once
 
 #include <string>

@@ -1,3 +1,4 @@
+// From millimetres to the pixels of a device.
 #pragma once
 
 #include "base/point.h"

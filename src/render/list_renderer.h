@@ -1,3 +1,4 @@
+// The renderer of the list format.
 #pragma once
 
 #include <string>
@@ -13,9 +14,9 @@ namespace vaxel {
 //   page 1  200.000 x 200.000
 //   line 12  #ff0000 0.265  100.000,90.000 110.000,90.000
 //
-// Behind the kind stand the script line, the stroke's colour and width and, where the figure is filled,
+// After the kind stand the script line, the stroke's colour and width and, where the figure is filled,
 // "fill" with the colour of its inside. A circle is its centre, its two radii and, for a part of it, the
-// angles from which and to which it runs counter-clockwise. A text has no stroke: behind its colour stand the
+// angles from which and to which it runs counter-clockwise. A text has no stroke: after its colour stand the
 // start of its baseline, the baseline's angle, the size of the font, the baseline's length, the font's name
 // and style, ": " and the text to the end of the line. Texts and names stand as Printable writes them.
 class ListRenderer : public Renderer {

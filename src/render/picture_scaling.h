@@ -1,3 +1,4 @@
+// Pictures in the size in which they are drawn.
 #pragma once
 
 #include <cstdint>

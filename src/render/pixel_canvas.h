@@ -1,3 +1,4 @@
+// Figures drawn into pixels of memory without a graphics library.
 #pragma once
 
 #include <cstddef>

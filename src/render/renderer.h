@@ -1,3 +1,4 @@
+// What every output is: something that display lists are played to.
 #pragma once
 
 #include <array>

@@ -1,3 +1,4 @@
+// The renderer of SVG.
 #pragma once
 
 #include <string>

@@ -9,18 +9,25 @@
 namespace vaxel {
 namespace {
 
-std::unique_ptr<PictureDecoder> MakeDecoder(std::string& error) {
+Result<std::unique_ptr<PictureDecoder>> MakeDecoder() {
 #ifdef _WIN32
-  return MakeImagingDecoder(error);
+  return MakeImagingDecoder();
 #else
-  return LoadPixbuf(error);
+  return LoadPixbuf();
 #endif
 }
 
 }  // namespace
 
 bool SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) {
-  if (!decoder_ && failure_.empty()) decoder_ = MakeDecoder(failure_);
+  if (!decoder_ && outcome_) {
+    auto made = MakeDecoder();
+    if (made) {
+      decoder_ = *std::move(made);
+    } else {
+      outcome_ = made.Why();
+    }
+  }
   return decoder_ && decoder_->Decode(picture, pixels);
 }
 

@@ -1,8 +1,9 @@
+// The decoder of pictures that this machine has.
 #pragma once
 
 #include <memory>
-#include <string>
 
+#include "base/result.h"
 #include "drawing/picture.h"
 
 namespace vaxel {
@@ -11,12 +12,12 @@ namespace vaxel {
 class SystemDecoder : public PictureDecoder {
  public:
   bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override;
-  // In English, why no picture can be decoded; empty as long as that is not known.
-  const std::string& Failure() const { return failure_; }
+  // It fails when no picture can be decoded, which the first one tells.
+  const Result<>& Outcome() const { return outcome_; }
 
  private:
   std::unique_ptr<PictureDecoder> decoder_;
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel

@@ -9,21 +9,20 @@
 #endif
 
 namespace vaxel {
-namespace {
-
-std::unique_ptr<TextMeasurer> MakeMeasurer([[maybe_unused]] std::string& error) {
-#ifdef _WIN32
-  return MakeGdiMeasurer();
-#else
-  return LoadPango(error);
-#endif
-}
-
-}  // namespace
 
 TextMeasurer& SystemMeasurer::Loaded() {
-  if (!measurer_) measurer_ = MakeMeasurer(failure_);
-  if (!measurer_) measurer_ = std::make_unique<StandInMeasurer>();
+  if (measurer_) return *measurer_;
+#ifdef _WIN32
+  measurer_ = MakeGdiMeasurer();
+#else
+  auto loaded = LoadPango();
+  if (loaded) {
+    measurer_ = *std::move(loaded);
+  } else {
+    measurer_ = std::make_unique<StandInMeasurer>();
+    outcome_ = loaded.Why();
+  }
+#endif
   return *measurer_;
 }
 

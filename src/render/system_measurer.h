@@ -1,9 +1,11 @@
+// The measurer of texts that this machine has.
 #pragma once
 
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "base/result.h"
 #include "drawing/font_face.h"
 
 namespace vaxel {
@@ -15,14 +17,14 @@ class SystemMeasurer : public TextMeasurer {
   FaceMetrics Metrics(const FontFace& face) override { return Loaded().Metrics(face); }
   double Width(const FontFace& face, std::string_view text) override { return Loaded().Width(face, text); }
   std::string Replacement(const FontFace& face) override { return Loaded().Replacement(face); }
-  // In English, why the stand-in has measured; empty when it has not.
-  const std::string& Failure() const { return failure_; }
+  // It fails when the stand-in has measured.
+  const Result<>& Outcome() const { return outcome_; }
 
  private:
   TextMeasurer& Loaded();
 
   std::unique_ptr<TextMeasurer> measurer_;
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel

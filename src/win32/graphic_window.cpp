@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/units.h"
 #include "win32/control_ids.h"
 #include "win32/input_state.h"
 
@@ -85,7 +86,7 @@ GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* de
 
 GraphicArea GraphicWindow::Area() const {
   return {static_cast<double>(lastSize_.cx), static_cast<double>(lastSize_.cy),
-          25.4 / GetDpiForWindow(window_)};
+          MillimetresPerInch / GetDpiForWindow(window_)};
 }
 
 void GraphicWindow::Show(const DisplayList* list) {

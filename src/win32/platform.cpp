@@ -147,11 +147,11 @@ bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& wor
 }
 
 Result<> PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
-  return DoneUnless(WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink));
+  return WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink);
 }
 
 Result<> PlatformWin32::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
-  return DoneUnless(vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink));
+  return vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink);
 }
 
 std::string ProgramFolder() {

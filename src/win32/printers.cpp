@@ -1,6 +1,5 @@
 #include "win32/printers.h"
 
-#include <optional>
 #include <utility>
 
 #include "render/gdi/printer.h"
@@ -15,9 +14,8 @@ std::string PrintersWin32::CurrentPrinter() {
 }
 
 Result<RunTarget> PrintersWin32::Target(const std::string& printer) {
-  std::string error;
-  const std::optional<PrinterFacts> facts = FactsOf(printer, error);
-  if (!facts) return Failure{.Words = error};
+  const Result<PrinterFacts> facts = FactsOf(printer);
+  if (!facts) return facts.Why();
   RunTarget target;
   target.WidthMm = facts->WidthMm;
   target.HeightMm = facts->HeightMm;
@@ -27,7 +25,7 @@ Result<RunTarget> PrintersWin32::Target(const std::string& printer) {
 
 Result<> PrintersWin32::Print(const std::string& printer, const std::string& documentName,
                               const DisplayList& drawing) {
-  return DoneUnless(vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()}));
+  return vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()});
 }
 
 }  // namespace vaxel

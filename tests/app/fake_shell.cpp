@@ -153,7 +153,8 @@ Result<> FakePrinters::Print(const std::string& printer, const std::string& docu
                              const DisplayList& drawing) {
   log_.push_back("print " + documentName + " on " + printer + ", " + std::to_string(drawing.Pages().size()) +
                  " pages, " + std::to_string(drawing.Size()) + " operations");
-  return DoneUnless(PrintFailure);
+  if (!PrintFailure.empty()) return Failure{.Words = PrintFailure};
+  return {};
 }
 
 bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word) {

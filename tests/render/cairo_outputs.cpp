@@ -7,6 +7,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "base/units.h"
 #include "render/cairo_module.h"
 #include "render/svg_renderer.h"
 #include "render/system_decoder.h"
@@ -15,8 +16,6 @@ namespace vaxel::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr double MillimetresPerInch = 25.4;
 
 class FileSink : public ByteSink {
  public:
@@ -30,10 +29,9 @@ class FileSink : public ByteSink {
 };
 
 const CairoFunctions& Cairo() {
-  std::string error;
-  const CairoFunctions* functions = LoadCairo(error);
-  if (!functions) throw std::runtime_error(error);
-  return *functions;
+  const Result<const CairoFunctions*> functions = LoadCairo();
+  if (!functions) throw std::runtime_error(functions.Why().Words);
+  return **functions;
 }
 
 }  // namespace
@@ -69,7 +67,7 @@ Picture ThroughPdf(const DisplayList& list, const std::string& name, double dpi,
   {
     FileSink sink(pdf);
     SystemDecoder decoder;
-    EXPECT_EQ(Cairo().WritePdf(list, {"measured", 0}, &decoder, sink).Error, "");
+    EXPECT_TRUE(Cairo().WritePdf(list, {"measured", 0}, &decoder, sink).Outcome);
   }
   const std::string number = std::to_string(page + 1);
   const std::string picture = (MeasuredFolder() / (name + "-pdf-" + number)).string();
@@ -92,7 +90,7 @@ Picture ThroughPng(const DisplayList& list, const std::string& name, double dpi,
   {
     FileSink sink(png);
     SystemDecoder decoder;
-    EXPECT_EQ(Cairo().WritePng(list, page, dpi, &decoder, sink).Error, "");
+    EXPECT_TRUE(Cairo().WritePng(list, page, dpi, &decoder, sink).Outcome);
   }
   return {png.string(), dpi / MillimetresPerInch};
 }

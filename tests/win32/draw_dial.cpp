@@ -50,12 +50,10 @@ int Draw(const std::string& script, double dpi, const std::string& picture, int 
                 Milliseconds(std::chrono::steady_clock::now() - start));
   }
   OutputFile file(picture);
-  std::string failure = WriteGdiPng(run.List, 0, dpi, {.Decoder = &decoder}, file);
-  if (failure.empty()) {
-    const Result<> committed = file.Commit();
-    if (committed) return 0;
-    failure = StringTable().Text(LanguageBlock, committed.Why());
-  }
+  Result<> written = WriteGdiPng(run.List, 0, dpi, {.Decoder = &decoder}, file);
+  if (written) written = file.Commit();
+  if (written) return 0;
+  const std::string failure = StringTable().Text(LanguageBlock, written.Why());
   std::fprintf(stderr, "draw_dial: %s\n", failure.c_str());
   return 1;
 }

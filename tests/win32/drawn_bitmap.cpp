@@ -27,7 +27,7 @@ DisplayList ListOf(const DrawFunction& draw) {
   return list;
 }
 
-GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings, std::string* failure) {
+GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings, Result<>* outcome) {
   GdiBitmap bitmap(settings.Width, settings.Height);
   std::fill_n(bitmap.Pixels(), bitmap.PixelCount(), 0xFFFFFFFF);
   const BitmapDc context(bitmap);
@@ -37,7 +37,7 @@ GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings, std::str
                              : GdiRenderer(context, settings.Transform, stock, settings.LeastWidth);
   PlayPage(list, 0, renderer);
   GdiFlush();
-  if (failure) *failure = renderer.Failure();
+  if (outcome) *outcome = renderer.Outcome();
   return bitmap;
 }
 

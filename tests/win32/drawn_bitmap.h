@@ -30,7 +30,7 @@ struct DrawnSettings {
 };
 
 // White, with the first page upon it.
-GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings = {}, std::string* failure = nullptr);
+GdiBitmap Drawn(const DisplayList& list, const DrawnSettings& settings = {}, Result<>* outcome = nullptr);
 
 std::uint32_t PixelAt(const GdiBitmap& bitmap, int x, int y);
 // Around all pixels that are not white; all zero when there are none.

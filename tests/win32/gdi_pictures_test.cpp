@@ -19,11 +19,10 @@ std::string Contents(const std::string& name) {
 
 // Nothing when it cannot be decoded.
 std::vector<std::uint32_t> Decoded(const Picture& picture) {
-  std::string error;
-  const auto decoder = MakeImagingDecoder(error);
-  EXPECT_EQ(error, "");
+  const auto decoder = MakeImagingDecoder();
+  EXPECT_TRUE(decoder);
   std::vector<std::uint32_t> pixels;
-  if (!decoder || !decoder->Decode(picture, pixels)) pixels.clear();
+  if (!decoder || !(*decoder)->Decode(picture, pixels)) pixels.clear();
   return pixels;
 }
 

@@ -71,9 +71,9 @@ TEST(GdiRenderer, PutsEveryEdgeWithinHalfAPixel) {
     for (int step = 0; step < 7; ++step) {
       const Point place = {40 + step * 0.0143, 40 + step * 0.0271};
       const DisplayList list = ListOf([&](DisplayList& made) { made.Add(Placed(figure, place)); });
-      std::string failure;
-      const GdiBitmap bitmap = Drawn(list, {}, &failure);
-      EXPECT_EQ(failure, "");
+      Result<> outcome;
+      const GdiBitmap bitmap = Drawn(list, {}, &outcome);
+      EXPECT_TRUE(outcome);
       // The thinnest pen is a whole pixel.
       const double more = figure.Width > 0 && figure.Width < 0.1 ? (0.1 - figure.Width) / 2 : 0;
       const PixelEdges expected = {(place.X + figure.Left - more) * 10, (place.Y + figure.Top - more) * 10,
@@ -228,12 +228,12 @@ const FontFace Sans{"Liberation Sans", false, false};
 
 GdiBitmap DrawnText(const std::string& text, const TextShape& shape,
                     const test::DrawnSettings& settings = {}) {
-  std::string failure;
+  Result<> outcome;
   GdiBitmap bitmap = Drawn(ListOf([&](DisplayList& list) {
                              list.AddText(text, Sans, shape, {0, Black, 1, {}});
                            }),
-                           settings, &failure);
-  EXPECT_EQ(failure, "");
+                           settings, &outcome);
+  EXPECT_TRUE(outcome);
   return bitmap;
 }
 
@@ -300,9 +300,9 @@ TEST(GdiRenderer, ShowsPicturesThroughTheirAlpha) {
   EXPECT_EQ(test::PixelAt(printed, 598, 498), 0xFFFF00U);
   EXPECT_EQ(test::PixelAt(printed, 400, 201), 0x0000FFU);
   EXPECT_EQ(test::PixelAt(printed, 400, 350), 0x80007FU);
-  std::string failure;
-  Drawn(list, {}, &failure);
-  EXPECT_NE(failure, "");
+  Result<> outcome;
+  Drawn(list, {}, &outcome);
+  EXPECT_FALSE(outcome);
 }
 
 }  // namespace

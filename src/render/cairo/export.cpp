@@ -57,11 +57,11 @@ WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, PictureD
   cairo_scale(context.get(), PointsPerMillimetre, PointsPerMillimetre);
   PdfRenderer renderer(context.get(), surface.get(), decoder);
   PlayAll(list, renderer);
-  WriteResult result = renderer.Result();
-  if (!result.Error.empty()) return result;
+  WriteResult result = renderer.Written();
+  if (!result.Outcome) return result;
   cairo_surface_finish(surface.get());
   const cairo_status_t written = cairo_surface_status(surface.get());
-  if (written != CAIRO_STATUS_SUCCESS) result.Error = cairo_status_to_string(written);
+  if (written != CAIRO_STATUS_SUCCESS) result.Outcome = Failure{.Words = cairo_status_to_string(written)};
   return result;
 }
 
@@ -71,7 +71,7 @@ WriteResult WithoutThrowing(Function function) {
   try {
     return function();
   } catch (const std::exception& error) {
-    return {error.what()};
+    return {Failure{.Words = error.what()}};
   }
 }
 

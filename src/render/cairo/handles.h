@@ -1,3 +1,4 @@
+// Cairo's objects, owned.
 #pragma once
 
 #include <cairo.h>

@@ -1,3 +1,4 @@
+// Text in the fonts and scripts that Cairo alone cannot set.
 #pragma once
 
 #include <cairo.h>

@@ -1,3 +1,4 @@
+// Pictures on a Cairo context.
 #pragma once
 
 #include <cairo.h>

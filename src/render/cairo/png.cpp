@@ -12,6 +12,7 @@
 #include "base/units.h"
 #include "render/cairo/handles.h"
 #include "render/cairo/renderer.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 namespace {
@@ -61,13 +62,14 @@ bool Encode(png_structp png, png_infop info, cairo_surface_t* surface, double dp
   return true;
 }
 
-std::string EncodeSurface(cairo_surface_t* surface, double dpi, ByteSink& sink) {
+Result<> EncodeSurface(cairo_surface_t* surface, double dpi, ByteSink& sink) {
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
   png_infop info = png ? png_create_info_struct(png) : nullptr;
   std::vector<png_byte> row(3 * static_cast<std::size_t>(cairo_image_surface_get_width(surface)));
   const bool done = info && Encode(png, info, surface, dpi, row, sink);
   png_destroy_write_struct(&png, &info);
-  return done ? std::string() : "the PNG picture could not be encoded";
+  if (!done) return Failure{.Text = TextId::PngNotEncoded};
+  return {};
 }
 
 }  // namespace
@@ -79,7 +81,7 @@ WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, Pict
   const double width = std::ceil(drawn.Width * scale - 1e-6);
   const double height = std::ceil(drawn.Height * scale - 1e-6);
   if (!(width >= 1 && height >= 1 && width <= MaxSide && height <= MaxSide && width * height <= MaxArea)) {
-    return {"a PNG picture has 1 to 32767 pixels a side and 400 million in all; choose another --dpi"};
+    return {Failure{.Text = TextId::CliPngSize}};
   }
   const UniqueSurface surface(
       cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)));
@@ -89,10 +91,10 @@ WriteResult WritePng(const DisplayList& list, std::size_t page, double dpi, Pict
   cairo_scale(context.get(), scale, scale);
   CairoRenderer renderer(context.get(), decoder, 1 / scale);
   PlayPage(list, page, renderer);
-  WriteResult result = renderer.Result();
-  if (!result.Error.empty()) return result;
+  WriteResult result = renderer.Written();
+  if (!result.Outcome) return result;
   cairo_surface_flush(surface.get());
-  result.Error = EncodeSurface(surface.get(), dpi, sink);
+  result.Outcome = EncodeSurface(surface.get(), dpi, sink);
   return result;
 }
 

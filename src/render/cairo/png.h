@@ -1,3 +1,4 @@
+// PNG files by way of Cairo.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 #include "render/cairo/renderer.h"
+#include "resources/text_id.h"
 
 #include <algorithm>
 #include <array>
@@ -47,12 +48,12 @@ CairoRenderer::CairoRenderer(cairo_t* context, PictureDecoder* decoder, double l
   reach_ = maxUnits / matrix.xx;
 }
 
-WriteResult CairoRenderer::Result() const {
+WriteResult CairoRenderer::Written() const {
   WriteResult result;
   const cairo_status_t status = cairo_status(context_);
-  if (texts_) result = {texts_->Failure(), texts_->Replaced()};
-  if (!failure_.empty()) result.Error = failure_;
-  if (status != CAIRO_STATUS_SUCCESS) result.Error = cairo_status_to_string(status);
+  if (texts_) result = {texts_->Outcome(), texts_->Replaced()};
+  if (!outcome_) result.Outcome = outcome_;
+  if (status != CAIRO_STATUS_SUCCESS) result.Outcome = Failure{.Words = cairo_status_to_string(status)};
   return result;
 }
 
@@ -173,7 +174,7 @@ void CairoRenderer::Image(const Operation&, const PictureShape& shape, const Pic
   if (shape.Width < LeastSize || shape.Height < LeastSize) return;
   cairo_surface_t* const surface = pictures_.SurfaceOf(picture);
   if (!surface) {
-    if (failure_.empty()) failure_ = "the picture " + picture.Name + " cannot be decoded";
+    if (outcome_) outcome_ = Failure{.Text = TextId::PictureNotDecoded, .Words = picture.Name};
     return;
   }
   cairo_save(context_);

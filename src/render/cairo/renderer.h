@@ -1,9 +1,9 @@
+// The renderer of PDF and PNG.
 #pragma once
 
 #include <cairo.h>
 
 #include <memory>
-#include <string>
 
 #include "render/cairo/pictures.h"
 #include "render/cairo/text.h"
@@ -34,7 +34,7 @@ class CairoRenderer : public Renderer {
   void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;
 
   // What has come of the drawing so far.
-  WriteResult Result() const;
+  WriteResult Written() const;
 
  private:
   void SetInk(Colour colour);
@@ -46,7 +46,7 @@ class CairoRenderer : public Renderer {
   double reach_;                      // mm from the origin
   std::unique_ptr<CairoText> texts_;  // made for the first text
   CairoPictures pictures_;
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel

@@ -91,9 +91,16 @@ CairoText::CairoText(cairo_t* context, double reach)
 void CairoText::Draw(const TextShape& shape, std::string_view text, const FontFace& face) {
   // Smaller than any device can show, and soon too small for Cairo to compute with.
   constexpr double smallest = 0.001;
-  if (shape.Size < smallest || !failure_.empty() || DrawPlainly(shape, text, face)) return;
-  if (!system_) system_ = LoadPango(failure_);
-  if (system_) system_->Draw(context_, shape, text, face, reach_);
+  if (shape.Size < smallest || !outcome_ || DrawPlainly(shape, text, face)) return;
+  if (!system_) {
+    auto loaded = LoadPango();
+    if (!loaded) {
+      outcome_ = loaded.Why();
+      return;
+    }
+    system_ = *std::move(loaded);
+  }
+  system_->Draw(context_, shape, text, face, reach_);
 }
 
 // False when the text needs more than glyphs beside one another, or leads too far.

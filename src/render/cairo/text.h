@@ -1,3 +1,4 @@
+// Text on a Cairo context.
 #pragma once
 
 #include <cairo.h>
@@ -25,8 +26,8 @@ class CairoText {
 
   // Draws with the context's source.
   void Draw(const TextShape& shape, std::string_view text, const FontFace& face);
-  // Why there are texts that could not be drawn; empty when there are none.
-  const std::string& Failure() const { return failure_; }
+  // It fails when there are texts that could not be drawn.
+  const Result<>& Outcome() const { return outcome_; }
   // The standard fonts of what was drawn that neither are there nor have one of the same widths.
   const std::vector<FontReplacement>& Replaced() const { return replaced_; }
 
@@ -40,7 +41,7 @@ class CairoText {
   std::map<const FaceTable*, UniqueFontFace> fonts_;  // finding one takes long: each is looked for once
   std::vector<FontReplacement> replaced_;
   std::unique_ptr<SystemText> system_;  // loaded for the first text that needs it
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel

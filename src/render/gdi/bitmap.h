@@ -1,3 +1,4 @@
+// Bitmaps whose pixels the program can read and write.
 #pragma once
 
 #include <windows.h>

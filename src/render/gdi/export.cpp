@@ -10,6 +10,7 @@
 #include "render/gdi/imaging.h"
 #include "render/gdi/renderer.h"
 #include "render/gdi/view.h"
+#include "resources/text_id.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -18,7 +19,6 @@ namespace {
 constexpr double UnitsPerMm = 100;
 constexpr double MaxSide = 32767;
 constexpr double MaxArea = 400e6;
-constexpr const char* NotEncoded = "the picture cannot be encoded";
 
 struct MetafileDeleter {
   using pointer = HENHMETAFILE;
@@ -115,7 +115,7 @@ class PngFile {
 
 }  // namespace
 
-std::string WriteEmf(const DisplayList& list, std::size_t page, const GdiExport& how, ByteSink& sink) {
+Result<> WriteEmf(const DisplayList& list, std::size_t page, const GdiExport& how, ByteSink& sink) {
   const Page& drawn = list.Pages()[page];
   const RECT frame = {0, 0, static_cast<LONG>(std::lround(drawn.Width * UnitsPerMm)),
                       static_cast<LONG>(std::lround(drawn.Height * UnitsPerMm))};
@@ -124,29 +124,29 @@ std::string WriteEmf(const DisplayList& list, std::size_t page, const GdiExport&
   (description += L'\0') += Widen(how.Title);
   description += L'\0';
   MetafileDc context(frame, description);
-  if (!context.Handle()) return "there is no memory for the metafile";
+  if (!context.Handle()) return Failure{.Text = TextId::MetafileMemory};
   CountInHundredths(context.Handle());
   GdiStock stock(how.Decoder, how.NudgesRightAngles);
   GdiRenderer renderer(context.Handle(), {UnitsPerMm, UnitsPerMm, 0, 0}, stock, list);
   PlayPage(list, page, renderer);
-  if (!renderer.Failure().empty()) return renderer.Failure();
+  if (!renderer.Outcome()) return renderer.Outcome();
   const UniqueMetafile file = context.Close();
   const UINT size = file ? GetEnhMetaFileBits(file.get(), 0, nullptr) : 0;
   std::string bytes(size, '\0');
   if (size == 0 || GetEnhMetaFileBits(file.get(), size, reinterpret_cast<BYTE*>(bytes.data())) != size)
-    return "the metafile cannot be made";
+    return Failure{.Text = TextId::MetafileNotMade};
   sink.Write(bytes);
   return {};
 }
 
-std::string WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, const GdiExport& how,
-                        ByteSink& sink) {
+Result<> WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, const GdiExport& how,
+                     ByteSink& sink) {
   const Page& drawn = list.Pages()[page];
   const double scale = dpi / MillimetresPerInch;
   const double width = std::ceil(drawn.Width * scale - 1e-6), height = std::ceil(drawn.Height * scale - 1e-6);
   const bool fits =
       std::min(width, height) >= 1 && std::max(width, height) <= MaxSide && width * height <= MaxArea;
-  if (!fits) return "a PNG picture has 1 to 32767 pixels a side and 400 million in all";
+  if (!fits) return Failure{.Text = TextId::PngSize};
   const ViewFrame frame = {.Width = static_cast<int>(width),
                            .Height = static_cast<int>(height),
                            .Place = {scale, scale, 0, 0},
@@ -155,8 +155,9 @@ std::string WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, c
   GdiView view(list, how.Decoder, how.NudgesRightAngles);
   const bool written = view.DrawRows(
       page, frame, [&](const std::uint32_t* pixels, int rows) { return file.Write(pixels, rows); });
-  if (!view.Failure().empty()) return view.Failure();
-  return written && file.Finish(sink) ? "" : NotEncoded;
+  if (!view.Outcome()) return view.Outcome();
+  if (!written || !file.Finish(sink)) return Failure{.Text = TextId::DrawingNotEncoded};
+  return {};
 }
 
 }  // namespace vaxel

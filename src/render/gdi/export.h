@@ -1,11 +1,12 @@
-// Files that Windows writes itself. All functions return the reason, in English, when nothing usable was
-// written, and pass on what they write only when it is complete.
+// Files that Windows writes itself. All functions fail when nothing usable was written, and pass on what they
+// write only when it is complete.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
 #include "base/byte_sink.h"
+#include "base/result.h"
 #include "drawing/display_list.h"
 
 namespace vaxel {
@@ -17,11 +18,11 @@ struct GdiExport {
 };
 
 // An enhanced metafile of the page, at true size, in hundredths of a millimetre.
-std::string WriteEmf(const DisplayList& list, std::size_t page, const GdiExport& how, ByteSink& sink);
+Result<> WriteEmf(const DisplayList& list, std::size_t page, const GdiExport& how, ByteSink& sink);
 
 // An antialiased picture of the page on white, which says its density. Strokes are as wide as they say. Of 1
 // to 32767 pixels a side and 400 million in all.
-std::string WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, const GdiExport& how,
-                        ByteSink& sink);
+Result<> WriteGdiPng(const DisplayList& list, std::size_t page, double dpi, const GdiExport& how,
+                     ByteSink& sink);
 
 }  // namespace vaxel

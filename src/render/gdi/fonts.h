@@ -1,3 +1,4 @@
+// Fonts of Windows that set a text as long as it was measured.
 #pragma once
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// The way into the imaging component of Windows.
 #pragma once
 
 #include <objbase.h>
@@ -9,7 +10,5 @@ namespace vaxel {
 
 // The imaging component of Windows, for the thread that asks for it; null when it is not there.
 UniqueCom<IWICImagingFactory> MakeImagingFactory();
-
-inline constexpr const char* NoImaging = "the imaging component of Windows is missing";
 
 }  // namespace vaxel

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "render/gdi/imaging.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 namespace {
@@ -49,11 +50,10 @@ class ImagingDecoder : public PictureDecoder {
 
 }  // namespace
 
-std::unique_ptr<PictureDecoder> MakeImagingDecoder(std::string& error) {
+Result<std::unique_ptr<PictureDecoder>> MakeImagingDecoder() {
   auto factory = MakeImagingFactory();
-  if (factory) return std::make_unique<ImagingDecoder>(std::move(factory));
-  error = NoImaging;
-  return nullptr;
+  if (!factory) return Failure{.Text = TextId::ImagingMissing};
+  return std::unique_ptr<PictureDecoder>(std::make_unique<ImagingDecoder>(std::move(factory)));
 }
 
 }  // namespace vaxel

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
+#include "base/result.h"
 #include "drawing/picture.h"
 
 namespace vaxel {
 
-// To be used on the thread that made it. Null, with the reason in error, when the component is not there.
-std::unique_ptr<PictureDecoder> MakeImagingDecoder(std::string& error);
+// The decoder is to be used on the thread that made it. It fails when the component is not there.
+Result<std::unique_ptr<PictureDecoder>> MakeImagingDecoder();
 
 }  // namespace vaxel

@@ -11,6 +11,7 @@
 
 #include "base/units.h"
 #include "render/gdi/renderer.h"
+#include "resources/text_id.h"
 #include "winbase/gdi_handles.h"
 #include "winbase/wide_text.h"
 
@@ -108,16 +109,14 @@ bool IsLandscape(const Page& page, const PrinterFacts& portrait) {
   return turned < asItIs;
 }
 
-// Returns what failed; the device may have been given a part of the page.
-std::string PrintPage(HDC context, const DisplayList& list, std::size_t page, GdiStock& stock) {
-  if (StartPage(context) <= 0) return "the printer does not begin a page";
+// When it fails the device may have been given a part of the page.
+Result<> PrintPage(HDC context, const DisplayList& list, std::size_t page, GdiStock& stock) {
+  if (StartPage(context) <= 0) return Failure{.Text = TextId::PrinterBeginsNoPage};
   GdiRenderer renderer(context, TrueSize(context), stock, list);
   PlayPage(list, page, renderer);
-  if (EndPage(context) <= 0) return "the printer does not end a page";
-  return renderer.Failure();
+  if (EndPage(context) <= 0) return Failure{.Text = TextId::PrinterEndsNoPage};
+  return renderer.Outcome();
 }
-
-constexpr const char* NoPrinter = "there is no such printer";
 
 }  // namespace
 
@@ -130,23 +129,22 @@ std::string DefaultPrinter() {
   return Narrow(name);
 }
 
-std::optional<PrinterFacts> FactsOf(const std::string& printer, std::string& error) {
+Result<PrinterFacts> FactsOf(const std::string& printer) {
   const std::wstring name = Widen(printer);
   PrinterSettings settings(name);
   if (settings) settings.Turn(false);
   const UniqueDc context(settings ? CreateICW(nullptr, name.c_str(), nullptr, settings.Mode()) : nullptr);
-  if (context) return FactsOf(context.get());
-  error = NoPrinter;
-  return std::nullopt;
+  if (!context) return Failure{.Text = TextId::PrinterUnknown};
+  return FactsOf(context.get());
 }
 
-std::string Print(const DisplayList& list, const PrintJob& job) {
+Result<> Print(const DisplayList& list, const PrintJob& job) {
   const std::wstring name = Widen(job.Printer);
   PrinterSettings settings(name);
-  if (!settings) return NoPrinter;
+  if (!settings) return Failure{.Text = TextId::PrinterUnknown};
   settings.Turn(false);
   const UniqueDc context(CreateDCW(nullptr, name.c_str(), nullptr, settings.Mode()));
-  if (!context) return NoPrinter;
+  if (!context) return Failure{.Text = TextId::PrinterUnknown};
   const PrinterFacts portrait = FactsOf(context.get());
   GdiStock stock(job.Decoder, job.NudgesRightAngles);
   bool isTurned = false;
@@ -157,16 +155,18 @@ std::string Print(const DisplayList& list, const PrintJob& job) {
     return ResetDCW(context.get(), settings.Mode()) != nullptr;
   };
   // Some printers take the first page's orientation for the document's.
-  if (!list.Pages().empty() && !turn(list.Pages().front())) return "the printer cannot turn the page";
+  if (!list.Pages().empty() && !turn(list.Pages().front()))
+    return Failure{.Text = TextId::PrinterTurnsNoPage};
   Document document(context.get(), Widen(job.DocumentName));
   if (document.IsRefused()) return {};
-  if (!document.IsStarted()) return "the printer takes no document";
+  if (!document.IsStarted()) return Failure{.Text = TextId::PrinterTakesNoDocument};
   for (std::size_t page = 0; page < list.Pages().size(); ++page) {
-    if (!turn(list.Pages()[page])) return "the printer cannot turn the page";
-    std::string failure = PrintPage(context.get(), list, page, stock);
-    if (!failure.empty()) return failure;
+    if (!turn(list.Pages()[page])) return Failure{.Text = TextId::PrinterTurnsNoPage};
+    Result<> printed = PrintPage(context.get(), list, page, stock);
+    if (!printed) return printed;
   }
-  return document.Finish() ? "" : "the printer has not taken the document";
+  if (!document.Finish()) return Failure{.Text = TextId::PrinterLeavesDocument};
+  return {};
 }
 
 }  // namespace vaxel

@@ -1,9 +1,9 @@
 // Printing on the printers of Windows, at true size.
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "base/result.h"
 #include "drawing/display_list.h"
 
 namespace vaxel {
@@ -19,8 +19,8 @@ struct PrinterFacts {
   double PixelMm = 0;
 };
 
-// None, with the reason in error, when there is no such printer.
-std::optional<PrinterFacts> FactsOf(const std::string& printer, std::string& error);
+// It fails when there is no such printer.
+Result<PrinterFacts> FactsOf(const std::string& printer);
 
 struct PrintJob {
   std::string Printer;
@@ -30,9 +30,9 @@ struct PrintJob {
 };
 
 // Prints all pages as one document. The upper-left corner of a page is that of the area that the printer can
-// print on; a page that has that area's sides the other way round comes in landscape. Returns the reason, in
-// English, when the document was not printed; then nothing of it is, where the printer can still be stopped.
-// None when the user has called it off, where the printer asks for the name of a file.
-std::string Print(const DisplayList& list, const PrintJob& job);
+// print on; a page that has that area's sides the other way round comes in landscape. It fails when the
+// document was not printed; then nothing of it is, where the printer can still be stopped. That the user has
+// called it off, where the printer asks for the name of a file, is no failure.
+Result<> Print(const DisplayList& list, const PrintJob& job);
 
 }  // namespace vaxel

@@ -1,4 +1,5 @@
 #include "render/gdi/renderer.h"
+#include "resources/text_id.h"
 
 #include <algorithm>
 #include <array>
@@ -70,14 +71,14 @@ void GdiRenderer::Place(const DeviceTransform& transform) {
   stroke_.SetTolerance(tolerance);
 }
 
-void GdiRenderer::Expect(bool succeeded, const char* failure) {
-  if (!succeeded && failure_.empty()) failure_ = failure;
+void GdiRenderer::Expect(bool succeeded, TextId failure) {
+  if (!succeeded && outcome_) outcome_ = Failure{.Text = failure};
 }
 
 void GdiRenderer::BeginPage(const Page&, std::size_t number) {
   page_ = number - 1;
   saved_ = SaveDC(context_);
-  Expect(saved_ != 0, "the device cannot be drawn on");
+  Expect(saved_ != 0, TextId::DeviceNotDrawable);
   SetPolyFillMode(context_, WINDING);
 }
 
@@ -108,7 +109,7 @@ double GdiRenderer::HalfWidth(const Operation& operation) const {
 void GdiRenderer::SelectInk(Colour ink) {
   if (!brush_ || brushInk_ != ink) {
     UniqueGdi<HBRUSH> brush(CreateSolidBrush(ink));
-    Expect(brush != nullptr, "the device has no more brushes");
+    Expect(brush != nullptr, TextId::DeviceBrushes);
     if (!brush) return;
     SelectObject(context_, brush.get());
     brush_ = std::move(brush);
@@ -126,7 +127,7 @@ void GdiRenderer::SelectStroke(Colour ink, int width, PathEnds ends) {
     const DWORD style = isSquare ? PS_ENDCAP_FLAT | PS_JOIN_BEVEL : PS_ENDCAP_ROUND | PS_JOIN_ROUND;
     UniqueGdi<HPEN> pen(
         ExtCreatePen(PS_GEOMETRIC | PS_SOLID | style, static_cast<DWORD>(width), &colour, 0, nullptr));
-    Expect(pen != nullptr, "the device has no more pens");
+    Expect(pen != nullptr, TextId::DevicePens);
     if (!pen) return;
     SelectObject(context_, pen.get());
     pen_ = std::move(pen);
@@ -160,8 +161,7 @@ void GdiRenderer::FillStroke(Colour ink) {
   RoundPoints(stroke_.At(0));
   SelectObject(context_, GetStockObject(NULL_PEN));
   SelectInk(ink);
-  Expect(::Polygon(context_, points_.data(), static_cast<int>(points_.size())) != 0,
-         "the device cannot draw a stroke");
+  Expect(::Polygon(context_, points_.data(), static_cast<int>(points_.size())) != 0, TextId::DeviceStroke);
 }
 
 void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, std::span<const Point> path,
@@ -184,7 +184,7 @@ void GdiRenderer::PaintWithPen(const Operation& operation, const Fill& inside, s
   const auto count = static_cast<int>(points_.size());
   const BOOL drawn = ends == PathEnds::None ? ::Polygon(context_, points_.data(), count)
                                             : Polyline(context_, points_.data(), count);
-  Expect(drawn != 0, "the device cannot draw a figure");
+  Expect(drawn != 0, TextId::DeviceFigure);
 }
 
 PixelCanvas& GdiRenderer::Canvas() {
@@ -339,7 +339,7 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
                              .Length = std::hypot(reach.X, reach.Y),
                              .Ink = operation.Ink,
                              .SetsEach = canvas_.has_value()};
-  Expect(stock_.Fonts.Draw(context_, placed, text, face), "the device cannot draw a text");
+  Expect(stock_.Fonts.Draw(context_, placed, text, face), TextId::DeviceText);
   hasPendingTexts_ = true;
 }
 
@@ -349,7 +349,7 @@ void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, c
   if (!IsVisible(BoxOf(shape.Corner, opposite), 0)) return;
   const std::vector<std::uint32_t>* const pixels = stock_.Pictures.PixelsOf(picture);
   if (!pixels) {
-    if (failure_.empty()) failure_ = "the picture " + picture.Name + " cannot be decoded";
+    if (outcome_) outcome_ = Failure{.Text = TextId::PictureNotDecoded, .Words = picture.Name};
     return;
   }
   const POINT from = Rounded(transform_.At(shape.Corner)), to = Rounded(transform_.At(opposite));
@@ -394,7 +394,7 @@ void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape&
   const int height =
       isOpaque ? std::min(picture.Height, box.Height()) : sizeOf(picture.Height, shape.Height, box.Height());
   GdiBitmap bitmap = WithGround(operation, shape, picture, width, height);
-  Expect(static_cast<bool>(bitmap), "there is no memory for a picture");
+  Expect(static_cast<bool>(bitmap), TextId::PictureMemory);
   if (!bitmap) return;
   // The last row first: not every reader of a metafile knows the other order.
   for (int y = 0; y < height / 2; ++y) {
@@ -410,7 +410,7 @@ void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape&
   SetBrushOrgEx(context_, 0, 0, nullptr);
   const int lines = StretchDIBits(context_, box.Left, box.Top, box.Width(), box.Height(), 0, 0, width, height,
                                   bitmap.Pixels(), &info, DIB_RGB_COLORS, SRCCOPY);
-  Expect(lines != 0, "the device cannot draw a picture");
+  Expect(lines != 0, TextId::DevicePicture);
 }
 
 }  // namespace vaxel

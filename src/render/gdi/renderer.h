@@ -1,3 +1,4 @@
+// What draws pages by way of GDI: windows, printers and metafiles.
 #pragma once
 
 #include <windows.h>
@@ -10,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/result.h"
 #include "render/device_transform.h"
 #include "render/gdi/bitmap.h"
 #include "render/gdi/fonts.h"
@@ -83,8 +85,8 @@ class GdiRenderer : public Renderer {
             const FontFace& face) override;
   void Image(const Operation& operation, const PictureShape& shape, const Picture& picture) override;
 
-  // In English, what failed first; empty when nothing did.
-  const std::string& Failure() const { return failure_; }
+  // What failed first, when anything has.
+  const Result<>& Outcome() const { return outcome_; }
 
  private:
   struct Box {
@@ -117,7 +119,7 @@ class GdiRenderer : public Renderer {
                        int width, int height);
   void StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
                       const PixelView& picture);
-  void Expect(bool succeeded, const char* failure);
+  void Expect(bool succeeded, TextId failure);
 
   HDC context_;
   DeviceTransform transform_;
@@ -137,7 +139,7 @@ class GdiRenderer : public Renderer {
   Colour penInk_ = 0;
   int penWidth_ = 0;
   bool isPenSquare_ = false;
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "drawing/standard_faces.h"
+#include "winbase/gdi_handles.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -19,11 +20,9 @@ constexpr int FontPixels = 2048;
 
 class GdiMeasurer : public TextMeasurer {
  public:
-  GdiMeasurer() : context_(CreateCompatibleDC(nullptr)), font_(fonts_) {}
-  ~GdiMeasurer() override {
-    SelectObject(context_, GetStockObject(SYSTEM_FONT));
-    DeleteDC(context_);
-  }
+  GdiMeasurer() : font_(fonts_) {}
+  // A font in use cannot be deleted.
+  ~GdiMeasurer() override { SelectObject(Context(), GetStockObject(SYSTEM_FONT)); }
   GdiMeasurer(const GdiMeasurer&) = delete;
   GdiMeasurer& operator=(const GdiMeasurer&) = delete;
 
@@ -31,7 +30,7 @@ class GdiMeasurer : public TextMeasurer {
     SelectFace(face);
     OUTLINETEXTMETRICW metrics{};
     metrics.otmSize = sizeof metrics;
-    if (GetOutlineTextMetricsW(context_, sizeof metrics, &metrics) == 0) return standIn_.Metrics(face);
+    if (GetOutlineTextMetricsW(Context(), sizeof metrics, &metrics) == 0) return standIn_.Metrics(face);
     const double thickness = std::max(InSizes(metrics.otmsUnderscoreSize), 0.01);
     return {InSizes(metrics.otmTextMetrics.tmAscent), InSizes(metrics.otmTextMetrics.tmDescent),
             InSizes(metrics.otmsUnderscorePosition) - thickness / 2, thickness};
@@ -48,7 +47,7 @@ class GdiMeasurer : public TextMeasurer {
       std::size_t count = std::min(stretch, wide.size() - i);
       // Not between the two halves of one character.
       if (i + count < wide.size() && wide[i + count] >= 0xDC00 && wide[i + count] < 0xE000) ++count;
-      GetTextExtentPoint32W(context_, wide.data() + i, static_cast<int>(count), &size);
+      GetTextExtentPoint32W(Context(), wide.data() + i, static_cast<int>(count), &size);
       width += InSizes(size.cx);
       i += count;
     }
@@ -58,12 +57,13 @@ class GdiMeasurer : public TextMeasurer {
   std::string Replacement(const FontFace& face) override {
     SelectFace(face);
     wchar_t name[LF_FACESIZE] = {};
-    GetTextFaceW(context_, LF_FACESIZE, name);
+    GetTextFaceW(Context(), LF_FACESIZE, name);
     const std::string used = Narrow(name);
     return EqualIgnoringCase(used, face.Name) ? std::string() : used;
   }
 
  private:
+  HDC Context() const { return context_.get(); }
   static double InSizes(double pixels) { return pixels / FontPixels; }
 
   void SelectFace(const FontFace& face) {
@@ -75,12 +75,12 @@ class GdiMeasurer : public TextMeasurer {
     description.Weight = face.Bold ? FW_BOLD : FW_NORMAL;
     description.Italic = face.Italic;
     // A font in use cannot be deleted.
-    SelectObject(context_, GetStockObject(SYSTEM_FONT));
+    SelectObject(Context(), GetStockObject(SYSTEM_FONT));
     font_.LogFont(description);
-    SelectObject(context_, font_.Handle());
+    SelectObject(Context(), font_.Handle());
   }
 
-  HDC context_;
+  UniqueDc context_{CreateCompatibleDC(nullptr)};
   GdiDeviceFonts fonts_;
   CLogFont font_;
   FontFace face_;

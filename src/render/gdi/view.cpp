@@ -1,4 +1,5 @@
 #include "render/gdi/view.h"
+#include "resources/text_id.h"
 
 #include <emmintrin.h>
 
@@ -44,7 +45,7 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
   GdiBitmap band(drawnWidth, bandRows * Multiple);
   std::vector<std::uint32_t> rows(static_cast<std::size_t>(frame.Width) * static_cast<std::size_t>(bandRows));
   if (!band) {
-    if (failure_.empty()) failure_ = "there is no memory for the picture";
+    if (outcome_) outcome_ = Failure{.Text = TextId::DrawingMemory};
     return false;
   }
   const BitmapDc context(band);
@@ -66,14 +67,14 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     }
     if (!take(rows.data(), count)) return false;
   }
-  if (failure_.empty()) failure_ = renderer.Failure();
+  if (outcome_) outcome_ = renderer.Outcome();
   return true;
 }
 
 GdiBitmap GdiView::Draw(std::size_t page, const ViewFrame& frame, const PlayWatch& goOn) {
   GdiBitmap bitmap(frame.Width, frame.Height);
   if (!bitmap) {
-    if (failure_.empty()) failure_ = "there is no memory for the picture";
+    if (outcome_) outcome_ = Failure{.Text = TextId::DrawingMemory};
     return {};
   }
   std::uint32_t* next = bitmap.Pixels();

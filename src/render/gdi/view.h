@@ -1,10 +1,11 @@
+// The drawing as the window shows it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <string>
 
+#include "base/result.h"
 #include "render/gdi/bitmap.h"
 #include "render/gdi/renderer.h"
 
@@ -33,13 +34,13 @@ class GdiView {
   using RowTaker = std::function<bool(const std::uint32_t* pixels, int rows)>;
   bool DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take, const PlayWatch& goOn = {});
 
-  // In English, what failed first since the view was made; empty when nothing did.
-  const std::string& Failure() const { return failure_; }
+  // What failed first since the view was made, when anything has.
+  const Result<>& Outcome() const { return outcome_; }
 
  private:
   const DisplayList& list_;
   GdiStock stock_;
-  std::string failure_;
+  Result<> outcome_;
 };
 
 }  // namespace vaxel
