@@ -24,6 +24,8 @@ constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 //   Variables   in which parameters references to variables are replaced
 //   Compile     what reads the line in its own way; the handler may then be missing
 //   Shown       the keyword that users see instead of this one
+//   IsAddition  whether the language did not always have the command
+//   Block       whether it begins or ends a loop
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
     {"%",
@@ -98,6 +100,10 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"Police", RunPolice, Help::Police},
     {"Poly", RunPoly, Help::Poly, {.Sets = Drawn}},
     {"PolyP", RunPolyP, Help::Poly, {.Sets = Drawn}},
+    {"Pour",
+     nullptr,
+     Help::Pour,
+     {.Variables = VariableUse::Raw, .Compile = CompilePour, .IsAddition = true, .Block = BlockEdge::Begin}},
     {"QA", RunQA, Help::QA, {.Sets = Drawn}},
     {"QA1", RunQA1, Help::QA, {.Sets = Drawn}},
     {"QA12", RunQA12, Help::QA, {.Sets = Drawn}},
@@ -114,6 +120,10 @@ constexpr std::array Rows = std::to_array<CommandRow>({
      Help::IF,
      {.Form = LineForm::Condition, .Variables = VariableUse::Raw, .Compile = CompileIFT, .Shown = "IFT"}},
     {"Stop", RunStop, Help::Stop},
+    {"Suivant",
+     nullptr,
+     Help::Suivant,
+     {.Variables = VariableUse::Raw, .Compile = CompileSuivant, .IsAddition = true, .Block = BlockEdge::End}},
     {"TailleP", RunTailleP, Help::TailleP, {.Variables = VariableUse::Raw}},
     // The handler sets the bit itself, when it has written the blank that precedes the first text of a page.
     {"Texte", RunTexte, Help::Texte, {.Form = LineForm::Text, .TextFrom = 5}},

@@ -81,6 +81,10 @@ Handler RunQA1;
 Handler RunQA2;
 Handler RunQA12;
 
+// loop_commands.cpp
+Compiler CompilePour;
+Compiler CompileSuivant;
+
 // palette_commands.cpp
 Handler RunPalCoul;
 Handler RunPalCoul2;

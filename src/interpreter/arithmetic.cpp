@@ -18,6 +18,11 @@ double DecimalLogarithm(double x) {
   return static_cast<double>(std::log(static_cast<long double>(x)) / std::log(10.0L));
 }
 
+double NaturalLogarithm(double x) {
+  if (x <= 0) throw ScriptFault(FaultReason::Domain);
+  return std::log(x);
+}
+
 double Sign(double x) {
   return x > 0 ? 1 : x < 0 ? -1 : 0;
 }
@@ -27,7 +32,7 @@ struct Function {
   double (*Value)(double);
 };
 
-constexpr std::array<Function, 13> Functions = {{
+constexpr std::array<Function, 16> Functions = {{
     {"SIN", [](double x) { return std::sin(x * RadiansPerDegree); }},
     {"COS", [](double x) { return std::cos(x * RadiansPerDegree); }},
     {"TAN", [](double x) { return std::tan(x * RadiansPerDegree); }},
@@ -41,6 +46,9 @@ constexpr std::array<Function, 13> Functions = {{
     {"ABS", [](double x) { return std::abs(x); }},
     {"SGN", Sign},
     {"FIX", [](double x) { return std::trunc(x); }},
+    {"EXP", [](double x) { return std::exp(x); }},
+    {"LN", NaturalLogarithm},
+    {"INT", [](double x) { return std::floor(x); }},
 }};
 
 }  // namespace

@@ -57,6 +57,9 @@ enum class LineForm : std::uint8_t {
                // characters; an apostrophe begins no comment in the whole line
 };
 
+// Whether the command is an edge of a loop, all lines of which lie between two commands.
+enum class BlockEdge : std::uint8_t { None, Begin, End };
+
 // What sets a command apart from most others.
 struct CommandRules {
   static constexpr std::int16_t NoLimit = 0x7FFF;
@@ -69,6 +72,8 @@ struct CommandRules {
   VariableUse Variables = VariableUse::Replaced;
   CommandCompiler Compile = nullptr;  // null: the handler runs all lines
   std::string_view Shown{};           // the keyword that users see instead; empty: the row's own
+  bool IsAddition = false;            // the language did not always have it; the manual says which these are
+  BlockEdge Block = BlockEdge::None;
 };
 
 // One keyword of the language.

@@ -6,8 +6,9 @@
 // precision between operations.
 //
 // Functions, the name directly before its "(": SIN COS TAN ASIN ACOS ATAN in degrees, SINH COSH, LOG
-// (decimal), SQR, ABS, SGN, FIX (truncation), RND and RND0 to RND9 (decimals, halves away from zero), and
-// NBP(text), the number of parameters in the text. Names may be in any case.
+// (decimal), LN, EXP, SQR, ABS, SGN, FIX (truncation), INT (the floor), RND and RND0 to RND9 (decimals,
+// halves away from zero), NBP(text), the number of parameters in the text, and PAR(n, text), the number that
+// is the n-th of them. PI is a number. Names may be in any case.
 #pragma once
 
 #include <string_view>
@@ -26,7 +27,7 @@ struct Evaluation {
 inline constexpr int MaxParentheses = 200;
 
 // A division by zero, an argument outside a function's domain, a result that is not finite and parentheses
-// nested too deep are faults. separator stands between the parameters that NBP counts.
+// nested too deep are faults. separator stands between the parameters that NBP and PAR count.
 Evaluation Evaluate(std::string_view text, std::string_view separator = ",");
 
 }  // namespace vaxel

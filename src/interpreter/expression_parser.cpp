@@ -5,9 +5,11 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <numbers>
 
 #include "base/text.h"
 #include "interpreter/evaluator.h"
+#include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
 
 namespace vaxel {
@@ -38,6 +40,8 @@ class ExpressionParser {
   bool FunctionCall();
   bool RoundCall(std::size_t end);
   bool CountCall(std::size_t open);
+  bool ElementCall(std::size_t open);
+  bool Element(std::string_view number, std::string_view list);
 
   Operator ReadOperator();
   std::size_t MatchingParenthesis(std::size_t open) const;
@@ -238,8 +242,14 @@ bool ExpressionParser::FunctionCall() {
   while (end < text_.size() && IsFunctionLetter(text_[end])) ++end;
   const std::string_view name = text_.substr(position_, end - position_);
   if (EqualIgnoringCase(name, "RND")) return RoundCall(end);
+  if (EqualIgnoringCase(name, "PI")) {
+    position_ = end;
+    Push({std::numbers::pi});
+    return true;
+  }
   if (end == text_.size() || text_[end] != '(') return false;
   if (EqualIgnoringCase(name, "NBP")) return CountCall(end);
+  if (EqualIgnoringCase(name, "PAR")) return ElementCall(end);
   const auto function = FindFunction(name);
   if (!function) return false;
   position_ = end;
@@ -267,6 +277,37 @@ bool ExpressionParser::CountCall(std::size_t open) {
   Push({list.empty() ? 0 : static_cast<double>(CountOf(list, separator_) + 1)});
   position_ = close + 1;
   return true;
+}
+
+bool ExpressionParser::ElementCall(std::size_t open) {
+  const std::size_t close = MatchingParenthesis(open);
+  if (close == std::string_view::npos) return false;
+  const std::string_view text = text_.substr(open + 1, close - open - 1);
+  if (scope_ && text.find('%') != std::string_view::npos) return false;
+  const std::size_t end = text.find(separator_);
+  if (end == std::string_view::npos || !Element(text.substr(0, end), text.substr(end + separator_.size()))) {
+    return Fail(FaultReason::NotAnElement);
+  }
+  position_ = close + 1;
+  return true;
+}
+
+// The result is false where the list has no such element, or that is no number.
+bool ExpressionParser::Element(std::string_view number, std::string_view list) {
+  try {
+    const Evaluation n = Evaluate(number, separator_);
+    if (!n.HasValue || !n.Complete || n.Value < 1 || n.Value != std::trunc(n.Value)) return false;
+    for (double before = 1; before < n.Value; ++before) {
+      const std::size_t end = list.find(separator_);
+      if (end == std::string_view::npos) return false;
+      list.remove_prefix(end + separator_.size());
+    }
+    const Evaluation element = Evaluate(list.substr(0, list.find(separator_)), separator_);
+    if (element.HasValue && element.Complete) Push({element.Value});
+    return element.HasValue && element.Complete;
+  } catch (const ScriptFault&) {
+    return false;
+  }
 }
 
 }  // namespace

@@ -16,8 +16,18 @@ namespace {
 
 constexpr std::string_view DegreeSign = "°";
 
+// Whether the text ends in the name of a number.
+bool EndsInConstant(std::string_view text) {
+  constexpr std::string_view name = "PI";
+  if (text.size() < name.size() || !EqualIgnoringCase(text.substr(text.size() - name.size()), name))
+    return false;
+  const char before = text.size() == name.size() ? ' ' : text[text.size() - name.size() - 1];
+  return std::string_view(" +-*/^(").find(before) != std::string_view::npos;
+}
+
 std::string_view WithoutUnitMark(std::string_view number) {
-  const bool hasMark = !number.empty() && !IsDigit(number.back()) && number.back() != ')';
+  const bool hasMark =
+      !number.empty() && !IsDigit(number.back()) && number.back() != ')' && !EndsInConstant(number);
   return hasMark ? DropLastCharacter(number) : number;
 }
 

@@ -31,6 +31,7 @@ void RunLevel(RunContext& run) {
   lines.Begin(level.Text);
   level.Labels.Collect(lines.Reader, level.Line);
   lines.Reader.Seek(0, 1);
+  level.Loops.Collect(level.Text, run.Commands, level.Line);
   while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
     // What an included script draws belongs to the line that includes it.
@@ -145,6 +146,7 @@ bool Jump::Find(RunContext& run) {
   ScriptLevel& level = run.Level();
   const std::optional<Label> place = PlaceOf(level, target_);
   if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
+  level.Loops.CheckJump(level.Line.Number, place->LineNumber);
   isBack_ = place->LineNumber <= level.Line.Number;
   line_ = level.Lines->GoTo(*place, isBack_);
   return isBack_;

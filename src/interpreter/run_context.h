@@ -21,6 +21,7 @@
 #include "interpreter/data_file.h"
 #include "interpreter/label_table.h"
 #include "interpreter/line_reader.h"
+#include "interpreter/loop_table.h"
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
@@ -42,6 +43,7 @@ struct ScriptLevel {
   LogicalLine Line;                          // the one being run
   std::string FileName;                      // as shown in reports; empty for an unsaved text
   LabelTable Labels;
+  LoopTable Loops;
   VariableTable Variables;
   Pen CurrentPen;
   Point Position;  // where the including line placed its centre, from its own
