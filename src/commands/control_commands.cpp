@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/text.h"
 #include "base/text_encoding.h"
@@ -13,6 +14,7 @@
 #include "commands/point_notation.h"
 #include "interpreter/comparison.h"
 #include "interpreter/compiled_line.h"
+#include "interpreter/data_fields.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 
@@ -144,6 +146,12 @@ std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::str
   return {name, std::move(value)};
 }
 
+// The separator of fields as LVar names it; a TAB and a blank cannot be written as such.
+std::string_view FieldSeparator(std::string_view name) {
+  if (EqualIgnoringCase(name, "TAB")) return "\t";
+  return name.empty() ? " " : name;
+}
+
 }  // namespace
 
 std::unique_ptr<CompiledCommand> CompileIF(std::string_view, std::string_view text) {
@@ -202,9 +210,20 @@ void RunOpen(RunContext& run, const Parameters& parameters) {
 void RunLVar(RunContext& run, const Parameters& parameters) {
   DataFile& data = run.Level().Data;
   if (!data.IsOpen()) throw ScriptFault(FaultReason::NoDataFile);
-  const std::string_view line = Trim(data.Next());
+  const std::string_view line = data.Next();
   if (line.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
-  run.SetVariable(parameters.Trimmed(1), line);
+  std::vector<std::string_view> names;
+  for (std::size_t n = 1; n <= parameters.Count(); ++n) names.push_back(parameters.Trimmed(n));
+  const bool namesSeparator = names.size() > 1 && !names.back().starts_with('%');
+  const std::string_view separator = namesSeparator ? FieldSeparator(names.back()) : std::string_view();
+  if (namesSeparator) names.pop_back();
+  // A line for one variable alone is taken as it stands.
+  const bool isWhole = names.size() == 1 && !namesSeparator;
+  std::vector<std::string> fields =
+      isWhole ? std::vector<std::string>{std::string(line)} : SplitFields(line, names.size(), separator);
+  if (isWhole) std::replace(fields[0].begin(), fields[0].end(), '\t', ' ');
+  fields.resize(names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) run.SetVariable(names[i], Trim(fields[i]));
 }
 
 void RunInput(RunContext& run, const Parameters& parameters) {

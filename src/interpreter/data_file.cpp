@@ -1,6 +1,5 @@
 #include "interpreter/data_file.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/text_encoding.h"
@@ -9,7 +8,6 @@ namespace vaxel {
 
 void DataFile::Open(std::string text) {
   text_ = NormaliseLineEnds(std::move(text));
-  std::replace(text_.begin(), text_.end(), '\t', ' ');
   position_ = 0;
   isOpen_ = true;
   PassComments();

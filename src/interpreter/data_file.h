@@ -7,8 +7,8 @@
 
 namespace vaxel {
 
-// A data file that is read line by line; lines that begin with an apostrophe are comments, and a TAB is a
-// blank as in a script. Before a text is opened the file is empty and at its end.
+// A data file that is read line by line; lines that begin with an apostrophe are comments. Before a text is
+// opened the file is empty and at its end.
 class DataFile {
  public:
   // The text may have any line ends.
@@ -24,7 +24,7 @@ class DataFile {
   std::string_view LineAt(std::size_t position) const;
   void PassComments();
 
-  std::string text_;  // lines end in LF, without TABs
+  std::string text_;  // lines end in LF
   std::size_t position_ = 0;
   bool isOpen_ = false;
 };
