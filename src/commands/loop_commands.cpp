@@ -49,8 +49,9 @@ class Bound {
     if (isProgram_ && variables.HoldNumbers(expression_.Variables)) {
       return program_.Compute(expression_, variables);
     }
-    const Evaluation value = Evaluate(run.Substitute(text_), run.Separators.First);
-    if (!value.HasValue || !value.Complete) FailExpression(text_);
+    const std::string text = run.Substitute(text_);
+    const Evaluation value = Evaluate(text, run.Separators.First);
+    if (!value.HasValue || !value.Complete) FailExpression(text);
     return value.Value;
   }
 
