@@ -24,6 +24,7 @@ constexpr std::int16_t Included = OrderDrawn | OrderIncluded;
 //   Variables   in which parameters references to variables are replaced
 //   Compile     what reads the line in its own way; the handler may then be missing
 //   Shown       the keyword that users see instead of this one
+//   IsAddition  whether the language did not always have the command
 constexpr std::array Rows = std::to_array<CommandRow>({
     // An assignment: its keyword is the name of a variable, "%" stands for all of them.
     {"%",
@@ -35,6 +36,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
       .Shown = "%Var"}},
     {"+", RunPlus, Help::Plus, {.Sets = Drawn, .Shown = "Plus"}},
     {"?", RunCurrentPoint, Help::CurrentPoint, {.Variables = VariableUse::Raw}},
+    {"Aiguille", RunAiguille, Help::Aiguille, {.Sets = Drawn, .IsAddition = true}},
     {"Arc", RunArc, Help::Arc, {.Sets = Support}},
     {"Cadre", RunCadre, Help::Cadre, {.Sets = Drawn}},
     {"CadreA", RunCadreA, Help::CadreA, {.Sets = Drawn}},
@@ -58,6 +60,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"DemiLuneP", RunDemiLuneP, Help::DemiLune, {.Sets = Drawn}},
     {"Droite", RunDroite, Help::Droite, {.Sets = Support}},
     {"DroiteV", RunDroiteV, Help::DroiteV, {.Sets = Support}},
+    {"Echelle", RunEchelle, Help::Echelle, {.Compile = CompileEchelle, .IsAddition = true}},
     {"EpaisT", RunEpaisT, Help::EpaisT},
     {"Exposant", RunExposant, Help::Exposant},
     {"Facteur", RunFacteur, Help::Facteur},
@@ -69,9 +72,14 @@ constexpr std::array Rows = std::to_array<CommandRow>({
      RunFormatI,
      Help::FormatI,
      {.Sets = OrderFormat, .OrderLimit = 0, .Where = Scope::MainScriptOnly}},
+    {"FormatV", RunFormatV, Help::FormatV, {.IsAddition = true}},
     {"Goto", RunGoto, Help::Goto, {.Compile = CompileGoto}},
     {"Grad", RunGrad, Help::Grad, {.Sets = Drawn}},
     {"Grad1", RunGrad1, Help::Grad1, {.Sets = Drawn, .Variables = VariableUse::ValueLists}},
+    {"GradV",
+     RunGradV,
+     Help::GradV,
+     {.Sets = Drawn, .Variables = VariableUse::FirstList, .IsAddition = true}},
     // The command after THEN decides what an apostrophe is.
     {"IF",
      nullptr,
@@ -98,6 +106,7 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"Police", RunPolice, Help::Police},
     {"Poly", RunPoly, Help::Poly, {.Sets = Drawn}},
     {"PolyP", RunPolyP, Help::Poly, {.Sets = Drawn}},
+    {"PosV", RunPosV, Help::PosV, {.Sets = Drawn, .Variables = VariableUse::Raw, .IsAddition = true}},
     {"QA", RunQA, Help::QA, {.Sets = Drawn}},
     {"QA1", RunQA1, Help::QA, {.Sets = Drawn}},
     {"QA12", RunQA12, Help::QA, {.Sets = Drawn}},
@@ -125,6 +134,15 @@ constexpr std::array Rows = std::to_array<CommandRow>({
     {"Val1R", RunVal1R, Help::Val1D, {.Sets = Drawn, .Variables = VariableUse::OrientedValueTextLists}},
     {"ValD", RunValD, Help::ValD, {.Sets = Drawn}},
     {"ValR", RunValR, Help::ValD, {.Sets = Drawn}},
+    {"ValV", RunValV, Help::ValV, {.Sets = Drawn, .Variables = VariableUse::FirstList, .IsAddition = true}},
+    {"ValVD",
+     RunValVD,
+     Help::ValVD,
+     {.Sets = Drawn, .Variables = VariableUse::SecondList, .IsAddition = true}},
+    {"ValVR",
+     RunValVR,
+     Help::ValVD,
+     {.Sets = Drawn, .Variables = VariableUse::SecondList, .IsAddition = true}},
     {"Voyant", RunVoyant, Help::Voyant, {.Sets = Drawn}},
     {"X", RunX, Help::X, {.Sets = Drawn}},
     {"ZoomIni", RunZoomIni, Help::ZoomIni, {.Where = Scope::MainScriptOnly}},

@@ -28,6 +28,8 @@ enum class VariableUse : std::uint8_t {
   ValueLists,
   ValueTextLists,          // 1, 2, 5, 6, 9, 10, …
   OrientedValueTextLists,  // 2, 3, 6, 7, 10, 11, …
+  FirstList,               // 1
+  SecondList,              // 2
   FourthList,              // 4
   Raw                      // none: the command reads names
 };
@@ -69,6 +71,7 @@ struct CommandRules {
   VariableUse Variables = VariableUse::Replaced;
   CommandCompiler Compile = nullptr;  // null: the handler runs all lines
   std::string_view Shown{};           // the keyword that users see instead; empty: the row's own
+  bool IsAddition = false;            // the language did not always have it; the manual says which these are
 };
 
 // One keyword of the language.

@@ -150,7 +150,7 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("control", "language", "lines", "pens", "pictures", "scale",
+                         testing::Values("control", "language", "lines", "own_values", "pens", "pictures", "scale",
                                          "sectors", "shapes", "surface", "text", "values", "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
