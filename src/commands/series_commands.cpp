@@ -135,12 +135,9 @@ class FigureChooser {
       const FigureBox box = writer_.BoxOf(run_.Support.PlaceOf({value}), distance_, textOf(value));
       return boxes_.emplace(value, box).first->second;
     };
-    const auto isMark = [&](double value) { return IsOneOf(series.Values, value); };
-    std::vector<double> values = ChooseValues(series.From, series.To, [&](double a, double b) {
-      return isMark(a) && isMark(b) && AreApartBy(boxOf(a), boxOf(b), room);
-    });
-    std::erase_if(values, [&](double value) { return !isMark(value); });
-    return values;
+    return ChooseValues(
+        series.From, series.To, [&](double a, double b) { return AreApartBy(boxOf(a), boxOf(b), room); },
+        [&](double value) { return IsOneOf(series.Values, value); });
   }
 
  private:

@@ -59,8 +59,8 @@ int RoundnessOf(double value) {
 
 class ValueChooser {
  public:
-  ValueChooser(double low, double high, const AreApart& areApart)
-      : low_(low), high_(high), areApart_(areApart) {}
+  ValueChooser(double low, double high, const AreApart& areApart, const MayStand& mayStand)
+      : low_(low), high_(high), areApart_(areApart), mayStand_(mayStand) {}
 
   std::vector<double> Choose();
 
@@ -75,12 +75,14 @@ class ValueChooser {
   std::vector<double> CutsAbove(double low, double high, double side) const;
   std::vector<Piece> Pieces() const;
   bool HasRoom(const Piece& piece, int number) const;
+  bool MayStandIn(const Piece& piece, int number) const;
   int StepFor(const Piece& piece) const;
   void JoinSteps(std::vector<Piece>& pieces) const;
   std::vector<double> Thinned(std::vector<double> values) const;
 
   double low_, high_;
   const AreApart& areApart_;
+  const MayStand& mayStand_;
 };
 
 // The cuts on one side of 0, given by magnitude, between two magnitudes: those from which on there is room to
@@ -114,7 +116,7 @@ std::vector<ValueChooser::Piece> ValueChooser::Pieces() const {
   return pieces;
 }
 
-// Whether all neighbours that lie in the piece, or one of them in it, have room.
+// Whether all neighbours that lie in the piece, or on both sides of an end of it, have room.
 bool ValueChooser::HasRoom(const Piece& piece, int number) const {
   const RoundStep step(number);
   const double first = step.Floor(piece.Low), last = step.Ceil(piece.High);
@@ -128,18 +130,27 @@ bool ValueChooser::HasRoom(const Piece& piece, int number) const {
   return true;
 }
 
+// Whether all multiples in the piece may stand.
+bool ValueChooser::MayStandIn(const Piece& piece, int number) const {
+  const RoundStep step(number);
+  for (double k = step.Ceil(piece.Low); k <= step.Floor(piece.High); ++k) {
+    if (!mayStand_(step.Times(k))) return false;
+  }
+  return true;
+}
+
 int ValueChooser::StepFor(const Piece& piece) const {
   if (std::isinf(piece.Low) || std::isinf(piece.High)) return RoundStep::Most;
   const double reach = std::max(std::abs(piece.Low), std::abs(piece.High));
-  int number = NumberOfStepFrom(piece.High - piece.Low);
-  // A step beyond all of the piece's values leaves it without any.
+  // A step beyond all of the piece's values leaves it without any but 0.
   const int most = NumberOfStepFrom(reach) + 1;
-  if (!HasRoom(piece, number)) {
-    while (number < most && !HasRoom(piece, number)) ++number;
-    return number;
+  int number = NumberOfStepFrom(piece.High - piece.Low);
+  while (number < most && !HasRoom(piece, number)) ++number;
+  int best = most;
+  for (; number > RoundStep::Least && HasRoom(piece, number); --number) {
+    if (MayStandIn(piece, number)) best = number;
   }
-  while (number > RoundStep::Least && HasRoom(piece, number - 1)) --number;
-  return number;
+  return best;
 }
 
 // Twos do not lead from 2 to 5 nor from 5 to 10, but they do from 2 to 10: where the one of these two pieces
@@ -200,6 +211,7 @@ std::vector<double> ValueChooser::Choose() {
     for (double k = step.Ceil(piece.Low); k <= step.Floor(piece.High); ++k) values.push_back(step.Times(k));
     if (piece.Third != 0) values.push_back(piece.Third);
   }
+  std::erase_if(values, [&](double value) { return !mayStand_(value); });
   return Thinned(std::move(values));
 }
 
@@ -219,9 +231,9 @@ bool IsMultipleOf(double value, double step) {
   return std::abs(value / step - std::nearbyint(value / step)) < nothing;
 }
 
-std::vector<double> ChooseValues(double from, double to, const AreApart& areApart) {
+std::vector<double> ChooseValues(double from, double to, const AreApart& areApart, const MayStand& mayStand) {
   if (from == to) return {from};
-  return ValueChooser(std::min(from, to), std::max(from, to), areApart).Choose();
+  return ValueChooser(std::min(from, to), std::max(from, to), areApart, mayStand).Choose();
 }
 
 }  // namespace vaxel
