@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/text.h"
-#include "base/text_encoding.h"
 #include "commands/assignment.h"
+#include "commands/file_notation.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
 #include "interpreter/comparison.h"
@@ -20,8 +20,6 @@
 
 namespace vaxel {
 namespace {
-
-constexpr std::size_t ShownLength = 200;
 
 class CompiledGoto : public CompiledCommand {
  public:
@@ -79,26 +77,6 @@ class CompiledConditional : public CompiledCommand {
   std::optional<Jump> jump_;
   std::optional<FollowingCommand> behind_;
 };
-
-// The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such
-// file.
-std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
-  const std::string& script = run.Level().FileName;
-  std::string found = run.Host.FindFile(script, name);
-  const bool hasExtension = name.substr(name.find_last_of("/\\") + 1).find('.') != std::string_view::npos;
-  if (found.empty() && isScript && !hasExtension)
-    found = run.Host.FindFile(script, std::string(name) + ".dat");
-  if (found.empty()) throw ScriptFault(FaultReason::FileMissing, Shorten(name, ShownLength));
-  return found;
-}
-
-// The text of a file; name is how the script calls it.
-std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name) {
-  const std::string shown = Shorten(name, ShownLength);
-  auto decoded = DecodeText(run.ReadFile(fileName, shown));
-  if (!decoded) throw ScriptFault(FaultReason::NotAText, shown);
-  return std::move(decoded->Text);
-}
 
 bool IsActive(const RunContext& run, std::string_view fileName) {
   const auto end = run.Levels.begin() + static_cast<std::ptrdiff_t>(run.CurrentLevel);
@@ -180,7 +158,7 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
   HandleEvents(run);
   const std::string name(TextOf(Replaced(run, parameters.Text(1))));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
-  const std::string fileName = RequireFile(run, name, true);
+  const std::string fileName = RequireFile(run, name, FileUse::Script);
   if (run.CurrentLevel == RunContext::MaxLevels) {
     RefuseInclusion(run, fileName);
     return;
@@ -204,7 +182,7 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
 void RunOpen(RunContext& run, const Parameters& parameters) {
   const std::string_view name = TextOf(parameters.Text(1));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
-  run.Level().Data.Open(ReadTextFile(run, RequireFile(run, name, false), name));
+  run.Level().Data.Open(ReadTextFile(run, RequireFile(run, name, FileUse::Data), name));
 }
 
 void RunLVar(RunContext& run, const Parameters& parameters) {

@@ -44,6 +44,21 @@ Handler RunInversion;
 Handler RunGrad;
 Handler RunGrad1;
 
+// scale_law_commands.cpp
+Handler RunEchelle;
+Compiler CompileEchelle;
+Handler RunFormatV;
+
+// series_commands.cpp
+Handler RunGradV;
+Handler RunValV;
+Handler RunValVD;
+Handler RunValVR;
+
+// pointer_commands.cpp
+Handler RunAiguille;
+Handler RunPosV;
+
 // control_commands.cpp
 Compiler CompileIF;
 Compiler CompileIFT;

@@ -9,6 +9,7 @@
 #include "base/rounding.h"
 #include "base/text.h"
 #include "commands/handlers.h"
+#include "commands/mark_drawing.h"
 #include "commands/pen_notation.h"
 #include "commands/scale_notation.h"
 #include "interpreter/script_fault.h"
@@ -49,26 +50,6 @@ void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& pa
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
   run.Surface.MoveTo(origin + (from + to) * 0.5);
-}
-
-struct MarkStyle {
-  double GradLength;
-  Pen Stroke;
-  Colour Ink;
-};
-
-MarkStyle ReadMarkStyle(const RunContext& run, double length, std::string_view penText, Colour colour) {
-  MarkStyle style{length * double{run.Support.GradSide}, ReadPen(run, penText), colour};
-  if (style.Stroke.Width == 0) style.Stroke.Width = run.Level().CurrentPen.Width;
-  style.Stroke.Width = std::max(style.Stroke.Width, run.Surface.LeastWidth());
-  return style;
-}
-
-void DrawMark(RunContext& run, double place, const MarkStyle& style) {
-  const ScaleSupport::Mark mark = run.Support.MarkAt(place, style.GradLength);
-  const Point origin = run.Surface.Origin();
-  DrawLine(run, style.Stroke, origin + RequireFinitePoint(mark.Inner),
-           origin + RequireFinitePoint(mark.Outer), style.Ink);
 }
 
 template <class Graduation>
@@ -112,6 +93,7 @@ void RunDecal(RunContext& run, const Parameters& parameters) {
 void RunExposant(RunContext& run, const Parameters& parameters) {
   ScaleSupport support = run.Support;
   if (EqualIgnoringCase(parameters.Trimmed(1), "L")) {
+    if (support.HasOwnValues) throw ScriptFault(FaultReason::LogUnderOwnValues);
     const auto decades = RoundToInt16(parameters.NumberOr(2, 0));
     if (!decades) throw ScriptFault(FaultReason::Overflow);
     support.SetLogarithmicLaw(*decades, parameters.NumberOr(3, 0), parameters.NumberOr(4, 0));
@@ -137,7 +119,7 @@ void RunGrad(RunContext& run, const Parameters& parameters) {
   const double first = parameters.NumberOr(3, 0);
   const double last = parameters.NumberOr(4, 0);
   if (!support.LogScale) {
-    DrawMarks(run, LinearGraduation(support, parameters.RequiredNumber(1), first, last), style);
+    DrawMarks(run, ReadLinearGraduation(run, parameters.RequiredNumber(1), first, last), style);
     return;
   }
   DrawMarks(run, ReadLogGraduation(run, parameters, 1, first, last), style);
@@ -149,8 +131,10 @@ void RunGrad1(RunContext& run, const Parameters& parameters) {
   for (std::size_t n = 1; n <= parameters.Count(); n += groupSize) {
     const bool isEmpty = parameters.Trimmed(n).empty() && parameters.Trimmed(n + 1).empty();
     if (isEmpty && n > 1) continue;
-    const MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
-                                          run.ColourOr(parameters.Text(n + 3)));
+    MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
+                                    run.ColourOr(parameters.Text(n + 3)));
+    // What else stands behind the length was always passed over.
+    ReadMarkShape(run, parameters.Part(n + 1, 1), style);
     for (const std::optional<ScaleValue>& value : ReadScaleValues(run, parameters, n)) {
       if (value) DrawMark(run, run.Support.PlaceOf(*value), style);
     }

@@ -17,6 +17,11 @@ double PositiveAndFinite(double value) {
   return RequireFinite(value);
 }
 
+std::string NumberWithInfinity(double value) {
+  if (std::isinf(value)) return value < 0 ? "-∞" : "∞";
+  return NumberText(value);
+}
+
 LogStepping ReadLogStepping(const RunContext& run, const Parameters& parameters, std::size_t n) {
   const std::vector<std::string_view> parts = SplitAt(parameters.Text(n), run.Separators.Second);
   const auto part = [&](std::size_t i, double otherwise) {
@@ -32,15 +37,6 @@ LogStepping ReadLogStepping(const RunContext& run, const Parameters& parameters,
     throw ScriptFault(FaultReason::BadInterval, Shorten(Trim(parts[0]), 40));
   }
   return stepping;
-}
-
-std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view text) {
-  text = Trim(text);
-  const auto value = NumberOf(text, run.Separators);
-  if (!value) return std::nullopt;
-  const ScaleValue scaleValue{*value, text.ends_with("°")};
-  if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
-  return scaleValue;
 }
 
 }  // namespace
@@ -61,6 +57,53 @@ LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& paramet
   const double start = first == 0 ? ShortestDecimal(support.LogStart) : first;
   const double end = last == 0 ? ShortestDecimal(support.LogEnd) * std::pow(10.0, support.Decades) : last;
   return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
+}
+
+void RequireReached(const RunContext& run, double value) {
+  const ScaleSupport& support = run.Support;
+  if (support.Reaches(value)) return;
+  const std::string range =
+      NumberWithInfinity(support.FirstValue) + " … " + NumberWithInfinity(support.LastValue);
+  throw ScriptFault(FaultReason::BeyondScale, NumberWithInfinity(value) + " (" + range + ")");
+}
+
+LinearGraduation ReadLinearGraduation(const RunContext& run, double count, double first, double last) {
+  const ScaleSupport& support = run.Support;
+  if (support.Law) {
+    const double span = support.LastValue - support.FirstValue;
+    if (!std::isfinite(span)) throw ScriptFault(FaultReason::EndlessScale);
+    const double parts = count == 0 ? 1 : count;
+    for (double mark : {std::nearbyint(first - 1) + 1, std::trunc(last == 0 ? parts : last)}) {
+      RequireReached(run, support.FirstValue + span * mark / parts);
+    }
+  }
+  return {support, count, first, last};
+}
+
+std::optional<double> ReadInfinity(std::string_view text) {
+  text = Trim(text);
+  const bool isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+  if (text != "∞") return std::nullopt;
+  return isNegative ? -HUGE_VAL : HUGE_VAL;
+}
+
+ValueFormat ReadNotation(const RunContext& run, std::string_view text) {
+  const auto format = ReadValueFormat(text);
+  if (!format) throw ScriptFault(FaultReason::BadValueFormat, Shorten(Trim(text), 40));
+  return format->Notation == ValueNotation::Plain ? run.PlainValues : *format;
+}
+
+std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view text) {
+  text = Trim(text);
+  const bool isOwn = run.Support.HasOwnValues;
+  const auto infinity = isOwn ? ReadInfinity(text) : std::nullopt;
+  const auto value = infinity ? infinity : NumberOf(text, run.Separators);
+  if (!value) return std::nullopt;
+  const ScaleValue scaleValue{*value, text.ends_with("°")};
+  if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
+  if (isOwn && !scaleValue.IsDirect) RequireReached(run, scaleValue.Value);
+  return scaleValue;
 }
 
 ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, std::size_t n) {

@@ -10,6 +10,7 @@
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
 #include "scale/graduation.h"
+#include "scale/value_text.h"
 
 namespace vaxel {
 
@@ -30,10 +31,26 @@ void ForEachMark(Graduation& graduation, Use use) {
   }
 }
 
+// A value beyond a scale's law or table is a fault.
+void RequireReached(const RunContext& run, double value);
+
+// The marks of a scale of count equal intervals. Marks beyond a law or a table are a fault.
+LinearGraduation ReadLinearGraduation(const RunContext& run, double count, double first, double last);
+
 // The marks of a logarithmic scale that parameter n gives as "Interval[§End[§Start]]", from first to last; a
 // first or a last of 0 is that of the scale. Values that are not above 0 are a fault.
 LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
                                 double first, double last);
+
+// "∞" or "-∞"; there is no value for any other text.
+std::optional<double> ReadInfinity(std::string_view text);
+
+// The notation of figures: E, P, S or a pattern; the standing one where there is none of these. A malformed
+// pattern is a fault.
+ValueFormat ReadNotation(const RunContext& run, std::string_view text);
+
+// The scale value that a text gives, direct with "°" at its end; an empty text has none.
+std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view text);
 
 // The scale value that parameter n gives. A missing one is a fault.
 ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, std::size_t n);
@@ -42,7 +59,7 @@ ScaleValue ReadScaleValue(const RunContext& run, const Parameters& parameters, s
 std::vector<std::string> ReadList(const RunContext& run, std::string_view text);
 
 // The scale values of such a list in parameter n, direct ones with "°" at their end. An empty item gives none
-// in its place. An empty parameter is a fault, and so is a value that a logarithmic scale has no place for.
+// in its place. An empty parameter is a fault, and so is a value that the scale has no place for.
 std::vector<std::optional<ScaleValue>> ReadScaleValues(const RunContext& run, const Parameters& parameters,
                                                        std::size_t n);
 

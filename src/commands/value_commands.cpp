@@ -9,84 +9,12 @@
 #include "base/text.h"
 #include "commands/handlers.h"
 #include "commands/scale_notation.h"
-#include "commands/text_notation.h"
+#include "commands/value_writer.h"
 #include "interpreter/script_fault.h"
 #include "scale/value_text.h"
 
 namespace vaxel {
 namespace {
-
-// The direction in which the texts of a command read.
-enum class Baseline : std::uint8_t { Level, Tangent, Ray };
-
-struct TextStyle {
-  Baseline Form = Baseline::Level;
-  std::optional<double> Angle;  // degrees
-  bool Relative = false;        // the angle is added to the form's own direction
-  bool FacesScale = false;      // the anchor is the side next to the scale
-  AnchorAlong Along = AnchorAlong::Middle;
-  AnchorAcross Across = AnchorAcross::Middle;
-};
-
-// "[[R]angle[{J;GDBH}]]".
-TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view text) {
-  TextStyle style;
-  style.Form = form;
-  const std::string upper = UpperCase(Trim(text));
-  std::string_view rest = upper;
-  // The one function whose name begins like the prefix.
-  style.Relative = rest.starts_with('R') && !rest.starts_with("RND");
-  if (style.Relative) rest = TrimLeft(rest.substr(1));
-  for (; !rest.empty(); rest.remove_suffix(1)) {
-    const char letter = rest.back();
-    if (letter == 'J') {
-      style.FacesScale = true;
-    } else if (letter == 'G') {
-      style.Along = AnchorAlong::Start;
-    } else if (letter == 'D') {
-      style.Along = AnchorAlong::End;
-    } else if (letter == 'B') {
-      style.Across = AnchorAcross::Baseline;
-    } else if (letter == 'H') {
-      style.Across = AnchorAcross::Top;
-    } else if (letter != ' ') {
-      break;
-    }
-  }
-  if (rest.ends_with("°")) rest = DropLastCharacter(rest);
-  style.Angle = StrictValue(rest, run.Separators, text);
-  return style;
-}
-
-class ValueWriter {
- public:
-  ValueWriter(RunContext& run, const TextStyle& style) : run_(run), style_(style) {}
-
-  // distance is counted from the support, before the side of the scale is taken into account.
-  void Write(double place, double distance, std::string_view text, Colour colour) const {
-    if (text.empty()) return;
-    const ScaleSupport& support = run_.Support;
-    const double length = distance * double{support.GradSide};
-    const Point point = RequireFinitePoint(support.MarkAt(place, length).Outer);
-    const double outward = RequireFinite(support.OutwardDirection(place, length));
-    double rotation = style_.Form == Baseline::Tangent ? outward - 90
-                      : style_.Form == Baseline::Ray   ? support.RayDirection(place)
-                                                       : 0;
-    if (style_.Angle) rotation = style_.Relative ? rotation + *style_.Angle : *style_.Angle;
-    TextAnchor anchor{rotation, style_.Along, style_.Across};
-    if (style_.FacesScale) {
-      const bool inside = length < 0 || (length == 0 && support.GradSide < 0);
-      anchor = AnchorFacing(TextFrame(outward).Along * (inside ? 1 : -1), rotation);
-    } else if (style_.Form == Baseline::Ray && !style_.Angle) {
-      anchor = TurnedUpright(anchor);
-    }
-    WriteText(run_.Surface, text, run_.Surface.Origin() + point, anchor, run_.Surface.Font, colour);
-  }
-
- private:
-  RunContext& run_;
-  TextStyle style_;
-};
 
 float FloatOf(double value) {
   const auto narrow = static_cast<float>(value);
@@ -94,12 +22,13 @@ float FloatOf(double value) {
   return narrow;
 }
 
-// "Value[§U]", the value without the unit, in single precision. The mark of a literal, which a unit with "%"
-// needs, is passed over.
-double ValueOf(const RunContext& run, const Parameters& parameters, std::size_t n) {
+// "Value[§U]", the value without the unit, in single precision; a scale with values of its own has one where
+// it is left out. The mark of a literal, which a unit with "%" needs, is passed over.
+double ValueOf(const RunContext& run, const Parameters& parameters, std::size_t n, double own) {
   const std::string_view text = TextOf(parameters.Text(n));
   const auto value = NumberOf(text, run.Separators);
   if (value) return ShortestDecimal(FloatOf(*value));
+  if (run.Support.HasOwnValues && Trim(text.substr(0, text.find(run.Separators.Second))).empty()) return own;
   if (!text.empty()) FailExpression(text);
   throw ScriptFault(FaultReason::MissingParameter, std::to_string(n));
 }
@@ -135,14 +64,14 @@ void WriteLinearValues(const RunContext& run, const Parameters& parameters, std:
                        const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
   const float number = FloatOf(parameters.RequiredNumber(before + 1));
-  const double start = ValueOf(run, parameters, before + 2);
-  const double end = ValueOf(run, parameters, before + 3);
-  LinearGraduation graduation(run.Support, double{number}, series.First, series.Last);
+  const double start = ValueOf(run, parameters, before + 2, run.Support.FirstValue);
+  const double end = ValueOf(run, parameters, before + 3, run.Support.LastValue);
+  LinearGraduation graduation = ReadLinearGraduation(run, double{number}, series.First, series.Last);
   ForEachMark(graduation, [&] {
     const float value = ValueAt(graduation.Index(), number, start, end);
     RequireFinite(double{value});
     const std::string unit = graduation.IsLast() ? series.EndUnit.value_or("") : series.StartUnit;
-    writer.Write(graduation.Place(), series.Distance, ValueText(value, {}, unit), series.Ink);
+    writer.Write(graduation.Place(), series.Distance, ValueText(value, run.PlainValues, unit), series.Ink);
   });
 }
 
@@ -152,15 +81,14 @@ void WriteLogValues(const RunContext& run, const Parameters& parameters, std::si
   // The scale itself says where it begins; what stands there must be a number all the same.
   NumberOf(TextOf(parameters.Text(before + 2)), run.Separators);
   const std::string_view notation = TextOf(parameters.Text(before + 3));
-  const auto format = ReadValueFormat(notation.substr(0, notation.find(run.Separators.Second)));
-  if (!format) throw ScriptFault(FaultReason::BadValueFormat, Shorten(Trim(notation), 40));
+  const ValueFormat format = ReadNotation(run, notation.substr(0, notation.find(run.Separators.Second)));
   LogGraduation graduation = ReadLogGraduation(run, parameters, before + 1, series.First, series.Last);
 
   // Which mark is the last is known when there is no other: each is written one step late.
   std::optional<double> place;
   float value = 0;
   const auto write = [&](const std::string& unit) {
-    if (place) writer.Write(*place, series.Distance, ValueText(value, *format, unit), series.Ink);
+    if (place) writer.Write(*place, series.Distance, ValueText(value, format, unit), series.Ink);
   };
   ForEachMark(graduation, [&] {
     write(series.StartUnit);

@@ -167,8 +167,9 @@ double DrawSurface::WidthInFace(std::string_view text) {
 
 template <class Use>
 void DrawSurface::ForEachPiece(std::string text, Use use) {
-  // The superscripts that a font may lack begin with these bytes.
-  if (table_ && text.find("\xE2\x81") != std::string::npos) {
+  // The superscripts that a font may lack begin with these bytes; so does the thin blank.
+  const auto holds = [&](const char* bytes) { return text.find(bytes) != std::string::npos; };
+  if (table_ && (holds("\xE2\x81") || holds("\xE2\x80\xAF"))) {
     for (TextPiece& piece : PiecesOf(text, *table_)) use(std::move(piece));
   } else if (!text.empty()) {
     use(TextPiece{std::move(text)});

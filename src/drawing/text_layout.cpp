@@ -46,7 +46,8 @@ bool JoinsTheOneBefore(char32_t c) {
                                     [c](Range range) { return c >= range.First && c <= range.Last; });
 }
 
-// The ordinary form of a superscript figure or sign; 0 for any other character.
+// The ordinary form of a superscript figure or sign, and of the thin blank that groups digits; 0 for any
+// other character.
 char32_t OrdinaryForm(char32_t c) {
   switch (c) {
     case 0xB9:
@@ -59,6 +60,8 @@ char32_t OrdinaryForm(char32_t c) {
       return U'+';
     case 0x207B:
       return U'−';
+    case 0x202F:
+      return U' ';
     default:
       return c == 0x2070 || (c >= 0x2074 && c <= 0x2079) ? U'0' + (c - 0x2070) : 0;
   }

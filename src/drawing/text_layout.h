@@ -28,7 +28,8 @@ struct TextPiece {
 };
 
 // The pieces of which a text consists in a face. A row of superscript figures and signs ("⁻³") of which the
-// face lacks one is written with the ordinary ones, small and raised: a fallback font's would not fit.
+// face lacks one is written with the ordinary ones, small and raised: a fallback font's would not fit. A thin
+// blank (U+202F), which the standard faces lack, is likewise a small ordinary one.
 std::vector<TextPiece> PiecesOf(std::string_view text, const FaceTable& face);
 
 // Which place of a text lies at its point, along the baseline and across it.

@@ -28,6 +28,8 @@ enum class VariableUse : std::uint8_t {
   ValueLists,
   ValueTextLists,          // 1, 2, 5, 6, 9, 10, …
   OrientedValueTextLists,  // 2, 3, 6, 7, 10, 11, …
+  FirstList,               // 1
+  SecondList,              // 2
   FourthList,              // 4
   Raw                      // none: the command reads names
 };

@@ -18,6 +18,10 @@ bool NamesList(VariableUse use, std::size_t parameter) {
       return parameter % 4 == 1 || parameter % 4 == 2;
     case VariableUse::OrientedValueTextLists:
       return parameter % 4 == 2 || parameter % 4 == 3;
+    case VariableUse::FirstList:
+      return parameter == 1;
+    case VariableUse::SecondList:
+      return parameter == 2;
     case VariableUse::FourthList:
       return parameter == 4;
     case VariableUse::Replaced:

@@ -83,6 +83,7 @@ void Reset(RunContext& run) {
   ++run.SeparatorsVersion;
   run.OrderState = 0;
   run.Support = {};
+  run.PlainValues = {};
   run.NextZoom.reset();
   run.LastText.reset();
   run.ScreenCentre = {};

@@ -26,6 +26,7 @@
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
 #include "scale/scale_support.h"
+#include "scale/value_text.h"
 
 namespace vaxel {
 
@@ -65,6 +66,7 @@ struct RunContext {
   const StringTable& Strings;
   DrawSurface Surface;
   ScaleSupport Support;
+  ValueFormat PlainValues;  // how values without a notation of their own are written
 
   std::array<ScriptLevel, MaxLevels> Levels;
   int CommandDepth = 0;          // of commands after THEN that are being run

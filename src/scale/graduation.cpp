@@ -25,6 +25,10 @@ StepResult LinearGraduation::Next() {
 }
 
 double LinearGraduation::Place() const {
+  if (support_.Law) {
+    const double part = gradIndex_ / gradCount_;
+    return support_.PlaceOf({support_.FirstValue + (support_.LastValue - support_.FirstValue) * part});
+  }
   const double exponent = double{support_.Exponent};
   if (support_.Kind() == SupportKind::Arc) {
     return (support_.StartAngle + gradStep_ * std::pow(gradIndex_, exponent)) * RadiansPerDegree;

@@ -14,7 +14,7 @@ enum class StepResult : std::uint8_t {
   Overflow  // the index left its 16-bit range
 };
 
-// Marks number first, first + 1, … on a scale of count equal intervals of its value (power law).
+// Marks number first, first + 1, … on a scale of count equal intervals of its value.
 class LinearGraduation {
  public:
   // A count of 0 means 1. first is rounded after 1 was taken from it, last is truncated; a last of 0 means

@@ -1,5 +1,6 @@
 #include "scale/scale_support.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -79,8 +80,64 @@ void ScaleSupport::SetLogarithmicLaw(std::int16_t decades, double start, double 
   LogSpan = static_cast<float>(span);
 }
 
+void ScaleSupport::SetOwnValues(double first, double last, std::shared_ptr<const ValueLaw> law) {
+  FirstValue = first;
+  LastValue = last;
+  Law = std::move(law);
+  HasOwnValues = true;
+}
+
+void ScaleSupport::SetPerCent() {
+  SetOwnValues(0, 100, nullptr);
+  HasOwnValues = false;
+}
+
+bool ScaleSupport::Reaches(double value) const {
+  if (!Law) return std::isfinite(value);
+  const auto [low, high] = std::minmax(FirstValue, LastValue);
+  constexpr double nothing = 1e-9;
+  const double margin = std::isfinite(high - low) ? nothing * (high - low) : 0;
+  return value >= low - margin && value <= high + margin;
+}
+
+double ScaleSupport::FractionOfReading(double reading) const {
+  if (!Law->IsDirect()) return reading;
+  return FractionAtPlace(Kind() == SupportKind::Arc ? reading * RadiansPerDegree : reading);
+}
+
 double ScaleSupport::ScaleFraction(double value) const {
-  return LogScale ? LogFraction(value) : std::pow(value / 100, double{Exponent});
+  if (LogScale) return LogFraction(value);
+  if (Law) return FractionOfReading(Law->ReadingOf(value));
+  return std::pow((value - FirstValue) / (LastValue - FirstValue), double{Exponent});
+}
+
+double ScaleSupport::ValueAtFraction(double fraction) const {
+  if (LogScale) {
+    const double whole = Decades * std::log(10.0) + std::log(double{LogEnd} / double{LogStart});
+    return double{LogStart} * std::exp(fraction * whole);
+  }
+  if (!Law) {
+    return FirstValue + (LastValue - FirstValue) * std::pow(fraction, 1 / double{Exponent});
+  }
+  if (!Law->IsDirect()) return Law->ValueOf(fraction);
+  const double place = PlaceAtFraction(fraction);
+  return Law->ValueOf(Kind() == SupportKind::Arc ? place / RadiansPerDegree : place);
+}
+
+double ScaleSupport::FractionAtPlace(double place) const {
+  switch (Kind()) {
+    case SupportKind::Arc:
+      return (place / RadiansPerDegree - StartAngle) / (EndAngle - StartAngle);
+    case SupportKind::Horizontal:
+      return (place - XStart) / (XEnd - XStart);
+    case SupportKind::Vertical:
+      break;
+  }
+  return (place - YStart) / (YEnd - YStart);
+}
+
+double ScaleSupport::ValueAtPlace(double place) const {
+  return ValueAtFraction(FractionAtPlace(place));
 }
 
 double ScaleSupport::LogFraction(double value) const {
@@ -126,6 +183,13 @@ Point ScaleSupport::ScalePoint(double theta, double rho) const {
   const double distance = CircleRadius(rho);
   const double direction = CircleDirection(theta, distance);
   return {distance * std::cos(direction), distance * std::sin(direction) - CentreOffset};
+}
+
+double ScaleSupport::WayTo(double place) const {
+  if (Kind() != SupportKind::Arc) return place;
+  if (IsStraightArc()) return ScalePoint(place, Radius).X;
+  const double radius = CircleRadius(Radius);
+  return -radius * CircleDirection(place, radius);
 }
 
 ScaleSupport::Mark ScaleSupport::MarkAt(double place, double length) const {

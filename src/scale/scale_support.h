@@ -8,8 +8,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "base/point.h"
+#include "scale/value_law.h"
 
 namespace vaxel {
 
@@ -17,7 +19,7 @@ enum class SupportKind : std::uint8_t { Arc, Horizontal, Vertical };
 
 // A scale value as a script writes it.
 struct ScaleValue {
-  double Value = 0;       // per cent of the scale, or the scale's own value on a logarithmic one
+  double Value = 0;       // per cent of the scale, or the scale's own value where it has values of its own
   bool IsDirect = false;  // written with "°": the scale angle in degrees, or mm from the pivot on a line
 };
 
@@ -42,6 +44,11 @@ class ScaleSupport {
   float LogStart = 1, LogEnd = 1;
   float LogSpan = 0;   // decades that the whole support spans
   float GradSide = 1;  // +1 or −1: the side of graduations and distances
+  // The values at the ends of the scale, one of which may be infinite, and the law between them; without one
+  // it is the power law. A logarithmic scale does not use them.
+  double FirstValue = 0, LastValue = 100;
+  std::shared_ptr<const ValueLaw> Law;
+  bool HasOwnValues = false;  // else they are per cent
 
   // The kind follows from the fields: it is the first that has a length, of the arc, the horizontal line and
   // the vertical one.
@@ -51,16 +58,24 @@ class ScaleSupport {
   void SetArc(double startAngle, double endAngle, double radius);
   void SetHorizontal(double xStart, double xEnd, double y);
   void SetVertical(double yStart, double yEnd, double x);
-  // Values v are placed at (v / 100) to the power of 1 / z.
+  // Values v are placed at (v / 100) to the power of 1 / z, own ones at the like fraction of their range.
   void SetPowerLaw(double z);
   // A start or an end of 0 means 1; 0 decades with both 1 mean one decade.
   void SetLogarithmicLaw(std::int16_t decades, double start, double end);
+  // The scale gets values of its own, which differ, or again per cent.
+  void SetOwnValues(double first, double last, std::shared_ptr<const ValueLaw> law);
+  void SetPerCent();
+  // Whether a value has a place: a law ends where its range does, but for what arithmetic leaves.
+  bool Reaches(double value) const;
 
   // The fraction of the support, 0 at its start, 1 at its end, not clamped.
   double ScaleFraction(double value) const;
   double LogFraction(double value) const;
   // The same for mantissa · 10^exponent.
   double LogFractionMantissa(double mantissa, int exponent) const;
+  // The inverses: the value at a fraction, and at a place (see MarkAt).
+  double ValueAtFraction(double fraction) const;
+  double ValueAtPlace(double place) const;
 
   // The scale angle in radians at which a value lies on the arc.
   double ScaleAngle(ScaleValue value) const;
@@ -88,6 +103,12 @@ class ScaleSupport {
   // The place of a value, and of a fraction, on whichever support is current.
   double PlaceOf(ScaleValue value) const;
   double PlaceAtFraction(double fraction) const;
+  // How far along the support a place lies, in millimetres from some point of it.
+  double WayTo(double place) const;
+
+ private:
+  double FractionOfReading(double reading) const;
+  double FractionAtPlace(double place) const;
 };
 
 // Distance from the arc's centre, which lies offset below the pivot, to the point at distance rho from the

@@ -83,6 +83,50 @@ std::string PatternText(float value, const ValueFormat& format) {
          sign + exponentText;
 }
 
+constexpr std::string_view ThinBlank = "\u202F";
+constexpr std::string_view MinusSign = "−";
+
+// The digits of a value, its sign aside, rounded to so many decimals: those before the decimal mark, without
+// a zero at the beginning, and those after it.
+struct DecimalDigits {
+  std::string Whole, Decimals;
+};
+
+DecimalDigits RoundedDigits(float value, std::size_t decimals) {
+  const ScientificText split = SplitShortest(std::abs(value));
+  std::string digits = split.Mantissa;
+  std::erase(digits, '.');
+  int whole = split.Exponent + 1;
+  if (whole <= 0) {
+    digits.insert(0, static_cast<std::size_t>(1 - whole), '0');
+    whole = 1;
+  }
+  if (RoundDigits(digits, static_cast<std::size_t>(whole) + decimals)) ++whole;
+  const auto mark = static_cast<std::size_t>(whole);
+  const std::size_t begin = std::min(digits.find_first_not_of('0'), mark);
+  return {digits.substr(begin, mark - begin), digits.substr(mark, decimals)};
+}
+
+std::string DecimalText(float value, const ValueFormat& format) {
+  auto [whole, decimals] = RoundedDigits(value, static_cast<std::size_t>(format.Decimals));
+  const bool isZero = (whole + decimals).find_first_not_of('0') == std::string::npos;
+  const auto least = static_cast<std::size_t>(format.WholeDigits);
+  if (whole.size() < least) whole.insert(0, least - whole.size(), '0');
+  const std::size_t needed = decimals.find_last_not_of('0') + 1;
+  decimals.resize(std::max(needed, static_cast<std::size_t>(format.FixedDecimals)));
+  // A value without any digit is a 0 all the same.
+  if (whole.empty() && decimals.empty()) whole = "0";
+  constexpr std::size_t group = 3;
+  if (format.IsGrouped) {
+    for (std::size_t at = whole.size(); at > group;) whole.insert(at -= group, ThinBlank);
+  }
+  std::string sign;
+  if (value < 0 && !isZero) sign = format.HasMinusSign ? MinusSign : "-";
+  if (value > 0 && !isZero && format.HasPlus) sign = "+";
+  const char* const mark = decimals.empty() ? "" : format.HasDecimalComma ? "," : ".";
+  return sign + whole + mark + decimals;
+}
+
 std::string SuperscriptText(float value) {
   static constexpr std::array<std::string_view, 10> superscripts = {"⁰", "¹", "²", "³", "⁴",
                                                                     "⁵", "⁶", "⁷", "⁸", "⁹"};
@@ -157,6 +201,43 @@ std::optional<ValueFormat> ReadValueFormat(std::string_view text) {
   return format;
 }
 
+std::optional<ValueFormat> ReadDecimalFormat(std::string_view text) {
+  ValueFormat format;
+  format.Notation = ValueNotation::Decimal;
+  text = Trim(text);
+  for (;;) {
+    if (text.starts_with('+')) {
+      format.HasPlus = true;
+      text.remove_prefix(1);
+    } else if (text.starts_with(MinusSign)) {
+      format.HasMinusSign = true;
+      text.remove_prefix(MinusSign.size());
+    } else {
+      break;
+    }
+  }
+  const std::size_t mark = std::min(text.find_first_of(".,"), text.size());
+  format.HasDecimalComma = mark < text.size() && text[mark] == ',';
+  std::string whole(text.substr(0, mark));
+  const std::string_view decimals = text.substr(std::min(mark + 1, text.size()));
+  format.IsGrouped = std::erase(whole, ' ') > 0;
+  const auto isRow = [](std::string_view digits, std::string_view order) {
+    const std::size_t change = std::min(digits.find(order[1]), digits.size());
+    return digits.find_first_not_of(order[0]) >= change &&
+           digits.substr(change).find_first_not_of(order[1]) == std::string_view::npos;
+  };
+  constexpr std::size_t mostDigits = 15;
+  const bool isEmpty = whole.empty() && decimals.empty();
+  if (isEmpty || text.size() > 2 * mostDigits || decimals.size() > mostDigits || !isRow(whole, "#0") ||
+      !isRow(decimals, "0#")) {
+    return std::nullopt;
+  }
+  format.WholeDigits = static_cast<int>(std::count(whole.begin(), whole.end(), '0'));
+  format.Decimals = static_cast<int>(decimals.size());
+  format.FixedDecimals = static_cast<int>(std::count(decimals.begin(), decimals.end(), '0'));
+  return format;
+}
+
 std::string ValueText(float value, const ValueFormat& format, std::string_view unit) {
   const auto with = [&](const std::string& text) { return text + std::string(unit); };
   switch (format.Notation) {
@@ -174,6 +255,8 @@ std::string ValueText(float value, const ValueFormat& format, std::string_view u
       return with(PatternText(value, format));
     case ValueNotation::Superscript:
       return with(SuperscriptText(value));
+    case ValueNotation::Decimal:
+      return with(DecimalText(value, format));
     case ValueNotation::Plain:
       break;
   }

@@ -27,6 +27,7 @@ enum class ValueNotation : std::uint8_t {
   Exponent,     // 1.5E3
   Pattern,      // "0.00E+00": 1.50E+03
   Superscript,  // 1.5×10³, and 10³ for 1000
+  Decimal       // "0.00": 1500.00
 };
 
 struct ValueFormat {
@@ -36,11 +37,20 @@ struct ValueFormat {
   int WholeDigits = 1, Decimals = 0, FixedDecimals = 0;
   int ExponentDigits = 1;  // at least
   bool SignedExponent = false;
+  // These are of decimals, as are the three before: WholeDigits is the least number of them.
+  bool HasDecimalComma = false, IsGrouped = false;
+  bool HasPlus = false;       // before values above 0
+  bool HasMinusSign = false;  // the true one, as wide as the plus; else a hyphen
 };
 
 // "P", "E", "S" or a pattern of 0, #, . and + around an "E", in any case; anything else without "E" is plain.
 // A malformed pattern gives none.
 std::optional<ValueFormat> ReadValueFormat(std::string_view text);
+
+// A pattern of decimals: 0 is a digit that is always written, # one that a 0 at the beginning or the end does
+// not take; one decimal mark, "." or ","; blanks group the digits before it by threes, with thin blanks;
+// before all of it "+" for a sign of values above 0 and "−" for a true minus. A malformed pattern gives none.
+std::optional<ValueFormat> ReadDecimalFormat(std::string_view text);
 
 // The value, which is finite, with its unit. A blank at the unit's beginning stands before the prefix too.
 std::string ValueText(float value, const ValueFormat& format, std::string_view unit);

@@ -13,12 +13,14 @@
 //       how many operations there are, "11 operations"
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "base/text.h"
 #include "tests/support/script_run.h"
@@ -119,10 +121,10 @@ std::string OutcomeOf(const ScriptCase& scriptCase) {
   return outcome.empty() ? "nothing\n" : outcome;
 }
 
-class ScriptCases : public testing::TestWithParam<const char*> {};
+class ScriptCases : public testing::TestWithParam<std::string> {};
 
 TEST_P(ScriptCases, DoWhatStandsBesideThem) {
-  const fs::path path = fs::path(VAXEL_SOURCE_DIR) / "tests/scripts" / (std::string(GetParam()) + ".txt");
+  const fs::path path = fs::path(VAXEL_SOURCE_DIR) / "tests/scripts" / (GetParam() + ".txt");
   std::ifstream file(path);
   ScriptCase scriptCase;
   int cases = 0;
@@ -149,10 +151,17 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
   EXPECT_GT(cases, 5);
 }
 
-INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("control", "loops", "language", "lines", "pens", "pictures", "scale",
-                                         "sectors", "shapes", "surface", "text", "values", "variables"),
-                         [](const auto& test) { return std::string(test.param); });
+std::vector<std::string> CaseFiles() {
+  std::vector<std::string> names;
+  for (const auto& file : fs::directory_iterator(fs::path(VAXEL_SOURCE_DIR) / "tests/scripts")) {
+    if (file.path().extension() == ".txt") names.push_back(file.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(, ScriptCases, testing::ValuesIn(CaseFiles()),
+                         [](const auto& test) { return test.param; });
 
 }  // namespace
 }  // namespace vaxel::test

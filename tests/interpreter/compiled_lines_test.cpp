@@ -94,7 +94,7 @@ class ScriptWriter {
     return OneOf({Term(), Term() + "R", "%A°", "%I*30°", "", "10", "5R", " %B ", "%C r", "45°", "%A§%B"});
   }
   std::string Command() {
-    switch (Below(18)) {
+    switch (Below(19)) {
       case 0:
         return "Trait = " + Coordinate() + ", " + Coordinate() + ", " + Coordinate() + ", " + Coordinate();
       case 1:
@@ -130,6 +130,11 @@ class ScriptWriter {
         return OneOf({"? = %A, %B", "?", "ListeVar = %A", "TailleP = %A G, text %I, %D"});
       case 15:
         return "Fleche = %I, 2, " + Term() + ", " + Term() + ", , , %C";
+      case 16:
+        return OneOf({"Echelle =< 0, %A, %V*%B+" + Term(), "Echelle = " + Term() + ", %B", "Echelle",
+                      "Echelle = liste, 0, 0, %A, " + Term(), "GradV = auto§%A, " + Term() + ", 10, 20",
+                      "GradV = §%C, %A§T", "ValV = §%C§%B, 5", "PosV = %A, " + Term() + ", %D, %C",
+                      "Aiguille = %A, 20, " + Term(), "FormatV = 0.0"});
       default:
         return "SectP = %A, " + Term() + ", 1, " + Term() + ", %C";
     }

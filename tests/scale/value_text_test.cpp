@@ -70,5 +70,47 @@ TEST(ValueText, PatternsRoundAndPad) {
   }
 }
 
+TEST(ValueText, DecimalPatternsRoundGroupAndSign) {
+  struct Case {
+    const char* Pattern;
+    float Value;
+    const char* Expected;
+  };
+  const Case cases[] = {{"0.0", 2, "2.0"},
+                        {"0.0", 0.25F, "0.3"},
+                        {"0.0", -0.04F, "0.0"},
+                        {"0.0", 99.96F, "100.0"},
+                        {"0,00", 1.005F, "1,01"},
+                        {"0.##", 2.5F, "2.5"},
+                        {"0.0#", 3, "3.0"},
+                        {"0.##", 3, "3"},
+                        {"#.0", 0.5F, ".5"},
+                        {"#", 0, "0"},
+                        {"00", 7, "07"},
+                        {"00", -7, "-07"},
+                        {"0", 1e20F, "100000000000000000000"},
+                        {"0.000", 1e-5F, "0.000"},
+                        {"+0", 3, "+3"},
+                        {"+0", 0, "0"},
+                        {"+0", -3, "-3"},
+                        {"+−0", -3, "−3"},
+                        {"−0.0", 3, "3.0"},
+                        {"# ##0", 1234567, "1\u202F234\u202F567"},
+                        {"# ##0", 999.5F, "1\u202F000"},
+                        {"# ##0,0", -12345.5F, "-12\u202F345,5"},
+                        {"# ##0", 12, "12"},
+                        {"0 000", 12, "0\u202F012"}};
+  for (const Case& c : cases) {
+    const auto format = ReadDecimalFormat(c.Pattern);
+    ASSERT_TRUE(format) << c.Pattern;
+    EXPECT_EQ(ValueText(c.Value, *format, ""), c.Expected) << c.Pattern << " " << c.Value;
+  }
+  EXPECT_EQ(ValueText(5, *ReadDecimalFormat("0.0"), " V"), "5.0 V");
+  for (const char* malformed :
+       {"", "0.0.0", "0#", "0.#0", "a", "0E0", "0 . 0", "--0", "+", "0.0000000000000000"}) {
+    EXPECT_FALSE(ReadDecimalFormat(malformed)) << malformed;
+  }
+}
+
 }  // namespace
 }  // namespace vaxel

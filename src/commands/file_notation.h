@@ -1,0 +1,25 @@
+// How commands find and read the files that a script names.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "interpreter/run_context.h"
+
+namespace vaxel {
+
+// Of a file's name, or of any other text, so much is shown in a message.
+inline constexpr std::size_t ShownLength = 200;
+
+enum class FileUse : std::uint8_t { Data, Script };
+
+// The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such
+// file.
+std::string RequireFile(RunContext& run, std::string_view name, FileUse use);
+
+// The text of a file; name is how the script calls it.
+std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name);
+
+}  // namespace vaxel
