@@ -103,15 +103,23 @@ void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber
   if (IsOfEditor(fileName)) {
     comments_[lineNumber] = comment;
   } else {
-    ShowNotice(fileName, lineNumber, Trim(comment));
+    Note(fileName, lineNumber, Trim(comment));
   }
 }
 
 void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+  Note(fileName, lineNumber, app_.Message(TextId::NoticeWord).append(": ").append(text));
+}
+
+void RunBridge::Note(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+  constexpr std::size_t mostKept = 1000;
   std::string notice(fileName);
   if (lineNumber > 0) notice += (notice.empty() ? "" : ":") + std::to_string(lineNumber) + ": ";
-  // The same text from many lines says no more.
-  if (session_.Notices.emplace(text).second) notices_.push_back(notice += text);
+  notice += text;
+  std::vector<std::string>& kept = session_.Notices;
+  if (kept.size() < mostKept && std::find(kept.begin(), kept.end(), notice) == kept.end()) {
+    kept.push_back(std::move(notice));
+  }
 }
 
 bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
@@ -146,7 +154,7 @@ Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t m
   return ReadWholeFile(fileName, maxBytes);
 }
 
-void RunBridge::WriteComments() {
+void RunBridge::Finish() {
   if (comments_.empty()) return;
   const RaisedFlag writing(session_.IsWritingComments);
   const std::string text = app_.Editor.Text();
@@ -156,22 +164,13 @@ void RunBridge::WriteComments() {
   LinesInOrder lines(text);
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
-      ShowNotice(script_.CurrentFile, number, Trim(comment));
+      Note(script_.CurrentFile, number, Trim(comment));
       continue;
     }
     const std::string_view line = lines.Line(number);
     const std::string commented = WithComment(line, comment);
     if (commented != line) app_.Editor.ReplaceLine(number, commented);
   }
-}
-
-void RunBridge::Finish() {
-  WriteComments();
-  constexpr std::size_t mostNotices = 20;
-  std::string all;
-  for (std::size_t i = 0; i < notices_.size() && i < mostNotices; ++i) all += (i ? "\n" : "") + notices_[i];
-  if (notices_.size() > mostNotices) all += "\n…";
-  if (!all.empty()) app_.Tell(BoxIcon::Information, all);
 }
 
 std::string WithComment(std::string_view line, std::string_view comment) {

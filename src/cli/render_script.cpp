@@ -155,6 +155,7 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
           "", 0, texts.Strings().Text(texts.Base(), TextId::FontReplaced, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
+    if (machine.Host.HasRefused()) return ExitStatus::ScriptFailed;
     if (result.Error.empty()) {
       const Result<> committed = file.Commit();
       if (committed) continue;
@@ -247,7 +248,7 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
   if (!machine.Measurer.Failure().empty()) {
     Complain(machine.Texts.Fill(TextId::CliRoughTexts, machine.Measurer.Failure()));
   }
-  return ExitStatus::Drawn;
+  return machine.Host.HasRefused() ? ExitStatus::ScriptFailed : ExitStatus::Drawn;
 }
 
 }  // namespace
@@ -261,7 +262,7 @@ ExitStatus RenderScript(const RenderOptions& options, const UserTexts& texts) {
   std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
-  Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
+  Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options, texts)};
   // Every run comes before the first output: a script that fails on paper alone writes nothing, and what the
   // script reads is known.
   std::map<TargetKind, DisplayList> lists;

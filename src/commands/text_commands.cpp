@@ -29,8 +29,7 @@ void TellOfReplacement(RunContext& run) {
   const std::string used = run.Surface.FontReplacement();
   const std::string& wanted = run.Surface.Font.Name;
   if (used.empty() || !run.ReplacedFonts.insert(UpperCase(wanted)).second) return;
-  run.Host.ShowNotice(run.Level().FileName, run.Level().Line.Number,
-                      run.Message(TextId::FontReplaced, wanted, used));
+  run.Notice(TextId::FontReplaced, wanted, used);
 }
 
 // The first text of a page is preceded by a blank, with which a device takes its font up; then something is

@@ -85,6 +85,7 @@ void Reset(RunContext& run) {
   run.LastText.reset();
   run.ScreenCentre = {};
   run.ReplacedFonts.clear();
+  run.Notices.Clear();
   run.Pictures.clear();
   run.LastError.clear();
   run.SetPen({});

@@ -29,6 +29,13 @@ void RunContext::WriteComment(std::string_view comment) {
   Host.WriteComment(Level().FileName, Level().Line.Number, comment);
 }
 
+void RunContext::Notice(TextId text, std::string_view value, std::string_view second,
+                        std::string_view third) {
+  const ScriptLevel& level = Level();
+  if (!Notices.Add(level.FileName, level.Line.Number, text)) return;
+  Host.ShowNotice(level.FileName, level.Line.Number, Strings.Text(LangBase, text, value, second, third));
+}
+
 std::string RunContext::Substitute(std::string_view text) const {
   return vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators);
 }

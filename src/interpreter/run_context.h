@@ -4,12 +4,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
@@ -41,6 +43,21 @@ struct ScriptLevel {
   DataFile Data;
 };
 
+// What a run has given notice of, so that a loop does not say it again and again.
+class NoticeTable {
+ public:
+  // Whether this text was not given yet for that line of the file.
+  bool Add(std::string_view fileName, std::uint32_t lineNumber, TextId text) {
+    const auto file = files_.find(fileName);
+    auto& given = file != files_.end() ? file->second : files_[std::string(fileName)];
+    return given.emplace(lineNumber, text).second;
+  }
+  void Clear() { files_.clear(); }
+
+ private:
+  std::map<std::string, std::set<std::pair<std::uint32_t, TextId>>, std::less<>> files_;
+};
+
 // The state of one run, shared by all commands.
 struct RunContext {
   static constexpr std::size_t MaxLevels = 5;
@@ -69,6 +86,7 @@ struct RunContext {
   std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
+  NoticeTable Notices;                  // given so far
   std::map<std::string, std::shared_ptr<const Picture>> Pictures;  // read so far, by the names of their files
   std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
 
@@ -88,6 +106,10 @@ struct RunContext {
   // The colour that the text gives; for an empty or unknown colour it is the current one.
   Colour ColourOr(std::string_view text) const;
   void WriteComment(std::string_view comment);
+  // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is
+  // told once a line and run, with the values that it has the first time.
+  void Notice(TextId text, std::string_view value = {}, std::string_view second = {},
+              std::string_view third = {});
   // The text with the references to variables of the current level replaced.
   std::string Substitute(std::string_view text) const;
   // Creates or overwrites a variable of the current level. What is no name of a variable, a system variable
