@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
@@ -41,6 +42,13 @@ struct ScriptLevel {
   Pen CurrentPen;
   double PositionX = 0, PositionY = 0;  // where the including line placed its centre, from its own
   DataFile Data;
+};
+
+// A line of the main script that has changed the order word.
+struct OrderStep {
+  std::int16_t After = 0;
+  std::uint32_t LineNumber = 0;
+  std::string Line;
 };
 
 // What a run has given notice of, so that a loop does not say it again and again.
@@ -78,6 +86,7 @@ struct RunContext {
   int CommandDepth = 0;          // of commands after THEN that are being run
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
+  std::vector<OrderStep> OrderSteps;  // that have led to it
   vaxel::Separators Separators;
   std::uint32_t SeparatorsVersion = 1;  // another whenever they change
   unsigned LinesWithoutEvents = 0;      // run since the host last handled events
@@ -103,8 +112,15 @@ struct RunContext {
   std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
-  // The colour that the text gives; for an empty or unknown colour it is the current one.
-  Colour ColourOr(std::string_view text) const;
+  // The colour that the text gives; for an empty or unknown colour it is the other one. An unknown one is
+  // noticed.
+  Colour ColourOr(std::string_view text, Colour otherwise);
+  Colour ColourOr(std::string_view text) { return ColourOr(text, Surface.ForeColor); }
+  // Sets bits of the order word, and remembers the line that does it.
+  void AddOrder(std::int16_t bits) {
+    const auto after = static_cast<std::int16_t>(OrderState | bits);
+    if (after != OrderState) NoteOrder(after);
+  }
   void WriteComment(std::string_view comment);
   // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is
   // told once a line and run, with the values that it has the first time.
@@ -122,6 +138,7 @@ struct RunContext {
   void EndAllLevels();
 
  private:
+  void NoteOrder(std::int16_t after);
   static void EndLevel(ScriptLevel& level);
 };
 
