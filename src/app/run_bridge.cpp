@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/raised_flag.h"
+#include "app/script_file.h"
 #include "base/files.h"
 #include "base/text.h"
 
@@ -92,7 +93,10 @@ void RunBridge::ShowError(const ErrorReport& report) {
   ShowSoFar();
   app_.Window.ProcessEvents();
   app_.Window.SetPointer(PointerShape::Normal);
-  app_.Tell(BoxIcon::Critical, report.Text);
+  const std::string name = report.FileName.empty() ? app_.Message(TextId::UnsavedScript)
+                                                   : std::string(NameWithoutFolder(report.FileName));
+  const std::string line = app_.Message(TextId::LineOfError, std::to_string(report.LineNumber), name);
+  app_.Tell(BoxIcon::Critical, report.LineNumber > 0 ? report.Text + "\n\n" + line : report.Text);
   app_.Window.SetPointer(PointerShape::Hourglass);
   if (IsOfEditor(report.FileName) && report.LineNumber > 0) {
     app_.Editor.GoToLine(report.LineNumber);
@@ -103,19 +107,16 @@ void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber
   if (IsOfEditor(fileName)) {
     comments_[lineNumber] = comment;
   } else {
-    Note(fileName, lineNumber, Trim(comment));
+    Note(AtPlace(app_, fileName, lineNumber, Trim(comment)));
   }
 }
 
 void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
-  Note(fileName, lineNumber, app_.Message(TextId::NoticeWord).append(": ").append(text));
+  Note(NoticeAtPlace(app_, fileName, lineNumber, text));
 }
 
-void RunBridge::Note(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+void RunBridge::Note(std::string notice) {
   constexpr std::size_t mostKept = 1000;
-  std::string notice(fileName);
-  if (lineNumber > 0) notice += (notice.empty() ? "" : ":") + std::to_string(lineNumber) + ": ";
-  notice += text;
   std::vector<std::string>& kept = session_.Notices;
   if (kept.size() < mostKept && std::find(kept.begin(), kept.end(), notice) == kept.end()) {
     kept.push_back(std::move(notice));
@@ -164,13 +165,26 @@ void RunBridge::Finish() {
   LinesInOrder lines(text);
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
-      Note(script_.CurrentFile, number, Trim(comment));
+      Note(AtPlace(app_, script_.CurrentFile, number, Trim(comment)));
       continue;
     }
     const std::string_view line = lines.Line(number);
     const std::string commented = WithComment(line, comment);
     if (commented != line) app_.Editor.ReplaceLine(number, commented);
   }
+}
+
+std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                    std::string_view text) {
+  std::string placed(fileName);
+  if (placed.empty() && lineNumber > 0) placed = app.Message(TextId::UnsavedScript);
+  if (lineNumber > 0) placed += ":" + std::to_string(lineNumber) + ": ";
+  return placed.append(text);
+}
+
+std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                          std::string_view text) {
+  return AtPlace(app, fileName, lineNumber, app.Message(TextId::NoticeWord).append(": ").append(text));
 }
 
 std::string WithComment(std::string_view line, std::string_view comment) {

@@ -52,7 +52,7 @@ class RunBridge : public RunHost {
 
  private:
   void ShowSoFar();
-  void Note(std::string_view fileName, std::uint32_t lineNumber, std::string_view text);
+  void Note(std::string notice);
   bool IsOfEditor(std::string_view fileName) const;
 
   AppContext& app_;
@@ -66,6 +66,13 @@ class RunBridge : public RunHost {
   bool hadEvents_ = false;
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
 };
+
+// What is told about a line, behind its place: "FILE:LINE: text".
+std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                    std::string_view text);
+// The same for a notice.
+std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                          std::string_view text);
 
 // The line with a comment of numbers at its end, in place of one that a run has written before.
 std::string WithComment(std::string_view line, std::string_view comment);

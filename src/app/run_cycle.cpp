@@ -13,6 +13,7 @@
 #include "commands/command_table.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/sheet_notices.h"
 
 namespace vaxel {
 namespace {
@@ -219,6 +220,9 @@ std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answ
   target->Decoder = app_.Platform.Decoder();
   std::optional<DisplayList> list(std::in_place);
   if (RunFor(*target, *list, answers) != RunEnd::Completed) return std::nullopt;
+  for (const SheetNotice& notice : SheetNotices(*list, app_.Strings, app_.LangBase)) {
+    session_.Notices.push_back(NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text));
+  }
   return list;
 }
 

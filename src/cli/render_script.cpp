@@ -19,6 +19,7 @@
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
 #include "interpreter/run.h"
+#include "interpreter/sheet_notices.h"
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
@@ -195,6 +196,9 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
       list.BeginPage(target.WidthMm, target.HeightMm);
       break;
     case RunEnd::Completed:
+      for (const SheetNotice& notice : SheetNotices(list, run.Strings, run.LangBase)) {
+        machine.Host.ShowNotice("", notice.LineNumber, notice.Text);
+      }
       break;
   }
   return ExitStatus::Drawn;
