@@ -89,6 +89,18 @@ class BoxMaker {
   std::vector<ContourArc> pieces_;
 };
 
+// Most operations of large drawings are strokes within the sheet, which can be told at a glance.
+bool IsStrokeWithin(const Operation& operation, const Page& page) {
+  const auto* const line = std::get_if<LineShape>(&operation.Figure);
+  if (!line) return false;
+  const double margin = LeastOverflow - operation.Width / 2;
+  const auto isWithin = [&](const Point& point) {
+    return point.X >= -margin && point.X <= page.Width + margin && point.Y >= -margin &&
+           point.Y <= page.Height + margin;
+  };
+  return isWithin(line->From) && isWithin(line->To);
+}
+
 SheetOverflow OverflowOf(const DisplayList& list, const Page& page) {
   SheetOverflow all;
   double farthest = LeastOverflow;
@@ -99,6 +111,7 @@ SheetOverflow OverflowOf(const DisplayList& list, const Page& page) {
   };
   for (std::size_t i = page.First; i < page.First + page.Count; ++i) {
     const Operation& operation = list.At(i);
+    if (IsStrokeWithin(operation, page)) continue;
     box = {};
     std::visit(maker, operation.Figure);
     box.Grow(operation.Width / 2);

@@ -87,6 +87,19 @@ bool IsAssignmentWithoutSign(std::string_view keyword, std::string_view line) {
          std::all_of(keyword.begin(), keyword.end(), fits);
 }
 
+// Whether one letter is another, too many or missing, or two have changed places. The first letter is nearly
+// always right.
+bool IsOneSlip(std::string_view written, std::string_view meant) {
+  const std::string a = UpperCase(written), b(meant);
+  if (a.size() < 3 || a.front() != b.front()) return false;
+  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  const std::string_view restA(inA, a.end()), restB(inB, b.end());
+  if (restA.empty() || restB.empty()) return restA.size() + restB.size() == 1;
+  const bool isSwap = restA.size() > 1 && restB.size() > 1 && restA[0] == restB[1] && restA[1] == restB[0] &&
+                      restA.substr(2) == restB.substr(2);
+  return isSwap || restA.substr(1) == restB.substr(1) || restA.substr(1) == restB || restA == restB.substr(1);
+}
+
 }  // namespace
 
 ScriptFault UnknownCommandFault(const RunContext& run, std::string_view keyword, std::string_view line) {
@@ -115,7 +128,11 @@ ScriptFault UnknownCommandFault(const RunContext& run, std::string_view keyword,
 }
 
 std::string_view FunctionInstead(std::string_view name) {
-  return InsteadOf(Functions, name);
+  if (const std::string_view instead = InsteadOf(Functions, name); !instead.empty()) return instead;
+  if (IsFunctionName(name)) return {};
+  const auto* const near = std::find_if(Known.begin(), Known.end(),
+                                        [&](std::string_view known) { return IsOneSlip(name, known); });
+  return near == Known.end() ? std::string_view() : *near;
 }
 
 bool HasDecimalComma(std::string_view text) {
