@@ -7,9 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "app/run_bridge.h"
 #include "base/files.h"
 #include "base/output_file.h"
 #include "base/text.h"
+#include "interpreter/sheet_notices.h"
 #include "render/svg_renderer.h"
 
 namespace vaxel {
@@ -298,7 +300,14 @@ void FileCommands::Export() {
   // A picture under the extension of something else, of a script for one, would be neither.
   if (!IsPictureFile(name) && !MayReplace(name += ".svg")) return;
   if (const Result<> written = WriteDrawing(*drawing, name, app_.Platform); !written)
-    Tell(TextId::CannotWrite, name, written.Why());
+    return Tell(TextId::CannotWrite, name, written.Why());
+  // The window's area is no sheet, but the file ends where it ends.
+  std::string beyond;
+  for (const SheetNotice& notice : SheetNotices(*drawing, app_.Strings, app_.LangBase)) {
+    beyond += (beyond.empty() ? "" : "\n") +
+              NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text);
+  }
+  if (!beyond.empty()) app_.Tell(BoxIcon::Information, beyond);
 }
 
 }  // namespace vaxel

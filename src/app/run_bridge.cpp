@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/raised_flag.h"
+#include "app/script_file.h"
 #include "base/files.h"
 #include "base/text.h"
 
@@ -92,7 +93,10 @@ void RunBridge::ShowError(const ErrorReport& report) {
   ShowSoFar();
   app_.Window.ProcessEvents();
   app_.Window.SetPointer(PointerShape::Normal);
-  app_.Tell(BoxIcon::Critical, report.Text);
+  const std::string name = report.FileName.empty() ? app_.Message(TextId::UnsavedScript)
+                                                   : std::string(NameWithoutFolder(report.FileName));
+  const std::string line = app_.Message(TextId::LineOfError, std::to_string(report.LineNumber), name);
+  app_.Tell(BoxIcon::Critical, report.LineNumber > 0 ? report.Text + "\n\n" + line : report.Text);
   app_.Window.SetPointer(PointerShape::Hourglass);
   if (IsOfEditor(report.FileName) && report.LineNumber > 0) {
     app_.Editor.GoToLine(report.LineNumber);
@@ -103,15 +107,20 @@ void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber
   if (IsOfEditor(fileName)) {
     comments_[lineNumber] = comment;
   } else {
-    ShowNotice(fileName, lineNumber, Trim(comment));
+    Note(AtPlace(app_, fileName, lineNumber, Trim(comment)));
   }
 }
 
 void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
-  std::string notice(fileName);
-  if (lineNumber > 0) notice += (notice.empty() ? "" : ":") + std::to_string(lineNumber) + ": ";
-  // The same text from many lines says no more.
-  if (session_.Notices.emplace(text).second) notices_.push_back(notice += text);
+  Note(NoticeAtPlace(app_, fileName, lineNumber, text));
+}
+
+void RunBridge::Note(std::string notice) {
+  constexpr std::size_t mostKept = 1000;
+  std::vector<std::string>& kept = session_.Notices;
+  if (kept.size() < mostKept && std::find(kept.begin(), kept.end(), notice) == kept.end()) {
+    kept.push_back(std::move(notice));
+  }
 }
 
 bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
@@ -146,7 +155,7 @@ Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t m
   return ReadWholeFile(fileName, maxBytes);
 }
 
-void RunBridge::WriteComments() {
+void RunBridge::Finish() {
   if (comments_.empty()) return;
   const RaisedFlag writing(session_.IsWritingComments);
   const std::string text = app_.Editor.Text();
@@ -156,7 +165,7 @@ void RunBridge::WriteComments() {
   LinesInOrder lines(text);
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
-      ShowNotice(script_.CurrentFile, number, Trim(comment));
+      Note(AtPlace(app_, script_.CurrentFile, number, Trim(comment)));
       continue;
     }
     const std::string_view line = lines.Line(number);
@@ -165,13 +174,17 @@ void RunBridge::WriteComments() {
   }
 }
 
-void RunBridge::Finish() {
-  WriteComments();
-  constexpr std::size_t mostNotices = 20;
-  std::string all;
-  for (std::size_t i = 0; i < notices_.size() && i < mostNotices; ++i) all += (i ? "\n" : "") + notices_[i];
-  if (notices_.size() > mostNotices) all += "\n…";
-  if (!all.empty()) app_.Tell(BoxIcon::Information, all);
+std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                    std::string_view text) {
+  std::string placed(fileName);
+  if (placed.empty() && lineNumber > 0) placed = app.Message(TextId::UnsavedScript);
+  if (lineNumber > 0) placed += ":" + std::to_string(lineNumber) + ": ";
+  return placed.append(text);
+}
+
+std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                          std::string_view text) {
+  return AtPlace(app, fileName, lineNumber, app.Message(TextId::NoticeWord).append(": ").append(text));
 }
 
 std::string WithComment(std::string_view line, std::string_view comment) {

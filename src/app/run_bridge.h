@@ -18,10 +18,11 @@ namespace vaxel {
 
 // What lasts from run to run.
 struct RunSession {
-  bool IsRunning = false;          // a run is under way
-  bool AbortRequested = false;     // Escape is held down
-  bool IsWritingComments = false;  // a run writes its comments into the text
-  std::set<std::string> Notices;   // what the user was told
+  bool IsRunning = false;            // a run is under way
+  bool AbortRequested = false;       // Escape is held down
+  bool IsWritingComments = false;    // a run writes its comments into the text
+  std::vector<std::string> Notices;  // of the runs that belong together, not shown yet
+  std::set<std::string> Told;        // those that were shown last
 };
 
 class RunBridge : public RunHost {
@@ -46,12 +47,12 @@ class RunBridge : public RunHost {
 
   // Takes the run, of which the script in the editor is level 1; it must live until the last call.
   void Follow(const RunContext& run) { run_ = &run; }
-  // To be called when the run is over: writes the comments into the editor and shows the notices.
+  // To be called when the run is over: writes the comments into the editor.
   void Finish();
 
  private:
   void ShowSoFar();
-  void WriteComments();
+  void Note(std::string notice);
   bool IsOfEditor(std::string_view fileName) const;
 
   AppContext& app_;
@@ -64,8 +65,14 @@ class RunBridge : public RunHost {
   std::chrono::steady_clock::time_point lastEvents_, lastShown_;
   bool hadEvents_ = false;
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
-  std::vector<std::string> notices_;
 };
+
+// What is told about a line, behind its place: "FILE:LINE: text".
+std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                    std::string_view text);
+// The same for a notice.
+std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
+                          std::string_view text);
 
 // The line with a comment of numbers at its end, in place of one that a run has written before.
 std::string WithComment(std::string_view line, std::string_view comment);

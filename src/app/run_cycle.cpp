@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <set>
 #include <utility>
 
 #include "app/raised_flag.h"
@@ -12,6 +13,7 @@
 #include "commands/command_table.h"
 #include "interpreter/evaluator.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/sheet_notices.h"
 
 namespace vaxel {
 namespace {
@@ -146,7 +148,24 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   }
   keep();
   FollowCentre();
+  TellNotices();
   return end;
+}
+
+// A notice that the user has seen after the run before is no news: a view of the same script shows it again
+// and again.
+void RunCycle::TellNotices() {
+  constexpr std::size_t most = 20;
+  const std::vector<std::string> notices = std::exchange(session_.Notices, {});
+  const std::set<std::string> before = std::exchange(session_.Told, {notices.begin(), notices.end()});
+  std::string all;
+  std::size_t told = 0;
+  for (const std::string& notice : notices) {
+    if (before.contains(notice) || ++told > most) continue;
+    all += (all.empty() ? "" : "\n") + notice;
+  }
+  if (told > most) all += "\n…";
+  if (!all.empty()) app_.Tell(BoxIcon::Information, all);
 }
 
 RunEnd RunCycle::RunOnScreen() {
@@ -201,6 +220,9 @@ std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answ
   target->Decoder = app_.Platform.Decoder();
   std::optional<DisplayList> list(std::in_place);
   if (RunFor(*target, *list, answers) != RunEnd::Completed) return std::nullopt;
+  for (const SheetNotice& notice : SheetNotices(*list, app_.Strings, app_.LangBase)) {
+    session_.Notices.push_back(NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text));
+  }
   return list;
 }
 

@@ -64,6 +64,7 @@ class RunCycle {
   RunEnd RunOnScreen(std::vector<std::string>& answers);
   RunEnd RunOnScreen();
   std::optional<DisplayList> RunOnPrinter(std::vector<std::string>& answers);
+  void TellNotices();
   void PrintDocument(const DisplayList& drawing);
   void TellNotPrinted(const Failure& why);
   void ResetView();

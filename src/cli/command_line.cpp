@@ -36,6 +36,7 @@ constexpr OptionRow Rows[] = {
     {OptionId::Answer, "--answer", Use::Repeatable, nullptr, T::CliAnswerValue, T::CliAnswerHelp},
     {OptionId::OnDepth, "--on-depth", Use::Once, "ok|cancel", T::CliFileValue, T::CliOnDepthHelp},
     {OptionId::MaxSeconds, "--max-seconds", Use::Once, nullptr, T::CliNumberValue, T::CliMaxSecondsHelp},
+    {OptionId::Strict, "--strict", Use::Flag, nullptr, T::CliFileValue, T::CliStrictHelp},
     {OptionId::Version, "--version", Use::Flag, nullptr, T::CliFileValue, T::CliVersionHelp},
     {OptionId::Help, "-h,--help", Use::Flag, nullptr, T::CliFileValue, T::CliHelpHelp}};
 

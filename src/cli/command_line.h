@@ -26,6 +26,7 @@ enum class OptionId : std::uint8_t {
   Answer,
   OnDepth,
   MaxSeconds,
+  Strict,
   Version,
   Help,
   Count

@@ -66,7 +66,13 @@ void ConsoleHost::WriteComment(std::string_view fileName, std::uint32_t lineNumb
 }
 
 void ConsoleHost::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
-  if (notices_.emplace(text).second) Print(fileName, lineNumber, text);
+  const bool isNewText = noticeTexts_.emplace(text).second;
+  std::string notice(fileName);
+  ((notice += ':') += std::to_string(lineNumber) + ":").append(text);
+  const bool isNew = notices_.insert(std::move(notice)).second;
+  if (lineNumber == 0 ? !isNewText : !isNew) return;
+  const std::string_view word = texts_.Get(isStrict_ ? TextId::ErrorWord : TextId::NoticeWord);
+  Print(fileName, lineNumber, std::string(word).append(": ").append(text));
 }
 
 bool ConsoleHost::Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber,

@@ -10,6 +10,7 @@
 
 #include "cli/options.h"
 #include "cli/run_watch.h"
+#include "cli/user_texts.h"
 #include "interpreter/run_host.h"
 
 namespace vaxel {
@@ -18,19 +19,22 @@ namespace vaxel {
 // obey.
 class ConsoleHost : public RunHost {
  public:
-  // scriptName stands for the main script in what is printed.
-  ConsoleHost(std::string scriptName, const RenderOptions& options)
+  // scriptName stands for the main script in what is printed. The texts must live as long.
+  ConsoleHost(std::string scriptName, const RenderOptions& options, const UserTexts& texts)
       : Watch(options.MaxSeconds),
+        texts_(texts),
         scriptName_(std::move(scriptName)),
         answers_(options.Answers),
         goesOnWithoutDepth_(options.GoOnAtDepth),
-        mayAsk_(options.Script != "-") {}
+        mayAsk_(options.Script != "-"),
+        isStrict_(options.Strict) {}
 
   void ShowError(const ErrorReport& report) override;
   // The signal of Ctrl+C, or of the limit of time.
   RunSignal ProcessPendingEvents() override { return Watch.Signal(); }
   void WriteComment(std::string_view fileName, std::uint32_t lineNumber, std::string_view comment) override;
-  // The same notice is printed once, however often the script is run.
+  // The same notice of a line is printed once, however often the script is run; one without a line only when
+  // no line has given it.
   void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) override;
   // The text is printed. The answer is OK, or for files included too deep what the options say.
   bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber, std::string_view title,
@@ -46,6 +50,9 @@ class ConsoleHost : public RunHost {
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
   Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override;
 
+  // Whether there was a notice that counts as an error.
+  bool HasRefused() const { return isStrict_ && !notices_.empty(); }
+
   RunWatch Watch;
   const std::string& ScriptName() const { return scriptName_; }
   // The files that the runs have read, by the names that were given to ReadFile.
@@ -55,14 +62,16 @@ class ConsoleHost : public RunHost {
   void Print(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) const;
   std::string WithPrintableNames(std::string_view text) const;
 
+  const UserTexts& texts_;
   std::string scriptName_;
   std::set<std::string> filesRead_;
-  std::set<std::string> notices_;
-  std::vector<std::string> answers_;  // those typed so far are added
-  std::size_t asked_ = 0;             // in this run
-  bool isCancelled_ = false;          // the question after these answers
+  std::set<std::string> notices_, noticeTexts_;  // with their places, and without
+  std::vector<std::string> answers_;             // those typed so far are added
+  std::size_t asked_ = 0;                        // in this run
+  bool isCancelled_ = false;                     // the question after these answers
   bool goesOnWithoutDepth_;
   bool mayAsk_;  // else standard input is the script
+  bool isStrict_;
 };
 
 // The seconds since 1970 that stand for the present in reproducible outputs; there are none where the

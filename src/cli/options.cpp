@@ -87,6 +87,7 @@ class OptionReader {
     options.Dpi = ReadFactor(OptionId::Dpi, MaxDpi);
     options.GoOnAtDepth = Is(OptionId::OnDepth, "cancel");
     options.MaxSeconds = ReadFactor(OptionId::MaxSeconds, MaxSeconds);
+    options.Strict = line_.Has(OptionId::Strict);
     options.Answers = line_.Values(OptionId::Answer);
     options.Variables = ReadVariables();
     return options;

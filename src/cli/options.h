@@ -37,6 +37,7 @@ struct RenderOptions {
   std::vector<std::string> Answers;                            // to the script's questions, in order
   bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run
   std::optional<double> MaxSeconds;
+  bool Strict = false;  // notices are errors
 };
 
 // How the program ends.

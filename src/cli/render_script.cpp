@@ -21,6 +21,7 @@
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
 #include "interpreter/run.h"
+#include "interpreter/sheet_notices.h"
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
 #include "render/svg_renderer.h"
@@ -150,6 +151,7 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
           "", 0, texts.Strings().Text(texts.Base(), TextId::FontReplaced, font.Wanted, font.Used));
     }
     if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
+    if (machine.Host.HasRefused()) return ExitStatus::ScriptFailed;
     if (result.Outcome) result.Outcome = file.Commit();
     if (result.Outcome) continue;
     const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardOutput));
@@ -186,6 +188,9 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
       list.BeginPage(target.WidthMm, target.HeightMm);
       break;
     case RunEnd::Completed:
+      for (const SheetNotice& notice : SheetNotices(list, run.Strings, run.LangBase)) {
+        machine.Host.ShowNotice("", notice.LineNumber, notice.Text);
+      }
       break;
   }
   return ExitStatus::Drawn;
@@ -239,7 +244,7 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
     if (status != ExitStatus::Drawn) return status;
   }
   TellFailure(machine.Measurer.Outcome(), TextId::CliRoughTexts, machine.Texts);
-  return ExitStatus::Drawn;
+  return machine.Host.HasRefused() ? ExitStatus::ScriptFailed : ExitStatus::Drawn;
 }
 
 }  // namespace
@@ -253,7 +258,7 @@ ExitStatus RenderScript(const RenderOptions& options, const UserTexts& texts) {
   std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
-  Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options)};
+  Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options, texts)};
   // Every run comes before the first output: a script that fails on paper alone writes nothing, and what the
   // script reads is known.
   std::map<TargetKind, DisplayList> lists;

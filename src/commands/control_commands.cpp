@@ -45,7 +45,7 @@ class CompiledConditional : public CompiledCommand {
     const VariableTable& variables = run.Level().Variables;
     const bool isTrue = comparison_.IsReady(variables)
                             ? comparison_.Holds(variables)
-                            : IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
+                            : IsTrue(run, run.Substitute(conditional_.Condition), comparesTexts_);
     if (!isTrue) return;
     if (jump_) {
       jump_->Take(run);
@@ -58,7 +58,7 @@ class CompiledConditional : public CompiledCommand {
   }
 
  private:
-  void Split(const RunContext& run) {
+  void Split(RunContext& run) {
     conditional_ = SplitConditional(text_);
     isSplit_ = true;
     if (!conditional_.Jumps) {

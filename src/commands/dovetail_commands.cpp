@@ -12,7 +12,6 @@
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "drawing/shapes.h"
-#include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {
@@ -25,7 +24,7 @@ struct DovetailParameters {
   Colour Ink = Black, ReturnInk = Black;
 };
 
-DovetailParameters ReadDovetails(const RunContext& run, const Parameters& parameters) {
+DovetailParameters ReadDovetails(RunContext& run, const Parameters& parameters) {
   const auto number = [&](std::size_t n, std::size_t part, double otherwise) {
     return NumberOf(parameters.Part(n, part), run.Separators).value_or(otherwise);
   };
@@ -52,8 +51,7 @@ DovetailParameters ReadDovetails(const RunContext& run, const Parameters& parame
   dovetails.Stroke = ReadStrokePen(run, parameters.Text(9));
   const std::vector<std::string_view> colours = SplitAt(parameters.Rest(10), run.Separators.Second);
   dovetails.Ink = run.ColourOr(colours[0]);
-  dovetails.ReturnInk =
-      colours.size() > 1 ? ColourValue(colours[1], run.Separators).value_or(dovetails.Ink) : dovetails.Ink;
+  dovetails.ReturnInk = colours.size() > 1 ? run.ColourOr(colours[1], dovetails.Ink) : dovetails.Ink;
   return dovetails;
 }
 

@@ -12,6 +12,7 @@
 #include "commands/pen_notation.h"
 #include "commands/point_notation.h"
 #include "interpreter/colour_value.h"
+#include "interpreter/script_fault.h"
 
 namespace vaxel {
 namespace {
@@ -41,20 +42,33 @@ Sign ReadSign(RunContext& run, const Parameters& parameters) {
           ReadStrokePen(run, parameters.Text(5))};
 }
 
+// A first coordinate that is an expression is taken for the colour, and then one coordinate lacks.
+std::vector<Point> ReadCorners(const RunContext& run, const Parameters& parameters, bool hasColour) {
+  const Point origin = run.Surface.Origin();
+  std::size_t n = hasColour ? 2 : 1;
+  try {
+    Point point = ReadPoint(parameters, n, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
+    std::vector<Point> corners = {point + origin};
+    do {
+      n += 2;
+      point = ReadPoint(parameters, n, point);
+      corners.push_back(point + origin);
+    } while (n + 2 <= parameters.Count());
+    return corners;
+  } catch (ScriptFault& fault) {
+    const std::string_view first = parameters.Trimmed(1);
+    if (hasColour && !ColourValue(first, run.Separators)) {
+      fault.Add(TextId::TakenForColour, Shorten(first, 40));
+    }
+    throw;
+  }
+}
+
 void DrawPolygon(RunContext& run, const Parameters& parameters, bool filled) {
   const std::string_view first = parameters.Trimmed(1);
   const bool hasColour = !first.empty() && !IsNumber(first);
+  const std::vector<Point> corners = ReadCorners(run, parameters, hasColour);
   const Colour colour = hasColour ? run.ColourOr(first) : run.Surface.ForeColor;
-  const Point origin = run.Surface.Origin();
-
-  std::size_t n = hasColour ? 2 : 1;
-  Point point = ReadPoint(parameters, n, run.Surface.CurrentScriptPoint(), EmptyCoordinate::Reference);
-  std::vector<Point> corners = {point + origin};
-  do {
-    n += 2;
-    point = ReadPoint(parameters, n, point);
-    corners.push_back(point + origin);
-  } while (n + 2 <= parameters.Count());
   run.Surface.Polygon(corners, run.Surface.StandingStroke(colour), {filled, colour});
 }
 

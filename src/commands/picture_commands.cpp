@@ -116,7 +116,7 @@ void DrawPicture(RunContext& run, const Parameters& parameters) {
   const Point size = ReadSize(run, parameters, natural);
   surface.PaintPicture(picture, place + ReadPosition(parameters.Trimmed(5), size), size);
   surface.MoveTo(place);
-  run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
+  run.AddOrder(OrderDrawn);
 }
 
 // "V§%X§%Y": the picture's pixels go into variables, and nothing is drawn.

@@ -1,12 +1,11 @@
 #include <string>
 
 #include "commands/handlers.h"
-#include "interpreter/colour_value.h"
 
 namespace vaxel {
 
 void RunCouleur(RunContext& run, const Parameters& parameters) {
-  run.Surface.ForeColor = ColourValue(parameters.Whole(), run.Separators).value_or(Black);
+  run.Surface.ForeColor = run.ColourOr(parameters.Whole(), Black);
 }
 
 void RunSeparateur(RunContext& run, const Parameters& parameters) {

@@ -87,7 +87,7 @@ struct ArrowParameters {
   Colour Ink;
 };
 
-ArrowParameters ReadArrow(const RunContext& run, const Parameters& parameters) {
+ArrowParameters ReadArrow(RunContext& run, const Parameters& parameters) {
   constexpr double standardOpening = 30;
   const ArrowParameters arrow{ReadPlace(run, parameters, 1),
                               parameters.RequiredNumber(3),

@@ -29,8 +29,17 @@ void TellOfReplacement(RunContext& run) {
   const std::string used = run.Surface.FontReplacement();
   const std::string& wanted = run.Surface.Font.Name;
   if (used.empty() || !run.ReplacedFonts.insert(UpperCase(wanted)).second) return;
-  run.Host.ShowNotice(run.Level().FileName, run.Level().Line.Number,
-                      run.Message(TextId::FontReplaced, wanted, used));
+  run.Notice(TextId::FontReplaced, wanted, used);
+}
+
+// The options before a command's text, which is that parameter with all that follows. Where commas are
+// missing before it the text stands at the place of another parameter.
+TextOptions ReadTextCommand(RunContext& run, const Parameters& parameters, std::size_t n,
+                            std::string_view letters) {
+  if (parameters.Count() >= n) return ReadTextOptions(parameters.Text(n - 1), letters, run.Separators);
+  const std::string place = std::to_string(n), commas = std::to_string(n - 1);
+  run.Notice(TextId::TextLacks, place, commas);
+  return ReadTextOptions(parameters.Text(n - 1), letters, run.Separators);
 }
 
 // The first text of a page is preceded by a blank, with which a device takes its font up; then something is
@@ -43,7 +52,7 @@ void WriteFirstBlank(RunContext& run, const Font& font, Colour colour) {
     WriteText(run.Surface, " ", point, {0, AnchorAlong::Start, AnchorAcross::Top}, plain, colour);
     run.Surface.MoveTo(point);
   }
-  run.OrderState = static_cast<std::int16_t>(run.OrderState | OrderDrawn);
+  run.AddOrder(OrderDrawn);
 }
 
 // Upright characters below one another, each centred on the line through the point.
@@ -135,7 +144,7 @@ void RunTailleP(RunContext& run, const Parameters& parameters) {
 }
 
 void RunTexte(RunContext& run, const Parameters& parameters) {
-  TextOptions options = ReadTextOptions(parameters.Text(4), TextLetters, run.Separators);
+  TextOptions options = ReadTextCommand(run, parameters, 5, TextLetters);
   const Colour colour = run.ColourOr(parameters.Text(3));
   const std::string_view text = TextOf(parameters.Rest(5));
   const Font font = FontWith(run.Surface.Font, options);
@@ -155,7 +164,7 @@ void RunTexte(RunContext& run, const Parameters& parameters) {
 }
 
 void RunTexteC(RunContext& run, const Parameters& parameters) {
-  const TextOptions options = ReadTextOptions(parameters.Text(6), ArcTextLetters, run.Separators);
+  const TextOptions options = ReadTextCommand(run, parameters, 7, ArcTextLetters);
   DrawSurface& surface = run.Surface;
   const Font font = FontWith(surface.Font, options);
   const Point centre = ReadPlace(run, parameters, 1);

@@ -51,7 +51,7 @@ struct ValueSeries {
   std::optional<std::string> EndUnit;
 };
 
-ValueSeries ReadSeries(const RunContext& run, const Parameters& parameters, std::size_t before) {
+ValueSeries ReadSeries(RunContext& run, const Parameters& parameters, std::size_t before) {
   return {double{FloatOf(parameters.RequiredNumber(before + 4))},
           parameters.NumberOr(before + 5, 0),
           parameters.NumberOr(before + 6, 0),
@@ -60,7 +60,7 @@ ValueSeries ReadSeries(const RunContext& run, const Parameters& parameters, std:
           UnitOf(run, parameters.Text(before + 3))};
 }
 
-void WriteLinearValues(const RunContext& run, const Parameters& parameters, std::size_t before,
+void WriteLinearValues(RunContext& run, const Parameters& parameters, std::size_t before,
                        const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
   const float number = FloatOf(parameters.RequiredNumber(before + 1));
@@ -75,7 +75,7 @@ void WriteLinearValues(const RunContext& run, const Parameters& parameters, std:
   });
 }
 
-void WriteLogValues(const RunContext& run, const Parameters& parameters, std::size_t before,
+void WriteLogValues(RunContext& run, const Parameters& parameters, std::size_t before,
                     const ValueWriter& writer) {
   const ValueSeries series = ReadSeries(run, parameters, before);
   // The scale itself says where it begins; what stands there must be a number all the same.

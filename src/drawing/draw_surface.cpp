@@ -162,7 +162,15 @@ void DrawSurface::SelectFace(const vaxel::Font& font) {
 
 double DrawSurface::WidthInFace(std::string_view text) {
   const std::optional<double> width = table_ ? table_->Width(text) : std::nullopt;
+  isMeasured_ = !width;
   return width ? *width : measurer_->Width(face_, text);
+}
+
+// The text is the one that was measured last: one in a standard face has all its characters.
+void DrawSurface::LookForLackingCharacter(std::string_view text) {
+  if (!isMeasured_ || !OnLackingCharacter) return;
+  const std::string character = measurer_->Lacking(face_, text);
+  if (!character.empty()) OnLackingCharacter(character);
 }
 
 template <class Use>
@@ -195,6 +203,7 @@ void DrawSurface::Text(Point start, double rotation, std::string_view text, cons
   ForEachPiece(DrawableText(text), [&](TextPiece piece) {
     const double pieceSize = size * piece.Scale;
     const double pieceLength = Checked(WidthInFace(piece.Text) * pieceSize);
+    LookForLackingCharacter(piece.Text);
     const Point from = start + frame.Along * (length / Z) + frame.Up * (piece.Rise * size / Z);
     list_->AddText(std::move(piece.Text), face_, {ToDevice(from), angle, pieceSize, pieceLength},
                    {0, ink, SourceLine, {}});

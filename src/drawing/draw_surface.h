@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -156,6 +157,8 @@ class DrawSurface {
   bool SquareEnds = false;  // of arcs; else round
   vaxel::Font Font;
   FontSizeRegisters FontSizes;
+  // Is told of a character that is drawn and that no font has.
+  std::function<void(std::string_view character)> OnLackingCharacter;
   std::uint32_t SourceLine = 0;  // the script line to which operations are ascribed
 
  private:
@@ -166,6 +169,7 @@ class DrawSurface {
   Operation NewOperation(const Stroke& stroke, Shape figure = {}) const;
   void SelectFace(const vaxel::Font& font);
   double WidthInFace(std::string_view text);
+  void LookForLackingCharacter(std::string_view text);
   void Underline(Point start, const TextFrame& frame, double length, double fontSize, Colour ink);
   template <class Use>
   void ForEachPiece(std::string text, Use use);
@@ -177,6 +181,7 @@ class DrawSurface {
   bool faceSelected_ = false;
   FontFace face_;                     // for which the two below hold
   const FaceTable* table_ = nullptr;  // of a standard face
+  bool isMeasured_ = false;           // the last text was too much for the table
   FaceMetrics metrics_;
   Point deviceSize_;  // mm, the page as it is turned now
   bool centreSet_ = false;

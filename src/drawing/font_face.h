@@ -33,6 +33,8 @@ class TextMeasurer {
   virtual double Width(const FontFace& face, std::string_view text) = 0;
   // The family that is used in place of one that is not there; the name is empty when that is there.
   virtual std::string Replacement(const FontFace& face) = 0;
+  // The first character of the text that no font has, as far as that can be told; else it is empty.
+  virtual std::string Lacking(const FontFace& /*face*/, std::string_view /*text*/) { return {}; }
 };
 
 }  // namespace vaxel

@@ -10,9 +10,21 @@
 
 namespace vaxel {
 
+// What a text says of a colour.
+struct ColourReading {
+  std::optional<Colour> Value;
+  bool IsDoubtful = false;  // the text, or a part of it, is no colour
+};
+
 // The colour that a text names, in French or English ("Rouge", "red", "Rouge/Red"), or gives as "RVB 255 128
-// 0" or "RGB 255,128,0". Any other text gives none.
-std::optional<Colour> ColourValue(std::string_view text, const Separators& separators);
+// 0" or "RGB 255,128,2*64", whose parts may be expressions without blanks, or as "#FF8000" where "#" is no
+// separator. Any other text gives none; an empty one is not doubtful.
+ColourReading ReadColour(std::string_view text, const Separators& separators);
+inline std::optional<Colour> ColourValue(std::string_view text, const Separators& separators) {
+  return ReadColour(text, separators).Value;
+}
+// Whether the text begins like a colour of three parts, which separators may part.
+bool BeginsColourParts(std::string_view text);
 
 // The colour as a script says it: its French name when it has one, else "RVB 255 128 0".
 std::string ColourText(Colour colour);

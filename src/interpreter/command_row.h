@@ -65,8 +65,11 @@ enum class BlockEdge : std::uint8_t { None, Begin, End };
 // What sets a command apart from most others.
 struct CommandRules {
   static constexpr std::int16_t NoLimit = 0x7FFF;
+  static constexpr std::uint8_t AnyNumber = 0xFF;
 
-  std::int16_t Sets = 0;              // order bits
+  std::int16_t Sets = 0;  // order bits
+  // So many parameters count; when the last of them is a colour of three parts, two more are a part of it.
+  std::uint8_t Most = AnyNumber;
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
   Scope Where = Scope::Everywhere;
   LineForm Form = LineForm::Parameters;

@@ -5,8 +5,10 @@
 #include <optional>
 #include <string>
 
+#include "base/number_text.h"
 #include "base/text.h"
 #include "interpreter/evaluator.h"
+#include "interpreter/foreign_habits.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
@@ -31,9 +33,16 @@ constexpr std::array<RelationRow, 9> Relations = {{{"<", Relation::Less},
                                                    {"<>", Relation::Different},
                                                    {"><", Relation::Different}}};
 
-double SideValue(std::string_view side, std::string_view condition, const Separators& separators) {
-  const Evaluation evaluation = Evaluate(side, separators.First);
+// A side of a comparison that is no number: it compares as what it begins with.
+void NoticeSide(RunContext& run, std::string_view side, double value) {
+  const TextId text = HasDecimalComma(side) ? TextId::SideHasComma : TextId::SideIsNoExpression;
+  run.Notice(text, Shorten(side, ShownLength), NumberText(value));
+}
+
+double SideValue(RunContext& run, std::string_view side, std::string_view condition) {
+  const Evaluation evaluation = Evaluate(side, run.Separators.First);
   if (!evaluation.HasValue) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
+  if (!evaluation.Complete) NoticeSide(run, side, evaluation.Value);
   return evaluation.Value;
 }
 
@@ -75,27 +84,30 @@ std::optional<Comparison> SplitComparison(std::string_view condition) {
 
 }  // namespace
 
-void CompiledComparison::Compile(std::string_view condition, const RunContext& run) {
+void CompiledComparison::Compile(std::string_view condition, RunContext& run) {
   const auto comparison = SplitComparison(condition);
   if (!comparison || comparison->Left.empty() || comparison->Right.empty()) return;
   const ReferenceScope scope{run.Level().Variables, run.Separators};
   const auto add = [&](std::string_view side, Expression& expression) {
     expression = program_.Add(side, run.Separators.First, &scope);
+    if (expression.IsComplete) return true;
     // A text that only begins like an expression is worth that beginning.
-    return expression.IsComplete || side.find('%') == std::string_view::npos;
+    const bool isConstant = side.find('%') == std::string_view::npos;
+    if (isConstant) NoticeSide(run, side, program_.Compute(expression));
+    return isConstant;
   };
   how_ = comparison->How;
   isCompiled_ = add(comparison->Left, left_) && add(comparison->Right, right_);
 }
 
-bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {
+bool IsTrue(RunContext& run, std::string_view condition, bool asText) {
   condition = Trim(condition);
   if (condition.empty()) return false;
   const auto comparison = SplitComparison(condition);
   if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
   if (asText) return Holds(comparison->How, comparison->Left, comparison->Right);
-  const double left = SideValue(comparison->Left, condition, separators);
-  return Holds(comparison->How, left, SideValue(comparison->Right, condition, separators));
+  const double left = SideValue(run, comparison->Left, condition);
+  return Holds(comparison->How, left, SideValue(run, comparison->Right, condition));
 }
 
 Conditional SplitConditional(std::string_view text) {

@@ -36,8 +36,9 @@ bool Holds(Relation how, const Value& left, const Value& right) {
 // A comparison of numbers whose sides were read once.
 class CompiledComparison {
  public:
-  // It is never ready where the condition cannot be told from its text as it stands.
-  void Compile(std::string_view condition, const RunContext& run);
+  // It is never ready where the condition cannot be told from its text as it stands. A side that is no
+  // expression is noticed.
+  void Compile(std::string_view condition, RunContext& run);
   // Whether all variables hold numbers, so that it gives what IsTrue does.
   bool IsReady(const VariableTable& variables) const {
     return isCompiled_ && variables.HoldNumbers(left_.Variables | right_.Variables);
@@ -55,8 +56,8 @@ class CompiledComparison {
 };
 
 // Whether a condition holds, between the values of its sides or, as text, between the sides as they stand. An
-// empty one does not. A side that has no value is a fault.
-bool IsTrue(std::string_view condition, bool asText, const Separators& separators);
+// empty one does not. A side that has no value is a fault, one that is no expression is noticed.
+bool IsTrue(RunContext& run, std::string_view condition, bool asText);
 
 // The parts of "condition GOTO target" or "condition THEN command".
 struct Conditional {

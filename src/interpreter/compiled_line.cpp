@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "base/text.h"
+#include "interpreter/colour_value.h"
+#include "interpreter/foreign_habits.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/replacement.h"
 #include "interpreter/run_context.h"
@@ -14,6 +16,7 @@ namespace vaxel {
 namespace {
 
 constexpr int MaxCommandDepth = 100;
+constexpr std::size_t ShownLength = 60;
 
 bool IsVariableLine(std::string_view line) {
   return line.front() == '%' && WithoutComment(line).find('=') == std::string_view::npos;
@@ -47,23 +50,58 @@ class VariableLine : public CompiledCommand {
     if (held != held_) {
       // This is a copy: the command may give the variable another value.
       held_ = held;
-      compiled_.Compile(run, held_);
+      RunHeld(run, [&] { compiled_.Compile(run, held_); });
     }
-    compiled_.Run(run);
+    RunHeld(run, [&] { compiled_.Run(run); });
   }
 
  private:
+  // A report that shows the variable's name alone would not say what is wrong.
+  template <class Use>
+  void RunHeld(const RunContext& run, Use use) const {
+    const std::size_t level = run.CurrentLevel;
+    try {
+      use();
+    } catch (ScriptFault& fault) {
+      if (run.CurrentLevel == level) fault.NoteLineRun(held_);
+      throw;
+    }
+  }
+
   std::string_view line_;
   std::string held_;
   CompiledLine compiled_;
 };
 
+// The report shows the line that came too early.
+[[noreturn]] void FailOrder(RunContext& run, const CommandRow& row) {
+  ScriptFault fault(FaultKind::Order, FaultReason::None, {});
+  for (const OrderStep& step : run.OrderSteps) {
+    if (step.After <= row.Rules.OrderLimit) continue;
+    fault.Add(TextId::CameBefore, std::to_string(step.LineNumber), step.Line);
+    break;
+  }
+  run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Rules.Sets);
+  throw ScriptFault(std::move(fault));
+}
+
 void CheckOrder(RunContext& run, const CommandRow& row) {
   if (run.InMainScript() && run.OrderState > row.Rules.OrderLimit) {
-    run.OrderState = static_cast<std::int16_t>(-run.OrderState | row.Rules.Sets);
-    throw ScriptFault(FaultKind::Order, FaultReason::None, {});
+    FailOrder(run, row);
   }
-  run.OrderState = static_cast<std::int16_t>(run.OrderState | row.Rules.Sets);
+  run.AddOrder(row.Rules.Sets);
+}
+
+// A parameter too many that is not empty counts for nothing: a comma may have slipped in before it.
+void NoticeSurplus(RunContext& run, const CommandRow& row, const Parameters& parameters) {
+  std::size_t most = row.Rules.Most;
+  if (parameters.Count() <= most || row.Rules.Most == CommandRules::AnyNumber) return;
+  if (most > 0 && BeginsColourParts(parameters.Trimmed(most))) most += 2;
+  for (std::size_t n = most + 1; n <= parameters.Count(); ++n) {
+    if (parameters.IsEmpty(n)) continue;
+    run.Notice(TextId::SurplusParameter, std::to_string(n), Shorten(parameters.Trimmed(n), ShownLength));
+    return;
+  }
 }
 
 bool Applies(const RunContext& run, Scope scope) {
@@ -84,15 +122,12 @@ bool Applies(const RunContext& run, Scope scope) {
 const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
   if (const CommandRow* const row = run.Commands.Find(keyword)) return row;
   if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;
-  const std::string_view suggestion = run.Commands.Suggest(keyword);
-  throw ScriptFault(FaultKind::UnknownCommand,
-                    suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
-                    std::string(suggestion));
+  throw UnknownCommandFault(run, keyword, line);
 }
 
 }  // namespace
 
-void CompiledLine::Compile(const RunContext& run, std::string_view line) {
+void CompiledLine::Compile(RunContext& run, std::string_view line) {
   isCompiled_ = true;
   row_ = nullptr;
   command_.reset();
@@ -108,6 +143,7 @@ void CompiledLine::Compile(const RunContext& run, std::string_view line) {
   if (command_) return;
   row_ = row;
   parameters_.Compile(text_, *row, run);
+  mayHaveSurplus_ = parameters_.Count() > row->Rules.Most;
 }
 
 void CompiledLine::RunHandler(RunContext& run) {
@@ -116,10 +152,12 @@ void CompiledLine::RunHandler(RunContext& run) {
   const std::string text = isBound ? std::string() : ReplaceVariables(run, text_, *row_);
   CheckOrder(run, *row_);
   if (isBound) {
+    if (mayHaveSurplus_) NoticeSurplus(run, *row_, parameters_);
     row_->Handler(run, parameters_);
   } else {
     Parameters parameters;
     parameters.Assign(text, run.Separators);
+    NoticeSurplus(run, *row_, parameters);
     row_->Handler(run, parameters);
   }
 }

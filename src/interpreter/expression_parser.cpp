@@ -28,6 +28,8 @@ class ExpressionParser {
       : code_(code), text_(text), separator_(separator), scope_(scope) {}
 
   void Read(Expression& expression);
+  // Where a text that is no expression stops being one.
+  std::size_t Stop() const { return stop_; }
 
  private:
   // Each leaves one value more on the stack when it returns true.
@@ -65,6 +67,7 @@ class ExpressionParser {
   const ReferenceScope* scope_;
   VariableTable::Slots variables_ = 0;
   std::size_t position_ = 0;
+  std::size_t stop_ = 0;
   std::size_t depth_ = 0, deepest_ = 0;  // of the stack
   int nesting_ = 0;
   bool isMalformed_ = false;
@@ -74,6 +77,7 @@ class ExpressionParser {
 void ExpressionParser::Read(Expression& expression) {
   const bool isSequence = Sequence();
   SkipBlanks();
+  if (position_ < text_.size()) stop_ = std::max(stop_, position_);
   expression.IsComplete = isSequence && !isMalformed_ && position_ == text_.size();
   expression.Variables = variables_;
   expression.StackSize = static_cast<std::uint16_t>(deepest_);
@@ -177,6 +181,7 @@ bool ExpressionParser::Operand() {
 }
 
 bool ExpressionParser::UnsignedOperand() {
+  stop_ = std::max(stop_, position_);
   if (Here() == '(') return Group();
   if (Here() == '%') return Reference();
   return IsFunctionLetter(Here()) ? FunctionCall() : Number();
@@ -221,6 +226,7 @@ bool ExpressionParser::Group() {
     return true;
   }
   isMalformed_ = true;
+  stop_ = std::max(stop_, position_);
   if (position_ == begin || hasFailed_) return false;
   const std::size_t close = MatchingParenthesis(open);
   if (close == std::string_view::npos) return false;
@@ -315,6 +321,14 @@ bool ExpressionParser::Element(std::string_view number, std::string_view list) {
 void ReadExpression(InstructionList& code, std::string_view text, std::string_view separator,
                     const ReferenceScope* scope, Expression& expression) {
   ExpressionParser(code, text, separator, scope).Read(expression);
+}
+
+std::size_t EndOfExpression(std::string_view text, std::string_view separator) {
+  InstructionList code;
+  Expression expression;
+  ExpressionParser parser(code, text, separator, nullptr);
+  parser.Read(expression);
+  return parser.Stop();
 }
 
 }  // namespace vaxel

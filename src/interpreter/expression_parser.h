@@ -16,4 +16,8 @@ namespace vaxel {
 void ReadExpression(InstructionList& code, std::string_view text, std::string_view separator,
                     const ReferenceScope* scope, Expression& expression);
 
+// The place in a text that is no expression at which it stops being one; its length where something is
+// missing at its end.
+std::size_t EndOfExpression(std::string_view text, std::string_view separator);
+
 }  // namespace vaxel

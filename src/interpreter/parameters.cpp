@@ -7,6 +7,8 @@
 
 #include "base/text.h"
 #include "interpreter/evaluator.h"
+#include "interpreter/expression_parser.h"
+#include "interpreter/foreign_habits.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
 
@@ -15,6 +17,7 @@ namespace vaxel {
 namespace {
 
 constexpr std::string_view DegreeSign = "°";
+constexpr std::size_t ShownLength = 60;
 
 // Whether the text ends in the name of a number.
 bool EndsInConstant(std::string_view text) {
@@ -51,6 +54,39 @@ bool MayStandInNumbers(std::string_view separator) {
   return std::any_of(separator.begin(), separator.end(), [](char c) {
     return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'E' || c == 'e';
   });
+}
+
+// The character at this place, counted as a reader counts.
+void AddPlace(ScriptFault& fault, std::string_view text, std::size_t place) {
+  if (place >= text.size()) {
+    fault.Add(TextId::ExpressionBreaksOff);
+    return;
+  }
+  const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+  const auto number =
+      std::count_if(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(place), begins) + 1;
+  fault.Add(TextId::ExpressionPlace, std::to_string(number), Shorten(text.substr(place), 12));
+}
+
+// What was written by habit at the place where the text stops being an expression.
+void AddInstead(ScriptFault& fault, std::string_view text, std::size_t place) {
+  const std::string_view rest = text.substr(std::min(place, text.size()));
+  if (HasDecimalComma(text)) {
+    std::string number(text);
+    std::replace(number.begin(), number.end(), ',', '.');
+    fault.Add(TextId::DecimalMark, Shorten(number, ShownLength));
+    return;
+  }
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  const auto* const end = std::find_if_not(rest.begin(), rest.end(), isLetter);
+  const std::string_view name = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
+  if (name.empty()) return;
+  const std::string_view instead = FunctionInstead(name);
+  if (!instead.empty()) {
+    fault.Add(TextId::FunctionInstead, std::string(name), std::string(instead));
+  } else if (IsFunctionName(name)) {
+    fault.Add(TextId::FunctionHasParenthesis, std::string(name));
+  }
 }
 
 }  // namespace
@@ -255,12 +291,22 @@ std::optional<double> StrictValue(std::string_view expression, const Separators&
                                   std::string_view shown) {
   const Evaluation evaluation = Evaluate(expression, separators.First);
   if (!evaluation.HasValue) return std::nullopt;
-  if (!evaluation.Complete) FailExpression(shown.empty() ? expression : shown);
+  if (!evaluation.Complete) FailExpression(shown.empty() ? expression : shown, expression);
   return evaluation.Value;
 }
 
-void FailExpression(std::string_view shown) {
-  throw ScriptFault(FaultReason::Expression, Shorten(Trim(shown), 60));
+void FailExpression(std::string_view shown, std::string_view expression) {
+  shown = Trim(shown);
+  expression = expression.empty() ? shown : Trim(expression);
+  ScriptFault fault(FaultReason::Expression, Shorten(shown, ShownLength));
+  const std::size_t stop = EndOfExpression(expression, ",");
+  const std::size_t before = shown.find(expression);
+  // What was taken off as a unit mark may be the end of a word.
+  if (before != std::string_view::npos) {
+    AddPlace(fault, shown, before + stop);
+    AddInstead(fault, shown, before + stop);
+  }
+  throw ScriptFault(std::move(fault));
 }
 
 bool IsLiteral(std::string_view parameter) {

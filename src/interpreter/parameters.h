@@ -130,8 +130,9 @@ std::optional<double> NumberOf(std::string_view parameter, const Separators& sep
 // expression, or the text of which it is a part.
 std::optional<double> StrictValue(std::string_view expression, const Separators& separators,
                                   std::string_view shown = {});
-// Throws a fault that shows what is no expression.
-[[noreturn]] void FailExpression(std::string_view shown);
+// Throws a fault that shows what is no expression, and says where and what is written instead. Of a text that
+// only holds the expression that one is looked at; empty: all of it.
+[[noreturn]] void FailExpression(std::string_view shown, std::string_view expression = {});
 
 // Whether a parameter is literal text, in which "%" is an ordinary character: "=", blanks before it allowed,
 // or "<" stands before it as a mark.

@@ -5,7 +5,9 @@
 #include <exception>
 #include <new>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "base/text.h"
 #include "base/text_encoding.h"
@@ -15,6 +17,7 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t ReportedLineLength = 300;
+constexpr std::size_t ShownValueLength = 60;
 
 // A line that draws is quick, but there may be any number of them.
 constexpr unsigned LinesBetweenEvents = 16;
@@ -42,29 +45,84 @@ void RunLevel(RunContext& run) {
   }
 }
 
+std::string ShownName(const RunContext& run, const ScriptLevel& level) {
+  return level.FileName.empty() ? std::string(run.Message(TextId::UnsavedScript)) : level.FileName;
+}
+
+void AddSentence(std::string& text, std::string_view sentence) {
+  if (!text.empty()) text += '\n';
+  text += sentence;
+}
+
+// The text before an apostrophe that begins a comment directly behind a letter, where a word may have been
+// meant to go on; empty where there is none.
+std::string_view CutByApostrophe(const RunContext& run, std::string_view line) {
+  const CommandRow* const row = run.Commands.Find(SplitCommand(line, run.Commands).Keyword);
+  const std::string_view before = WithoutComment(line);
+  const bool keepsApostrophes = row && !row->TakesComments();
+  if (keepsApostrophes || before.size() == line.size() || before.empty()) return {};
+  const char last = before.back();
+  const bool isLetter = (last >= 'a' && last <= 'z') || (last >= 'A' && last <= 'Z') ||
+                        static_cast<unsigned char>(last) >= 0x80;
+  return isLetter ? before.substr(before.find_last_of(" ,=", before.size()) + 1) : std::string_view();
+}
+
+// "%A = 3, %B = 0": what the variables hold that the line names; the one that it sets is not among them.
+std::string ValuesIn(const RunContext& run, std::string_view line) {
+  constexpr std::size_t mostNames = 6;
+  const VariableTable& variables = run.Level().Variables;
+  std::vector<std::string> names;
+  std::string values;
+  for (std::size_t at = line.find('%', 1); at != std::string_view::npos && names.size() < mostNames;
+       at = line.find('%', at + 1)) {
+    const std::string name = UpperCase(ReferenceName(line.substr(at), run.Separators));
+    const std::size_t slot = variables.SlotOf(name);
+    if (slot == VariableTable::MaxVariables || std::find(names.begin(), names.end(), name) != names.end())
+      continue;
+    names.push_back(name);
+    values += (values.empty() ? "" : "; ") + variables.VarNames[slot] + " = " +
+              Shorten(variables.VarValues(slot), ShownValueLength);
+  }
+  return values;
+}
+
+// What is known of the line beside the reason: the text that was run for it, what its variables hold.
+void AddCircumstances(const RunContext& run, const ScriptFault& fault, std::string& reason) {
+  const ScriptLevel& level = run.Level();
+  const std::string& lineRun = fault.LineRun();
+  if (!lineRun.empty())
+    AddSentence(reason, run.Message(TextId::LineRun, Shorten(lineRun, ReportedLineLength)));
+  if (fault.DependsOnValues()) {
+    const std::string values = ValuesIn(run, lineRun.empty() ? level.Line.Text : std::string_view(lineRun));
+    if (!values.empty()) AddSentence(reason, run.Message(TextId::ValuesOfLine, values));
+  }
+  const std::string_view cut = CutByApostrophe(run, lineRun.empty() ? level.Line.Text : lineRun);
+  if (!cut.empty()) AddSentence(reason, run.Message(TextId::ApostropheCuts, Shorten(cut, ShownValueLength)));
+}
+
 std::string ReportText(const RunContext& run, const ScriptLevel& level, const ScriptFault& fault) {
   const auto message = [&](TextId id) { return std::string(run.Message(id)); };
   const std::string line = Shorten(level.Line.Text, ReportedLineLength);
   std::string reason = fault.Description(run.Strings, run.LangBase);
+  AddCircumstances(run, fault, reason);
   for (std::size_t i = run.CurrentLevel - 1; i > 0; --i) {
     const ScriptLevel& including = run.Levels[i - 1];
-    const std::string place = including.FileName + ":" + std::to_string(including.Line.Number);
-    if (!reason.empty()) reason += '\n';
-    reason += run.Message(TextId::IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength));
+    const std::string place = ShownName(run, including) + ":" + std::to_string(including.Line.Number);
+    AddSentence(reason,
+                run.Message(TextId::IncludedFrom, place, Shorten(including.Line.Text, ReportedLineLength)));
   }
+  const std::string behind = reason.empty() ? "" : "\n\n" + reason;
   switch (fault.Kind()) {
     case FaultKind::Order:
-      return message(TextId::ErrorInOrder) + line + message(TextId::OrderOfCommands);
-    case FaultKind::UnknownCommand: {
-      const std::string text =
-          message(TextId::UnknownCommand) + line + " " + message(TextId::OfTheFile) + level.FileName;
-      return reason.empty() ? text : text + "\n\n" + reason;
-    }
+      return message(TextId::ErrorInOrder) + line + message(TextId::OrderOfCommands) + behind;
+    case FaultKind::UnknownCommand:
+      return message(TextId::UnknownCommand) + line + " " + message(TextId::OfTheFile) +
+             ShownName(run, level) + behind;
     case FaultKind::Line:
       break;
   }
-  return message(TextId::ErrorInLine) + line + message(TextId::OfTheFileInError) + level.FileName + "\n\n" +
-         reason;
+  return message(TextId::ErrorInLine) + line + message(TextId::OfTheFileInError) + ShownName(run, level) +
+         "\n\n" + reason;
 }
 
 RunEnd Report(RunContext& run, const ScriptFault& fault) {
@@ -82,12 +140,16 @@ void Reset(RunContext& run) {
   run.Separators = {};
   ++run.SeparatorsVersion;
   run.OrderState = 0;
+  run.Surface.OnLackingCharacter = [&run](std::string_view character) {
+    run.Notice(TextId::CharacterLacks, character);
+  };
   run.Support = {};
   run.PlainValues = {};
   run.NextZoom.reset();
   run.LastText.reset();
   run.ScreenCentre = {};
   run.ReplacedFonts.clear();
+  run.Notices.Clear();
   run.Pictures.clear();
   run.LastError.clear();
   run.SetPen({});

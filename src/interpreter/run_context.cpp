@@ -7,6 +7,11 @@
 #include "interpreter/system_variables.h"
 
 namespace vaxel {
+namespace {
+
+constexpr std::size_t ShownLength = 60;
+
+}  // namespace
 
 ScriptLevel::ScriptLevel() : Lines(std::make_unique<ScriptLines>()) {}
 
@@ -18,8 +23,18 @@ void RunContext::SetPen(const Pen& pen) {
   Surface.SquareEnds = pen.SquareEnds;
 }
 
-Colour RunContext::ColourOr(std::string_view text) const {
-  return ColourValue(text, Separators).value_or(Surface.ForeColor);
+Colour RunContext::ColourOr(std::string_view text, Colour otherwise) {
+  const ColourReading colour = ReadColour(text, Separators);
+  if (colour.IsDoubtful) Notice(TextId::UnknownColour, Shorten(Trim(text), ShownLength));
+  return colour.Value.value_or(otherwise);
+}
+
+void RunContext::NoteOrder(std::int16_t after) {
+  // An order error has a word below 0.
+  if (OrderState <= 0) OrderSteps.clear();
+  OrderState = after;
+  const LogicalLine& line = Levels[0].Line;
+  OrderSteps.push_back({after, line.Number, Shorten(line.Text, ShownLength)});
 }
 
 std::string RunContext::ReadFile(std::string_view fileName, const std::string& shown) const {
@@ -32,6 +47,13 @@ std::string RunContext::ReadFile(std::string_view fileName, const std::string& s
 
 void RunContext::WriteComment(std::string_view comment) {
   Host.WriteComment(Level().FileName, Level().Line.Number, comment);
+}
+
+void RunContext::Notice(TextId text, std::string_view value, std::string_view second,
+                        std::string_view third) {
+  const ScriptLevel& level = Level();
+  if (!Notices.Add(level.FileName, level.Line.Number, text)) return;
+  Host.ShowNotice(level.FileName, level.Line.Number, Strings.Text(LangBase, text, value, second, third));
 }
 
 std::string RunContext::Substitute(std::string_view text) const {

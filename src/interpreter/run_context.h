@@ -4,12 +4,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "base/point.h"
 #include "drawing/display_list.h"
@@ -51,6 +54,28 @@ struct ScriptLevel {
   DataFile Data;
 };
 
+// A line of the main script that has changed the order word.
+struct OrderStep {
+  std::int16_t After = 0;
+  std::uint32_t LineNumber = 0;
+  std::string Line;
+};
+
+// What a run has given notice of, so that a loop does not say it again and again.
+class NoticeTable {
+ public:
+  // Whether this text was not given yet for that line of the file.
+  bool Add(std::string_view fileName, std::uint32_t lineNumber, TextId text) {
+    const auto file = files_.find(fileName);
+    auto& given = file != files_.end() ? file->second : files_[std::string(fileName)];
+    return given.emplace(lineNumber, text).second;
+  }
+  void Clear() { files_.clear(); }
+
+ private:
+  std::map<std::string, std::set<std::pair<std::uint32_t, TextId>>, std::less<>> files_;
+};
+
 // The state of one run, shared by all commands.
 struct RunContext {
   static constexpr std::size_t MaxLevels = 5;
@@ -72,6 +97,7 @@ struct RunContext {
   int CommandDepth = 0;          // of commands after THEN that are being run
   std::size_t CurrentLevel = 1;  // 1 to MaxLevels; Levels[0] is level 1
   std::int16_t OrderState = 0;
+  std::vector<OrderStep> OrderSteps;  // that have led to it
   vaxel::Separators Separators;
   std::uint32_t SeparatorsVersion = 1;  // another whenever they change
   unsigned LinesWithoutEvents = 0;      // run since the host last handled events
@@ -80,6 +106,7 @@ struct RunContext {
   std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
+  NoticeTable Notices;                  // given so far
   std::map<std::string, std::shared_ptr<const Picture>> Pictures;  // read so far, by the names of their files
   std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
 
@@ -96,9 +123,20 @@ struct RunContext {
   std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
-  // The colour that the text gives; for an empty or unknown colour it is the current one.
-  Colour ColourOr(std::string_view text) const;
+  // The colour that the text gives; for an empty or unknown colour it is the other one. An unknown one is
+  // noticed.
+  Colour ColourOr(std::string_view text, Colour otherwise);
+  Colour ColourOr(std::string_view text) { return ColourOr(text, Surface.ForeColor); }
+  // Sets bits of the order word, and remembers the line that does it.
+  void AddOrder(std::int16_t bits) {
+    const auto after = static_cast<std::int16_t>(OrderState | bits);
+    if (after != OrderState) NoteOrder(after);
+  }
   void WriteComment(std::string_view comment);
+  // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is
+  // told once a line and run, with the values that it has the first time.
+  void Notice(TextId text, std::string_view value = {}, std::string_view second = {},
+              std::string_view third = {});
   // The text with the references to variables of the current level replaced.
   std::string Substitute(std::string_view text) const;
   // Creates or overwrites a variable of the current level. What is no name of a variable, a system variable
@@ -111,6 +149,7 @@ struct RunContext {
   void EndAllLevels();
 
  private:
+  void NoteOrder(std::int16_t after);
   static void EndLevel(ScriptLevel& level);
 };
 

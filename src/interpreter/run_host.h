@@ -52,7 +52,7 @@ class RunHost {
   // main script or of the included file named.
   virtual void WriteComment(std::string_view fileName, std::uint32_t lineNumber,
                             std::string_view comment) = 0;
-  // Tells the user something about a line that is carried out all the same.
+  // Tells the user something about a line that is carried out all the same. It is shown as a notice.
   virtual void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) = 0;
   // Shows a box with OK and Cancel for a line, and returns whether the answer is OK.
   virtual bool Confirm(BoxKind kind, std::string_view fileName, std::uint32_t lineNumber,

@@ -1,5 +1,7 @@
 #include "interpreter/script_fault.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "resources/string_table.h"
@@ -31,11 +33,29 @@ ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
   return fault;
 }
 
+bool ScriptFault::DependsOnValues() const {
+  // What is wrong with the line or its variables themselves, or with all that was drawn, has nothing to do
+  // with one value.
+  constexpr auto others = std::to_array<FaultReason>(
+      {FaultReason::None, FaultReason::UnknownVariable, FaultReason::TooManyVariables,
+       FaultReason::CircularVariable, FaultReason::ReadOnlyVariable, FaultReason::BadVariableName,
+       FaultReason::DuplicateLabel, FaultReason::UnfinishedLine, FaultReason::TooManyOperations,
+       FaultReason::TextTooLong, FaultReason::TooMuchText, FaultReason::TooManyPictures,
+       FaultReason::OutOfMemory, FaultReason::Unforeseen, FaultReason::TimeUp, FaultReason::NoAnswer,
+       FaultReason::MissingThen, FaultReason::NotAList});
+  return kind_ == FaultKind::Line && std::find(others.begin(), others.end(), reason_) == others.end();
+}
+
 std::string ScriptFault::Description(const StringTable& strings, int languageBase) const {
-  if (reason_ == FaultReason::None) return {};
-  std::string text = strings.Text(languageBase, reason_, value_);
-  if (!arithmetic_) return text;
-  return std::string(strings.Text(languageBase, FaultReason::DivisionByZero)) + " (" + text + ")";
+  std::string text;
+  if (reason_ != FaultReason::None) text = strings.Text(languageBase, reason_, value_);
+  if (arithmetic_)
+    text = std::string(strings.Text(languageBase, FaultReason::DivisionByZero)) + " (" + text + ")";
+  for (const Hint& hint : hints_) {
+    if (!text.empty()) text += '\n';
+    text += strings.Text(languageBase, hint.Text, hint.Value, hint.Second);
+  }
+  return text;
 }
 
 double RequireFinite(double value) {

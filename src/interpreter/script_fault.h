@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "drawing/drawing_fault.h"
 #include "resources/text_id.h"
@@ -34,16 +36,36 @@ class ScriptFault {
   // report adds the reason.
   static ScriptFault Arithmetic(FaultReason reason, std::string value = {});
 
+  // Adds a sentence behind the reason, which says what to mend; the values fill its "%1" and "%2".
+  ScriptFault& Add(TextId hint, std::string value = {}, std::string second = {}) {
+    hints_.push_back({hint, std::move(value), std::move(second)});
+    return *this;
+  }
+  // The line that was run, where it is another than the one in the script. The first one that is told counts.
+  void NoteLineRun(std::string_view line) {
+    if (lineRun_.empty()) lineRun_ = line;
+  }
+  const std::string& LineRun() const { return lineRun_; }
+
+  // Whether what the line's variables hold may be to blame.
+  bool DependsOnValues() const;
+
   FaultKind Kind() const { return kind_; }
   FaultReason Reason() const { return reason_; }
-  // The text of the fault in the language with this base; it is empty when there is nothing to add to the
-  // report.
+  // The text of the fault in the language with this base, each hint in a line of its own; it is empty when
+  // there is nothing to add to the report.
   std::string Description(const StringTable& strings, int languageBase) const;
 
  private:
   FaultKind kind_ = FaultKind::Line;
   FaultReason reason_;
   bool arithmetic_ = false;
+  struct Hint {
+    TextId Text;
+    std::string Value, Second;
+  };
+  std::vector<Hint> hints_;
+  std::string lineRun_;
   std::string value_;
 };
 

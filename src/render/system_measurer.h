@@ -17,6 +17,9 @@ class SystemMeasurer : public TextMeasurer {
   FaceMetrics Metrics(const FontFace& face) override { return Loaded().Metrics(face); }
   double Width(const FontFace& face, std::string_view text) override { return Loaded().Width(face, text); }
   std::string Replacement(const FontFace& face) override { return Loaded().Replacement(face); }
+  std::string Lacking(const FontFace& face, std::string_view text) override {
+    return Loaded().Lacking(face, text);
+  }
   // It fails when the stand-in has measured.
   const Result<>& Outcome() const { return outcome_; }
 

@@ -183,10 +183,11 @@ TEST(Application, ColoursLinesThatTheCursorLeaves) {
 TEST(Application, TellsWhereARunFails) {
   FakeShell shell("X = 0,0,1\n\nTrait = 1/0\n");
   shell.App->KeyDown(Key::F4);
-  EXPECT_EQ(shell.Take({"critical", "show"}), (Log{"show 2",
-                                                   "critical Error in the line: Trait = 1/0 of the file: " +
-                                                       shell.Path("dial.dat") + "\n\nDivision by zero",
-                                                   "show 2"}));
+  EXPECT_EQ(shell.Take({"critical", "show"}),
+            (Log{"show 2",
+                 "critical Error in the line: Trait = 1/0 of the file: " + shell.Path("dial.dat") +
+                     "\n\nDivision by zero\n\nLine 3 of dial.dat",
+                 "show 2"}));
   EXPECT_EQ(shell.Editor.Line, 3U);
   EXPECT_FALSE(shell.App->Runs().IsRunning());
   shell.Write("part.dat", "\nTrait = 1/0\n");
@@ -194,7 +195,30 @@ TEST(Application, TellsWhereARunFails) {
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Take({"critical"}),
             Log{"critical Error in the line: Trait = 1/0 of the file: " + shell.Path("part.dat") +
-                "\n\nDivision by zero\nincluded at " + shell.Path("dial.dat") + ":1: Fichier = part.dat"});
+                "\n\nDivision by zero\nincluded at " + shell.Path("dial.dat") +
+                ":1: Fichier = part.dat\n\nLine 2 of part.dat"});
+}
+
+// The box comes when there is a drawing to look at, and not again for a view of the same script.
+TEST(Application, TellsNoticesBehindTheDrawing) {
+  FakeShell shell(Dial);
+  const std::string place = shell.Path("dial.dat");
+  shell.Editor.Content = "Couleur = Rot\n%I = 0\nI:\n%I == %I + 1\nX = 0,0,%I,Blau\nIF %I < 3 GOTO I\n";
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Take({"show", "message"}),
+            (Log{"show 6", "message " + place + ":1: notice: unknown colour: Rot\n" + place +
+                               ":5: notice: unknown colour: Blau"}));
+  shell.App->KeyDown(Key::F7);
+  EXPECT_EQ(shell.Take({"message"}), Log{});
+  shell.Editor.Content = "Couleur = Rot\nCouleur = Blau\nTrait = 0,0,500,0\n";
+  shell.App->Command(MenuId::Mnu_Visualiser);
+  EXPECT_EQ(shell.Take({"message"}), Log{"message " + place + ":2: notice: unknown colour: Blau"});
+  // The paper is a sheet, and so is a file; the window's area is none.
+  shell.App->Command(MenuId::Mnu_Imprimer);
+  const Log printed = shell.Take({"message"});
+  ASSERT_EQ(printed.size(), 1U);
+  EXPECT_TRUE(printed[0].starts_with("message " + place + ":3: notice: the drawing reaches beyond the sheet"))
+      << printed[0];
 }
 
 TEST(Application, EscapeEndsALoop) {

@@ -233,6 +233,16 @@ TEST(FileCommands, Exports) {
   EXPECT_EQ(shell.Take({"critical"}),
             Log{"critical The file " + shell.Path("c.emf") + " cannot be written: no disk"});
   EXPECT_FALSE(shell.Exists("c.emf"));
+  // The window's area is no sheet, but the file ends there.
+  shell.Editor.Content = "Trait = 0, 0, 500, 0\n";
+  shell.App->KeyDown(Key::F4);
+  EXPECT_EQ(shell.Take({"message"}), Log{});
+  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("d.svg")});
+  const Log told = shell.Take({"message"});
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_TRUE(told[0].starts_with("message " + shell.Path("dial.dat") +
+                                  ":1: notice: the drawing reaches beyond the sheet: "))
+      << told[0];
   // Under the name of the script itself, and then under one that the dialog did not ask about.
   shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("dial.dat")});
   EXPECT_EQ(shell.Read("dial.dat"), Line);

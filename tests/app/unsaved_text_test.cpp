@@ -118,7 +118,8 @@ TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
   shell.App->KeyDown(Key::F4);
   const Log messages = shell.Take({"critical"});
   ASSERT_EQ(messages.size(), 1U);
-  EXPECT_TRUE(messages[0].ends_with("\n\nAn unexpected error has occurred: broken")) << messages[0];
+  EXPECT_TRUE(messages[0].ends_with("\n\nAn unexpected error has occurred: broken\n\nLine 3 of dial.dat"))
+      << messages[0];
   shell.Window.Paint();
   EXPECT_GT(shell.Window.PaintedOperations, 2U);
   EXPECT_FALSE(shell.App->Runs().IsRunning());

@@ -130,6 +130,64 @@ TEST_F(VaxelRender, OverwritesNoInputWithALaterPageOrThroughAStream) {
   EXPECT_EQ(Read("dial.txt") + Read("dial-2.svg"), std::string(Line) + "1\n");
 }
 
+// A run for the screen and one for paper find the same faults in the lines, but each has its own sheet.
+TEST_F(VaxelRender, GivesNotices) {
+  Write("dial.dat", "Couleur = Rot\nFichier = part\nTrait = 0, 0, 120, 0\n");
+  Write("part.dat", "\nX = 0, 0, 1, Azul\n");
+  const std::string ofLines =
+      "dial.dat:1: notice: unknown colour: Rot\npart.dat:2: notice: unknown colour: Azul\n";
+  const Outcome both = Run("-o a.svg -o b.list --target screen dial.dat");
+  EXPECT_EQ(both.Status, 0);
+  const std::string beyondScreen =
+      "dial.dat:3: notice: the drawing reaches beyond the sheet: 20.1 mm to the right\n";
+  EXPECT_EQ(both.Printed, ofLines + beyondScreen);
+  EXPECT_EQ(Run("-o a.pdf -o b.svg dial.dat").Printed,
+            ofLines + "dial.dat:3: notice: the drawing reaches beyond the sheet: 15 mm to the right\n" +
+                beyondScreen);
+  const Outcome french = Run("-o a.svg dial.dat", "LC_ALL=fr");
+  EXPECT_TRUE(french.Printed.starts_with("dial.dat:1: remarque: couleur inconnue : Rot\n")) << french.Printed;
+}
+
+TEST_F(VaxelRender, TakesNoticesForErrors) {
+  Write("dial.dat", "Couleur = Rot\nX = 0, 0, 1, Azul\n");
+  const Outcome outcome = Run("--strict -o a.svg dial.dat");
+  EXPECT_EQ(outcome.Status, 1);
+  EXPECT_EQ(outcome.Printed,
+            "dial.dat:1: error: unknown colour: Rot\ndial.dat:2: error: unknown colour: Azul\n");
+  EXPECT_FALSE(fs::exists(folder_ / "a.svg"));
+  Write("clean.dat", "X = 0, 0, 1, Rouge\n");
+  const Outcome clean = Run("--strict -o a.svg clean.dat");
+  EXPECT_EQ(clean.Status, 0) << clean.Printed;
+  EXPECT_EQ(clean.Printed, "");
+}
+
+// Of each page, and only what is certain: a frame around the sheet has its stroke's middle on it.
+TEST_F(VaxelRender, TellsWhatLiesBeyondTheSheet) {
+  Write("dial.dat",
+        "CentreI = 0, 0, N\nCadre = 0, 0, 210, 297\nNPage\nCercle = 200, 290, 15\n"
+        "Trait = 5, 5, -3.04, 5\nNPage\nTexte = 180, 200, , , Much too long for here\n"
+        "NPage\nTexte = 10, 298, , H, top\nCercle = 0, 150, 20, -80, 80\n");
+  const Outcome outcome = Run("-o a.pdf dial.dat");
+  EXPECT_EQ(outcome.Printed,
+            "dial.dat:4: notice: the drawing reaches beyond the sheet of page 2: 3.1 mm to the left, "
+            "5 mm to the right, 8 mm at the top\n"
+            "dial.dat:7: notice: the drawing reaches beyond the sheet of page 3: 2.7 mm to the right\n");
+}
+
+TEST_F(VaxelRender, TellsOfACharacterThatNoFontHas) {
+  Write("dial.dat",
+        "Texte = 0, 0, , , a \xF4\x8F\xBF\xBD b\nPolice = DejaVu Sans\nTexte = 0, 5, , , \xC3\xA9\n"
+        "TexteC = 0, 0, 20, 90, , , \xE2\x84\xA6 \xF4\x8F\xBF\xBC\n");
+  const Outcome outcome = Run("-o a.svg dial.dat");
+  EXPECT_NE(outcome.Printed.find("dial.dat:1: notice: no font has this character: \xF4\x8F\xBF\xBD\n"),
+            std::string::npos)
+      << outcome.Printed;
+  EXPECT_NE(outcome.Printed.find("dial.dat:4: notice: no font has this character: \xF4\x8F\xBF\xBC\n"),
+            std::string::npos)
+      << outcome.Printed;
+  EXPECT_EQ(outcome.Printed.find("dial.dat:3:"), std::string::npos) << outcome.Printed;
+}
+
 TEST_F(VaxelRender, EndsWithAMessageWhereAPictureIsCutOff) {
   Write("short.jpg", std::string("\xFF\xD8\xFF\xE1\0\2Exif\0\0", 12));
   Write("dial.dat", "\nImage = short.jpg, 0, 0\n");

@@ -138,7 +138,7 @@ TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
   EXPECT_EQ(Read("a.svg"), "old");
   EXPECT_EQ(FileCount(), 2U);
   EXPECT_EQ(Run("--language en - < dial.dat").Printed,
-            "<stdin>:3: Error in the line: X = 1/0 of the file: \n\nDivision by zero\n");
+            "<stdin>:3: Error in the line: X = 1/0 of the file: unsaved script\n\nDivision by zero\n");
   // What fails on paper alone leaves no drawing for the screen either.
   Write("paper.dat", "FormatI = A4\n");
   EXPECT_EQ(Run("-o b.svg -o b.pdf paper.dat").Status, 1);
@@ -331,7 +331,7 @@ TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
         "Texte = 0,20,,G,c\n");
   const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
   EXPECT_EQ(outcome.Status, 0);
-  const std::string message = "dial.dat:2: The font Nosuchfont is missing, replaced by ";
+  const std::string message = "dial.dat:2: notice: The font Nosuchfont is missing, replaced by ";
   ASSERT_TRUE(outcome.Printed.starts_with(message)) << outcome.Printed;
   EXPECT_EQ(outcome.Printed.find('\n'), outcome.Printed.size() - 1) << outcome.Printed;
   // What is said to be used is what the PDF holds.

@@ -23,11 +23,12 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
        "Erreur dans la ligne : X = 0, 0, 1/0 ' why du fichier: dial.dat\n\nDivision par zéro"},
       {"' c\n\n  Cercel = 1", 3,
        "Erreur de commande dans la ligne : Cercel = 1 du fichier : dial.dat\n\nVouliez-vous écrire Cercle ?"},
-      {"Qwertz = 1", 1, "Erreur de commande dans la ligne : Qwertz = 1 du fichier : dial.dat"},
+      {"Qwertz 1", 1, "Erreur de commande dans la ligne : Qwertz 1 du fichier : dial.dat"},
       {"CentreE = 0,0\nCentreE = 1,1", 2,
        "Erreur dans l'ordre des commandes ligne : CentreE = 1,1     Ordre des commandes : \n          "
        "FormatI =\n"
-       "          CentreE =\n          CentreI =\n          Commandes de tracé"},
+       "          CentreE =\n          CentreI =\n          Commandes de tracé\n\n"
+       "La ligne 1 est venue avant : CentreE = 0,0"},
       {"X = 0, 0, _\n2 _\n", 1,
        "Erreur dans la ligne : X = 0, 0,2 _ du fichier: dial.dat\n\nLa suite annoncée par \" _\" manque à la "
        "fin du "
@@ -42,6 +43,11 @@ TEST(Run, ReportsNameTheLineAndTheFile) {
   }
   EXPECT_EQ(RunText("X = 1/0", {.LangBase = 300}).Errors[0].Text,
             "Error in the line: X = 1/0 of the file: dial.dat\n\nDivision by zero");
+  EXPECT_EQ(RunText("Fichier = part", {.FileName = "", .LangBase = 300, .Files = {{"part", "X = 1/0"}}})
+                .Errors[0]
+                .Text,
+            "Error in the line: X = 1/0 of the file: part\n\nDivision by zero\n"
+            "included at unsaved script:1: Fichier = part");
   // A line of any length is reported in a box that can be read.
   EXPECT_LT(RunText("X = 1/0 '" + std::string(100000, 'x')).Errors[0].Text.size(), 500U);
 }

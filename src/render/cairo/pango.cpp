@@ -118,6 +118,23 @@ std::string PangoText::Replacement(const FontFace& face) {
   return EqualIgnoringCase(family, face.Name) ? std::string() : family;
 }
 
+std::string PangoText::Lacking(const FontFace& face, std::string_view text) {
+  SelectFace(face);
+  while (!text.empty()) {
+    std::string_view stretch = TakeStretch(text);
+    LayOut(stretch);
+    if (pango_layout_get_unknown_glyphs_count(layout_.get()) == 0) continue;
+    while (!stretch.empty()) {
+      const std::string_view character =
+          stretch.substr(0, static_cast<std::size_t>(g_utf8_next_char(stretch.data()) - stretch.data()));
+      LayOut(character);
+      if (pango_layout_get_unknown_glyphs_count(layout_.get()) > 0) return std::string(character);
+      stretch.remove_prefix(character.size());
+    }
+  }
+  return {};
+}
+
 void PangoText::Draw(cairo_t* context, const TextShape& shape, std::string_view text, const FontFace& face,
                      double reach) {
   const double width = Width(face, text);

@@ -25,6 +25,7 @@ class PangoText : public SystemText {
   FaceMetrics Metrics(const FontFace& face) override;
   double Width(const FontFace& face, std::string_view text) override;
   std::string Replacement(const FontFace& face) override;
+  std::string Lacking(const FontFace& face, std::string_view text) override;
   void Draw(cairo_t* context, const TextShape& shape, std::string_view text, const FontFace& face,
             double reach) override;
 

@@ -1,0 +1,145 @@
+#include "interpreter/foreign_habits.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "base/text.h"
+#include "interpreter/expression_parser.h"
+#include "interpreter/line_reader.h"
+#include "interpreter/run_context.h"
+
+namespace vaxel {
+namespace {
+
+struct Habit {
+  std::string_view Word;  // in upper case
+  std::string_view Instead;
+};
+
+constexpr auto Commands = std::to_array<Habit>(
+    {{"ARROW", "Fleche"},   {"BOX", "Cadre"},        {"CIRCLE", "Cercle"},    {"CIRC", "Cercle"},
+     {"COLOR", "Couleur"},  {"COLOUR", "Couleur"},   {"DOT", "CercleP"},      {"ELLIPSE", "Cercle"},
+     {"EXIT", "Stop"},      {"FONT", "Police"},      {"FONTSIZE", "TailleP"}, {"GOSUB", "Fichier"},
+     {"IMPORT", "Fichier"}, {"INCLUDE", "Fichier"},  {"JUMP", "Goto"},        {"LIGNE", "Trait"},
+     {"LINE", "Trait"},     {"LINEWIDTH", "EpaisT"}, {"PEN", "EpaisT"},       {"PICTURE", "Image"},
+     {"POLYGON", "Poly"},   {"POLYGONE", "Poly"},    {"POLYLINE", "Trait"},   {"PRINT", "Texte"},
+     {"RECT", "Cadre"},     {"RECTANGLE", "Cadre"},  {"RETURN", "Stop"},      {"SEGMENT", "Trait"},
+     {"TEXT", "Texte"},     {"TEXTO", "Texte"},      {"LABEL", "Texte"},      {"WRITE", "Texte"}});
+
+constexpr auto Loops = std::to_array<std::string_view>(
+    {"FOR", "FOREACH", "WHILE", "NEXT", "WEND", "DO", "LOOP", "REPEAT", "UNTIL", "TANTQUE", "PARA"});
+constexpr auto Branches = std::to_array<std::string_view>(
+    {"ELSE", "ELSEIF", "ENDIF", "SINON", "FINSI", "ELIF", "SWITCH", "CASE", "THEN"});
+constexpr auto CommentMarks =
+    std::to_array<std::string_view>({"//", "#", ";", "/*", "--", "!", "*", "REM", "\""});
+
+constexpr auto Functions = std::to_array<Habit>(
+    {{"SQRT", "SQR"},         {"RACINE", "SQR"},    {"RAC", "SQR"},     {"TRUNC", "FIX"},
+     {"FLOOR", "INT"},        {"CEIL", "-INT(-x)"}, {"ENT", "INT"},     {"ROUND", "RND"},
+     {"ARRONDI", "RND"},      {"SIGN", "SGN"},      {"SIGNE", "SGN"},   {"ATN", "ATAN"},
+     {"ARCTAN", "ATAN"},      {"ARCSIN", "ASIN"},   {"ARCCOS", "ACOS"}, {"ASN", "ASIN"},
+     {"ACS", "ACOS"},         {"TG", "TAN"},        {"SEN", "SIN"},     {"LOGTEN", "LOG"},
+     {"LG", "LOG"},           {"POW", "^"},         {"POWER", "^"},     {"PUISSANCE", "^"},
+     {"TANH", "SINH(x)/COSH"}});
+
+constexpr auto Known = std::to_array<std::string_view>({"SIN",  "COS", "TAN", "ASIN", "ACOS", "ATAN", "SINH",
+                                                        "COSH", "LOG", "SQR", "ABS",  "SGN",  "FIX",  "RND",
+                                                        "NBP",  "MOD", "EXP", "LN",   "INT",  "PAR",  "PI"});
+
+template <class Table>
+std::string_view InsteadOf(const Table& table, std::string_view word) {
+  const auto* const found = std::find_if(
+      table.begin(), table.end(), [&](const Habit& habit) { return EqualIgnoringCase(habit.Word, word); });
+  return found == table.end() ? std::string_view() : found->Instead;
+}
+
+template <class Table>
+bool Holds(const Table& table, std::string_view word) {
+  return std::any_of(table.begin(), table.end(),
+                     [&](std::string_view known) { return EqualIgnoringCase(known, word); });
+}
+
+// The letters at the start of the line.
+std::string_view FirstWord(std::string_view line) {
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  return line.substr(
+      0, static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), isLetter) - line.begin()));
+}
+
+bool BeginsComment(std::string_view line) {
+  return std::any_of(CommentMarks.begin(), CommentMarks.end(), [&](std::string_view mark) {
+    return mark == "REM" ? EqualIgnoringCase(FirstWord(line), mark) : line.starts_with(mark);
+  });
+}
+
+// "R = 20": one word of letters and figures, and a value.
+bool IsAssignmentWithoutSign(std::string_view keyword, std::string_view line) {
+  const auto fits = [](char c) {
+    return IsDigit(c) || c == '_' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+  };
+  const bool hasEqualSign = WithoutComment(line).find('=') != std::string_view::npos;
+  return hasEqualSign && !keyword.empty() && !IsDigit(keyword.front()) &&
+         std::all_of(keyword.begin(), keyword.end(), fits);
+}
+
+// Whether one letter is another, too many or missing, or two have changed places. The first letter is nearly
+// always right.
+bool IsOneSlip(std::string_view written, std::string_view meant) {
+  const std::string a = UpperCase(written), b(meant);
+  if (a.size() < 3 || a.front() != b.front()) return false;
+  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  const std::string_view restA(inA, a.end()), restB(inB, b.end());
+  if (restA.empty() || restB.empty()) return restA.size() + restB.size() == 1;
+  const bool isSwap = restA.size() > 1 && restB.size() > 1 && restA[0] == restB[1] && restA[1] == restB[0] &&
+                      restA.substr(2) == restB.substr(2);
+  return isSwap || restA.substr(1) == restB.substr(1) || restA.substr(1) == restB || restA == restB.substr(1);
+}
+
+}  // namespace
+
+ScriptFault UnknownCommandFault(const RunContext& run, std::string_view keyword, std::string_view line) {
+  const auto because = [](FaultReason reason, std::string_view value = {}) {
+    return ScriptFault(FaultKind::UnknownCommand, reason, std::string(value));
+  };
+  const std::string_view target = Trim(WithoutComment(line));
+  const std::string_view word = FirstWord(line);
+  const bool isLineNumber = !target.empty() && std::all_of(target.begin(), target.end(), IsDigit);
+  if (isLineNumber || run.Level().Labels.Find(target))
+    return because(FaultReason::JumpIsGoto, Shorten(target, 60));
+  if (BeginsComment(line)) return because(FaultReason::CommentIsApostrophe);
+  if (EqualIgnoringCase(word, "IF") || EqualIgnoringCase(word, "IFT")) {
+    return because(FaultReason::BlankBehindIf, word);
+  }
+  if (Holds(Loops, word)) return because(FaultReason::LoopIsPour, word);
+  if (Holds(Branches, word)) return because(FaultReason::BranchIsJump, word);
+  std::string_view suggestion = InsteadOf(Commands, keyword);
+  if (suggestion.empty()) suggestion = InsteadOf(Commands, FirstWord(keyword));
+  if (suggestion.empty()) suggestion = run.Commands.Suggest(keyword);
+  ScriptFault fault = because(suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean, suggestion);
+  if (suggestion.empty() && IsAssignmentWithoutSign(keyword, line)) {
+    fault.Add(FaultReason::VariableHasSign, Shorten(keyword, 40));
+  }
+  return fault;
+}
+
+std::string_view FunctionInstead(std::string_view name) {
+  if (const std::string_view instead = InsteadOf(Functions, name); !instead.empty()) return instead;
+  if (IsFunctionName(name)) return {};
+  const auto* const near = std::find_if(Known.begin(), Known.end(),
+                                        [&](std::string_view known) { return IsOneSlip(name, known); });
+  return near == Known.end() ? std::string_view() : *near;
+}
+
+bool HasDecimalComma(std::string_view text) {
+  const std::size_t place = EndOfExpression(text, ",");
+  return place > 0 && place + 1 < text.size() && text[place] == ',' && IsDigit(text[place - 1]) &&
+         IsDigit(text[place + 1]);
+}
+
+bool IsFunctionName(std::string_view name) {
+  return Holds(Known, name);
+}
+
+}  // namespace vaxel
