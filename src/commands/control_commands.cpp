@@ -139,7 +139,7 @@ std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::str
     text = text.substr(equals + 1);
     run.RequireSettable(name);
   }
-  std::string value(Trim(Replaced(run, text)));
+  std::string value(TrimText(Replaced(run, text)));
   std::replace(value.begin(), value.end(), ',', '.');
   return {name, std::move(value)};
 }
@@ -200,9 +200,10 @@ void RunOpen(RunContext& run, const Parameters& parameters) {
 }
 
 void RunLVar(RunContext& run, const Parameters& parameters) {
+  if (parameters.IsEmpty(1)) throw ScriptFault(FaultReason::MissingName, "LVar = %L");
   DataFile& data = run.Level().Data;
   if (!data.IsOpen()) throw ScriptFault(FaultReason::NoDataFile);
-  const std::string_view line = Trim(data.Next());
+  const std::string_view line = TrimText(data.Next());
   if (line.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
   run.SetVariable(parameters.Trimmed(1), line);
 }

@@ -65,6 +65,8 @@ struct CommandRules {
   std::int16_t OrderLimit = NoLimit;  // the order word of the main script must not exceed it
   Scope Where = Scope::Everywhere;
   LineForm Form = LineForm::Parameters;
+  // The keyword is younger than scripts with a label of its name: "Keyword :" is still that label.
+  bool LeavesLabels = false;
   std::uint8_t TextFrom = 0;  // of the form Text the parameter that is the text, from 1; else 0
   VariableUse Variables = VariableUse::Replaced;
   CommandCompiler Compile = nullptr;  // null: the handler runs all lines

@@ -14,6 +14,7 @@ namespace vaxel {
 namespace {
 
 constexpr int MaxCommandDepth = 100;
+constexpr std::size_t ShownLength = 60;
 
 bool IsVariableLine(std::string_view line) {
   return line.front() == '%' && WithoutComment(line).find('=') == std::string_view::npos;
@@ -80,19 +81,32 @@ bool Applies(const RunContext& run, Scope scope) {
   return true;
 }
 
-// The row of the line's command; it is null for a label. An unknown command is a fault.
-const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
-  if (const CommandRow* const row = run.Commands.Find(keyword)) return row;
-  if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;
-  const std::string_view suggestion = run.Commands.Suggest(keyword);
+[[noreturn]] void FailCommand(const CommandSet& commands, std::string_view keyword) {
+  // "Cercle: 0, 0, 1" and "Cercle:0" have another sign for the "=".
+  const std::size_t colon = keyword.find(':');
+  keyword = Trim(keyword.substr(0, colon));
+  std::string suggestion(commands.Suggest(keyword));
+  const CommandRow* const row = commands.Find(keyword);
+  if (row) suggestion = std::string(row->Spelling()) + " =";
   throw ScriptFault(FaultKind::UnknownCommand,
-                    suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean,
-                    std::string(suggestion));
+                    suggestion.empty() ? FaultReason::None : FaultReason::DidYouMean, suggestion);
+}
+
+// The row of the line's command; it is null for a label. An unknown command is a fault.
+const CommandRow* RowOf(RunContext& run, std::string_view keyword, std::string_view line) {
+  const CommandRow* const row = run.Commands.Find(keyword);
+  if (row && !row->Rules.LeavesLabels) return row;
+  if (const auto label = ReadLabelLine(line, run.Commands, run.Separators)) {
+    if (!label->Behind.empty()) run.Notice(TextId::TextBehindLabel, Shorten(label->Behind, ShownLength));
+    return nullptr;
+  }
+  if (!row) FailCommand(run.Commands, keyword);
+  return row;
 }
 
 }  // namespace
 
-void CompiledLine::Compile(const RunContext& run, std::string_view line) {
+void CompiledLine::Compile(RunContext& run, std::string_view line) {
   isCompiled_ = true;
   row_ = nullptr;
   command_.reset();

@@ -15,7 +15,7 @@ class CompiledLine {
  public:
   // The line must live as long; what is compiled holds for the separators in force. An unknown command is a
   // fault.
-  void Compile(const RunContext& run, std::string_view line);
+  void Compile(RunContext& run, std::string_view line);
 
   // Whether it is compiled and there is nothing to run: a label, a command that does not count here.
   bool IsEmpty() const { return isCompiled_ && !command_ && !row_; }

@@ -28,7 +28,7 @@ void CompileLine(RunContext& run, ScriptLine& line) {
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   level.Lines.Begin(level.Text);
-  level.Labels.Collect(level.Lines.Reader, level.Line);
+  level.Labels.Collect(level.Lines.Reader, level.Line, run.Commands, run.Separators);
   level.Lines.Reader.Seek(0, 1);
   while (ScriptLine* const line = level.Lines.Next()) {
     level.Line = line->Line;
@@ -114,7 +114,7 @@ class IncluderState {
   Pen pen_;
 };
 
-// The place of a physical line; there is none beyond the text.
+// The place of a physical line; there is none beyond the text. Behind the last line end stands an empty line.
 std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
   std::size_t position = 0;
   for (double line = 1; line < number; ++line) {
@@ -122,7 +122,7 @@ std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
     if (end == std::string_view::npos) return std::nullopt;
     position = end + 1;
   }
-  return position < text.size() && number >= 1 ? std::optional(position) : std::nullopt;
+  return number >= 1 ? std::optional(position) : std::nullopt;
 }
 
 std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) {
@@ -132,6 +132,34 @@ std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) 
   const auto position = number == std::trunc(number) ? PlaceOfLine(level.Text, number) : std::nullopt;
   if (!position) return std::nullopt;
   return Label{*position, static_cast<std::uint32_t>(number)};
+}
+
+// The line of the label that jumps do not know, as it stands behind the letters "stop"; 0 where there is none.
+std::uint32_t LineBehindStop(const RunContext& run, std::string_view name) {
+  const ScriptLevel& level = run.Level();
+  if (level.Labels.StopLine() == 0) return 0;
+  LineReader reader(level.Text);
+  reader.Seek(level.Labels.BehindStop().Position, level.Labels.BehindStop().LineNumber);
+  LogicalLine line;
+  while (reader.Next(line) == LineReader::Result::Line) {
+    const auto label = ReadLabelLine(line.Text, run.Commands, run.Separators);
+    if (label && label->IsTarget && EqualIgnoringCase(label->Name, name)) return line.Number;
+  }
+  return 0;
+}
+
+[[noreturn]] void FailJump(const RunContext& run, std::string_view target) {
+  if (target.empty()) throw ScriptFault(FaultReason::MissingTarget);
+  const LabelTable& labels = run.Level().Labels;
+  const std::string name = Shorten(target, 60);
+  if (const Label* const label = labels.FindWithBlanks(target)) {
+    throw ScriptFault(FaultReason::LabelWithBlank, name, std::to_string(label->LineNumber));
+  }
+  if (const std::uint32_t line = LineBehindStop(run, target)) {
+    throw ScriptFault(FaultReason::LabelBehindStop, name, std::to_string(line),
+                      std::to_string(labels.StopLine()));
+  }
+  throw ScriptFault(FaultReason::UnknownTarget, name);
 }
 
 }  // namespace
@@ -144,7 +172,7 @@ void EndBy(RunSignal signal) {
 bool Jump::Find(RunContext& run) {
   ScriptLevel& level = run.Level();
   const std::optional<Label> place = PlaceOf(level, target_);
-  if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
+  if (!place) FailJump(run, target_);
   isBack_ = place->LineNumber <= level.Line.Number;
   line_ = level.Lines.GoTo(*place, isBack_);
   return isBack_;

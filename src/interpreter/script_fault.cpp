@@ -33,7 +33,7 @@ ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
 
 std::string ScriptFault::Description(const StringTable& strings, int languageBase) const {
   if (reason_ == FaultReason::None) return {};
-  std::string text = strings.Text(languageBase, reason_, value_);
+  std::string text = strings.Text(languageBase, reason_, value_, second_, third_);
   if (!arithmetic_) return text;
   return std::string(strings.Text(languageBase, FaultReason::DivisionByZero)) + " (" + text + ")";
 }

@@ -150,8 +150,9 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("control", "language", "lines", "pens", "pictures", "scale",
-                                         "sectors", "shapes", "surface", "text", "values", "variables"),
+                         testing::Values("control", "labels", "language", "lines", "pens",
+                                         "pictures", "scale", "sectors", "shapes", "surface", "text",
+                                         "values", "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
 }  // namespace
