@@ -14,12 +14,11 @@ void Assign(RunContext& run, std::string_view name, std::string_view text) {
     // Data that carries more than a number, "12 mm", is worth what it begins with.
     const Evaluation value = Evaluate(expression, run.Separators.First);
     if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
-    run.RequireSettable(name);
-    run.Level().Variables.SetNumber(name, value.Value);
+    run.Level().Variables.SetNumber(run.SettableName(name), value.Value);
   } else if (text.starts_with('<')) {
-    run.SetVariable(name, Trim(text.substr(1)));
+    run.SetVariable(name, TrimText(text.substr(1)));
   } else {
-    run.SetVariable(name, Trim(run.Substitute(text)));
+    run.SetVariable(name, TrimText(run.Substitute(text)));
   }
 }
 

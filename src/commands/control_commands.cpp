@@ -135,9 +135,8 @@ std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::str
   std::string name = "%" + std::to_string(place);
   const std::size_t equals = text.find('=');
   if (Trim(text).starts_with('%') && equals != std::string_view::npos) {
-    name = Trim(text.substr(0, equals));
+    name = run.SettableName(Trim(text.substr(0, equals)));
     text = text.substr(equals + 1);
-    run.RequireSettable(name);
   }
   std::string value(TrimText(Replaced(run, text)));
   std::replace(value.begin(), value.end(), ',', '.');
@@ -219,9 +218,8 @@ void RunInput(RunContext& run, const Parameters& parameters) {
   const std::size_t comma = text.rfind(run.Separators.First);
   if (comma == std::string_view::npos) throw ScriptFault(FaultReason::MissingParameter, "2");
   const std::string prompt(TextOf(Replaced(run, text.substr(0, comma))));
-  const std::string_view name = Trim(text.substr(comma + run.Separators.First.size()));
   // Nobody shall be asked in vain.
-  run.RequireSettable(name);
+  const std::string name = run.SettableName(Trim(text.substr(comma + run.Separators.First.size())));
   const ScriptLevel& level = run.Level();
   const std::string* const present = level.Variables.Find(name);
   const Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");

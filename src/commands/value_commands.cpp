@@ -32,7 +32,7 @@ struct TextStyle {
 TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view text) {
   TextStyle style;
   style.Form = form;
-  const std::string upper = UpperCase(Trim(text));
+  const std::string upper = UpperCase(Trim(WithPlainBlanks(text)));
   std::string_view rest = upper;
   // The one function whose name begins like the prefix.
   style.Relative = rest.starts_with('R') && !rest.starts_with("RND");

@@ -42,12 +42,17 @@ bool IsWordPart(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
+bool EndsInBlank(std::string_view text) {
+  return Trim(text).size() != TrimLeft(text).size();
+}
+
 // The place where the word stands apart from others; npos when there is none.
 std::size_t FindWord(std::string_view upper, std::string_view word) {
   for (std::size_t at = upper.find(word); at != std::string_view::npos; at = upper.find(word, at + 1)) {
     const std::size_t end = at + word.size();
-    const bool begins = at == 0 || !IsWordPart(upper[at - 1]);
-    if (begins && (end == upper.size() || !IsWordPart(upper[end]))) return at;
+    const bool begins = at == 0 || !IsWordPart(upper[at - 1]) || EndsInBlank(upper.substr(0, at));
+    const bool ends = end == upper.size() || !IsWordPart(upper[end]) || BlankLength(upper.substr(end)) > 0;
+    if (begins && ends) return at;
   }
   return std::string_view::npos;
 }
@@ -68,7 +73,7 @@ std::optional<Comparison> SplitComparison(std::string_view condition) {
   const std::string_view sign = condition.substr(first, last + 1 - first);
   for (const RelationRow& row : Relations) {
     if (row.Sign == sign)
-      return Comparison{Trim(condition.substr(0, first)), Trim(condition.substr(last + 1)), row.How};
+      return Comparison{TrimText(condition.substr(0, first)), TrimText(condition.substr(last + 1)), row.How};
   }
   return std::nullopt;
 }
@@ -77,7 +82,7 @@ std::optional<Comparison> SplitComparison(std::string_view condition) {
 
 void CompiledComparison::Compile(std::string_view condition, const RunContext& run) {
   const auto comparison = SplitComparison(condition);
-  if (!comparison || comparison->Left.empty() || comparison->Right.empty()) return;
+  if (!comparison || Trim(comparison->Left).empty() || Trim(comparison->Right).empty()) return;
   const ReferenceScope scope{run.Level().Variables, run.Separators};
   const auto add = [&](std::string_view side, Expression& expression) {
     expression = program_.Add(side, run.Separators.First, &scope);
@@ -89,8 +94,8 @@ void CompiledComparison::Compile(std::string_view condition, const RunContext& r
 }
 
 bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {
-  condition = Trim(condition);
-  if (condition.empty()) return false;
+  if (Trim(condition).empty()) return false;
+  condition = TrimText(condition);
   const auto comparison = SplitComparison(condition);
   if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
   if (asText) return Holds(comparison->How, comparison->Left, comparison->Right);

@@ -9,6 +9,7 @@
 #include "interpreter/replacement.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/system_variables.h"
 
 namespace vaxel {
 namespace {
@@ -23,14 +24,14 @@ bool IsVariableLine(std::string_view line) {
 // A line that is nothing but a reference to a variable is the command line that the variable holds, as it
 // stands: which references in it are replaced is for the command to say. The line is empty when there is
 // nothing to run.
-std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
-                                     const Separators& separators) {
+std::string_view ResolveVariableLine(const RunContext& run, std::string_view line) {
+  const ScriptLevel& level = run.Level();
   constexpr int maxDepth = 100;
   for (int depth = 0; IsVariableLine(line); ++depth) {
-    const std::string_view name = ReferenceName(line, separators);
-    const std::string* value = level.Variables.Find(name);
-    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
-    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(name, 60));
+    const std::string_view reference = ReferenceAt(line, level.Variables, run.Separators);
+    const std::string* value = level.Variables.Find(NameOf(reference));
+    if (!value) FailReference(reference, level.Variables, RunVariables(run));
+    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(reference, ShownLength));
     line = Trim(*value);
     if (IsBlankOrComment(line)) return {};
   }
@@ -43,7 +44,7 @@ class VariableLine : public CompiledCommand {
   explicit VariableLine(std::string_view line) : line_(line) {}
 
   void Run(RunContext& run) override {
-    const std::string_view held = ResolveVariableLine(run.Level(), line_, run.Separators);
+    const std::string_view held = ResolveVariableLine(run, line_);
     if (held.empty()) return;
     if (held != held_) {
       // This is a copy: the command may give the variable another value.

@@ -30,24 +30,28 @@ void RunContext::WriteComment(std::string_view comment) {
 }
 
 void RunContext::Notice(TextId text, std::string_view value, std::string_view second,
-                        std::string_view third) {
+                        std::string_view third) const {
   const ScriptLevel& level = Level();
   if (!Notices.Add(level.FileName, level.Line.Number, text)) return;
   Host.ShowNotice(level.FileName, level.Line.Number, Strings.Text(LangBase, text, value, second, third));
 }
 
 std::string RunContext::Substitute(std::string_view text) const {
-  return vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators);
+  LooseSign loose;
+  std::string replaced = vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators, loose);
+  if (!loose.Text.empty()) Notice(TextId::SignInValue, loose.Text, loose.Variable);
+  return replaced;
 }
 
-void RunContext::RequireSettable(std::string_view name) const {
-  if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
-  if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, std::string(name));
+std::string RunContext::SettableName(std::string_view written) const {
+  std::string name = NameOf(written);
+  if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(written, 60));
+  if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, name);
+  return name;
 }
 
 void RunContext::SetVariable(std::string_view name, std::string_view value) {
-  RequireSettable(name);
-  Level().Variables.Set(name, value);
+  Level().Variables.Set(SettableName(name), value);
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {

@@ -150,8 +150,8 @@ TEST_P(ScriptCases, DoWhatStandsBesideThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScriptCases,
-                         testing::Values("control", "labels", "language", "lines", "pens",
-                                         "pictures", "scale", "sectors", "shapes", "surface", "text",
+                         testing::Values("blanks", "control", "labels", "language", "lines", "pens",
+                                         "pictures", "scale", "sectors", "shapes", "signs", "surface", "text",
                                          "values", "variables"),
                          [](const auto& test) { return std::string(test.param); });
 
