@@ -8,13 +8,17 @@
 
 namespace vaxel {
 
+double AssignedNumber(const RunContext& run, std::string_view expression) {
+  // Data that carries more than a number, "12 mm", is worth what it begins with.
+  const Evaluation value = Evaluate(run.Substitute(expression), run.Separators.First);
+  if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
+  return value.Value;
+}
+
 void Assign(RunContext& run, std::string_view name, std::string_view text) {
   if (text.starts_with('=')) {
-    const std::string expression = run.Substitute(text.substr(1));
-    // Data that carries more than a number, "12 mm", is worth what it begins with.
-    const Evaluation value = Evaluate(expression, run.Separators.First);
-    if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
-    run.Level().Variables.SetNumber(run.SettableName(name), value.Value);
+    const double value = AssignedNumber(run, text.substr(1));
+    run.Level().Variables.SetNumber(run.SettableName(name), value);
   } else if (text.starts_with('<')) {
     run.SetVariable(name, TrimText(text.substr(1)));
   } else {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/number_text.h"
 #include "base/text.h"
 #include "base/text_encoding.h"
 #include "commands/assignment.h"
@@ -13,6 +14,8 @@
 #include "commands/point_notation.h"
 #include "interpreter/comparison.h"
 #include "interpreter/compiled_line.h"
+#include "interpreter/evaluator.h"
+#include "interpreter/line_reader.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 
@@ -62,6 +65,8 @@ class CompiledConditional : public CompiledCommand {
     conditional_ = SplitConditional(text_);
     isSplit_ = true;
     if (!conditional_.Jumps) {
+      // Who writes this expects a block of lines, also where the condition does not hold.
+      if (IsBlankOrComment(conditional_.Rest)) throw ScriptFault(FaultReason::MissingCommand);
       behind_.emplace(conditional_.Rest);
     } else if (conditional_.Rest.find('%') == std::string_view::npos) {
       jump_.emplace(conditional_.Rest);
@@ -78,21 +83,18 @@ class CompiledConditional : public CompiledCommand {
   std::optional<BehindLine> behind_;
 };
 
-// The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such
-// file.
-std::string RequireFile(RunContext& run, std::string_view name, bool isScript) {
+// The file of a script, whose name may lack its ".dat"; empty when there is no such file.
+std::string FindScript(RunContext& run, std::string_view name) {
   const std::string& script = run.Level().FileName;
-  std::string found = run.Host.FindFile(script, name);
+  const std::string found = run.Host.FindFile(script, name);
   const bool hasExtension = name.substr(name.find_last_of("/\\") + 1).find('.') != std::string_view::npos;
-  if (found.empty() && isScript && !hasExtension)
-    found = run.Host.FindFile(script, std::string(name) + ".dat");
-  if (found.empty()) throw ScriptFault(FaultReason::FileMissing, Shorten(name, ShownLength));
-  return found;
+  return found.empty() && !hasExtension ? run.Host.FindFile(script, std::string(name) + ".dat") : found;
 }
 
-// The text of a file; name is how the script calls it.
+// The text of a file; name is how the script calls it. An empty fileName is a file that is missing.
 std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name) {
   const std::string shown = Shorten(name, ShownLength);
+  if (fileName.empty()) throw ScriptFault(FaultReason::FileMissing, shown);
   auto decoded = DecodeText(run.ReadFile(fileName, shown));
   if (!decoded) throw ScriptFault(FaultReason::NotAText, shown);
   return std::move(decoded->Text);
@@ -108,7 +110,7 @@ bool IsActive(const RunContext& run, std::string_view fileName) {
 // One level more than there may be: the user chooses between the end of the run and going on without it.
 void RefuseInclusion(RunContext& run, const std::string& fileName) {
   const ScriptLevel& level = run.Level();
-  const bool isSelf = IsActive(run, run.Host.FullFileName(fileName));
+  const bool isSelf = !fileName.empty() && IsActive(run, run.Host.FullFileName(fileName));
   const TextId text = isSelf ? TextId::DepthExceededBySelf : TextId::DepthExceeded;
   const std::string message = run.Message(text, std::to_string(RunContext::MaxLevels));
   if (!run.Host.Confirm(BoxKind::IncludeDepth, level.FileName, level.Line.Number, "Vaxel", message)) return;
@@ -129,18 +131,104 @@ std::string Replaced(const RunContext& run, std::string_view text) {
   return IsLiteral(text) ? std::string(text) : run.Substitute(text);
 }
 
-// "%Name=value", or a value for the variable that is named by its place: "%1", "%2", …
-std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::string_view text,
-                                                 std::size_t place) {
-  std::string name = "%" + std::to_string(place);
-  const std::size_t equals = text.find('=');
-  if (Trim(text).starts_with('%') && equals != std::string_view::npos) {
-    name = run.SettableName(Trim(text.substr(0, equals)));
+bool IsNamedArgument(std::string_view text) {
+  return Trim(text).starts_with('%') && text.find('=') != std::string_view::npos;
+}
+
+// A variable of an included script, and its value.
+struct Argument {
+  std::string Name, Value;
+  bool TakesRest = false;  // all parameters that follow belong to the value
+};
+
+// "%Name" with one of the forms of an assignment, or a value for the variable that is named by its place:
+// "%1", "%2", …
+Argument ReadArgument(RunContext& run, const Parameters& parameters, std::size_t n, std::size_t place) {
+  std::string_view text = parameters.Text(n);
+  Argument argument{"%" + std::to_string(place), {}};
+  if (IsNamedArgument(text)) {
+    const std::size_t equals = text.find('=');
+    argument.Name = run.SettableName(Trim(text.substr(0, equals)));
     text = text.substr(equals + 1);
+    if (text.starts_with('=')) {
+      argument.Value = NumberText(AssignedNumber(run, text.substr(1)));
+      return argument;
+    }
+    if (text.starts_with('<')) {
+      argument.Value = TrimText(parameters.Rest(n).substr(equals + 2));
+      argument.TakesRest = true;
+      return argument;
+    }
   }
-  std::string value(TrimText(Replaced(run, text)));
-  std::replace(value.begin(), value.end(), ',', '.');
-  return {name, std::move(value)};
+  argument.Value = TrimText(Replaced(run, text));
+  std::replace(argument.Value.begin(), argument.Value.end(), ',', '.');
+  return argument;
+}
+
+void ReadArguments(RunContext& run, const Parameters& parameters, Inclusion& inclusion) {
+  constexpr std::size_t first = 4;
+  for (std::size_t n = first; n <= parameters.Count(); ++n) {
+    if (Trim(parameters.Text(n)).empty()) continue;
+    Argument argument = ReadArgument(run, parameters, n, n - first + 1);
+    const auto isSame = [&](const auto& known) { return EqualIgnoringCase(known.first, argument.Name); };
+    if (std::any_of(inclusion.Variables.begin(), inclusion.Variables.end(), isSame)) {
+      throw ScriptFault(FaultReason::GivenTwice, Shorten(argument.Name, 60));
+    }
+    inclusion.Variables.emplace_back(std::move(argument.Name), std::move(argument.Value));
+    if (argument.TakesRest) return;
+  }
+}
+
+// The answer to a question about a variable, whose value is proposed; none when the run is to end.
+std::optional<Answer> Ask(RunContext& run, const std::string& prompt, const std::string& name) {
+  const ScriptLevel& level = run.Level();
+  const std::string* const present = level.Variables.Find(name);
+  Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
+  if (answer.How == Answer::Kind::Unavailable) {
+    throw ScriptFault(FaultReason::NoAnswer, Shorten(prompt, ShownLength));
+  }
+  if (answer.How == Answer::Kind::Given) return answer;
+  run.EndAllLevels();
+  return std::nullopt;
+}
+
+// What an answer is worth as an expression. Where that is nothing, or only its beginning is one, the reason
+// says so. An answer that was given beforehand and is worth nothing is a fault: it cannot be asked for again.
+Evaluation ReadAnswer(RunContext& run, const Answer& answer, std::string& reason) {
+  std::string expression;
+  try {
+    expression = run.Substitute(answer.Text);
+  } catch (const ScriptFault& fault) {
+    if (answer.IsPrepared) throw;
+    reason = fault.Description(run.Strings, run.LangBase);
+    return {};
+  }
+  const Evaluation value = Evaluate(expression, run.Separators.First);
+  if (!value.HasValue) {
+    if (answer.IsPrepared) throw ScriptFault(FaultReason::EmptyAnswer);
+    reason = run.Message(TextId::EmptyAnswer);
+  } else if (!value.Complete) {
+    reason = run.Message(TextId::AnswerIsNoExpression, Shorten(answer.Text, ShownLength));
+  }
+  return value;
+}
+
+// Asks until the answer is an expression.
+void AskNumber(RunContext& run, const std::string& prompt, const std::string& name) {
+  for (std::string reason;;) {
+    const auto answer = Ask(run, reason.empty() ? prompt : reason + "\n" + prompt, name);
+    if (!answer) return;
+    reason.clear();
+    const Evaluation value = ReadAnswer(run, *answer, reason);
+    if (reason.empty() || answer->IsPrepared) {
+      if (!value.Complete) {
+        run.Notice(TextId::AnswerWasCut, Shorten(answer->Text, ShownLength), NumberText(value.Value));
+      }
+      run.Level().Variables.SetNumber(name, value.Value);
+      return;
+    }
+    HandleEvents(run);
+  }
 }
 
 }  // namespace
@@ -171,12 +259,17 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
   HandleEvents(run);
   const std::string name(TextOf(Replaced(run, parameters.Text(1))));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
-  const std::string fileName = RequireFile(run, name, true);
+  const std::string fileName = FindScript(run, name);
   if (run.CurrentLevel == RunContext::MaxLevels) {
     RefuseInclusion(run, fileName);
     return;
   }
   Inclusion inclusion{fileName, ReadTextFile(run, fileName, name), {}, {}};
+  for (const std::size_t n : {2U, 3U}) {
+    if (IsNamedArgument(parameters.Text(n))) {
+      throw ScriptFault(FaultReason::MissingPosition, Shorten(parameters.Trimmed(n), ShownLength));
+    }
+  }
   // They stand after an empty parameter, as one variable may hold both coordinates.
   const std::string& separator = run.Separators.First;
   const std::string places = run.Substitute(separator + std::string(parameters.Text(2)) + separator +
@@ -184,18 +277,14 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
   Parameters position;
   position.Assign(places, run.Separators);
   inclusion.Position = ReadPosition(run, position);
-  constexpr std::size_t firstArgument = 4;
-  for (std::size_t n = firstArgument; n <= parameters.Count(); ++n) {
-    if (Trim(parameters.Text(n)).empty()) continue;
-    inclusion.Variables.push_back(ReadArgument(run, parameters.Text(n), n - firstArgument + 1));
-  }
+  ReadArguments(run, parameters, inclusion);
   RunIncluded(run, std::move(inclusion));
 }
 
 void RunOpen(RunContext& run, const Parameters& parameters) {
   const std::string_view name = TextOf(parameters.Text(1));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
-  run.Level().Data.Open(ReadTextFile(run, RequireFile(run, name, false), name));
+  run.Level().Data.Open(ReadTextFile(run, run.Host.FindFile(run.Level().FileName, name), name));
 }
 
 void RunLVar(RunContext& run, const Parameters& parameters) {
@@ -220,18 +309,10 @@ void RunInput(RunContext& run, const Parameters& parameters) {
   const std::string prompt(TextOf(Replaced(run, text.substr(0, comma))));
   // Nobody shall be asked in vain.
   const std::string name = run.SettableName(Trim(text.substr(comma + run.Separators.First.size())));
-  const ScriptLevel& level = run.Level();
-  const std::string* const present = level.Variables.Find(name);
-  const Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
-  switch (answer.How) {
-    case Answer::Kind::Given:
-      Assign(run, name, std::string(form) + answer.Text);
-      break;
-    case Answer::Kind::Cancelled:
-      run.EndAllLevels();
-      break;
-    case Answer::Kind::Unavailable:
-      throw ScriptFault(FaultReason::NoAnswer, Shorten(prompt, ShownLength));
+  if (form == "=") {
+    AskNumber(run, prompt, name);
+  } else if (const auto answer = Ask(run, prompt, name)) {
+    Assign(run, name, std::string(form) + answer->Text);
   }
 }
 

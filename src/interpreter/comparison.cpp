@@ -104,10 +104,10 @@ bool IsTrue(std::string_view condition, bool asText, const Separators& separator
 }
 
 Conditional SplitConditional(std::string_view text) {
-  constexpr std::string_view jump = "GOTO", command = "THEN";
+  constexpr std::string_view jump = "GOTO", command = "THEN", frenchCommand = "ALORS";
   const std::string upper = UpperCase(WithoutComment(text));
-  const auto split = [&](std::size_t at, bool jumps) {
-    const std::string_view rest = text.substr(at + jump.size());
+  const auto split = [&](std::size_t at, bool jumps, std::string_view word = "GOTO") {
+    const std::string_view rest = text.substr(at + word.size());
     return Conditional{Trim(text.substr(0, at)), jumps, Trim(jumps ? WithoutComment(rest) : rest)};
   };
   const std::size_t jumpWord = FindWord(upper, jump), commandWord = FindWord(upper, command);
@@ -124,6 +124,9 @@ Conditional SplitConditional(std::string_view text) {
   const std::size_t jumpAt = upper.find(jump), commandAt = upper.find(command);
   if (jumpAt != std::string_view::npos) return split(jumpAt, true);
   if (commandAt != std::string_view::npos) return split(commandAt, false);
+  const std::size_t apart = FindWord(upper, frenchCommand);
+  const std::size_t french = apart != std::string_view::npos ? apart : upper.find(frenchCommand);
+  if (french != std::string_view::npos) return split(french, false, frenchCommand);
   throw ScriptFault(FaultReason::MissingThen);
 }
 

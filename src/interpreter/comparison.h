@@ -66,7 +66,7 @@ struct Conditional {
 };
 
 // Cuts the text at GOTO or THEN. The first of these words counts that stands apart from letters and figures,
-// or else the first that is found at all. What follows an apostrophe is no such word, but belongs to a
+// or else the first that is found at all; a text without them may have ALORS for THEN. What follows an apostrophe is no such word, but belongs to a
 // command that keeps apostrophes. A text without such a word is a fault.
 Conditional SplitConditional(std::string_view text);
 

@@ -144,7 +144,7 @@ BehindLine::BehindLine(std::string_view line) : line_(line) {}
 void BehindLine::Run(RunContext& run) {
   if (IsBlankOrComment(line_)) return;
   if (++run.CommandDepth > MaxCommandDepth) {
-    throw ScriptFault(FaultReason::CircularVariable, Shorten(line_, 60));
+    throw ScriptFault(FaultReason::NestedCommands, "THEN " + Shorten(line_, ShownLength));
   }
   if (!isCompiled_) compiled_.Compile(run, line_);
   isCompiled_ = true;
