@@ -167,6 +167,7 @@ Argument ReadArgument(RunContext& run, const Parameters& parameters, std::size_t
 
 void ReadArguments(RunContext& run, const Parameters& parameters, Inclusion& inclusion) {
   constexpr std::size_t first = 4;
+  std::size_t length = 0;
   for (std::size_t n = first; n <= parameters.Count(); ++n) {
     if (Trim(parameters.Text(n)).empty()) continue;
     Argument argument = ReadArgument(run, parameters, n, n - first + 1);
@@ -174,6 +175,8 @@ void ReadArguments(RunContext& run, const Parameters& parameters, Inclusion& inc
     if (std::any_of(inclusion.Variables.begin(), inclusion.Variables.end(), isSame)) {
       throw ScriptFault(FaultReason::GivenTwice, Shorten(argument.Name, 60));
     }
+    length += argument.Value.size();
+    run.RequireRoom(length);
     inclusion.Variables.emplace_back(std::move(argument.Name), std::move(argument.Value));
     if (argument.TakesRest) return;
   }

@@ -93,6 +93,14 @@ void CompiledComparison::Compile(std::string_view condition, const RunContext& r
   isCompiled_ = add(comparison->Left, left_) && add(comparison->Right, right_);
 }
 
+bool CompiledComparison::AreSums(const VariableTable& variables) const {
+  const auto isReady = [&](const Expression& side) {
+    const auto slot = side.AloneVariable();
+    return variables.HoldNumbers(side.Variables) || (slot && variables.HoldsSum(*slot));
+  };
+  return isReady(left_) && isReady(right_);
+}
+
 bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {
   if (Trim(condition).empty()) return false;
   condition = TrimText(condition);

@@ -38,16 +38,22 @@ class CompiledComparison {
  public:
   // It is never ready where the condition cannot be told from its text as it stands.
   void Compile(std::string_view condition, const RunContext& run);
-  // Whether all variables hold numbers, so that it gives what IsTrue does.
+  // Whether all variables hold numbers, or sums where one stands alone, so that it gives what IsTrue does.
   bool IsReady(const VariableTable& variables) const {
-    return isCompiled_ && variables.HoldNumbers(left_.Variables | right_.Variables);
+    return isCompiled_ && (variables.HoldNumbers(left_.Variables | right_.Variables) || AreSums(variables));
   }
   bool Holds(const VariableTable& variables) const {
-    const double left = program_.Compute(left_, variables);
-    return vaxel::Holds(how_, left, program_.Compute(right_, variables));
+    const double left = ValueOf(left_, variables);
+    return vaxel::Holds(how_, left, ValueOf(right_, variables));
   }
 
  private:
+  double ValueOf(const Expression& side, const VariableTable& variables) const {
+    return variables.HoldNumbers(side.Variables) ? program_.Compute(side, variables)
+                                                 : variables.SumAt(*side.AloneVariable());
+  }
+  bool AreSums(const VariableTable& variables) const;
+
   bool isCompiled_ = false;
   Relation how_ = Relation::Equal;
   Program program_;

@@ -132,6 +132,12 @@ bool Parameters::BindReferences(const RunContext& run) {
       }
       continue;
     }
+    const auto alone = reference.Value ? reference.Value->AloneVariable() : std::nullopt;
+    if (alone && variables.HoldsSum(*alone)) {
+      reference.IsNumber = true;
+      Note(reference.N, {variables.SumAt(*alone), reference.What});
+      continue;
+    }
     const std::string& text = Written(reference);
     parameter.Number.What = MarkAtEnd(Trim(text));
     length += text.size();

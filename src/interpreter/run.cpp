@@ -198,6 +198,7 @@ void RunIncluded(RunContext& run, Inclusion inclusion) {
   run.Surface.CTX = run.Surface.CTY = 0;
   RunLevel(run);
   --run.CurrentLevel;
+  level.Variables = {};
   includer.PutBack();
 }
 

@@ -1,11 +1,21 @@
 #include "interpreter/run_context.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
 
 namespace vaxel {
+namespace {
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+}  // namespace
 
 void RunContext::SetPen(const Pen& pen) {
   Level().CurrentPen = pen;
@@ -51,7 +61,26 @@ std::string RunContext::SettableName(std::string_view written) const {
 }
 
 void RunContext::SetVariable(std::string_view name, std::string_view value) {
-  Level().Variables.Set(SettableName(name), value);
+  const std::string settable = SettableName(name);
+  constexpr std::size_t most = 10'000, surelyMore = 4 * most;
+  if (value.size() > most) {
+    const std::string* const present = Level().Variables.Find(settable);
+    const std::string_view before = present ? std::string_view(*present) : std::string_view();
+    if (before.size() < surelyMore && CharacterCount(before) <= most && CharacterCount(value) > most) {
+      Notice(TextId::LongVariable, settable);
+    }
+    RequireRoom(value.size(), before.size());
+  }
+  Level().Variables.Set(settable, value);
+}
+
+void RunContext::RequireRoom(std::size_t bytes, std::size_t freed) const {
+  constexpr std::size_t most = 256'000'000;
+  // Less than that in each variable is no danger.
+  constexpr std::size_t little = most / (MaxLevels * VariableTable::MaxVariables);
+  if (bytes <= little) return;
+  for (std::size_t level = 0; level < CurrentLevel; ++level) bytes += Levels[level].Variables.TextLength();
+  if (bytes - freed > most) throw ScriptFault(FaultReason::TooMuchInVariables);
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {

@@ -115,6 +115,8 @@ struct RunContext {
   // Creates or overwrites a variable of the current level, whose name may stand between braces. What is no
   // name of a variable, a system variable and one variable too many are faults.
   void SetVariable(std::string_view name, std::string_view value);
+  // It is a fault when all variables would hold more than 256 MB with so many bytes instead of those freed.
+  void RequireRoom(std::size_t bytes, std::size_t freed = 0) const;
   // The name without its braces. It throws the first two of these faults.
   std::string SettableName(std::string_view written) const;
   // The current level, or all of them, end as if their text ended after the line being run.

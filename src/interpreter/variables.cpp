@@ -76,6 +76,32 @@ bool IsWordCharacter(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
+// Adds the numbers of "1 + 2 - 3", or of "+ 2 - 3" to what stands before, to the sum. The result is false when
+// there is anything else.
+bool AddTerms(std::string_view text, bool hasBegun, double& sum) {
+  const auto skip = [&](std::string_view signs) {
+    bool isNegative = false;
+    for (;;) {
+      const std::size_t blank = BlankLength(text);
+      const bool isSign = blank == 0 && !text.empty() && signs.find(text.front()) != std::string_view::npos;
+      if (blank == 0 && !isSign) return isNegative;
+      if (isSign && text.front() == '-') isNegative = !isNegative;
+      text.remove_prefix(isSign ? 1 : blank);
+    }
+  };
+  for (skip({}); !text.empty() || !hasBegun; skip({})) {
+    const bool isAfterSign = !hasBegun || text.front() == '+' || text.front() == '-';
+    const bool isNegative = skip("+-");
+    double number = 0;
+    const std::size_t length = ReadUnsignedNumber(text, number);
+    if (!isAfterSign || length == 0) return false;
+    text.remove_prefix(length);
+    sum = (hasBegun ? sum : 0) + (isNegative ? -number : number);
+    hasBegun = true;
+  }
+  return std::isfinite(sum);
+}
+
 class Substitution {
  public:
   Substitution(const VariableTable& variables, const SystemVariables& system, const Separators& separators,
@@ -197,10 +223,43 @@ const std::string* VariableTable::Find(std::string_view name) const {
 
 void VariableTable::Set(std::string_view name, std::string_view value) {
   const std::size_t slot = SlotFor(name);
-  texts_[slot] = value;
+  std::string& text = texts_[slot];
+  const bool isLonger = (areSums_ & Bit(slot)) != 0 && value.starts_with(text);
+  sums_[slot].Length = isLonger ? text.size() : 0;
+  // A text that was long once shall not keep its memory.
+  constexpr std::size_t muchMemory = 1'000'000;
+  if (text.capacity() > muchMemory && value.size() < text.capacity() / 2) {
+    text = std::string(value);
+  } else {
+    text = value;
+  }
+  areSums_ &= ~Bit(slot);
+  areNoSums_ &= ~Bit(slot);
   areNumbers_ &= ~Bit(slot);
   areUnwritten_ &= ~Bit(slot);
   areUnread_ |= Bit(slot);
+}
+
+bool VariableTable::ReadSum(std::size_t slot) const {
+  const std::string_view text = texts_[slot];
+  Sum& sum = sums_[slot];
+  // A digit or a point would go on with the last number.
+  const std::string_view added = text.substr(std::min(text.size(), sum.Length));
+  const bool goesOn = BlankLength(added) > 0 || added.starts_with('+') || added.starts_with('-');
+  if (!goesOn) sum = {};
+  const bool isSum = AddTerms(text.substr(sum.Length), sum.Length > 0, sum.Value);
+  sum.Length = isSum ? text.size() : 0;
+  (isSum ? areSums_ : areNoSums_) |= Bit(slot);
+  return isSum;
+}
+
+std::size_t VariableTable::TextLength() const {
+  std::size_t length = 0;
+  for (std::size_t slot = 0; slot < MaxVariables; ++slot) {
+    if ((areUnwritten_ & Bit(slot)) != 0) std::string().swap(texts_[slot]);
+    length += texts_[slot].size();
+  }
+  return length;
 }
 
 bool VariableTable::ReadNumbers(Slots slots) const {

@@ -48,6 +48,7 @@ class VariableTable {
     numbers_[slot] = isExact ? value + 0.0 : AsWritten(value);
     areNumbers_ |= Bit(slot);
     areUnwritten_ |= Bit(slot);
+    areSums_ &= ~Bit(slot);
   }
 
   // A bit for each of several slots.
@@ -57,6 +58,15 @@ class VariableTable {
   bool HoldNumbers(Slots slots) const { return (slots & ~areNumbers_) == 0 || ReadNumbers(slots); }
   // The value of a slot that holds a number.
   double NumberAt(std::size_t slot) const { return numbers_[slot]; }
+  // Whether the value is a sum of plain numbers, and what that comes to. A sum that grows at its end, as that
+  // of "%I = %I + 1", is not read anew from its beginning.
+  bool HoldsSum(std::size_t slot) const {
+    return (areSums_ & Bit(slot)) != 0 || ((areNoSums_ & Bit(slot)) == 0 && ReadSum(slot));
+  }
+  double SumAt(std::size_t slot) const { return sums_[slot].Value; }
+
+  // How many bytes all texts take.
+  std::size_t TextLength() const;
 
   // Whether a name has "%%" in it, and how long the longest one is.
   bool HasSignsInNames() const { return hasSignsInNames_; }
@@ -67,6 +77,13 @@ class VariableTable {
   const std::string& VarValues(std::size_t slot) const;
 
  private:
+  // A sum as far as it is read.
+  struct Sum {
+    double Value = 0;
+    std::size_t Length = 0;  // of its text
+  };
+
+  bool ReadSum(std::size_t slot) const;
   bool ReadNumbers(Slots slots) const;
   void ReadNumber(std::size_t slot) const;
 
@@ -77,6 +94,8 @@ class VariableTable {
   mutable Slots areNumbers_ = 0;
   mutable Slots areUnread_ = 0;     // texts that nobody has wanted as numbers yet
   mutable Slots areUnwritten_ = 0;  // numbers whose texts nobody has wanted yet
+  mutable std::array<Sum, MaxVariables> sums_{};
+  mutable Slots areSums_ = 0, areNoSums_ = 0;  // texts that were read as sums, and those that are none
 };
 static_assert(VariableTable::MaxVariables <= 32);
 

@@ -82,7 +82,7 @@ class ScriptWriter {
   std::string Operand() {
     if (Below(2) == 0) return OneOf({"%I", "%A", "%B", "%C", "2", "0.1"});
     return OneOf({"%I", "%A", "%B", "%C", "2", "0.1", "-3", "1E3", "(%A+1)", "-%B", "SIN(%A)", "RND2(%B/3)",
-                  "NBP(%C)", "%ZOOM", "%Nil", "(2", "%I%A", "ABS(%C)"});
+                  "NBP(%C)", "%ZOOM", "%Nil", "(2", "%I%A", "ABS(%C)", "%{A}", "%{B}0", "%{zoom}"});
   }
   std::string Term() {
     std::string term = Operand();
@@ -107,11 +107,12 @@ class ScriptWriter {
       case 4:
         return "Grad1 = " + Term() + ", " + Term();
       case 5:
-        return "%" + OneOf({"A", "B", "C", "D"}) + " =" + OneOf({"= " + Term(), " " + Term(), "< " + Term()});
+        return OneOf({"%A", "%B", "%{C}", "%D"}) + " =" +
+               OneOf({"= " + Term(), " " + Term(), "< " + Term(), " %A + 1", " %B - %I", " %C %%"});
       case 6:
         return "Separateur = " + OneOf({";", ",", "%A", "|, &", ".", "7", ";;", ";, R"});
       case 7:
-        return "Texte = %I, 0, , , " + OneOf({Term(), "of %A, 'x' %C", "=%A 5%"});
+        return "Texte = %I, 0, , , " + OneOf({Term(), "of %A, 'x' %C", "=%A 5%", "%A%% %{B}x"});
       case 8:
         return "Couleur = " + OneOf({"%C", "Rouge", "RVB %I,2,3"});
       case 9:
