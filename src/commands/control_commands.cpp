@@ -46,9 +46,9 @@ class CompiledConditional : public CompiledCommand {
     HandleEvents(run);
     if (!isSplit_) Split(run);
     const VariableTable& variables = run.Level().Variables;
-    const bool isTrue = comparison_.IsReady(variables)
-                            ? comparison_.Holds(variables)
-                            : IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
+    const std::optional<bool> known = comparison_.Result(variables);
+    const bool isTrue =
+        known ? *known : IsTrue(run.Substitute(conditional_.Condition), comparesTexts_, run.Separators);
     if (!isTrue) return;
     if (jump_) {
       jump_->Take(run);

@@ -93,12 +93,15 @@ void CompiledComparison::Compile(std::string_view condition, const RunContext& r
   isCompiled_ = add(comparison->Left, left_) && add(comparison->Right, right_);
 }
 
-bool CompiledComparison::AreSums(const VariableTable& variables) const {
-  const auto isReady = [&](const Expression& side) {
+std::optional<bool> CompiledComparison::ResultOfSums(const VariableTable& variables) const {
+  const auto valueOf = [&](const Expression& side) -> std::optional<double> {
+    if (variables.HoldNumbers(side.Variables)) return program_.Compute(side, variables);
     const auto slot = side.AloneVariable();
-    return variables.HoldNumbers(side.Variables) || (slot && variables.HoldsSum(*slot));
+    return slot && variables.HoldsSum(*slot) ? std::optional(variables.SumAt(*slot)) : std::nullopt;
   };
-  return isReady(left_) && isReady(right_);
+  const auto left = valueOf(left_);
+  const auto right = left ? valueOf(right_) : std::nullopt;
+  return right ? std::optional(Holds(how_, *left, *right)) : std::nullopt;
 }
 
 bool IsTrue(std::string_view condition, bool asText, const Separators& separators) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "interpreter/program.h"
@@ -36,23 +37,18 @@ bool Holds(Relation how, const Value& left, const Value& right) {
 // A comparison of numbers whose sides were read once.
 class CompiledComparison {
  public:
-  // It is never ready where the condition cannot be told from its text as it stands.
+  // It has no result where the condition cannot be told from its text as it stands.
   void Compile(std::string_view condition, const RunContext& run);
-  // Whether all variables hold numbers, or sums where one stands alone, so that it gives what IsTrue does.
-  bool IsReady(const VariableTable& variables) const {
-    return isCompiled_ && (variables.HoldNumbers(left_.Variables | right_.Variables) || AreSums(variables));
-  }
-  bool Holds(const VariableTable& variables) const {
-    const double left = ValueOf(left_, variables);
-    return vaxel::Holds(how_, left, ValueOf(right_, variables));
+  // What IsTrue gives, as long as all variables hold numbers, or sums where one stands alone; else none.
+  std::optional<bool> Result(const VariableTable& variables) const {
+    if (!isCompiled_) return std::nullopt;
+    if (!variables.HoldNumbers(left_.Variables | right_.Variables)) return ResultOfSums(variables);
+    const double left = program_.Compute(left_, variables);
+    return Holds(how_, left, program_.Compute(right_, variables));
   }
 
  private:
-  double ValueOf(const Expression& side, const VariableTable& variables) const {
-    return variables.HoldNumbers(side.Variables) ? program_.Compute(side, variables)
-                                                 : variables.SumAt(*side.AloneVariable());
-  }
-  bool AreSums(const VariableTable& variables) const;
+  std::optional<bool> ResultOfSums(const VariableTable& variables) const;
 
   bool isCompiled_ = false;
   Relation how_ = Relation::Equal;
@@ -72,8 +68,9 @@ struct Conditional {
 };
 
 // Cuts the text at GOTO or THEN. The first of these words counts that stands apart from letters and figures,
-// or else the first that is found at all; a text without them may have ALORS for THEN. What follows an apostrophe is no such word, but belongs to a
-// command that keeps apostrophes. A text without such a word is a fault.
+// or else the first that is found at all; a text without them may have ALORS for THEN. What follows an
+// apostrophe is no such word, but belongs to a command that keeps apostrophes. A text without such a word is
+// a fault.
 Conditional SplitConditional(std::string_view text);
 
 }  // namespace vaxel

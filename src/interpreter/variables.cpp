@@ -45,7 +45,8 @@ bool IsSign(char c) {
 // great many references. Which of the marks there does end it, where one overlaps another, is told by the few
 // characters after it.
 std::string_view NameAt(std::string_view text, const Separators& separators, bool endsAtSigns) {
-  const std::array<std::string_view, 6> all = {"°", "\u00A0", "\u202F", separators.First, separators.Second, "%%"};
+  const std::array<std::string_view, 6> all = {"°", "\u00A0", "\u202F", separators.First, separators.Second,
+                                               "%%"};
   const std::span marks(all.data(), all.size() - (endsAtSigns ? 0 : 1));
   std::size_t longest = 0;
   for (const std::string_view mark : marks) longest = std::max(longest, mark.size());
@@ -76,8 +77,8 @@ bool IsWordCharacter(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
-// Adds the numbers of "1 + 2 - 3", or of "+ 2 - 3" to what stands before, to the sum. The result is false when
-// there is anything else.
+// Adds the numbers of "1 + 2 - 3", or of "+ 2 - 3" to what stands before, to the sum. The result is false
+// when there is anything else.
 bool AddTerms(std::string_view text, bool hasBegun, double& sum) {
   const auto skip = [&](std::string_view signs) {
     bool isNegative = false;
@@ -224,7 +225,7 @@ const std::string* VariableTable::Find(std::string_view name) const {
 void VariableTable::Set(std::string_view name, std::string_view value) {
   const std::size_t slot = SlotFor(name);
   std::string& text = texts_[slot];
-  const bool isLonger = (areSums_ & Bit(slot)) != 0 && value.starts_with(text);
+  const bool isLonger = (areSums_ & ~areUnwritten_ & Bit(slot)) != 0 && value.starts_with(text);
   sums_[slot].Length = isLonger ? text.size() : 0;
   // A text that was long once shall not keep its memory.
   constexpr std::size_t muchMemory = 1'000'000;
@@ -285,6 +286,7 @@ const std::string& VariableTable::VarValues(std::size_t slot) const {
   if ((areUnwritten_ & Bit(slot)) != 0) {
     texts_[slot] = NumberText(numbers_[slot]);
     areUnwritten_ &= ~Bit(slot);
+    areSums_ &= ~Bit(slot);
   }
   return texts_[slot];
 }

@@ -48,7 +48,6 @@ class VariableTable {
     numbers_[slot] = isExact ? value + 0.0 : AsWritten(value);
     areNumbers_ |= Bit(slot);
     areUnwritten_ |= Bit(slot);
-    areSums_ &= ~Bit(slot);
   }
 
   // A bit for each of several slots.
@@ -58,8 +57,8 @@ class VariableTable {
   bool HoldNumbers(Slots slots) const { return (slots & ~areNumbers_) == 0 || ReadNumbers(slots); }
   // The value of a slot that holds a number.
   double NumberAt(std::size_t slot) const { return numbers_[slot]; }
-  // Whether the value is a sum of plain numbers, and what that comes to. A sum that grows at its end, as that
-  // of "%I = %I + 1", is not read anew from its beginning.
+  // Whether the value of a slot that holds no number is a sum of plain numbers, and what that comes to. A sum
+  // that grows at its end, as that of "%I = %I + 1", is not read anew from its beginning.
   bool HoldsSum(std::size_t slot) const {
     return (areSums_ & Bit(slot)) != 0 || ((areNoSums_ & Bit(slot)) == 0 && ReadSum(slot));
   }
@@ -110,7 +109,8 @@ class SystemVariables {
 // The reference at the start of the text, which begins with "%":
 //   %%      a percent sign
 //   %{Name} a name between braces
-//   %Name   a name up to the first blank, "=", "°", "+", "-", "*", "/", "^", ")", "<", ">" or separator, or to
+//   %Name   a name up to the first blank, "=", "°", "+", "-", "*", "/", "^", ")", "<", ">" or separator, or
+//   to
 //           "%%" unless a variable has the longer name
 std::string_view ReferenceAt(std::string_view text, const VariableTable& variables,
                              const Separators& separators);
