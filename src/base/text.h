@@ -1,4 +1,5 @@
-// Small operations on UTF-8 text. A blank is U+0020 or one of the blanks that do not break, U+00A0 and U+202F.
+// Small operations on UTF-8 text. A blank is U+0020 or one of the blanks that do not break, U+00A0 and
+// U+202F.
 #pragma once
 
 #include <cstddef>

@@ -123,8 +123,9 @@ std::optional<LabelLine> ReadLabelLine(std::string_view line, const CommandSet& 
   }
   const bool isGlued = !behind.empty() && BlankLength(behind) == 0;
   if (isGlued && commands.Find(Trim(name))) return std::nullopt;
-  for (const std::string_view mark : {std::string_view(","), std::string_view("§"),
-                                      std::string_view(separators.First), std::string_view(separators.Second)}) {
+  for (const std::string_view mark :
+       {std::string_view(","), std::string_view("§"), std::string_view(separators.First),
+        std::string_view(separators.Second)}) {
     if (name.find(mark) != std::string_view::npos) return std::nullopt;
   }
   return LabelLine{name, Trim(behind), equals == std::string_view::npos};

@@ -134,7 +134,8 @@ std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) 
   return Label{*position, static_cast<std::uint32_t>(number)};
 }
 
-// The line of the label that jumps do not know, as it stands behind the letters "stop"; 0 where there is none.
+// The line of the label that jumps do not know, as it stands behind the letters "stop"; 0 where there is
+// none.
 std::uint32_t LineBehindStop(const RunContext& run, std::string_view name) {
   const ScriptLevel& level = run.Level();
   if (level.Labels.StopLine() == 0) return 0;

@@ -55,7 +55,8 @@ std::string RunContext::Substitute(std::string_view text) const {
 
 std::string RunContext::SettableName(std::string_view written) const {
   std::string name = NameOf(written);
-  if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(written, 60));
+  if (!IsVariableName(name, Separators))
+    throw ScriptFault(FaultReason::BadVariableName, Shorten(written, 60));
   if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, name);
   return name;
 }

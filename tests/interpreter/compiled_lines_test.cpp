@@ -81,8 +81,9 @@ class ScriptWriter {
   }
   std::string Operand() {
     if (Below(2) == 0) return OneOf({"%I", "%A", "%B", "%C", "2", "0.1"});
-    return OneOf({"%I", "%A", "%B", "%C", "2", "0.1", "-3", "1E3", "(%A+1)", "-%B", "SIN(%A)", "RND2(%B/3)",
-                  "NBP(%C)", "%ZOOM", "%Nil", "(2", "%I%A", "ABS(%C)", "%{A}", "%{B}0", "%{zoom}"});
+    return OneOf({"%I",   "%A",     "%B",   "%C",      "2",          "0.1",     "-3",
+                  "1E3",  "(%A+1)", "-%B",  "SIN(%A)", "RND2(%B/3)", "NBP(%C)", "%ZOOM",
+                  "%Nil", "(2",     "%I%A", "ABS(%C)", "%{A}",       "%{B}0",   "%{zoom}"});
   }
   std::string Term() {
     std::string term = Operand();

@@ -69,8 +69,8 @@ TEST(Run, AStraightScriptCanBeEnded) {
   EXPECT_LT(run.List.Size(), 400U);
 }
 
-// Ten characters, doubled twenty times, in one variable after another; those of an included script count while it
-// runs.
+// Ten characters, doubled twenty times, in one variable after another; those of an included script count
+// while it runs.
 TEST(Run, VariablesTakeNoMoreThanTheirRoom) {
   std::string script = "%A = 0123456789\nFichier = inc.dat\nFichier = inc.dat\n";
   std::string grown;
