@@ -41,7 +41,7 @@ std::int16_t DefaultPatchs(bool isNt) {
 std::optional<std::string_view> ValueOf(std::string_view line, std::string_view key) {
   const std::size_t at = line.find(key);
   if (at == std::string_view::npos) return std::nullopt;
-  return Trim(line.substr(at + key.size()));
+  return TrimText(line.substr(at + key.size()));
 }
 
 // Sets the index and base of the language with this name; an unknown name changes nothing.
@@ -58,7 +58,7 @@ void ReadOwnKey(Configuration& settings, std::string_view line, std::string_view
   const std::size_t length = upper.find(" =");
   if (length > MaxOwnNameBytes) return;  // or there is none
   settings.OwnKeys.insert_or_assign(std::string(upper.substr(0, length)),
-                                    std::string(Trim(line.substr(length + 2))));
+                                    std::string(TrimText(line.substr(length + 2))));
 }
 
 // All keys are looked for, anywhere in the line: existing files rely on that.
@@ -72,7 +72,7 @@ void ReadLine(Configuration& settings, std::string_view line, const std::vector<
     ChooseLanguage(*value, upperNames, settings.HelpLangIndex, settings.HelpLangBase);
   constexpr std::string_view scriptKey = "FICHIERDAT =";
   const std::size_t script = upper.find(scriptKey);
-  if (script != std::string::npos) settings.CurrentFile = Trim(line.substr(script + scriptKey.size()));
+  if (script != std::string::npos) settings.CurrentFile = TrimText(line.substr(script + scriptKey.size()));
   if (const auto value = ValueOf(upper, "DOUBLECLIC =")) settings.DoubleClick = *value == "OUI";
   if (const auto value = ValueOf(upper, "ZMM =")) {
     const double zmm = LeadingNumber(*value);

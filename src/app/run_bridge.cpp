@@ -9,6 +9,7 @@
 #include "app/script_file.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "interpreter/line_reader.h"
 
 namespace vaxel {
 namespace {
@@ -189,7 +190,7 @@ std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std:
 
 std::string WithComment(std::string_view line, std::string_view comment) {
   // Nothing may follow the mark of a continuation.
-  if (line.ends_with(" _")) return std::string(line);
+  if (IsContinued(line)) return std::string(line);
   const std::size_t apostrophe = line.rfind('\'');
   std::string_view kept = line;
   // The user's own comments stay, also when they are numbers.

@@ -8,6 +8,7 @@
 #include "interpreter/comparison.h"
 #include "interpreter/line_reader.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/variables.h"
 
 namespace vaxel {
 namespace {
@@ -73,8 +74,7 @@ void PaintCommand(std::string_view command, Painter& painter) {
   if (IsBlankOrComment(command)) return painter.Paint(TrimLeft(command), CommentInk);
   const CommandLine parts = SplitCommand(command, AllCommands());
   const CommandRow* const row = AllCommands().Find(parts.Keyword);
-  const bool isLabel = !row && (parts.Keyword.ends_with(':') || IsLabelLine(command));
-  if (isLabel) {
+  if (ReadLabelLine(command, AllCommands(), {})) {
     painter.Paint(WithoutComment(command), LabelInk);
     return PaintComment(command, painter);
   }

@@ -31,6 +31,8 @@ bool IsContinuation(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
+constexpr std::string_view NoBreakSpace = "\u00A0", NarrowNoBreakSpace = "\u202F";
+
 // Up to this many digits a number is an exact integer, and up to this power of ten an exact double: their
 // quotient is then the nearest double, and no table is needed.
 constexpr int ExactDigits = 15;
@@ -40,14 +42,49 @@ constexpr std::array<double, 16> ExactPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,
 }  // namespace
 
 std::string_view TrimLeft(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+  while (const std::size_t length = BlankLength(text)) text.remove_prefix(length);
+  return text;
 }
 
 std::string_view Trim(std::string_view text) {
+  text = TrimLeft(text);
+  for (;;) {
+    if (text.ends_with(' ')) {
+      text.remove_suffix(1);
+    } else if (text.empty() || !IsContinuation(text.back())) {
+      return text;
+    } else if (text.ends_with(NoBreakSpace)) {
+      text.remove_suffix(NoBreakSpace.size());
+    } else if (text.ends_with(NarrowNoBreakSpace)) {
+      text.remove_suffix(NarrowNoBreakSpace.size());
+    } else {
+      return text;
+    }
+  }
+}
+
+std::string_view TrimText(std::string_view text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
   return text;
+}
+
+std::size_t FindBlank(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (BlankLength(text.substr(i)) > 0) return i;
+  }
+  return std::string_view::npos;
+}
+
+std::string WithPlainBlanks(std::string_view text) {
+  std::string plain;
+  plain.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = BlankLength(text);
+    plain += length > 0 ? ' ' : text.front();
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return plain;
 }
 
 std::string UpperCase(std::string_view text) {

@@ -1,4 +1,5 @@
-// Small operations on UTF-8 text. A blank is the character U+0020 alone.
+// Small operations on UTF-8 text. A blank is U+0020 or one of the blanks that do not break, U+00A0 and
+// U+202F.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +10,20 @@ namespace vaxel {
 
 std::string_view TrimLeft(std::string_view text);
 std::string_view Trim(std::string_view text);
+// The same for a text that is kept or drawn: what does not break is a part of it.
+std::string_view TrimText(std::string_view text);
+// How many bytes the blank at the start of the text takes; 0 when there is none.
+inline std::size_t BlankLength(std::string_view text) {
+  if (text.empty()) return 0;
+  // Most texts need no second look.
+  if (static_cast<unsigned char>(text.front()) < 0xC2) return text.front() == ' ' ? 1 : 0;
+  if (text.starts_with("\u00A0")) return 2;
+  return text.starts_with("\u202F") ? 3 : 0;
+}
+// The place of the first blank; npos when there is none.
+std::size_t FindBlank(std::string_view text);
+// The text with every blank as U+0020.
+std::string WithPlainBlanks(std::string_view text);
 
 // The upper-case form of the Latin, Greek and Cyrillic letters; everything else stays as it stands. The
 // result has as many bytes as the text.

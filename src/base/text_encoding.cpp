@@ -140,6 +140,8 @@ EncodedText EncodeText(std::string_view text, TextEncoding wanted) {
 }
 
 std::string NormaliseLineEnds(std::string text) {
+  constexpr char endOfFile = '\x1A';
+  if (text.ends_with(endOfFile)) text.pop_back();
   std::size_t from = text.find('\r');
   if (from == std::string::npos) return text;
   std::size_t to = from;

@@ -30,7 +30,8 @@ struct EncodedText {
 // The bytes that decode to this text: in the wanted encoding or, when they would not, in UTF-8 with a mark.
 EncodedText EncodeText(std::string_view text, TextEncoding wanted);
 
-// Every line end (CR LF, LF or CR) as one LF.
+// Every line end (CR LF, LF or CR) as one LF. The character 0x1A that old programs end a file with is
+// dropped.
 std::string NormaliseLineEnds(std::string text);
 
 }  // namespace vaxel

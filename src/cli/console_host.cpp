@@ -84,7 +84,10 @@ bool ConsoleHost::Confirm(BoxKind kind, std::string_view fileName, std::uint32_t
 
 Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
                         std::string_view proposal) {
-  if (asked_ < answers_.size()) return {Answer::Kind::Given, answers_[asked_++]};
+  if (asked_ < answers_.size()) {
+    const bool isPrepared = asked_ < prepared_;
+    return {Answer::Kind::Given, answers_[asked_++], isPrepared};
+  }
   if (isCancelled_) return {Answer::Kind::Cancelled};
   if (!mayAsk_ || !IsTerminal(stdin)) return {Answer::Kind::Unavailable};
   Print(fileName, lineNumber,

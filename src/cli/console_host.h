@@ -25,6 +25,7 @@ class ConsoleHost : public RunHost {
         texts_(texts),
         scriptName_(std::move(scriptName)),
         answers_(options.Answers),
+        prepared_(options.Answers.size()),
         goesOnWithoutDepth_(options.GoOnAtDepth),
         mayAsk_(options.Script != "-"),
         isStrict_(options.Strict) {}
@@ -67,6 +68,7 @@ class ConsoleHost : public RunHost {
   std::set<std::string> filesRead_;
   std::set<std::string> notices_, noticeTexts_;  // with their places, and without
   std::vector<std::string> answers_;             // those typed so far are added
+  std::size_t prepared_;                         // of them come from the options
   std::size_t asked_ = 0;                        // in this run
   bool isCancelled_ = false;                     // the question after these answers
   bool goesOnWithoutDepth_;

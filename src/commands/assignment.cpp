@@ -10,23 +10,27 @@
 
 namespace vaxel {
 
+double AssignedNumber(RunContext& run, std::string_view expression) {
+  const std::string replaced = run.Substitute(expression);
+  const std::string_view text = Trim(replaced);
+  // Data that carries more than a number, "12 mm", is worth what it begins with, and a slip looks like it.
+  const Evaluation value = Evaluate(text, run.Separators.First);
+  if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
+  if (!value.Complete) {
+    run.Notice(HasDecimalComma(text) ? TextId::ValueHasComma : TextId::ValueIsNoExpression, Shorten(text, 60),
+               NumberText(value.Value));
+  }
+  return value.Value;
+}
+
 void Assign(RunContext& run, std::string_view name, std::string_view text) {
   if (text.starts_with('=')) {
-    const std::string expression = run.Substitute(text.substr(1));
-    // Data that carries more than a number, "12 mm", is worth what it begins with, and a slip looks like it.
-    const Evaluation value = Evaluate(expression, run.Separators.First);
-    if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
-    run.RequireSettable(name);
-    if (!value.Complete) {
-      const bool hasComma = HasDecimalComma(Trim(expression));
-      run.Notice(hasComma ? TextId::ValueHasComma : TextId::ValueIsNoExpression,
-                 Shorten(Trim(expression), 60), NumberText(value.Value));
-    }
-    run.Level().Variables.SetNumber(name, value.Value);
+    const double value = AssignedNumber(run, text.substr(1));
+    run.Level().Variables.SetNumber(run.SettableName(name), value);
   } else if (text.starts_with('<')) {
-    run.SetVariable(name, Trim(text.substr(1)));
+    run.SetVariable(name, TrimText(text.substr(1)));
   } else {
-    run.SetVariable(name, Trim(run.Substitute(text)));
+    run.SetVariable(name, TrimText(run.Substitute(text)));
   }
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/number_text.h"
 #include "base/text.h"
 #include "commands/assignment.h"
 #include "commands/file_notation.h"
@@ -15,6 +16,8 @@
 #include "interpreter/comparison.h"
 #include "interpreter/compiled_line.h"
 #include "interpreter/data_fields.h"
+#include "interpreter/evaluator.h"
+#include "interpreter/line_reader.h"
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 
@@ -43,9 +46,8 @@ class CompiledConditional : public CompiledCommand {
     HandleEvents(run);
     if (!isSplit_) Split(run);
     const VariableTable& variables = run.Level().Variables;
-    const bool isTrue = comparison_.IsReady(variables)
-                            ? comparison_.Holds(variables)
-                            : IsTrue(run, run.Substitute(conditional_.Condition), comparesTexts_);
+    const std::optional<bool> known = comparison_.Result(variables);
+    const bool isTrue = known ? *known : IsTrue(run, run.Substitute(conditional_.Condition), comparesTexts_);
     if (!isTrue) return;
     if (jump_) {
       jump_->Take(run);
@@ -62,6 +64,8 @@ class CompiledConditional : public CompiledCommand {
     conditional_ = SplitConditional(text_);
     isSplit_ = true;
     if (!conditional_.Jumps) {
+      // Who writes this expects a block of lines, also where the condition does not hold.
+      if (IsBlankOrComment(conditional_.Rest)) throw ScriptFault(FaultReason::MissingCommand);
       behind_.emplace(conditional_.Rest);
     } else if (conditional_.Rest.find('%') == std::string_view::npos) {
       jump_.emplace(conditional_.Rest);
@@ -88,7 +92,7 @@ bool IsActive(const RunContext& run, std::string_view fileName) {
 // One level more than there may be: the user chooses between the end of the run and going on without it.
 void RefuseInclusion(RunContext& run, const std::string& fileName) {
   const ScriptLevel& level = run.Level();
-  const bool isSelf = IsActive(run, run.Host.FullFileName(fileName));
+  const bool isSelf = !fileName.empty() && IsActive(run, run.Host.FullFileName(fileName));
   const TextId text = isSelf ? TextId::DepthExceededBySelf : TextId::DepthExceeded;
   const std::string message = run.Message(text, std::to_string(RunContext::MaxLevels));
   if (!run.Host.Confirm(BoxKind::IncludeDepth, level.FileName, level.Line.Number, "Vaxel", message)) return;
@@ -109,19 +113,107 @@ std::string Replaced(const RunContext& run, std::string_view text) {
   return IsLiteral(text) ? std::string(text) : run.Substitute(text);
 }
 
-// "%Name=value", or a value for the variable that is named by its place: "%1", "%2", …
-std::pair<std::string, std::string> ReadArgument(const RunContext& run, std::string_view text,
-                                                 std::size_t place) {
-  std::string name = "%" + std::to_string(place);
-  const std::size_t equals = text.find('=');
-  if (Trim(text).starts_with('%') && equals != std::string_view::npos) {
-    name = Trim(text.substr(0, equals));
+bool IsNamedArgument(std::string_view text) {
+  return Trim(text).starts_with('%') && text.find('=') != std::string_view::npos;
+}
+
+// A variable of an included script, and its value.
+struct Argument {
+  std::string Name, Value;
+  bool TakesRest = false;  // all parameters that follow belong to the value
+};
+
+// "%Name" with one of the forms of an assignment, or a value for the variable that is named by its place:
+// "%1", "%2", …
+Argument ReadArgument(RunContext& run, const Parameters& parameters, std::size_t n, std::size_t place) {
+  std::string_view text = parameters.Text(n);
+  Argument argument{"%" + std::to_string(place), {}};
+  if (IsNamedArgument(text)) {
+    const std::size_t equals = text.find('=');
+    argument.Name = run.SettableName(Trim(text.substr(0, equals)));
     text = text.substr(equals + 1);
-    run.RequireSettable(name);
+    if (text.starts_with('=')) {
+      argument.Value = NumberText(AssignedNumber(run, text.substr(1)));
+      return argument;
+    }
+    if (text.starts_with('<')) {
+      argument.Value = TrimText(parameters.Rest(n).substr(equals + 2));
+      argument.TakesRest = true;
+      return argument;
+    }
   }
-  std::string value(Trim(Replaced(run, text)));
-  std::replace(value.begin(), value.end(), ',', '.');
-  return {name, std::move(value)};
+  argument.Value = TrimText(Replaced(run, text));
+  std::replace(argument.Value.begin(), argument.Value.end(), ',', '.');
+  return argument;
+}
+
+void ReadArguments(RunContext& run, const Parameters& parameters, Inclusion& inclusion) {
+  constexpr std::size_t first = 4;
+  std::size_t length = 0;
+  for (std::size_t n = first; n <= parameters.Count(); ++n) {
+    if (Trim(parameters.Text(n)).empty()) continue;
+    Argument argument = ReadArgument(run, parameters, n, n - first + 1);
+    const auto isSame = [&](const auto& known) { return EqualIgnoringCase(known.first, argument.Name); };
+    if (std::any_of(inclusion.Variables.begin(), inclusion.Variables.end(), isSame)) {
+      throw ScriptFault(FaultReason::GivenTwice, Shorten(argument.Name, 60));
+    }
+    length += argument.Value.size();
+    run.RequireRoom(length);
+    inclusion.Variables.emplace_back(std::move(argument.Name), std::move(argument.Value));
+    if (argument.TakesRest) return;
+  }
+}
+
+// The answer to a question about a variable, whose value is proposed; none when the run is to end.
+std::optional<Answer> Ask(RunContext& run, const std::string& prompt, const std::string& name) {
+  const ScriptLevel& level = run.Level();
+  const std::string* const present = level.Variables.Find(name);
+  Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
+  if (answer.How == Answer::Kind::Unavailable) {
+    throw ScriptFault(FaultReason::NoAnswer, Shorten(prompt, ShownLength));
+  }
+  if (answer.How == Answer::Kind::Given) return answer;
+  run.EndAllLevels();
+  return std::nullopt;
+}
+
+// What an answer is worth as an expression. Where that is nothing, or only its beginning is one, the reason
+// says so. An answer that was given beforehand and is worth nothing is a fault: it cannot be asked for again.
+Evaluation ReadAnswer(RunContext& run, const Answer& answer, std::string& reason) {
+  std::string expression;
+  try {
+    expression = run.Substitute(answer.Text);
+  } catch (const ScriptFault& fault) {
+    if (answer.IsPrepared) throw;
+    reason = fault.Description(run.Strings, run.LangBase);
+    return {};
+  }
+  const Evaluation value = Evaluate(expression, run.Separators.First);
+  if (!value.HasValue) {
+    if (answer.IsPrepared) throw ScriptFault(FaultReason::EmptyAnswer);
+    reason = run.Message(TextId::EmptyAnswer);
+  } else if (!value.Complete) {
+    reason = run.Message(TextId::AnswerIsNoExpression, Shorten(answer.Text, ShownLength));
+  }
+  return value;
+}
+
+// Asks until the answer is an expression.
+void AskNumber(RunContext& run, const std::string& prompt, const std::string& name) {
+  for (std::string reason;;) {
+    const auto answer = Ask(run, reason.empty() ? prompt : reason + "\n" + prompt, name);
+    if (!answer) return;
+    reason.clear();
+    const Evaluation value = ReadAnswer(run, *answer, reason);
+    if (reason.empty() || answer->IsPrepared) {
+      if (!value.Complete) {
+        run.Notice(TextId::AnswerWasCut, Shorten(answer->Text, ShownLength), NumberText(value.Value));
+      }
+      run.Level().Variables.SetNumber(name, value.Value);
+      return;
+    }
+    HandleEvents(run);
+  }
 }
 
 // The separator of fields as LVar names it; a TAB and a blank cannot be written as such.
@@ -158,12 +250,17 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
   HandleEvents(run);
   const std::string name(TextOf(Replaced(run, parameters.Text(1))));
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
-  const std::string fileName = RequireFile(run, name, FileUse::Script);
+  const std::string fileName = FindFile(run, name, FileUse::Script);
   if (run.CurrentLevel == RunContext::MaxLevels) {
     RefuseInclusion(run, fileName);
     return;
   }
   Inclusion inclusion{fileName, ReadTextFile(run, fileName, name), {}, {}};
+  for (const std::size_t n : {2U, 3U}) {
+    if (IsNamedArgument(parameters.Text(n))) {
+      throw ScriptFault(FaultReason::MissingPosition, Shorten(parameters.Trimmed(n), ShownLength));
+    }
+  }
   // They stand after an empty parameter, as one variable may hold both coordinates.
   const std::string& separator = run.Separators.First;
   const std::string places = run.Substitute(separator + std::string(parameters.Text(2)) + separator +
@@ -171,11 +268,7 @@ void RunFichier(RunContext& run, const Parameters& parameters) {
   Parameters position;
   position.Assign(places, run.Separators);
   inclusion.Position = ReadPosition(run, position);
-  constexpr std::size_t firstArgument = 4;
-  for (std::size_t n = firstArgument; n <= parameters.Count(); ++n) {
-    if (Trim(parameters.Text(n)).empty()) continue;
-    inclusion.Variables.push_back(ReadArgument(run, parameters.Text(n), n - firstArgument + 1));
-  }
+  ReadArguments(run, parameters, inclusion);
   RunIncluded(run, std::move(inclusion));
 }
 
@@ -186,6 +279,7 @@ void RunOpen(RunContext& run, const Parameters& parameters) {
 }
 
 void RunLVar(RunContext& run, const Parameters& parameters) {
+  if (parameters.IsEmpty(1)) throw ScriptFault(FaultReason::MissingName, "LVar = %L");
   DataFile& data = run.Level().Data;
   if (!data.IsOpen()) throw ScriptFault(FaultReason::NoDataFile);
   const std::string_view line = data.Next();
@@ -201,7 +295,7 @@ void RunLVar(RunContext& run, const Parameters& parameters) {
       isWhole ? std::vector<std::string>{std::string(line)} : SplitFields(line, names.size(), separator);
   if (isWhole) std::replace(fields[0].begin(), fields[0].end(), '\t', ' ');
   fields.resize(names.size());
-  for (std::size_t i = 0; i < names.size(); ++i) run.SetVariable(names[i], Trim(fields[i]));
+  for (std::size_t i = 0; i < names.size(); ++i) run.SetVariable(names[i], TrimText(fields[i]));
 }
 
 void RunInput(RunContext& run, const Parameters& parameters) {
@@ -215,21 +309,12 @@ void RunInput(RunContext& run, const Parameters& parameters) {
   const std::size_t comma = text.rfind(run.Separators.First);
   if (comma == std::string_view::npos) throw ScriptFault(FaultReason::MissingParameter, "2");
   const std::string prompt(TextOf(Replaced(run, text.substr(0, comma))));
-  const std::string_view name = Trim(text.substr(comma + run.Separators.First.size()));
   // Nobody shall be asked in vain.
-  run.RequireSettable(name);
-  const ScriptLevel& level = run.Level();
-  const std::string* const present = level.Variables.Find(name);
-  const Answer answer = run.Host.Ask(level.FileName, level.Line.Number, prompt, present ? *present : "");
-  switch (answer.How) {
-    case Answer::Kind::Given:
-      Assign(run, name, std::string(form) + answer.Text);
-      break;
-    case Answer::Kind::Cancelled:
-      run.EndAllLevels();
-      break;
-    case Answer::Kind::Unavailable:
-      throw ScriptFault(FaultReason::NoAnswer, Shorten(prompt, ShownLength));
+  const std::string name = run.SettableName(Trim(text.substr(comma + run.Separators.First.size())));
+  if (form == "=") {
+    AskNumber(run, prompt, name);
+  } else if (const auto answer = Ask(run, prompt, name)) {
+    Assign(run, name, std::string(form) + answer->Text);
   }
 }
 

@@ -15,11 +15,12 @@ inline constexpr std::size_t ShownLength = 200;
 
 enum class FileUse : std::uint8_t { Data, Script };
 
-// The file that a script names; a script's name may lack its ".dat". It is a fault when there is no such
-// file.
+// The file that a script names; a script's name may lack its ".dat". The result is empty when there is no
+// such file; where that is required it is a fault.
+std::string FindFile(RunContext& run, std::string_view name, FileUse use);
 std::string RequireFile(RunContext& run, std::string_view name, FileUse use);
 
-// The text of a file; name is how the script calls it.
+// The text of a file; name is how the script calls it. A file that was not found is a fault too.
 std::string ReadTextFile(RunContext& run, const std::string& fileName, std::string_view name);
 
 }  // namespace vaxel

@@ -110,8 +110,7 @@ class CompiledPour : public CompiledCommand {
  private:
   void Read(const RunContext& run) {
     const auto parts = SplitOutsideParentheses(text_, run.Separators.First);
-    name_ = parts.front();
-    run.RequireSettable(name_);
+    name_ = run.SettableName(parts.front());
     constexpr std::size_t least = 3, most = 4;
     for (std::size_t n = 2; n <= least; ++n) {
       if (parts.size() < n || parts[n - 1].empty()) {
@@ -123,7 +122,8 @@ class CompiledPour : public CompiledCommand {
     for (std::size_t n = 1; n < count; ++n) bounds_.emplace_back(run, parts[n]);
   }
 
-  std::string_view text_, name_;
+  std::string_view text_;
+  std::string name_;
   std::deque<Bound> bounds_;  // from, to and, when there is one, the step
   LinkedLine after_;
 };

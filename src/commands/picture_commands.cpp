@@ -95,7 +95,7 @@ Point ReadSize(const RunContext& run, const Parameters& parameters, Point natura
 // The place of the lower left corner, seen from the point.
 Point ReadPosition(std::string_view letters, Point size) {
   Point corner;
-  for (char c : UpperCase(letters)) {
+  for (char c : UpperCase(WithPlainBlanks(letters))) {
     if (c == 'C' || c == 'X') corner.X = -size.X / 2;
     if (c == 'C' || c == 'Y') corner.Y = -size.Y / 2;
     if (c == 'D') corner.X = -size.X;

@@ -101,7 +101,10 @@ double ReadLawEnd(const Parameters& parameters, std::size_t n) {
 // "first, last, expression in %V".
 void SetLaw(RunContext& run, std::string_view text) {
   RequireNoLogarithm(run);
-  const std::string replaced = Substitute(text, run.Level().Variables, OutsideLaw(run), run.Separators);
+  LooseSign loose;
+  const std::string replaced =
+      Substitute(text, run.Level().Variables, OutsideLaw(run), run.Separators, loose);
+  if (!loose.Text.empty()) run.Notice(TextId::SignInValue, loose.Text, loose.Variable);
   Parameters parameters;
   parameters.Assign(replaced, run.Separators);
   const double first = ReadLawEnd(parameters, 1), last = ReadLawEnd(parameters, 2);

@@ -130,7 +130,7 @@ void RunPolice(RunContext& run, const Parameters& parameters) {
 }
 
 void RunTailleP(RunContext& run, const Parameters& parameters) {
-  const std::string first = run.Substitute(parameters.Text(1));
+  const std::string first = WithPlainBlanks(run.Substitute(parameters.Text(1)));
   if (!Trim(first).empty()) SetSizeAndStyle(run, first);
   if (parameters.Count() < 2) return;
   const bool literal = IsLiteral(parameters.Text(2));

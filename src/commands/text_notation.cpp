@@ -67,7 +67,7 @@ constexpr std::array<LetterRow, 12> Letters = {
 
 TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators) {
   TextOptions options;
-  std::string compact = UpperCase(text);
+  std::string compact = UpperCase(WithPlainBlanks(text));
   std::erase(compact, ' ');
   bool multiplied = false;
   for (std::string_view rest = compact; !rest.empty();) {

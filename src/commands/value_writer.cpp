@@ -39,7 +39,7 @@ double RoomAlong(const FigureBox& a, const FigureBox& b, Point direction) {
 TextStyle ReadTextStyle(const RunContext& run, Baseline form, std::string_view text) {
   TextStyle style;
   style.Form = form;
-  const std::string upper = UpperCase(Trim(text));
+  const std::string upper = UpperCase(Trim(WithPlainBlanks(text)));
   std::string_view rest = upper;
   // The one function whose name begins like the prefix.
   style.Relative = rest.starts_with('R') && !rest.starts_with("RND");

@@ -54,8 +54,7 @@ class CompiledAssignment : public CompiledCommand {
     }
     const double value = program_.Compute(expression_, variables);
     if (slot_ == VariableTable::MaxVariables) {
-      run.RequireSettable(name_);
-      slot_ = variables.SlotFor(name_);
+      slot_ = variables.SlotFor(run.SettableName(name_));
     }
     variables.SetNumberAt(slot_, value);
   }

@@ -115,7 +115,7 @@ bool BeginsColourParts(std::string_view text) {
 ColourReading ReadColour(std::string_view text, const Separators& separators) {
   text = Trim(text);
   if (text.empty()) return {};
-  const std::string upper = UpperCase(text);
+  const std::string upper = UpperCase(WithPlainBlanks(text));
   std::string_view name = upper;
   name = name.substr(0, name.find(separators.First));
   const std::size_t part = name.find(separators.Second);

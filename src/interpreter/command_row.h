@@ -77,7 +77,8 @@ struct CommandRules {
   VariableUse Variables = VariableUse::Replaced;
   CommandCompiler Compile = nullptr;  // null: the handler runs all lines
   std::string_view Shown{};           // the keyword that users see instead; empty: the row's own
-  bool IsAddition = false;            // the language did not always have it; the manual says which these are
+  // The language did not always have it: the manual says which these are, and "Keyword :" stays a label.
+  bool IsAddition = false;
   BlockEdge Block = BlockEdge::None;
 };
 

@@ -51,12 +51,17 @@ bool IsWordPart(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
+bool EndsInBlank(std::string_view text) {
+  return Trim(text).size() != TrimLeft(text).size();
+}
+
 // The place where the word stands apart from others; npos when there is none.
 std::size_t FindWord(std::string_view upper, std::string_view word) {
   for (std::size_t at = upper.find(word); at != std::string_view::npos; at = upper.find(word, at + 1)) {
     const std::size_t end = at + word.size();
-    const bool begins = at == 0 || !IsWordPart(upper[at - 1]);
-    if (begins && (end == upper.size() || !IsWordPart(upper[end]))) return at;
+    const bool begins = at == 0 || !IsWordPart(upper[at - 1]) || EndsInBlank(upper.substr(0, at));
+    const bool ends = end == upper.size() || !IsWordPart(upper[end]) || BlankLength(upper.substr(end)) > 0;
+    if (begins && ends) return at;
   }
   return std::string_view::npos;
 }
@@ -77,7 +82,7 @@ std::optional<Comparison> SplitComparison(std::string_view condition) {
   const std::string_view sign = condition.substr(first, last + 1 - first);
   for (const RelationRow& row : Relations) {
     if (row.Sign == sign)
-      return Comparison{Trim(condition.substr(0, first)), Trim(condition.substr(last + 1)), row.How};
+      return Comparison{TrimText(condition.substr(0, first)), TrimText(condition.substr(last + 1)), row.How};
   }
   return std::nullopt;
 }
@@ -86,7 +91,7 @@ std::optional<Comparison> SplitComparison(std::string_view condition) {
 
 void CompiledComparison::Compile(std::string_view condition, RunContext& run) {
   const auto comparison = SplitComparison(condition);
-  if (!comparison || comparison->Left.empty() || comparison->Right.empty()) return;
+  if (!comparison || Trim(comparison->Left).empty() || Trim(comparison->Right).empty()) return;
   const ReferenceScope scope{run.Level().Variables, run.Separators};
   const auto add = [&](std::string_view side, Expression& expression) {
     expression = program_.Add(side, run.Separators.First, &scope);
@@ -100,9 +105,20 @@ void CompiledComparison::Compile(std::string_view condition, RunContext& run) {
   isCompiled_ = add(comparison->Left, left_) && add(comparison->Right, right_);
 }
 
+std::optional<bool> CompiledComparison::ResultOfSums(const VariableTable& variables) const {
+  const auto valueOf = [&](const Expression& side) -> std::optional<double> {
+    if (variables.HoldNumbers(side.Variables)) return program_.Compute(side, variables);
+    const auto slot = side.AloneVariable();
+    return slot && variables.HoldsSum(*slot) ? std::optional(variables.SumAt(*slot)) : std::nullopt;
+  };
+  const auto left = valueOf(left_);
+  const auto right = left ? valueOf(right_) : std::nullopt;
+  return right ? std::optional(Holds(how_, *left, *right)) : std::nullopt;
+}
+
 bool IsTrue(RunContext& run, std::string_view condition, bool asText) {
-  condition = Trim(condition);
-  if (condition.empty()) return false;
+  if (Trim(condition).empty()) return false;
+  condition = TrimText(condition);
   const auto comparison = SplitComparison(condition);
   if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
   if (asText) return Holds(comparison->How, comparison->Left, comparison->Right);
@@ -111,10 +127,10 @@ bool IsTrue(RunContext& run, std::string_view condition, bool asText) {
 }
 
 Conditional SplitConditional(std::string_view text) {
-  constexpr std::string_view jump = "GOTO", command = "THEN";
+  constexpr std::string_view jump = "GOTO", command = "THEN", frenchCommand = "ALORS";
   const std::string upper = UpperCase(WithoutComment(text));
-  const auto split = [&](std::size_t at, bool jumps) {
-    const std::string_view rest = text.substr(at + jump.size());
+  const auto split = [&](std::size_t at, bool jumps, std::string_view word = "GOTO") {
+    const std::string_view rest = text.substr(at + word.size());
     return Conditional{Trim(text.substr(0, at)), jumps, Trim(jumps ? WithoutComment(rest) : rest)};
   };
   const std::size_t jumpWord = FindWord(upper, jump), commandWord = FindWord(upper, command);
@@ -131,6 +147,9 @@ Conditional SplitConditional(std::string_view text) {
   const std::size_t jumpAt = upper.find(jump), commandAt = upper.find(command);
   if (jumpAt != std::string_view::npos) return split(jumpAt, true);
   if (commandAt != std::string_view::npos) return split(commandAt, false);
+  const std::size_t apart = FindWord(upper, frenchCommand);
+  const std::size_t french = apart != std::string_view::npos ? apart : upper.find(frenchCommand);
+  if (french != std::string_view::npos) return split(french, false, frenchCommand);
   throw ScriptFault(FaultReason::MissingThen);
 }
 

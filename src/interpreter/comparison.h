@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "interpreter/program.h"
@@ -36,19 +37,20 @@ bool Holds(Relation how, const Value& left, const Value& right) {
 // A comparison of numbers whose sides were read once.
 class CompiledComparison {
  public:
-  // It is never ready where the condition cannot be told from its text as it stands. A side that is no
+  // It has no result where the condition cannot be told from its text as it stands. A side that is no
   // expression is noticed.
   void Compile(std::string_view condition, RunContext& run);
-  // Whether all variables hold numbers, so that it gives what IsTrue does.
-  bool IsReady(const VariableTable& variables) const {
-    return isCompiled_ && variables.HoldNumbers(left_.Variables | right_.Variables);
-  }
-  bool Holds(const VariableTable& variables) const {
+  // What IsTrue gives, as long as all variables hold numbers, or sums where one stands alone; else none.
+  std::optional<bool> Result(const VariableTable& variables) const {
+    if (!isCompiled_) return std::nullopt;
+    if (!variables.HoldNumbers(left_.Variables | right_.Variables)) return ResultOfSums(variables);
     const double left = program_.Compute(left_, variables);
-    return vaxel::Holds(how_, left, program_.Compute(right_, variables));
+    return Holds(how_, left, program_.Compute(right_, variables));
   }
 
  private:
+  std::optional<bool> ResultOfSums(const VariableTable& variables) const;
+
   bool isCompiled_ = false;
   Relation how_ = Relation::Equal;
   Program program_;
@@ -67,8 +69,9 @@ struct Conditional {
 };
 
 // Cuts the text at GOTO or THEN. The first of these words counts that stands apart from letters and figures,
-// or else the first that is found at all. What follows an apostrophe is no such word, but belongs to a
-// command that keeps apostrophes. A text without such a word is a fault.
+// or else the first that is found at all; a text without them may have ALORS for THEN. What follows an
+// apostrophe is no such word, but belongs to a command that keeps apostrophes. A text without such a word is
+// a fault.
 Conditional SplitConditional(std::string_view text);
 
 }  // namespace vaxel

@@ -11,6 +11,7 @@
 #include "interpreter/replacement.h"
 #include "interpreter/run_context.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/system_variables.h"
 
 namespace vaxel {
 namespace {
@@ -25,14 +26,14 @@ bool IsVariableLine(std::string_view line) {
 // A line that is nothing but a reference to a variable is the command line that the variable holds, as it
 // stands: which references in it are replaced is for the command to say. The line is empty when there is
 // nothing to run.
-std::string_view ResolveVariableLine(const ScriptLevel& level, std::string_view line,
-                                     const Separators& separators) {
+std::string_view ResolveVariableLine(const RunContext& run, std::string_view line) {
+  const ScriptLevel& level = run.Level();
   constexpr int maxDepth = 100;
   for (int depth = 0; IsVariableLine(line); ++depth) {
-    const std::string_view name = ReferenceName(line, separators);
-    const std::string* value = level.Variables.Find(name);
-    if (!value) throw ScriptFault(FaultReason::UnknownVariable, Shorten(name, 60));
-    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(name, 60));
+    const std::string_view reference = ReferenceAt(line, level.Variables, run.Separators);
+    const std::string* value = level.Variables.Find(NameOf(reference));
+    if (!value) FailReference(reference, level.Variables, RunVariables(run));
+    if (depth == maxDepth) throw ScriptFault(FaultReason::CircularVariable, Shorten(reference, ShownLength));
     line = Trim(*value);
     if (IsBlankOrComment(line)) return {};
   }
@@ -45,7 +46,7 @@ class VariableLine : public CompiledCommand {
   explicit VariableLine(std::string_view line) : line_(line) {}
 
   void Run(RunContext& run) override {
-    const std::string_view held = ResolveVariableLine(run.Level(), line_, run.Separators);
+    const std::string_view held = ResolveVariableLine(run, line_);
     if (held.empty()) return;
     if (held != held_) {
       // This is a copy: the command may give the variable another value.
@@ -119,10 +120,15 @@ bool Applies(const RunContext& run, Scope scope) {
 }
 
 // The row of the line's command; it is null for a label. An unknown command is a fault.
-const CommandRow* RowOf(const RunContext& run, std::string_view keyword, std::string_view line) {
-  if (const CommandRow* const row = run.Commands.Find(keyword)) return row;
-  if (keyword.ends_with(':') || IsLabelLine(line)) return nullptr;
-  throw UnknownCommandFault(run, keyword, line);
+const CommandRow* RowOf(RunContext& run, std::string_view keyword, std::string_view line) {
+  const CommandRow* const row = run.Commands.Find(keyword);
+  if (row && !row->Rules.IsAddition) return row;
+  if (const auto label = ReadLabelLine(line, run.Commands, run.Separators)) {
+    if (!label->Behind.empty()) run.Notice(TextId::TextBehindLabel, Shorten(label->Behind, ShownLength));
+    return nullptr;
+  }
+  if (!row) throw UnknownCommandFault(run, keyword, line);
+  return row;
 }
 
 }  // namespace
@@ -167,7 +173,7 @@ FollowingCommand::FollowingCommand(std::string_view line) : line_(line) {}
 void FollowingCommand::Run(RunContext& run) {
   if (IsBlankOrComment(line_)) return;
   if (++run.CommandDepth > MaxCommandDepth) {
-    throw ScriptFault(FaultReason::CircularVariable, Shorten(line_, 60));
+    throw ScriptFault(FaultReason::NestedCommands, "THEN " + Shorten(line_, ShownLength));
   }
   if (!isCompiled_) compiled_.Compile(run, line_);
   isCompiled_ = true;

@@ -49,7 +49,7 @@ class ExpressionParser {
   std::size_t MatchingParenthesis(std::size_t open) const;
   char Here() const { return position_ < text_.size() ? text_[position_] : '\0'; }
   void SkipBlanks() {
-    while (Here() == ' ') ++position_;
+    while (const std::size_t length = BlankLength(text_.substr(position_))) position_ += length;
   }
 
   void Push(const Instruction& instruction) {
@@ -200,14 +200,15 @@ bool ExpressionParser::Number() {
 // What follows the name must not become a part of the number that stands for it.
 bool ExpressionParser::Reference() {
   if (!scope_) return false;
-  const std::string_view name = ReferenceName(text_.substr(position_), scope_->Marks);
-  const std::string_view rest = text_.substr(position_ + name.size());
+  const std::string_view reference = ReferenceAt(text_.substr(position_), scope_->Variables, scope_->Marks);
+  const std::string name = NameOf(reference);
+  const std::string_view rest = text_.substr(position_ + reference.size());
   const bool endsThere =
       rest.empty() || std::string_view(" +-*/^)").find(rest.front()) != std::string_view::npos;
   if (name.size() < 2 || !endsThere || IsSystemVariable(name)) return false;
   const std::size_t slot = scope_->Variables.SlotOf(name);
   if (slot == VariableTable::MaxVariables) return false;
-  position_ += name.size();
+  position_ += reference.size();
   variables_ |= VariableTable::Bit(slot);
   Push({0, Code::Variable, Operator::None, static_cast<std::uint8_t>(slot)});
   return true;

@@ -114,6 +114,14 @@ ScriptFault UnknownCommandFault(const RunContext& run, std::string_view keyword,
   }
   if (Holds(Loops, word)) return because(FaultReason::LoopIsPour, word);
   if (Holds(Branches, word)) return because(FaultReason::BranchIsJump, word);
+  // "Cercle: 0, 0, 1" and "Cercle:0" have another sign for the "=".
+  const std::size_t colon = keyword.find(':');
+  if (colon != std::string_view::npos) {
+    keyword = Trim(keyword.substr(0, colon));
+    if (const CommandRow* const row = run.Commands.Find(keyword)) {
+      return because(FaultReason::DidYouMean, std::string(row->Spelling()) + " =");
+    }
+  }
   std::string_view suggestion = InsteadOf(Commands, keyword);
   if (suggestion.empty()) suggestion = InsteadOf(Commands, FirstWord(keyword));
   if (suggestion.empty()) suggestion = run.Commands.Suggest(keyword);

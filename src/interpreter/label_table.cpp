@@ -1,5 +1,7 @@
 #include "interpreter/label_table.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "interpreter/script_fault.h"
 
@@ -15,22 +17,43 @@ bool HoldsStop(std::string_view line) {
   return false;
 }
 
+// Blanks of all kinds are the same in a name.
+std::string KeyOf(std::string_view name) {
+  return UpperCase(WithPlainBlanks(name));
+}
+
 }  // namespace
 
-void LabelTable::Collect(LineReader& reader, LogicalLine& line) {
+void LabelTable::Collect(LineReader& reader, LogicalLine& line, const CommandSet& commands,
+                         const Separators& separators) {
   labels_.clear();
+  stopLine_ = 0;
   while (reader.Next(line) == LineReader::Result::Line) {
-    if (IsLabelLine(line.Text)) {
-      const std::string_view name = line.Text.substr(0, line.Text.find(':'));
-      const bool isNew = labels_.try_emplace(UpperCase(name), Label{reader.LineStart, line.Number}).second;
-      if (!isNew) throw ScriptFault(FaultReason::DuplicateLabel, Shorten(name, 60));
+    const auto label = ReadLabelLine(line.Text, commands, separators);
+    if (label && label->IsTarget) {
+      const auto [known, isNew] =
+          labels_.try_emplace(KeyOf(label->Name), Label{reader.LineStart, line.Number});
+      if (!isNew) {
+        throw ScriptFault(FaultReason::DuplicateLabel, Shorten(label->Name, 60),
+                          std::to_string(known->second.LineNumber), std::to_string(line.Number));
+      }
     }
-    if (HoldsStop(line.Text)) break;
+    if (!HoldsStop(line.Text)) continue;
+    stopLine_ = line.Number;
+    behindStop_ = {reader.ReadPos, reader.NextNumber()};
+    return;
   }
 }
 
 const Label* LabelTable::Find(std::string_view name) const {
-  const auto found = labels_.find(UpperCase(name));
+  const auto found = labels_.find(KeyOf(name));
+  return found == labels_.end() ? nullptr : &found->second;
+}
+
+const Label* LabelTable::FindWithBlanks(std::string_view name) const {
+  const std::string key = KeyOf(name);
+  const auto found = std::find_if(labels_.begin(), labels_.end(),
+                                  [&](const auto& label) { return Trim(label.first) == key; });
   return found == labels_.end() ? nullptr : &found->second;
 }
 

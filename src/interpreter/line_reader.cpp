@@ -4,11 +4,22 @@
 
 #include "base/text.h"
 #include "interpreter/command_row.h"
+#include "interpreter/variables.h"
 
 namespace vaxel {
 namespace {
 
-constexpr std::string_view ContinuationMark = " _";
+// The length of the mark at the end of a line that goes on in the next one, a blank and "_"; else 0.
+std::size_t ContinuationLength(std::string_view line) {
+  if (!line.ends_with('_')) return 0;
+  const std::string_view before = line.substr(0, line.size() - 1);
+  for (const std::size_t length : {1U, 2U, 3U}) {
+    if (before.size() >= length && BlankLength(before.substr(before.size() - length)) == length) {
+      return length + 1;
+    }
+  }
+  return 0;
+}
 
 // Conditions are known by the two letters that their keywords begin with.
 bool BeginsCondition(std::string_view line, const CommandSet& commands) {
@@ -39,21 +50,21 @@ LineReader::Result LineReader::TakeLogicalLine(LogicalLine& line) {
   line.Number = nextNumber_;
   LineStart = ReadPos;
   std::string_view physical = TakePhysicalLine();
-  isJoined_ = hasTabs_ || physical.ends_with(ContinuationMark);
+  isJoined_ = hasTabs_ || IsContinued(physical);
   if (!isJoined_) {
     line.Text = TrimLeft(physical);
     return Result::Line;
   }
   assembled_ = physical;
   std::replace(assembled_.begin(), assembled_.end(), '\t', ' ');
-  assembled_.erase(0, std::min(assembled_.size(), assembled_.find_first_not_of(' ')));
+  assembled_.erase(0, assembled_.size() - TrimLeft(assembled_).size());
   Result result = Result::Line;
-  while (assembled_.ends_with(ContinuationMark)) {
+  while (const std::size_t mark = ContinuationLength(assembled_)) {
     if (ReadPos >= text_.size()) {
       result = Result::Unfinished;
       break;
     }
-    assembled_.resize(assembled_.size() - ContinuationMark.size());
+    assembled_.resize(assembled_.size() - mark);
     assembled_ += TakePhysicalLine();
   }
   std::replace(assembled_.begin(), assembled_.end(), '\t', ' ');
@@ -72,8 +83,12 @@ LineReader::Result LineReader::Next(LogicalLine& line) {
 }
 
 bool IsBlankOrComment(std::string_view line) {
-  const std::size_t first = line.find_first_not_of(' ');
-  return first == std::string_view::npos || line[first] == '\'';
+  line = TrimLeft(line);
+  return line.empty() || line.front() == '\'';
+}
+
+bool IsContinued(std::string_view line) {
+  return ContinuationLength(line) > 0;
 }
 
 std::string_view WithoutComment(std::string_view text) {
@@ -82,14 +97,38 @@ std::string_view WithoutComment(std::string_view text) {
 
 CommandLine SplitCommand(std::string_view line, const CommandSet& commands) {
   std::size_t split = WithoutComment(line).find('=');
-  if (split == std::string_view::npos || BeginsCondition(line, commands)) split = line.find(' ');
+  if (split != std::string_view::npos && !BeginsCondition(line, commands)) {
+    return {Trim(line.substr(0, split)), line.substr(split + 1)};
+  }
+  split = FindBlank(line);
   if (split == std::string_view::npos) return {line, {}};
-  return {Trim(line.substr(0, split)), line.substr(split + 1)};
+  return {line.substr(0, split), line.substr(split + BlankLength(line.substr(split)))};
 }
 
-bool IsLabelLine(std::string_view line) {
+std::optional<LabelLine> ReadLabelLine(std::string_view line, const CommandSet& commands,
+                                       const Separators& separators) {
   line = WithoutComment(line);
-  return line.find(':') != std::string_view::npos && line.find('=') == std::string_view::npos;
+  const std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  const std::string_view name = line.substr(0, colon);
+  const std::string_view behind = line.substr(colon + 1);
+  const std::size_t equals = line.find('=');
+  // Behind a "=" a ":" is a part of the parameters, and "a: b = c" has no keyword that could be a label.
+  if (equals < colon || (equals != std::string_view::npos && !Trim(line.substr(0, equals)).ends_with(':'))) {
+    return std::nullopt;
+  }
+  if (const CommandRow* const row = commands.Find(SplitCommand(line, commands).Keyword)) {
+    const bool isLabel = row->Rules.IsAddition && EqualIgnoringCase(Trim(name), row->Keyword);
+    if (!isLabel) return std::nullopt;
+  }
+  const bool isGlued = !behind.empty() && BlankLength(behind) == 0;
+  if (isGlued && commands.Find(Trim(name))) return std::nullopt;
+  for (const std::string_view mark :
+       {std::string_view(","), std::string_view("§"), std::string_view(separators.First),
+        std::string_view(separators.Second)}) {
+    if (name.find(mark) != std::string_view::npos) return std::nullopt;
+  }
+  return LabelLine{name, Trim(behind), equals == std::string_view::npos};
 }
 
 }  // namespace vaxel

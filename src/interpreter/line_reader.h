@@ -3,12 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace vaxel {
 
 class CommandSet;
+struct Separators;
 
 struct LogicalLine {
   // The line with its continuations joined, TABs replaced by blanks and leading blanks removed. It is valid
@@ -55,6 +57,9 @@ class LineReader {
   bool isJoined_ = false;
 };
 
+// Whether the line goes on in the next one.
+bool IsContinued(std::string_view line);
+
 // Whether nothing of the line is to be run: it is empty or a comment.
 bool IsBlankOrComment(std::string_view line);
 
@@ -69,8 +74,17 @@ CommandLine SplitCommand(std::string_view line, const CommandSet& commands);
 // The text before its first apostrophe.
 std::string_view WithoutComment(std::string_view text);
 
-// Whether the line is a label: it has a ":" that no "=" and no apostrophe precedes or, but for a comment,
-// follows.
-bool IsLabelLine(std::string_view line);
+// A line that is passed over, as it has a ":" that no "=" and no apostrophe precedes.
+struct LabelLine {
+  std::string_view Name;    // before the ":", blanks included
+  std::string_view Behind;  // what follows it, without blanks and comment
+  // Whether jumps know it: a "=" behind the ":" makes it a line that is only passed over.
+  bool IsTarget = false;
+};
+
+// The line is none when its keyword is a command, also when that stands directly before a ":" with text glued
+// to it, and when the name holds a comma, a "§" or a separator: that is a command with a slip.
+std::optional<LabelLine> ReadLabelLine(std::string_view line, const CommandSet& commands,
+                                       const Separators& separators);
 
 }  // namespace vaxel

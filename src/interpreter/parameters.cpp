@@ -34,10 +34,10 @@ std::string_view WithoutUnitMark(std::string_view number) {
   return hasMark ? DropLastCharacter(number) : number;
 }
 
-bool EndsInReference(std::string_view text, const Separators& separators) {
+bool EndsInReference(std::string_view text, const ReferenceScope& scope) {
   const std::size_t mark = text.rfind('%');
   return mark != std::string_view::npos &&
-         ReferenceName(text.substr(mark), separators).size() == text.size() - mark;
+         ReferenceAt(text.substr(mark), scope.Variables, scope.Marks).size() == text.size() - mark;
 }
 
 Parameters::Mark MarkAtEnd(std::string_view text) {
@@ -142,7 +142,7 @@ void Parameters::AddReference(std::size_t n, const CommandRow& row, const Refere
   // A reference at the end of the expression brings a number, which has no unit mark to be taken off.
   std::string_view part = Trim(parameter.substr(0, parameter.find(separators_->Second)));
   const bool isWhole = part.size() == parameter.size();
-  const bool endsInNumber = EndsInReference(part, *separators_);
+  const bool endsInNumber = EndsInReference(part, scope);
   if (!isWhole || !endsInNumber) reference.What = MarkAtEnd(parameter);
   // An "R" before the sign can only be the end of a name.
   if (isWhole && reference.What == Mark::Both) reference.What = Mark::Degrees;
@@ -176,6 +176,12 @@ bool Parameters::BindReferences(const RunContext& run) {
       if (reference.Value->Count == 1) {
         Note(reference.N, {program_.Compute(*reference.Value, variables), reference.What});
       }
+      continue;
+    }
+    const auto alone = reference.Value ? reference.Value->AloneVariable() : std::nullopt;
+    if (alone && variables.HoldsSum(*alone)) {
+      reference.IsNumber = true;
+      Note(reference.N, {variables.SumAt(*alone), reference.What});
       continue;
     }
     const std::string& text = Written(reference);
@@ -310,11 +316,12 @@ void FailExpression(std::string_view shown, std::string_view expression) {
 }
 
 bool IsLiteral(std::string_view parameter) {
-  return TrimLeft(parameter).starts_with('=') || parameter.starts_with('<');
+  const std::size_t first = parameter.find_first_not_of(' ');
+  return first != std::string_view::npos && (parameter[first] == '=' || parameter.front() == '<');
 }
 
 std::string_view TextOf(std::string_view parameter) {
-  if (!IsLiteral(parameter)) return Trim(parameter);
+  if (!IsLiteral(parameter)) return TrimText(parameter);
   return parameter.substr(parameter.find_first_not_of(' ') + 1);
 }
 

@@ -1,9 +1,11 @@
 // Expressions that were read once and are computed as often as they are wanted.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -44,6 +46,12 @@ struct Expression {
   bool IsChain = false;  // an operand, and others with which it is combined
   // Whether the whole text was an expression. If not, this is its beginning, 0 when it begins with no number.
   bool IsComplete = true;
+
+  // The slot of the variable that is all of the expression.
+  std::optional<std::size_t> AloneVariable() const {
+    if (Count != 1 || Variables == 0) return std::nullopt;
+    return static_cast<std::size_t>(std::countr_zero(Variables));
+  }
 };
 
 // The variables whose names an expression may hold. What is neither of these variables nor a number is no

@@ -32,7 +32,7 @@ void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   ScriptLines& lines = *level.Lines;
   lines.Begin(level.Text);
-  level.Labels.Collect(lines.Reader, level.Line);
+  level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators);
   lines.Reader.Seek(0, 1);
   level.Loops.Collect(level.Text, run.Commands, level.Line);
   while (ScriptLine* const line = lines.Next()) {
@@ -75,7 +75,7 @@ std::string ValuesIn(const RunContext& run, std::string_view line) {
   std::string values;
   for (std::size_t at = line.find('%', 1); at != std::string_view::npos && names.size() < mostNames;
        at = line.find('%', at + 1)) {
-    const std::string name = UpperCase(ReferenceName(line.substr(at), run.Separators));
+    const std::string name = UpperCase(NameOf(ReferenceAt(line.substr(at), variables, run.Separators)));
     const std::size_t slot = variables.SlotOf(name);
     if (slot == VariableTable::MaxVariables || std::find(names.begin(), names.end(), name) != names.end())
       continue;
@@ -178,7 +178,7 @@ class IncluderState {
   Pen pen_;
 };
 
-// The place of a physical line; there is none beyond the text.
+// The place of a physical line; there is none beyond the text. Behind the last line end stands an empty line.
 std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
   std::size_t position = 0;
   for (double line = 1; line < number; ++line) {
@@ -186,7 +186,7 @@ std::optional<std::size_t> PlaceOfLine(std::string_view text, double number) {
     if (end == std::string_view::npos) return std::nullopt;
     position = end + 1;
   }
-  return position < text.size() && number >= 1 ? std::optional(position) : std::nullopt;
+  return number >= 1 ? std::optional(position) : std::nullopt;
 }
 
 std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) {
@@ -196,6 +196,35 @@ std::optional<Label> PlaceOf(const ScriptLevel& level, std::string_view target) 
   const auto position = number == std::trunc(number) ? PlaceOfLine(level.Text, number) : std::nullopt;
   if (!position) return std::nullopt;
   return Label{*position, static_cast<std::uint32_t>(number)};
+}
+
+// The line of the label that jumps do not know, as it stands behind the letters "stop"; 0 where there is
+// none.
+std::uint32_t LineBehindStop(const RunContext& run, std::string_view name) {
+  const ScriptLevel& level = run.Level();
+  if (level.Labels.StopLine() == 0) return 0;
+  LineReader reader(level.Text);
+  reader.Seek(level.Labels.BehindStop().Position, level.Labels.BehindStop().LineNumber);
+  LogicalLine line;
+  while (reader.Next(line) == LineReader::Result::Line) {
+    const auto label = ReadLabelLine(line.Text, run.Commands, run.Separators);
+    if (label && label->IsTarget && EqualIgnoringCase(label->Name, name)) return line.Number;
+  }
+  return 0;
+}
+
+[[noreturn]] void FailJump(const RunContext& run, std::string_view target) {
+  if (target.empty()) throw ScriptFault(FaultReason::MissingTarget);
+  const LabelTable& labels = run.Level().Labels;
+  const std::string name = Shorten(target, 60);
+  if (const Label* const label = labels.FindWithBlanks(target)) {
+    throw ScriptFault(FaultReason::LabelWithBlank, name, std::to_string(label->LineNumber));
+  }
+  if (const std::uint32_t line = LineBehindStop(run, target)) {
+    throw ScriptFault(FaultReason::LabelBehindStop, name, std::to_string(line),
+                      std::to_string(labels.StopLine()));
+  }
+  throw ScriptFault(FaultReason::UnknownTarget, name);
 }
 
 }  // namespace
@@ -208,7 +237,7 @@ void EndBy(RunSignal signal) {
 bool Jump::Find(RunContext& run) {
   ScriptLevel& level = run.Level();
   const std::optional<Label> place = PlaceOf(level, target_);
-  if (!place) throw ScriptFault(FaultReason::UnknownTarget, Shorten(target_, 60));
+  if (!place) FailJump(run, target_);
   level.Loops.CheckJump(level.Line.Number, place->LineNumber);
   isBack_ = place->LineNumber <= level.Line.Number;
   line_ = level.Lines->GoTo(*place, isBack_);
@@ -234,6 +263,7 @@ void RunIncluded(RunContext& run, Inclusion inclusion) {
   run.Surface.CTX = run.Surface.CTY = 0;
   RunLevel(run);
   --run.CurrentLevel;
+  level.Variables = {};
   includer.PutBack();
 }
 

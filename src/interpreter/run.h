@@ -61,8 +61,9 @@ class Jump {
   // Jumps, and returns whether that was a jump back. It is a fault when there is no such line.
   bool Take(RunContext& run) {
     if (!line_) return Find(run);
-    // A label is passed over.
-    if (line_->Command.IsEmpty() && line_->Next) line_ = line_->Next;
+    // A label is passed over, as long as it is one: its name must not hold a separator.
+    const bool isCurrent = line_->Version == run.SeparatorsVersion;
+    if (isCurrent && line_->Command.IsEmpty() && line_->Next) line_ = line_->Next;
     run.Level().Lines->GoTo(line_);
     return isBack_;
   }

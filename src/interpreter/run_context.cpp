@@ -1,5 +1,7 @@
 #include "interpreter/run_context.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
@@ -10,6 +12,11 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t ShownLength = 60;
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
 
 }  // namespace
 
@@ -50,24 +57,48 @@ void RunContext::WriteComment(std::string_view comment) {
 }
 
 void RunContext::Notice(TextId text, std::string_view value, std::string_view second,
-                        std::string_view third) {
+                        std::string_view third) const {
   const ScriptLevel& level = Level();
   if (!Notices.Add(level.FileName, level.Line.Number, text)) return;
   Host.ShowNotice(level.FileName, level.Line.Number, Strings.Text(LangBase, text, value, second, third));
 }
 
 std::string RunContext::Substitute(std::string_view text) const {
-  return vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators);
+  LooseSign loose;
+  std::string replaced = vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators, loose);
+  if (!loose.Text.empty()) Notice(TextId::SignInValue, loose.Text, loose.Variable);
+  return replaced;
 }
 
-void RunContext::RequireSettable(std::string_view name) const {
-  if (!IsVariableName(name, Separators)) throw ScriptFault(FaultReason::BadVariableName, Shorten(name, 60));
-  if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, std::string(name));
+std::string RunContext::SettableName(std::string_view written) const {
+  std::string name = NameOf(written);
+  if (!IsVariableName(name, Separators))
+    throw ScriptFault(FaultReason::BadVariableName, Shorten(written, 60));
+  if (IsSystemVariable(name)) throw ScriptFault(FaultReason::ReadOnlyVariable, name);
+  return name;
 }
 
 void RunContext::SetVariable(std::string_view name, std::string_view value) {
-  RequireSettable(name);
-  Level().Variables.Set(name, value);
+  const std::string settable = SettableName(name);
+  constexpr std::size_t most = 10'000, surelyMore = 4 * most;
+  if (value.size() > most) {
+    const std::string* const present = Level().Variables.Find(settable);
+    const std::string_view before = present ? std::string_view(*present) : std::string_view();
+    if (before.size() < surelyMore && CharacterCount(before) <= most && CharacterCount(value) > most) {
+      Notice(TextId::LongVariable, settable);
+    }
+    RequireRoom(value.size(), before.size());
+  }
+  Level().Variables.Set(settable, value);
+}
+
+void RunContext::RequireRoom(std::size_t bytes, std::size_t freed) const {
+  constexpr std::size_t most = 256'000'000;
+  // Less than that in each variable is no danger.
+  constexpr std::size_t little = most / (MaxLevels * VariableTable::MaxVariables);
+  if (bytes <= little) return;
+  for (std::size_t level = 0; level < CurrentLevel; ++level) bytes += Levels[level].Variables.TextLength();
+  if (bytes - freed > most) throw ScriptFault(FaultReason::TooMuchInVariables);
 }
 
 void RunContext::EndLevel(ScriptLevel& level) {

@@ -106,7 +106,7 @@ struct RunContext {
   std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of
-  NoticeTable Notices;                  // given so far
+  mutable NoticeTable Notices;          // given so far
   std::map<std::string, std::shared_ptr<const Picture>> Pictures;  // read so far, by the names of their files
   std::optional<double> NextZoom;  // with which the next zoom view opens, when the script says so
 
@@ -136,14 +136,16 @@ struct RunContext {
   // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is
   // told once a line and run, with the values that it has the first time.
   void Notice(TextId text, std::string_view value = {}, std::string_view second = {},
-              std::string_view third = {});
+              std::string_view third = {}) const;
   // The text with the references to variables of the current level replaced.
   std::string Substitute(std::string_view text) const;
-  // Creates or overwrites a variable of the current level. What is no name of a variable, a system variable
-  // and one variable too many are faults.
+  // Creates or overwrites a variable of the current level, whose name may stand between braces. What is no
+  // name of a variable, a system variable and one variable too many are faults.
   void SetVariable(std::string_view name, std::string_view value);
-  // Throws the first two of these faults.
-  void RequireSettable(std::string_view name) const;
+  // It is a fault when all variables would hold more than 256 MB with so many bytes instead of those freed.
+  void RequireRoom(std::size_t bytes, std::size_t freed = 0) const;
+  // The name without its braces. It throws the first two of these faults.
+  std::string SettableName(std::string_view written) const;
   // The current level, or all of them, end as if their text ended after the line being run.
   void EndLevel() { EndLevel(Level()); }
   void EndAllLevels();

@@ -34,6 +34,7 @@ enum class BoxKind : std::uint8_t {
 struct Answer {
   enum class Kind : std::uint8_t { Given, Cancelled, Unavailable } How = Kind::Given;
   std::string Text{};
+  bool IsPrepared = false;  // it was given before the run: asked again, nobody would mend it
 };
 
 // Everything that a run asks for outside itself. Calls come on the run's own thread.

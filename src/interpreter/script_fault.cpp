@@ -36,19 +36,42 @@ ScriptFault ScriptFault::Arithmetic(FaultReason reason, std::string value) {
 bool ScriptFault::DependsOnValues() const {
   // What is wrong with the line or its variables themselves, or with all that was drawn, has nothing to do
   // with one value.
-  constexpr auto others = std::to_array<FaultReason>(
-      {FaultReason::None, FaultReason::UnknownVariable, FaultReason::TooManyVariables,
-       FaultReason::CircularVariable, FaultReason::ReadOnlyVariable, FaultReason::BadVariableName,
-       FaultReason::DuplicateLabel, FaultReason::UnfinishedLine, FaultReason::TooManyOperations,
-       FaultReason::TextTooLong, FaultReason::TooMuchText, FaultReason::TooManyPictures,
-       FaultReason::OutOfMemory, FaultReason::Unforeseen, FaultReason::TimeUp, FaultReason::NoAnswer,
-       FaultReason::MissingThen, FaultReason::NotAList});
+  constexpr auto others = std::to_array<FaultReason>({FaultReason::None,
+                                                      FaultReason::UnknownVariable,
+                                                      FaultReason::TooManyVariables,
+                                                      FaultReason::CircularVariable,
+                                                      FaultReason::ReadOnlyVariable,
+                                                      FaultReason::BadVariableName,
+                                                      FaultReason::DuplicateLabel,
+                                                      FaultReason::UnfinishedLine,
+                                                      FaultReason::TooManyOperations,
+                                                      FaultReason::TextTooLong,
+                                                      FaultReason::TooMuchText,
+                                                      FaultReason::TooManyPictures,
+                                                      FaultReason::OutOfMemory,
+                                                      FaultReason::Unforeseen,
+                                                      FaultReason::TimeUp,
+                                                      FaultReason::NoAnswer,
+                                                      FaultReason::MissingThen,
+                                                      FaultReason::NotAList,
+                                                      FaultReason::LabelBehindStop,
+                                                      FaultReason::LabelWithBlank,
+                                                      FaultReason::MissingName,
+                                                      FaultReason::LonePercentSign,
+                                                      FaultReason::NameGoesOn,
+                                                      FaultReason::NotPassed,
+                                                      FaultReason::MissingCommand,
+                                                      FaultReason::GivenTwice,
+                                                      FaultReason::NestedCommands,
+                                                      FaultReason::EmptyAnswer,
+                                                      FaultReason::TooMuchInVariables,
+                                                      FaultReason::NoDataFile});
   return kind_ == FaultKind::Line && std::find(others.begin(), others.end(), reason_) == others.end();
 }
 
 std::string ScriptFault::Description(const StringTable& strings, int languageBase) const {
   std::string text;
-  if (reason_ != FaultReason::None) text = strings.Text(languageBase, reason_, value_);
+  if (reason_ != FaultReason::None) text = strings.Text(languageBase, reason_, value_, second_, third_);
   if (arithmetic_)
     text = std::string(strings.Text(languageBase, FaultReason::DivisionByZero)) + " (" + text + ")";
   for (const Hint& hint : hints_) {

@@ -25,9 +25,10 @@ using FaultReason = TextId;
 // do, catches it itself.
 class ScriptFault {
  public:
-  // value fills the reason's "%1".
-  explicit ScriptFault(FaultReason reason, std::string value = {})
-      : reason_(reason), value_(std::move(value)) {}
+  // The values fill the reason's "%1" to "%3".
+  explicit ScriptFault(FaultReason reason, std::string value = {}, std::string second = {},
+                       std::string third = {})
+      : reason_(reason), value_(std::move(value)), second_(std::move(second)), third_(std::move(third)) {}
   ScriptFault(FaultKind kind, FaultReason reason, std::string value)
       : kind_(kind), reason_(reason), value_(std::move(value)) {}
   explicit ScriptFault(const DrawingFault& fault);
@@ -66,7 +67,7 @@ class ScriptFault {
   };
   std::vector<Hint> hints_;
   std::string lineRun_;
-  std::string value_;
+  std::string value_, second_, third_;
 };
 
 // Returns the value; a value that is not finite is the fault that the arithmetic ended in.

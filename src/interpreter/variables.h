@@ -57,20 +57,44 @@ class VariableTable {
   bool HoldNumbers(Slots slots) const { return (slots & ~areNumbers_) == 0 || ReadNumbers(slots); }
   // The value of a slot that holds a number.
   double NumberAt(std::size_t slot) const { return numbers_[slot]; }
+  // Whether the value of a slot that holds no number is a sum of plain numbers, and what that comes to. A sum
+  // that grows at its end, as that of "%I = %I + 1", is not read anew from its beginning.
+  bool HoldsSum(std::size_t slot) const {
+    return (areSums_ & Bit(slot)) != 0 || ((areNoSums_ & Bit(slot)) == 0 && ReadSum(slot));
+  }
+  double SumAt(std::size_t slot) const { return sums_[slot].Value; }
+
+  // How many bytes all texts take.
+  std::size_t TextLength() const;
+
+  // Whether a name has "%%" in it, and how long the longest one is.
+  bool HasSignsInNames() const { return hasSignsInNames_; }
+  std::size_t LongestName() const { return longestName_; }
 
   std::int16_t VarCount = 0;
   std::array<std::string, MaxVariables> VarNames;
   const std::string& VarValues(std::size_t slot) const;
 
  private:
+  // A sum as far as it is read.
+  struct Sum {
+    double Value = 0;
+    std::size_t Length = 0;  // of its text
+  };
+
+  bool ReadSum(std::size_t slot) const;
   bool ReadNumbers(Slots slots) const;
   void ReadNumber(std::size_t slot) const;
 
+  bool hasSignsInNames_ = false;
+  std::size_t longestName_ = 0;
   mutable std::array<std::string, MaxVariables> texts_;
   mutable std::array<double, MaxVariables> numbers_{};
   mutable Slots areNumbers_ = 0;
   mutable Slots areUnread_ = 0;     // texts that nobody has wanted as numbers yet
   mutable Slots areUnwritten_ = 0;  // numbers whose texts nobody has wanted yet
+  mutable std::array<Sum, MaxVariables> sums_{};
+  mutable Slots areSums_ = 0, areNoSums_ = 0;  // texts that were read as sums, and those that are none
 };
 static_assert(VariableTable::MaxVariables <= 32);
 
@@ -82,17 +106,36 @@ class SystemVariables {
   virtual std::optional<std::string> Find(std::string_view name) const = 0;
 };
 
-// The name of the reference at the start of the text, which begins with "%": up to the first blank, "=",
-// "°", "+", "-", "*", "/", "^", ")", "<", ">" or separator.
-std::string_view ReferenceName(std::string_view text, const Separators& separators);
+// The reference at the start of the text, which begins with "%":
+//   %%      a percent sign
+//   %{Name} a name between braces
+//   %Name   a name up to the first blank, "=", "°", "+", "-", "*", "/", "^", ")", "<", ">" or separator, or
+//   to
+//           "%%" unless a variable has the longer name
+std::string_view ReferenceAt(std::string_view text, const VariableTable& variables,
+                             const Separators& separators);
+// The name that a reference is written for: without its braces.
+std::string NameOf(std::string_view reference);
 
 // Whether the text, "%" included, can be the name of a variable as a whole.
 bool IsVariableName(std::string_view text, const Separators& separators);
 
+// A "%" in the value of a variable that letters or digits follow, but no variable's name.
+struct LooseSign {
+  std::string Text;      // the sign and what might be a name; empty: there was none
+  std::string Variable;  // the name of the variable
+};
+
 // The text with every reference replaced by its value, in which references are replaced in turn, save in
 // parameters that begin with the mark of a literal; the value of a system variable is left as it is. A name
-// that is no variable, a value that leads back to itself and a result of more than MaxTextLength are faults.
+// that is no variable is a fault in the text; in a value, which may come from a file of data, its "%" is an
+// ordinary character, and the first such sign is reported. A value that leads back to itself and a result of
+// more than MaxTextLength are faults.
 std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
-                       const Separators& separators);
+                       const Separators& separators, LooseSign& loose);
+
+// The fault of a name that is no variable, with what may be meant instead.
+[[noreturn]] void FailReference(std::string_view reference, const VariableTable& variables,
+                                const SystemVariables& system);
 
 }  // namespace vaxel

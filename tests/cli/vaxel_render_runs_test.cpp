@@ -118,6 +118,23 @@ TEST_F(VaxelRender, AnswersInOrderAndTheSameForEveryTarget) {
   EXPECT_EQ(Run("- < dial.dat").Status, 1);
 }
 
+// Nobody is there to be asked again.
+TEST_F(VaxelRender, TakesOfAnAnswerWhatItBeginsWith) {
+  Write("dial.dat", "Input == Rayon, %R\nTrait = 0, 0, %R, 0\n");
+  const Outcome cut = Run("-o a.list --answer '12 mm' dial.dat");
+  EXPECT_EQ(cut.Status, 0);
+  EXPECT_EQ(cut.Printed,
+            "dial.dat:1: notice: the answer is not an expression, only its beginning counts, 12: 12 mm\n");
+  EXPECT_NE(Read("a.list").find("112.000,100.000"), std::string::npos);
+  const Outcome empty = Run("-o a.list --answer '' dial.dat");
+  EXPECT_EQ(empty.Status, 1);
+  EXPECT_NE(empty.Printed.find("The answer is empty"), std::string::npos) << empty.Printed;
+  // For a text an empty answer is one.
+  Write("text.dat", "Input = Nom, %N\nIFT %N = THEN Trait = 0, 0, 3, 0\n");
+  EXPECT_EQ(Run("-o t.list --answer '' text.dat").Printed, "");
+  EXPECT_NE(Read("t.list").find("103.000,100.000"), std::string::npos);
+}
+
 TEST_F(VaxelRender, AsksOnATerminal) {
   Write("dial.dat", "%B = 7\nInput = Rayon ?, %R\nInput = Autre, %B\nTexte = 0,0,,,%R-%B\nInput = Nom, %N\n");
   const Outcome given = RunOnTerminal(

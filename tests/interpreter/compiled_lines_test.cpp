@@ -18,6 +18,9 @@ constexpr int Passes = 4;
 // Stands in names of labels, for the pass.
 constexpr char PassMark = '@';
 
+// No separator that a script can set has these letters, which are parts of labels.
+constexpr std::string_view PassLetters = "hjkl";
+
 std::string WithPass(std::string text, char pass) {
   for (char& c : text) c = c == PassMark ? pass : c;
   return text;
@@ -81,8 +84,9 @@ class ScriptWriter {
   }
   std::string Operand() {
     if (Below(2) == 0) return OneOf({"%I", "%A", "%B", "%C", "2", "0.1"});
-    return OneOf({"%I", "%A", "%B", "%C", "2", "0.1", "-3", "1E3", "(%A+1)", "-%B", "SIN(%A)", "RND2(%B/3)",
-                  "NBP(%C)", "%ZOOM", "%Nil", "(2", "%I%A", "ABS(%C)"});
+    return OneOf({"%I",   "%A",     "%B",   "%C",      "2",          "0.1",     "-3",
+                  "1E3",  "(%A+1)", "-%B",  "SIN(%A)", "RND2(%B/3)", "NBP(%C)", "%ZOOM",
+                  "%Nil", "(2",     "%I%A", "ABS(%C)", "%{A}",       "%{B}0",   "%{zoom}"});
   }
   std::string Term() {
     std::string term = Operand();
@@ -107,11 +111,12 @@ class ScriptWriter {
       case 4:
         return "Grad1 = " + Term() + ", " + Term();
       case 5:
-        return "%" + OneOf({"A", "B", "C", "D"}) + " =" + OneOf({"= " + Term(), " " + Term(), "< " + Term()});
+        return OneOf({"%A", "%B", "%{C}", "%D"}) + " =" +
+               OneOf({"= " + Term(), " " + Term(), "< " + Term(), " %A + 1", " %B - %I", " %C %%"});
       case 6:
         return "Separateur = " + OneOf({";", ",", "%A", "|, &", ".", "7", ";;", ";, R"});
       case 7:
-        return "Texte = %I, 0, , , " + OneOf({Term(), "of %A, 'x' %C", "=%A 5%"});
+        return "Texte = %I, 0, , , " + OneOf({Term(), "of %A, 'x' %C", "=%A 5%", "%A%% %{B}x"});
       case 8:
         return "Couleur = " + OneOf({"%C", "Rouge", "RVB %I,2,3"});
       case 9:
@@ -176,9 +181,9 @@ TEST(CompiledLines, ComeToTheSameWhenTheyComeAgain) {
     settings.Files = {{"inc.dat", writer.Included()}, {"data.txt", "3\n1, 2\n%I\n' none\nrouge\n"}};
     settings.Answers = {"2", "%I", "1 + 1"};
     std::string straight = prologue;
-    for (int pass = 0; pass < Passes; ++pass) straight += WithPass(body, static_cast<char>('0' + pass));
+    for (int pass = 0; pass < Passes; ++pass) straight += WithPass(body, PassLetters[static_cast<std::size_t>(pass)]);
     const std::string loop =
-        prologue + "Loop:\n" + WithPass(body, '0') + "IF %I < " + std::to_string(Passes) + " GOTO Loop\n";
+        prologue + "Loop:\n" + WithPass(body, PassLetters[0]) + "IF %I < " + std::to_string(Passes) + " GOTO Loop\n";
     const std::string expected = Everything(straight, settings);
     ASSERT_EQ(Everything(loop, settings), expected) << seed << ":\n" << loop;
     completed += expected.find("Erreur") == std::string::npos ? 1U : 0U;

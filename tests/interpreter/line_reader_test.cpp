@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "base/text_encoding.h"
+#include "interpreter/command_row.h"
+#include "interpreter/variables.h"
 
 namespace vaxel {
 namespace {
@@ -46,11 +50,37 @@ TEST(LineReader, JoinsContinuations) {
   EXPECT_EQ(LinesOf("Arc = 1 _\n"), Lines{"!1:Arc = 1 _"});
 }
 
+// Two keywords, of which the second came when there were scripts with such a label.
+class TwoCommands : public CommandSet {
+ public:
+  const CommandRow* Find(std::string_view keyword) const override {
+    for (const CommandRow* row : {&old_, &young_}) {
+      if (EqualIgnoringCase(keyword, row->Keyword)) return row;
+    }
+    return nullptr;
+  }
+  std::string_view Suggest(std::string_view) const override { return {}; }
+
+ private:
+  CommandRow old_{.Keyword = "Arc"};
+  CommandRow young_{.Keyword = "Coche", .Rules = {.IsAddition = true}};
+};
+
 TEST(LineReader, KnowsLabelLines) {
-  for (const char* line : {"Fin:", "Fin : ' end", "a b: c", "Fin: ' x = 3"})
-    EXPECT_TRUE(IsLabelLine(line)) << line;
-  for (const char* line : {"Fin", "Arc = 1:2", "Fin ' a: b", "%A = C:"})
-    EXPECT_FALSE(IsLabelLine(line)) << line;
+  const TwoCommands commands;
+  for (const char* line : {"Fin:", "Fin : ' end", "a b: c", "Fin: ' x = 3", "Fin:glued", "Arc:", "Arc: c",
+                           "Coche:", "Coche: c", "coche :", "coche  : c"}) {
+    const auto label = ReadLabelLine(line, commands, {});
+    EXPECT_TRUE(label && label->IsTarget) << line;
+  }
+  for (const char* line : {"Fin", "Arc = 1:2", "Fin ' a: b", "%A = C:", "Fin: a = 3", "Arc :", "Arc:1",
+                           "Coche:1", "coche :1", "Coche a:", "a, b:", "a§b:"}) {
+    EXPECT_FALSE(ReadLabelLine(line, commands, {})) << line;
+  }
+  EXPECT_FALSE(ReadLabelLine("a;b:", commands, {.First = ";"}));
+  // It is passed over, but no jump finds it.
+  const auto passed = ReadLabelLine("Fin: = 3", commands, {});
+  EXPECT_TRUE(passed && !passed->IsTarget);
 }
 
 }  // namespace

@@ -75,6 +75,28 @@ TEST(Run, AStraightScriptCanBeEnded) {
   EXPECT_LT(run.List.Size(), 400U);
 }
 
+// Ten characters, doubled twenty times, in one variable after another; those of an included script count
+// while it runs.
+TEST(Run, VariablesTakeNoMoreThanTheirRoom) {
+  std::string script = "%A = 0123456789\nFichier = inc.dat\nFichier = inc.dat\n";
+  std::string grown;
+  for (int i = 0; i < 20; ++i) grown += "%A = %{A}%{A}\n";
+  const auto copies = [](int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) lines += "%B" + std::to_string(i) + " = %A\n";
+    return lines;
+  };
+  RunSettings settings;
+  settings.Files["inc.dat"] = "%A = 0123456789\n" + grown + copies(12) + "%A == 1\n";
+  const ScriptRun fits = RunText(script + grown + copies(22), settings);
+  EXPECT_EQ(fits.End, RunEnd::Completed) << fits.Reason();
+  // It is said once that the text grows: in each of the files.
+  EXPECT_EQ(fits.Notices.size(), 2U + 22U + 12U);
+  const ScriptRun tooMuch = RunText(script + grown + copies(14) + "Fichier = inc.dat\n", settings);
+  EXPECT_NE(tooMuch.Reason().find("256 Mo"), std::string::npos) << tooMuch.Reason();
+  EXPECT_EQ(tooMuch.Errors.at(0).FileName, "inc.dat");
+}
+
 // Scripts that nobody would write: parts of lines that the language knows, put together by chance. They end
 // in a drawing or in a report; the sanitizers watch.
 TEST(Run, SurvivesScriptsMadeByChance) {

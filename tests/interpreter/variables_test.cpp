@@ -29,7 +29,8 @@ TEST(Variables, EndlessTextsAreRefused) {
       growing.Set("%V" + std::to_string(i), references);
     }
     try {
-      Substitute("%V9", growing, NoSystemVariables(), {});
+      LooseSign loose;
+      Substitute("%V9", growing, NoSystemVariables(), {}, loose);
       ADD_FAILURE() << "of " << value.size();
     } catch (const ScriptFault& fault) {
       EXPECT_EQ(fault.Reason(), FaultReason::TextTooLong);
@@ -46,7 +47,9 @@ TEST(Variables, ManyReferencesAreReplacedInOneScan) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) text += "%a" + separator;
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Substitute(text, variables, NoSystemVariables(), {}).size(), count * (1 + separator.size()));
+    LooseSign loose;
+    EXPECT_EQ(Substitute(text, variables, NoSystemVariables(), {}, loose).size(),
+              count * (1 + separator.size()));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << separator;
   }
 }
@@ -69,7 +72,7 @@ TEST(Variables, NamesEndAtTheFirstMark) {
                         {"%a;;b", {";;", "§"}, "%a"},
                         {"%a;b;;", {";;", "§"}, "%a;b"},
                         {"%a;-b", {";-", "§"}, "%a;"}};
-  for (const Case& c : cases) EXPECT_EQ(ReferenceName(c.Text, c.Marks), c.Name) << c.Text;
+  for (const Case& c : cases) EXPECT_EQ(ReferenceAt(c.Text, {}, c.Marks), c.Name) << c.Text;
 }
 
 }  // namespace
