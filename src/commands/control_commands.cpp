@@ -36,6 +36,37 @@ class CompiledGoto : public CompiledCommand {
   Jump jump_;
 };
 
+// What comes of a condition that holds: a jump, or a command in the same line.
+class Consequence {
+ public:
+  // The text of the condition's line must live as long.
+  explicit Consequence(const Conditional& conditional) : rest_(conditional.Rest) {
+    if (!conditional.Jumps) {
+      // Who writes this expects a block of lines, also where the condition does not hold.
+      if (IsBlankOrComment(rest_)) throw ScriptFault(FaultReason::MissingCommand);
+      command_.emplace(rest_);
+    } else if (rest_.find('%') == std::string_view::npos) {
+      jump_.emplace(rest_);
+    }
+  }
+
+  void Run(RunContext& run) {
+    if (jump_) {
+      jump_->Take(run);
+    } else if (command_) {
+      command_->Run(run);
+    } else {
+      const std::string target = run.Substitute(rest_);
+      Jump(Trim(target)).Take(run);
+    }
+  }
+
+ private:
+  std::string_view rest_;
+  std::optional<Jump> jump_;
+  std::optional<FollowingCommand> command_;
+};
+
 // A comparison, and what comes of it.
 class CompiledConditional : public CompiledCommand {
  public:
@@ -44,42 +75,44 @@ class CompiledConditional : public CompiledCommand {
 
   void Run(RunContext& run) override {
     HandleEvents(run);
-    if (!isSplit_) Split(run);
-    const VariableTable& variables = run.Level().Variables;
-    const std::optional<bool> known = comparison_.Result(variables);
-    const bool isTrue = known ? *known : IsTrue(run, run.Substitute(conditional_.Condition), comparesTexts_);
-    if (!isTrue) return;
-    if (jump_) {
-      jump_->Take(run);
-    } else if (behind_) {
-      behind_->Run(run);
-    } else {
-      const std::string target = run.Substitute(conditional_.Rest);
-      Jump(Trim(target)).Take(run);
-    }
+    if (!consequence_) Split(run);
+    const std::optional<bool> known = comparison_.Result(run.Level().Variables);
+    if (known ? *known : IsTrue(run, run.Substitute(condition_), comparesTexts_)) consequence_->Run(run);
   }
 
  private:
   void Split(RunContext& run) {
-    conditional_ = SplitConditional(text_);
-    isSplit_ = true;
-    if (!conditional_.Jumps) {
-      // Who writes this expects a block of lines, also where the condition does not hold.
-      if (IsBlankOrComment(conditional_.Rest)) throw ScriptFault(FaultReason::MissingCommand);
-      behind_.emplace(conditional_.Rest);
-    } else if (conditional_.Rest.find('%') == std::string_view::npos) {
-      jump_.emplace(conditional_.Rest);
-    }
-    if (!comparesTexts_) comparison_.Compile(conditional_.Condition, run);
+    const Conditional conditional = SplitConditional(text_);
+    consequence_.emplace(conditional);
+    condition_ = conditional.Condition;
+    if (!comparesTexts_) comparison_.Compile(condition_, run);
   }
 
-  std::string_view text_;
+  std::string_view text_, condition_;
   bool comparesTexts_;
-  bool isSplit_ = false;
-  Conditional conditional_;
   CompiledComparison comparison_;
-  std::optional<Jump> jump_;
-  std::optional<FollowingCommand> behind_;
+  std::optional<Consequence> consequence_;
+};
+
+// What happens where a variable has no value yet.
+class CompiledDefault : public CompiledCommand {
+ public:
+  explicit CompiledDefault(std::string_view text) : text_(text) {}
+
+  void Run(RunContext& run) override {
+    HandleEvents(run);
+    if (!consequence_) {
+      const Conditional conditional = SplitConditional(text_);
+      name_ = run.SettableName(conditional.Condition);
+      consequence_.emplace(conditional);
+    }
+    if (!run.Level().Variables.Find(name_)) consequence_->Run(run);
+  }
+
+ private:
+  std::string_view text_;
+  std::string name_;
+  std::optional<Consequence> consequence_;
 };
 
 bool IsActive(const RunContext& run, std::string_view fileName) {
@@ -230,6 +263,10 @@ std::unique_ptr<CompiledCommand> CompileIF(std::string_view, std::string_view te
 
 std::unique_ptr<CompiledCommand> CompileIFT(std::string_view, std::string_view text) {
   return std::make_unique<CompiledConditional>(text, true);
+}
+
+std::unique_ptr<CompiledCommand> CompileIFNDEF(std::string_view, std::string_view text) {
+  return std::make_unique<CompiledDefault>(text);
 }
 
 void RunGoto(RunContext& run, const Parameters& parameters) {

@@ -62,6 +62,7 @@ Handler RunPosV;
 // control_commands.cpp
 Compiler CompileIF;
 Compiler CompileIFT;
+Compiler CompileIFNDEF;
 Handler RunGoto;
 Compiler CompileGoto;
 Handler RunStop;
