@@ -27,7 +27,7 @@ constexpr double UsualDistance = 0.8;
 // The values of a series, and how their figures are written.
 struct Series {
   std::vector<double> Values;
-  bool IsChosen = false;  // by the room that there is
+  std::optional<ValueChoice> Choice;  // of the values, when they go by the room that there is
   double From = 0, To = 0;
   std::string_view Unit;
   std::string_view Notation;
@@ -103,12 +103,12 @@ Series ReadSeries(const RunContext& run, const Parameters& parameters, std::size
     for (; Trim(next()).starts_with('%'); ++behind) lists.push_back(next());
     series.Values = ListedValues(run, lists);
   } else if (EqualIgnoringCase(step, "auto")) {
-    series.IsChosen = true;
     const auto distance = NumberOf(next(), run.Separators);
     const double least = distance ? AboveZero(distance, next()) : UsualDistance;
     ++behind;
     RequireFew(run.Support, series, least, text);
-    series.Values = ChooseValues(series.From, series.To, MarksApartBy(run.Support, least));
+    series.Choice = ChooseValues(series.From, series.To, MarksApartBy(run.Support, least));
+    series.Values = series.Choice->Values;
   } else {
     const double width = AboveZero(NumberOf(step, run.Separators), text);
     auto values = MultiplesBetween(width, series.From, series.To);
@@ -121,38 +121,20 @@ Series ReadSeries(const RunContext& run, const Parameters& parameters, std::size
   return series;
 }
 
-// The figures of a series that there is room for, among its marks.
-class FigureChooser {
- public:
-  FigureChooser(const RunContext& run, const ValueWriter& writer, double distance)
-      : run_(run), writer_(writer), distance_(distance) {}
-
-  template <class TextOfValue>
-  std::vector<double> Choose(const Series& series, double room, const TextOfValue& textOf) {
-    const auto boxOf = [&](double value) -> const FigureBox& {
-      const auto known = boxes_.find(value);
-      if (known != boxes_.end()) return known->second;
-      const FigureBox box = writer_.BoxOf(run_.Support.PlaceOf({value}), distance_, textOf(value));
-      return boxes_.emplace(value, box).first->second;
-    };
-    return ChooseValues(
-        series.From, series.To, [&](double a, double b) { return AreApartBy(boxOf(a), boxOf(b), room); },
-        [&](double value) { return IsOneOf(series.Values, value); });
-  }
-
- private:
-  static bool IsOneOf(const std::vector<double>& values, double value) {
-    constexpr double nothing = 1e-9;
-    const double margin = std::isinf(value) ? 0 : nothing * std::abs(value);
-    const auto found = std::lower_bound(values.begin(), values.end(), value - margin);
-    return found != values.end() && *found <= value + margin;
-  }
-
-  const RunContext& run_;
-  const ValueWriter& writer_;
-  double distance_;
-  std::map<double, FigureBox> boxes_;
-};
+// The figures that there is room for, among the marks that were chosen.
+template <class TextOfValue>
+std::vector<double> ChooseFigures(const RunContext& run, const ValueWriter& writer, double distance,
+                                  const ValueChoice& marks, const TextOfValue& textOf) {
+  const double halfFigure = writer.WidthOf("0") / 2;
+  std::map<double, FigureBox> boxes;
+  const auto boxOf = [&](double value) -> const FigureBox& {
+    const auto known = boxes.find(value);
+    if (known != boxes.end()) return known->second;
+    const FigureBox box = writer.BoxOf(run.Support.PlaceOf({value}), distance, textOf(value));
+    return boxes.emplace(value, box).first->second;
+  };
+  return ChooseAmong(marks, [&](double a, double b) { return AreApartBy(boxOf(a), boxOf(b), halfFigure); });
+}
 
 void WriteSeries(RunContext& run, const Parameters& parameters, std::size_t before, const TextStyle& style) {
   const std::size_t n = before + 1;
@@ -171,10 +153,8 @@ void WriteSeries(RunContext& run, const Parameters& parameters, std::size_t befo
     return ValueText(narrow, format, unit);
   };
   const ValueWriter writer(run, style);
-  const double halfFigure = run.Surface.MeasureText("0", run.Surface.Font).Length / 2;
   const std::vector<double> values =
-      series.IsChosen ? FigureChooser(run, writer, distance).Choose(series, halfFigure, textOf)
-                      : series.Values;
+      series.Choice ? ChooseFigures(run, writer, distance, *series.Choice, textOf) : series.Values;
   for (double value : values) writer.Write(run.Support.PlaceOf({value}), distance, textOf(value), ink);
 }
 

@@ -102,6 +102,10 @@ void ValueWriter::Write(double place, double distance, std::string_view text, Co
   WriteText(run_.Surface, text, placing.At, placing.Anchor, run_.Surface.Font, colour);
 }
 
+double ValueWriter::WidthOf(std::string_view text) const {
+  return run_.Surface.MeasureText(text, run_.Surface.Font).Length;
+}
+
 FigureBox ValueWriter::BoxOf(double place, double distance, std::string_view text) const {
   const Placing placing = PlacingAt(place, distance);
   const TextExtent extent = run_.Surface.MeasureText(text, run_.Surface.Font);

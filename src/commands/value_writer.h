@@ -43,6 +43,7 @@ class ValueWriter {
   // The place is as ScaleSupport::MarkAt takes it, distance is counted from the support, before the side of
   // the scale is taken into account.
   void Write(double place, double distance, std::string_view text, Colour colour) const;
+  double WidthOf(std::string_view text) const;
   // Where the text's figures would stand, in surface coordinates.
   FigureBox BoxOf(double place, double distance, std::string_view text) const;
 

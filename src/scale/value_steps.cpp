@@ -59,10 +59,13 @@ int RoundnessOf(double value) {
 
 class ValueChooser {
  public:
-  ValueChooser(double low, double high, const AreApart& areApart, const MayStand& mayStand)
-      : low_(low), high_(high), areApart_(areApart), mayStand_(mayStand) {}
+  ValueChooser(double low, double high, const AreApart& areApart)
+      : low_(low), high_(high), areApart_(areApart) {}
+  // Only values of the choice are taken.
+  ValueChooser(const ValueChoice& among, const AreApart& areApart)
+      : low_(among.PieceEnds.front()), high_(among.PieceEnds.back()), areApart_(areApart), among_(&among) {}
 
-  std::vector<double> Choose();
+  ValueChoice Choose();
 
  private:
   // A piece of the range; infinite ones have no values of their own.
@@ -73,7 +76,8 @@ class ValueChooser {
   };
 
   std::vector<double> CutsAbove(double low, double high, double side) const;
-  std::vector<Piece> Pieces() const;
+  std::vector<double> Ends() const;
+  bool MayStand(double value) const;
   bool HasRoom(const Piece& piece, int number) const;
   bool MayStandIn(const Piece& piece, int number) const;
   int StepFor(const Piece& piece) const;
@@ -82,7 +86,7 @@ class ValueChooser {
 
   double low_, high_;
   const AreApart& areApart_;
-  const MayStand& mayStand_;
+  const ValueChoice* among_ = nullptr;
 };
 
 // The cuts on one side of 0, given by magnitude, between two magnitudes: those from which on there is room to
@@ -102,7 +106,8 @@ std::vector<double> ValueChooser::CutsAbove(double low, double high, double side
   return cuts;
 }
 
-std::vector<ValueChooser::Piece> ValueChooser::Pieces() const {
+std::vector<double> ValueChooser::Ends() const {
+  if (among_) return among_->PieceEnds;
   std::vector<double> ends = {low_, high_};
   const auto add = [&](const std::vector<double>& cuts) {
     ends.insert(ends.end(), cuts.begin(), cuts.end());
@@ -111,9 +116,15 @@ std::vector<ValueChooser::Piece> ValueChooser::Pieces() const {
   if (high_ > 0) add(CutsAbove(std::max(low_, 0.0), high_, 1));
   if (low_ < 0) add(CutsAbove(std::max(-high_, 0.0), -low_, -1));
   std::sort(ends.begin(), ends.end());
-  std::vector<Piece> pieces;
-  for (std::size_t i = 1; i < ends.size(); ++i) pieces.push_back({ends[i - 1], ends[i]});
-  return pieces;
+  return ends;
+}
+
+bool ValueChooser::MayStand(double value) const {
+  if (!among_) return true;
+  const double margin = std::isinf(value) ? 0 : Nothing * std::abs(value);
+  const std::vector<double>& values = among_->Values;
+  const auto found = std::lower_bound(values.begin(), values.end(), value - margin);
+  return found != values.end() && *found <= value + margin;
 }
 
 // Whether all neighbours that lie in the piece, or on both sides of an end of it, have room.
@@ -134,7 +145,7 @@ bool ValueChooser::HasRoom(const Piece& piece, int number) const {
 bool ValueChooser::MayStandIn(const Piece& piece, int number) const {
   const RoundStep step(number);
   for (double k = step.Ceil(piece.Low); k <= step.Floor(piece.High); ++k) {
-    if (!mayStand_(step.Times(k))) return false;
+    if (!MayStand(step.Times(k))) return false;
   }
   return true;
 }
@@ -160,7 +171,9 @@ void ValueChooser::JoinSteps(std::vector<Piece>& pieces) const {
     Piece& piece = pieces[i];
     const bool hasTwos = ((piece.Step % 3) + 3) % 3 == 1;
     const double two = RoundStep(piece.Step).Value();
-    if (!hasTwos || !(piece.High - piece.Low > two * (1 + Nothing))) continue;
+    // An even scale is a wider piece.
+    const double width = (piece.High - piece.Low) / two;
+    if (!hasTwos || width < 1 + Nothing || width > 2.5 + Nothing) continue;
     const auto meetsBadly = [&](double end) { return std::abs(std::abs(end) - 2.5 * two) < two * Nothing; };
     const bool joinsBefore = i > 0 && pieces[i - 1].Step == piece.Step;
     const bool joinsBehind = i + 1 < pieces.size() && pieces[i + 1].Step == piece.Step;
@@ -197,22 +210,33 @@ std::vector<double> ValueChooser::Thinned(std::vector<double> values) const {
   return {kept.begin(), kept.end()};
 }
 
-std::vector<double> ValueChooser::Choose() {
-  std::vector<Piece> pieces = Pieces();
-  for (Piece& piece : pieces) piece.Step = StepFor(piece);
+ValueChoice ValueChooser::Choose() {
+  const std::vector<double> ends = Ends();
+  std::vector<Piece> pieces;
+  for (std::size_t i = 1; i < ends.size(); ++i) {
+    pieces.push_back({ends[i - 1], ends[i]});
+    pieces.back().Step = StepFor(pieces.back());
+  }
   JoinSteps(pieces);
   std::vector<double> values;
   for (double end : {low_, high_}) {
     if (std::isinf(end)) values.push_back(end);
   }
+  std::set<int> steps;  // with which there are values but 0
   for (const Piece& piece : pieces) {
     if (std::isinf(piece.Low) || std::isinf(piece.High)) continue;
     const RoundStep step(piece.Step);
-    for (double k = step.Ceil(piece.Low); k <= step.Floor(piece.High); ++k) values.push_back(step.Times(k));
+    for (double k = step.Ceil(piece.Low); k <= step.Floor(piece.High); ++k) {
+      values.push_back(step.Times(k));
+      if (k != 0) steps.insert(piece.Step);
+    }
     if (piece.Third != 0) values.push_back(piece.Third);
   }
-  std::erase_if(values, [&](double value) { return !mayStand_(value); });
-  return Thinned(std::move(values));
+  ValueChoice choice;
+  choice.PieceEnds = steps.size() == 1 ? std::vector{low_, high_} : ends;
+  std::erase_if(values, [this](double value) { return !MayStand(value); });
+  choice.Values = Thinned(std::move(values));
+  return choice;
 }
 
 }  // namespace
@@ -231,9 +255,14 @@ bool IsMultipleOf(double value, double step) {
   return std::abs(value / step - std::nearbyint(value / step)) < nothing;
 }
 
-std::vector<double> ChooseValues(double from, double to, const AreApart& areApart, const MayStand& mayStand) {
-  if (from == to) return {from};
-  return ValueChooser(std::min(from, to), std::max(from, to), areApart, mayStand).Choose();
+ValueChoice ChooseValues(double from, double to, const AreApart& areApart) {
+  if (from == to) return {{from}, {from, to}};
+  return ValueChooser(std::min(from, to), std::max(from, to), areApart).Choose();
+}
+
+std::vector<double> ChooseAmong(const ValueChoice& choice, const AreApart& areApart) {
+  if (choice.PieceEnds.front() == choice.PieceEnds.back()) return choice.Values;
+  return ValueChooser(choice, areApart).Choose().Values;
 }
 
 }  // namespace vaxel

@@ -60,7 +60,9 @@ TEST(Series, ChosenFiguresStandAtMarksAndApart) {
       const std::string series = std::string("auto") + distance;
       const std::string script = std::string("Droite = -60, 60, 0, N\n") + c.Scale + "\nGradV = " + series +
                                  ", 3\nValV = " + series + ", 6";
-      const auto [marks, figures] = SeriesOf(script);
+      const DrawnSeries drawn = SeriesOf(script);
+      const std::vector<double>& marks = drawn.Marks;
+      const std::vector<Figure>& figures = drawn.Figures;
       EXPECT_GE(figures.size(), *distance == '\0' ? c.LeastFigures : 2U) << script;
       const double digit = 3.528 / 2;  // in the font that a script begins with
       for (std::size_t i = 0; i < figures.size(); ++i) {
@@ -78,7 +80,8 @@ TEST(Series, ChosenFiguresStandAtMarksAndApart) {
 
 // A scale all around has one figure where its ends meet.
 TEST(Series, LeavesOneOfTwoFiguresThatMeet) {
-  const auto [marks, figures] = SeriesOf("Arc = 90, 450, 40, N\nEchelle = 0, 360\nValV = auto, 6");
+  const std::vector<Figure> figures =
+      SeriesOf("Arc = 90, 450, 40, N\nEchelle = 0, 360\nValV = auto, 6").Figures;
   EXPECT_EQ(std::count_if(figures.begin(), figures.end(),
                           [](const Figure& figure) { return figure.Text == "0" || figure.Text == "360"; }),
             1);

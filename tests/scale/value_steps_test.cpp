@@ -83,7 +83,7 @@ TEST(ChooseValues, FillsTheScaleWithRoundValues) {
       // Crowded at the end, on both sides of 0.
       {-100, 100, Rooted, 12, "-100 -50 -20 -10 -2 0 2 10 20 50 100"}};
   for (const Case& c : cases) {
-    const std::vector<double> values = ChooseValues(c.From, c.To, ApartOn(c.PlaceOf, c.Distance));
+    const std::vector<double> values = ChooseValues(c.From, c.To, ApartOn(c.PlaceOf, c.Distance)).Values;
     EXPECT_EQ(Text(values), c.Expected);
     for (std::size_t i = 1; i < values.size(); ++i) {
       EXPECT_GE(std::abs(c.PlaceOf(values[i]) - c.PlaceOf(values[i - 1])), c.Distance) << c.Expected;
@@ -91,13 +91,23 @@ TEST(ChooseValues, FillsTheScaleWithRoundValues) {
   }
 }
 
+// Three digits need more room than two, but what is even stays even.
+TEST(ChooseAmong, KeepsAnEvenScaleEven) {
+  const auto room = [](double a, double b) { return std::abs(a - b) >= (std::abs(b) < 100 ? 15 : 30); };
+  EXPECT_EQ(Text(ChooseAmong(ChooseValues(0, 250, ApartOn(Straight, 5)), room)), "0 50 100 150 200 250");
+  EXPECT_EQ(Text(ChooseAmong(ChooseValues(0, 250, ApartOn(Straight, 12)), room)), "0 100 200");
+  EXPECT_EQ(Text(ChooseAmong(ChooseValues(0, HUGE_VAL, ApartOn(Ohms, 4)), ApartOn(Ohms, 6))),
+            "0 1 2 3 5 10 15 20 50 100 inf");
+  EXPECT_EQ(Text(ChooseAmong(ChooseValues(7, 7, ApartOn(Straight, 1)), room)), "7");
+}
+
 TEST(ChooseValues, EndsWhateverTheScaleIs) {
   // Where nothing has room; where everything has.
-  EXPECT_LE(ChooseValues(0, 100, [](double, double) { return false; }).size(), 1U);
-  EXPECT_LE(ChooseValues(-HUGE_VAL, HUGE_VAL, [](double, double) { return false; }).size(), 2U);
-  EXPECT_LE(ChooseValues(1e-300, 1e300, ApartOn([](double v) { return std::log10(v); }, 100)).size(), 7U);
-  EXPECT_LE(ChooseValues(0, HUGE_VAL, ApartOn([](double v) { return std::atan(v); }, 0.5)).size(), 5U);
-  EXPECT_LE(ChooseValues(1e9, HUGE_VAL, ApartOn([](double v) { return v / (1e9 + v); }, 0.1)).size(), 7U);
+  EXPECT_LE(ChooseValues(0, 100, [](double, double) { return false; }).Values.size(), 1U);
+  EXPECT_LE(ChooseValues(-HUGE_VAL, HUGE_VAL, [](double, double) { return false; }).Values.size(), 2U);
+  EXPECT_LE(ChooseValues(1e-300, 1e300, ApartOn([](double v) { return std::log10(v); }, 100)).Values.size(), 7U);
+  EXPECT_LE(ChooseValues(0, HUGE_VAL, ApartOn([](double v) { return std::atan(v); }, 0.5)).Values.size(), 5U);
+  EXPECT_LE(ChooseValues(1e9, HUGE_VAL, ApartOn([](double v) { return v / (1e9 + v); }, 0.1)).Values.size(), 7U);
 }
 
 }  // namespace
