@@ -131,6 +131,20 @@ const CommandRow* RowOf(RunContext& run, std::string_view keyword, std::string_v
   return row;
 }
 
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// "%T = L'eau" stores an "L": whoever stores a text does not expect a comment within a word.
+void NoticeCutWord(RunContext& run, std::string_view text, std::string_view kept) {
+  const std::string_view comment = text.substr(kept.size());
+  const bool isWithinWord =
+      !kept.empty() && comment.size() > 1 && IsLetter(kept.back()) && IsLetter(comment[1]);
+  if (!isWithinWord) return;
+  const std::size_t begin = kept.find_last_of(" =,") + 1;
+  run.Notice(TextId::ApostropheCuts, Shorten(kept.substr(begin), ShownLength));
+}
+
 }  // namespace
 
 void CompiledLine::Compile(RunContext& run, std::string_view line) {
@@ -145,6 +159,7 @@ void CompiledLine::Compile(RunContext& run, std::string_view line) {
   const CommandRow* const row = RowOf(run, command.Keyword, line);
   if (!row || !Applies(run, row->Rules.Where)) return;
   text_ = row->TakesComments() ? WithoutComment(command.Parameters) : command.Parameters;
+  if (row->Rules.Form == LineForm::Assignment) NoticeCutWord(run, command.Parameters, text_);
   if (row->Rules.Compile) command_ = row->Rules.Compile(command.Keyword, text_);
   if (command_) return;
   row_ = row;

@@ -21,12 +21,11 @@ constexpr int BeyondAllIds = std::numeric_limits<std::int16_t>::max();
 // Which values a text takes: 1 for "%1", 2 for "%2", 4 for "%3".
 constexpr unsigned PlaceholdersOf(std::string_view text) {
   unsigned found = 0;
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-    if (text[i] != '%') continue;
-    if (text[i + 1] == '1') found |= 1;
-    if (text[i + 1] == '2') found |= 2;
-    if (text[i + 1] == '3') found |= 4;
-    if (text[i + 1] == '%') ++i;
+  // Compilers count the steps of what they work out, and there are many texts.
+  bool isMarked = false;
+  for (const char c : text) {
+    if (isMarked && c >= '1' && c <= '3') found |= 1U << (c - '1');
+    isMarked = c == '%' && !isMarked;
   }
   return found;
 }
@@ -43,8 +42,9 @@ constexpr bool IdsAscendInTheirRanges() {
 
 constexpr bool PlaceholdersAgree() {
   for (const StringRow& row : StringRows) {
+    const unsigned english = PlaceholdersOf(row.Texts[EnglishIndex]);
     for (std::string_view text : row.Texts) {
-      if (PlaceholdersOf(text) != PlaceholdersOf(row.Texts[EnglishIndex])) return false;
+      if (PlaceholdersOf(text) != english) return false;
     }
   }
   return true;

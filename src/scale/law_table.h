@@ -25,7 +25,7 @@ enum class TableFault : std::uint8_t {
 
 struct LawTable {
   std::vector<LawPoint> Points;  // readings are as they are written, most often in per cent
-  bool IsDirect = false;  // the readings have a "°"
+  bool IsDirect = false;         // the readings have a "°"
   TableFault Fault = TableFault::None;
   std::size_t At = 0;  // of a fault the line, of a list of points the point, from 1
 };

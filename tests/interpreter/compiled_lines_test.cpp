@@ -181,9 +181,10 @@ TEST(CompiledLines, ComeToTheSameWhenTheyComeAgain) {
     settings.Files = {{"inc.dat", writer.Included()}, {"data.txt", "3\n1, 2\n%I\n' none\nrouge\n"}};
     settings.Answers = {"2", "%I", "1 + 1"};
     std::string straight = prologue;
-    for (int pass = 0; pass < Passes; ++pass) straight += WithPass(body, PassLetters[static_cast<std::size_t>(pass)]);
-    const std::string loop =
-        prologue + "Loop:\n" + WithPass(body, PassLetters[0]) + "IF %I < " + std::to_string(Passes) + " GOTO Loop\n";
+    for (int pass = 0; pass < Passes; ++pass)
+      straight += WithPass(body, PassLetters[static_cast<std::size_t>(pass)]);
+    const std::string loop = prologue + "Loop:\n" + WithPass(body, PassLetters[0]) + "IF %I < " +
+                             std::to_string(Passes) + " GOTO Loop\n";
     const std::string expected = Everything(straight, settings);
     ASSERT_EQ(Everything(loop, settings), expected) << seed << ":\n" << loop;
     completed += expected.find("Erreur") == std::string::npos ? 1U : 0U;

@@ -105,9 +105,11 @@ TEST(ChooseValues, EndsWhateverTheScaleIs) {
   // Where nothing has room; where everything has.
   EXPECT_LE(ChooseValues(0, 100, [](double, double) { return false; }).Values.size(), 1U);
   EXPECT_LE(ChooseValues(-HUGE_VAL, HUGE_VAL, [](double, double) { return false; }).Values.size(), 2U);
-  EXPECT_LE(ChooseValues(1e-300, 1e300, ApartOn([](double v) { return std::log10(v); }, 100)).Values.size(), 7U);
+  EXPECT_LE(ChooseValues(1e-300, 1e300, ApartOn([](double v) { return std::log10(v); }, 100)).Values.size(),
+            7U);
   EXPECT_LE(ChooseValues(0, HUGE_VAL, ApartOn([](double v) { return std::atan(v); }, 0.5)).Values.size(), 5U);
-  EXPECT_LE(ChooseValues(1e9, HUGE_VAL, ApartOn([](double v) { return v / (1e9 + v); }, 0.1)).Values.size(), 7U);
+  EXPECT_LE(ChooseValues(1e9, HUGE_VAL, ApartOn([](double v) { return v / (1e9 + v); }, 0.1)).Values.size(),
+            7U);
 }
 
 }  // namespace
