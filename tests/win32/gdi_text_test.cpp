@@ -31,6 +31,16 @@ TEST(GdiText, SaysWhatReplacesAFont) {
   EXPECT_NE(measurer->Replacement({"Nosuchfont", false, false}), "");
 }
 
+TEST(GdiText, TellsACharacterThatNoFontHas) {
+  const auto measurer = MakeGdiMeasurer();
+  const FontFace face{Name, false, false};
+  EXPECT_EQ(measurer->Lacking(face, "Ωµ°√100"), "");
+  // No character has this number.
+  EXPECT_EQ(measurer->Lacking(face, "5 \u0378 \u0379"), "\u0378");
+  // Another font than the one that lacks it has this one.
+  EXPECT_EQ(measurer->Lacking({"Symbol", false, false}, "\u0448"), "");
+}
+
 TEST(GdiText, MakesTheFontThatIsAskedFor) {
   GdiDeviceFonts fonts;
   CLogFont font(fonts);

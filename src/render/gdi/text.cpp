@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
+#include <set>
 #include <string>
 
 #include "base/text.h"
@@ -17,6 +19,49 @@ namespace {
 
 // Measures in a font of this many pixels, so that the rounding to pixels does not count.
 constexpr int FontPixels = 2048;
+
+bool HasGlyph(HDC context, wchar_t character) {
+  WORD glyph = 0;
+  const DWORD read = GetGlyphIndicesW(context, &character, 1, &glyph, GGI_MARK_NONEXISTING_GLYPHS);
+  constexpr WORD none = 0xFFFF;
+  return read == 1 && glyph != none;
+}
+
+// All outline fonts of this machine: where a font lacks a character, Windows takes it from another one.
+class InstalledFonts {
+ public:
+  bool HaveGlyph(wchar_t character) {
+    const auto [known, isNew] = known_.try_emplace(character, false);
+    if (isNew) known->second = Find(character);
+    return known->second;
+  }
+
+ private:
+  static int CALLBACK Note(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM families) {
+    // A name with the sign is that of a font turned for vertical lines.
+    const bool isOwn = type == TRUETYPE_FONTTYPE && font->lfFaceName[0] != L'@';
+    if (isOwn) reinterpret_cast<std::set<std::wstring>*>(families)->insert(font->lfFaceName);
+    return 1;
+  }
+
+  bool Find(wchar_t character) {
+    LOGFONTW any{};
+    any.lfCharSet = DEFAULT_CHARSET;
+    if (families_.empty()) {
+      EnumFontFamiliesExW(context_.get(), &any, Note, reinterpret_cast<LPARAM>(&families_), 0);
+    }
+    return std::any_of(families_.begin(), families_.end(), [&](const std::wstring& family) {
+      any.lfFaceName[family.copy(any.lfFaceName, LF_FACESIZE - 1)] = L'\0';
+      const UniqueGdi<HFONT> font(CreateFontIndirectW(&any));
+      const SelectedObject selected(context_.get(), font.get());
+      return HasGlyph(context_.get(), character);
+    });
+  }
+
+  UniqueDc context_{CreateCompatibleDC(nullptr)};
+  std::set<std::wstring> families_;
+  std::map<wchar_t, bool> known_;
+};
 
 class GdiMeasurer : public TextMeasurer {
  public:
@@ -54,6 +99,17 @@ class GdiMeasurer : public TextMeasurer {
     return width;
   }
 
+  std::string Lacking(const FontFace& face, std::string_view text) override {
+    SelectFace(face);
+    for (const wchar_t unit : Widen(text)) {
+      // Half a character, of which the system cannot be asked in this way.
+      const bool isHalf = unit >= 0xD800 && unit < 0xE000;
+      if (isHalf || HasGlyph(Context(), unit) || installed_.HaveGlyph(unit)) continue;
+      return Narrow(std::wstring(1, unit));
+    }
+    return {};
+  }
+
   std::string Replacement(const FontFace& face) override {
     SelectFace(face);
     wchar_t name[LF_FACESIZE] = {};
@@ -84,6 +140,7 @@ class GdiMeasurer : public TextMeasurer {
   GdiDeviceFonts fonts_;
   CLogFont font_;
   FontFace face_;
+  InstalledFonts installed_;
   StandInMeasurer standIn_;
 };
 
