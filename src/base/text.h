@@ -42,6 +42,10 @@ std::string_view TakeLine(std::string_view& text);
 // How often the text holds the part, which is not empty, without overlaps.
 std::size_t CountOf(std::string_view text, std::string_view part);
 
+// Of ASCII alone.
+constexpr bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }

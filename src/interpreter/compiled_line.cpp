@@ -131,15 +131,12 @@ const CommandRow* RowOf(RunContext& run, std::string_view keyword, std::string_v
   return row;
 }
 
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
-}
-
 // "%T = L'eau" stores an "L": whoever stores a text does not expect a comment within a word.
 void NoticeCutWord(RunContext& run, std::string_view text, std::string_view kept) {
   const std::string_view comment = text.substr(kept.size());
+  const auto isOfAWord = [](char c) { return IsLetter(c) || static_cast<unsigned char>(c) >= 0x80; };
   const bool isWithinWord =
-      !kept.empty() && comment.size() > 1 && IsLetter(kept.back()) && IsLetter(comment[1]);
+      !kept.empty() && comment.size() > 1 && isOfAWord(kept.back()) && isOfAWord(comment[1]);
   if (!isWithinWord) return;
   const std::size_t begin = kept.find_last_of(" =,") + 1;
   run.Notice(TextId::ApostropheCuts, Shorten(kept.substr(begin), ShownLength));

@@ -41,14 +41,14 @@ std::string_view SeparatorOf(std::string_view line) {
 }
 
 // A number with one decimal comma.
-bool HasDecimalComma(std::string_view field) {
+bool IsNumberWithComma(std::string_view field) {
   const std::string_view digits = field.substr(field.starts_with('-') || field.starts_with('+') ? 1 : 0);
   const bool isNumber =
       std::all_of(digits.begin(), digits.end(), [](char c) { return IsDigit(c) || c == ','; });
   return isNumber && digits.size() > 1 && std::count(digits.begin(), digits.end(), ',') == 1;
 }
 
-std::string FieldText(std::string_view field, bool mayHaveDecimalComma) {
+std::string FieldText(std::string_view field, bool mayHaveComma) {
   field = TrimWhite(field);
   std::string text;
   if (field.starts_with('"') && EndOfQuotes(field) == field.size()) {
@@ -61,7 +61,7 @@ std::string FieldText(std::string_view field, bool mayHaveDecimalComma) {
     return text;
   }
   text = field;
-  if (mayHaveDecimalComma && HasDecimalComma(text)) std::replace(text.begin(), text.end(), ',', '.');
+  if (mayHaveComma && IsNumberWithComma(text)) std::replace(text.begin(), text.end(), ',', '.');
   std::replace(text.begin(), text.end(), '\t', ' ');
   return text;
 }

@@ -17,10 +17,6 @@ namespace {
 
 using Code = Instruction::Code;
 
-bool IsFunctionLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
 class ExpressionParser {
  public:
   ExpressionParser(InstructionList& code, std::string_view text, std::string_view separator,
@@ -184,7 +180,7 @@ bool ExpressionParser::UnsignedOperand() {
   stop_ = std::max(stop_, position_);
   if (Here() == '(') return Group();
   if (Here() == '%') return Reference();
-  return IsFunctionLetter(Here()) ? FunctionCall() : Number();
+  return IsLetter(Here()) ? FunctionCall() : Number();
 }
 
 bool ExpressionParser::Number() {
@@ -246,7 +242,7 @@ std::size_t ExpressionParser::MatchingParenthesis(std::size_t open) const {
 
 bool ExpressionParser::FunctionCall() {
   std::size_t end = position_;
-  while (end < text_.size() && IsFunctionLetter(text_[end])) ++end;
+  while (end < text_.size() && IsLetter(text_[end])) ++end;
   const std::string_view name = text_.substr(position_, end - position_);
   if (EqualIgnoringCase(name, "RND")) return RoundCall(end);
   if (EqualIgnoringCase(name, "PI")) {

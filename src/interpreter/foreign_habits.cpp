@@ -63,9 +63,8 @@ bool Holds(const Table& table, std::string_view word) {
 
 // The letters at the start of the line.
 std::string_view FirstWord(std::string_view line) {
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
   return line.substr(
-      0, static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), isLetter) - line.begin()));
+      0, static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), IsLetter) - line.begin()));
 }
 
 bool BeginsComment(std::string_view line) {
@@ -76,9 +75,7 @@ bool BeginsComment(std::string_view line) {
 
 // "R = 20": one word of letters and figures, and a value.
 bool IsAssignmentWithoutSign(std::string_view keyword, std::string_view line) {
-  const auto fits = [](char c) {
-    return IsDigit(c) || c == '_' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  };
+  const auto fits = [](char c) { return IsDigit(c) || c == '_' || IsLetter(c); };
   const bool hasEqualSign = WithoutComment(line).find('=') != std::string_view::npos;
   return hasEqualSign && !keyword.empty() && !IsDigit(keyword.front()) &&
          std::all_of(keyword.begin(), keyword.end(), fits);

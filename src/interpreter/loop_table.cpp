@@ -31,8 +31,7 @@ bool BeginsWithName(std::string_view text, std::string_view name) {
   if (!EqualIgnoringCase(text.substr(0, name.size()), name)) return false;
   if (text.size() == name.size()) return true;
   const char next = text[name.size()];
-  const int lower = next | 0x20;
-  return !IsDigit(next) && !(lower >= 'a' && lower <= 'z') && next != '_';
+  return !IsDigit(next) && !IsLetter(next) && next != '_';
 }
 
 // A line that begins or ends a loop. Notes after the last command of a script may begin with the same words:

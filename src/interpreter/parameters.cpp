@@ -77,8 +77,7 @@ void AddInstead(ScriptFault& fault, std::string_view text, std::size_t place) {
     fault.Add(TextId::DecimalMark, Shorten(number, ShownLength));
     return;
   }
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-  const auto* const end = std::find_if_not(rest.begin(), rest.end(), isLetter);
+  const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsLetter);
   const std::string_view name = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
   if (name.empty()) return;
   const std::string_view instead = FunctionInstead(name);

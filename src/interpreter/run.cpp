@@ -62,8 +62,7 @@ std::string_view CutByApostrophe(const RunContext& run, std::string_view line) {
   const bool keepsApostrophes = row && !row->TakesComments();
   if (keepsApostrophes || before.size() == line.size() || before.empty()) return {};
   const char last = before.back();
-  const bool isLetter = (last >= 'a' && last <= 'z') || (last >= 'A' && last <= 'Z') ||
-                        static_cast<unsigned char>(last) >= 0x80;
+  const bool isLetter = IsLetter(last) || static_cast<unsigned char>(last) >= 0x80;
   return isLetter ? before.substr(before.find_last_of(" ,=", before.size()) + 1) : std::string_view();
 }
 

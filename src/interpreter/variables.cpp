@@ -73,8 +73,7 @@ std::size_t BracedLength(std::string_view name) {
 }
 
 bool IsWordCharacter(char c) {
-  return IsDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '{' || c == '_' ||
-         static_cast<unsigned char>(c) >= 0x80;
+  return IsDigit(c) || IsLetter(c) || c == '{' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 // Adds the numbers of "1 + 2 - 3", or of "+ 2 - 3" to what stands before, to the sum. The result is false

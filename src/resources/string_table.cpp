@@ -77,9 +77,7 @@ TextId TextOf(FileFault fault) {
 }
 
 bool IsCode(std::string_view code) {
-  const auto fits = [](char c) {
-    return IsDigit(c) || c == '-' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  };
+  const auto fits = [](char c) { return IsDigit(c) || c == '-' || IsLetter(c); };
   return !code.empty() && code.size() <= MaxCodeLength && std::all_of(code.begin(), code.end(), fits);
 }
 
