@@ -216,4 +216,9 @@ class FakeShell {
   TestFolder folder_;
 };
 
+// A script of two strokes, and what its run asks for.
+inline constexpr const char* Dial = "CentreE = 10, 5, N\nTrait = 0, 0, 10, 0\nTrait = 0, 0, 0, 10\n";
+inline const Log RunOfDial = {"hourglass", "disable", "events", "events",
+                              "show 2",    "arrow",   "enable", "events"};
+
 }  // namespace vaxel::test
