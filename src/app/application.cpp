@@ -112,7 +112,7 @@ void Application::SetItemEnabled(MenuId item, bool isEnabled) {
 void Application::Command(MenuId item) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
-  row.Run({app_, *this, files_, runs_, settings_, app_.Platform.IsCtrlDown()});
+  row.Run({app_, *this, files_, editing_, runs_, settings_, app_.Platform.IsCtrlDown()});
 }
 
 void Application::OpenRecent(std::size_t index) {
@@ -156,6 +156,7 @@ void Application::EditorWidthChanged(int width) {
 }
 
 void Application::Tick() {
+  settings_.WriteFontSize();
   if (!script_.TextModified) return recovery_.Remove();
   // A run does not keep the copy from being written: one that never ends is what programs are ended for.
   if (recovery_.IsDue(app_.Platform.Now())) WriteRecoveryCopy();

@@ -8,6 +8,7 @@
 
 #include "app/app_context.h"
 #include "app/edited_script.h"
+#include "app/editing_commands.h"
 #include "app/file_commands.h"
 #include "app/keys.h"
 #include "app/recovery.h"
@@ -46,6 +47,8 @@ class Application {
   void CursorMoved();
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
+  // The wheel was turned over the editor with Ctrl held down.
+  void CodeSizeStepped(int points) { settings_.StepFontSize(points); }
   // To be called from time to time, at least every few seconds.
   void Tick();
   // The user logs off: the program may be ended without being asked anything more. The first is told when
@@ -78,6 +81,7 @@ class Application {
   Settings settings_{app_};
   RunCycle runs_{app_, settings_, script_};
   FileCommands files_{app_, runs_, script_};
+  EditingCommands editing_{app_};
   Recovery recovery_;
   std::bitset<MenuItems> disabled_;
 };

@@ -53,6 +53,29 @@ struct LanguageDialog {
   std::function<void()> OnButton;
 };
 
+// What is looked for in the script, and what shall stand there instead.
+struct SearchEntry {
+  std::string Wanted, Replacement;
+  bool MatchesCase = false, WholeWords = false;
+  bool InSelection = false;  // of the text that was selected when the dialog opened
+};
+
+// Finding and replacing. The dialog stays while its buttons work and shows what they say.
+struct SearchDialog {
+  using Action = std::function<std::string(const SearchEntry& entry)>;
+  struct Button {
+    std::string Caption;
+    Action OnPressed;
+  };
+
+  std::string Caption;
+  std::string WantedLabel, ReplacementLabel, CaseLabel, WordsLabel, SelectionLabel;
+  SearchEntry Entry;  // proposed
+  bool HasSelection = false;
+  std::vector<Button> Buttons;  // the first one is what Enter presses
+  std::string CloseButton;
+};
+
 struct AboutDialog {
   std::string Title, Text;
 };
@@ -75,6 +98,7 @@ class Dialogs {
   virtual void ShowZoom(const ZoomDialog& dialog) = 0;
   virtual void ShowReference(const ReferenceDialog& dialog) = 0;
   virtual void ShowLanguages(const LanguageDialog& dialog) = 0;
+  virtual void ShowSearch(const SearchDialog& dialog) = 0;
   virtual void ShowAbout(const AboutDialog& dialog) = 0;
 };
 

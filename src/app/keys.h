@@ -5,15 +5,35 @@
 
 namespace vaxel {
 
-// A letter is the code of its capital, Key{'S'}; function keys are counted from F1.
-enum class Key : std::uint8_t { None, Escape, F1 = 128, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
+// A letter is the code of its capital, Key{'S'}; function keys are counted from F1. Tab is told only where it
+// is a command: in an editor in which lines are selected.
+enum class Key : std::uint8_t {
+  None,
+  Escape,
+  Tab,
+  Up,
+  Down,
+  F1 = 128,
+  F2,
+  F3,
+  F4,
+  F5,
+  F6,
+  F7,
+  F8,
+  F9,
+  F10,
+  F11,
+  F12
+};
 
 // What must be held down together with a key. Letters always need one: alone they are text.
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,
   Ctrl,  // alone
-  Shift  // alone
+  Shift,  // alone
+  CtrlShift
 };
 
 struct Keystroke {
@@ -31,6 +51,8 @@ struct Keystroke {
         return withCtrl && !withShift;
       case vaxel::Held::Shift:
         return withShift && !withCtrl;
+      case vaxel::Held::CtrlShift:
+        return withCtrl && withShift;
     }
     return false;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/application.h"
+#include "app/editing_commands.h"
 #include "app/file_commands.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
@@ -17,6 +18,12 @@ using enum MenuId;
 template <void (FileCommands::*Command)()>
 void Files(const CommandTargets& on) {
   (on.Files.*Command)();
+}
+
+// A text that is not seen must not be changed.
+template <void (EditingCommands::*Command)()>
+void Editing(const CommandTargets& on) {
+  if (on.Options.IsEditorShown()) (on.Editing.*Command)();
 }
 
 template <void (Settings::*Command)()>
@@ -78,6 +85,35 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier},
     {Mnu_ImprimerCode, TextId::MenuPrintCode, Mnu_Fichier, nullptr, {}, "Mnu_Sep2"},
     {Mnu_Quitter, TextId::MenuQuit, Mnu_Fichier, Quit},
+    {Mnu_Edition, TextId::MenuEdit, Bar},
+    {Mnu_Annuler, TextId::MenuUndo, Mnu_Edition, Editing<&EditingCommands::Undo>, Ctrl('Z')},
+    {Mnu_Refaire, TextId::MenuRedo, Mnu_Edition, Editing<&EditingCommands::Redo>, Ctrl('Y'), "Mnu_sep6"},
+    {Mnu_Couper, TextId::MenuCut, Mnu_Edition, Editing<&EditingCommands::Cut>, Ctrl('X')},
+    {Mnu_Copier, TextId::MenuCopy, Mnu_Edition, Editing<&EditingCommands::Copy>, Ctrl('C')},
+    {Mnu_Coller, TextId::MenuPaste, Mnu_Edition, Editing<&EditingCommands::Paste>, Ctrl('V')},
+    {Mnu_ToutSelectionner, TextId::MenuSelectAll, Mnu_Edition, Editing<&EditingCommands::SelectAll>,
+     Ctrl('A'), "Mnu_sep7"},
+    {Mnu_Chercher, TextId::MenuSearch, Mnu_Edition, Editing<&EditingCommands::Search>,
+     {{{Key{'F'}, Held::Ctrl}, {Key{'H'}, Held::Ctrl}}}},
+    {Mnu_Suivant, TextId::MenuSearchNext, Mnu_Edition, Editing<&EditingCommands::SearchNext>,
+     {{{Key::F3, Held::NoShift}}}},
+    {Mnu_Precedent, TextId::MenuSearchPrevious, Mnu_Edition, Editing<&EditingCommands::SearchPrevious>,
+     {{{Key::F3, Held::Shift}}}},
+    {Mnu_AllerLigne, TextId::MenuGoToLine, Mnu_Edition, Editing<&EditingCommands::GoToLine>, Ctrl('G'),
+     "Mnu_sep8"},
+    {Mnu_Commenter, TextId::MenuComment, Mnu_Edition, Editing<&EditingCommands::ToggleComments>, Ctrl('Q')},
+    {Mnu_Indenter, TextId::MenuIndent, Mnu_Edition, Editing<&EditingCommands::Indent>,
+     {{{Key::Tab, Held::NoShift}}}},
+    {Mnu_Desindenter, TextId::MenuUnindent, Mnu_Edition, Editing<&EditingCommands::Unindent>,
+     {{{Key::Tab, Held::Shift}}}},
+    {Mnu_Dupliquer, TextId::MenuDuplicate, Mnu_Edition, Editing<&EditingCommands::Duplicate>, Ctrl('D')},
+    {Mnu_SupprimerLignes, TextId::MenuDeleteLines, Mnu_Edition, Editing<&EditingCommands::DeleteLines>,
+     {{{Key{'K'}, Held::CtrlShift}}}},
+    {Mnu_Monter, TextId::MenuMoveUp, Mnu_Edition, Editing<&EditingCommands::MoveUp>,
+     {{{Key::Up, Held::CtrlShift}}}},
+    {Mnu_Descendre, TextId::MenuMoveDown, Mnu_Edition, Editing<&EditingCommands::MoveDown>,
+     {{{Key::Down, Held::CtrlShift}}}, "Mnu_sep9"},
+    {Mnu_Recolorer, TextId::MenuColourText, Mnu_Edition, Editing<&EditingCommands::ColourAll>, Ctrl('K')},
     {Mnu_Syntaxe, TextId::MenuSyntax, Bar, nullptr, {{{Key::F2}}}},
     {Mnu_Visualiser, TextId::MenuView, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
     {Mnu_Zoom, TextId::MenuZoom, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
@@ -114,7 +150,8 @@ constexpr bool KeysAreUnique() {
     for (const MenuRow& other : Rows) {
       if (&row == &other) continue;
       for (const Keystroke& key : row.Keys) {
-        const bool withCtrl = key.Held == Held::Ctrl, withShift = key.Held == Held::Shift;
+        const bool withCtrl = key.Held == Held::Ctrl || key.Held == Held::CtrlShift;
+        const bool withShift = key.Held == Held::Shift || key.Held == Held::CtrlShift;
         for (const Keystroke& taken : other.Keys) {
           if (taken.IsPressedBy(key.Key, withCtrl, withShift)) return false;
         }
@@ -164,10 +201,25 @@ static_assert(EveryCaptionHasAccelerator(), "every caption has one accelerator")
 // The French captions are those that users know by heart, with letters that two of them share.
 static_assert(AcceleratorsAreUnique(1) && AcceleratorsAreUnique(2), "no letter twice in a menu");
 
+std::string NameOf(Key key) {
+  switch (key) {
+    case Key::Tab:
+      return "Tab";
+    case Key::Up:
+      return "↑";
+    case Key::Down:
+      return "↓";
+    default:
+      break;
+  }
+  if (key < Key::F1) return {static_cast<char>(key)};
+  return "F" + std::to_string(static_cast<int>(key) - static_cast<int>(Key::F1) + 1);
+}
+
 std::string TextOf(const Keystroke& stroke) {
-  const std::string held = stroke.Held == Held::Ctrl ? "Ctrl+" : stroke.Held == Held::Shift ? "Shift+" : "";
-  if (stroke.Key < Key::F1) return held + static_cast<char>(stroke.Key);
-  return held + "F" + std::to_string(static_cast<int>(stroke.Key) - static_cast<int>(Key::F1) + 1);
+  const bool withCtrl = stroke.Held == Held::Ctrl || stroke.Held == Held::CtrlShift;
+  const bool withShift = stroke.Held == Held::Shift || stroke.Held == Held::CtrlShift;
+  return std::string(withCtrl ? "Ctrl+" : "") + (withShift ? "Shift+" : "") + NameOf(stroke.Key);
 }
 
 }  // namespace

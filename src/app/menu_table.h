@@ -27,6 +27,25 @@ enum class MenuId : std::uint8_t {
   Mnu_ImprimerZoom,
   Mnu_ImprimerCode,
   Mnu_Quitter,
+  Mnu_Edition,
+  Mnu_Annuler,
+  Mnu_Refaire,
+  Mnu_Couper,
+  Mnu_Copier,
+  Mnu_Coller,
+  Mnu_ToutSelectionner,
+  Mnu_Chercher,
+  Mnu_Suivant,
+  Mnu_Precedent,
+  Mnu_AllerLigne,
+  Mnu_Commenter,
+  Mnu_Indenter,
+  Mnu_Desindenter,
+  Mnu_Dupliquer,
+  Mnu_SupprimerLignes,
+  Mnu_Monter,
+  Mnu_Descendre,
+  Mnu_Recolorer,
   Mnu_Syntaxe,
   Mnu_Visualiser,
   Mnu_Zoom,
@@ -57,6 +76,7 @@ inline constexpr auto MenuItems = static_cast<std::size_t>(MenuId::Bar);
 
 struct AppContext;
 class Application;
+class EditingCommands;
 class FileCommands;
 class RunCycle;
 class Settings;
@@ -66,6 +86,7 @@ struct CommandTargets {
   AppContext& App;
   Application& Owner;
   FileCommands& Files;
+  EditingCommands& Editing;
   RunCycle& Runs;
   Settings& Options;
   bool WithCtrl;  // Ctrl was held down when the command was given

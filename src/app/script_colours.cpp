@@ -17,13 +17,6 @@ constexpr Colour KeywordInk = MakeColour(0, 0, 192);
 constexpr Colour LabelInk = MakeColour(160, 0, 160);
 constexpr Colour CommentInk = MakeColour(0, 112, 0);
 
-// The length of the text in the units that the platform's editors count.
-std::size_t Utf16Length(std::string_view text) {
-  std::size_t units = 0;
-  while (!text.empty()) units += TakeCharacter(text) > 0xFFFF ? 2 : 1;
-  return units;
-}
-
 class Painter {
  public:
   explicit Painter(std::string_view line) : line_(line) {}

@@ -15,6 +15,14 @@ struct EditorPlace {
   std::size_t Lines = 1;  // of the text
 };
 
+// A part of the text. Places are counted in UTF-16 units from its start, a line end being one.
+struct EditorRange {
+  std::size_t Begin = 0, End = 0;
+
+  bool IsEmpty() const { return Begin == End; }
+  bool operator==(const EditorRange&) const = default;
+};
+
 // Texts are UTF-8 with LF line ends. Lines count from 1. A call that changes the text, save SetText, tells
 // the application so (Application::EditorChanged).
 class ScriptEditor {
@@ -30,6 +38,23 @@ class ScriptEditor {
   // Replaces a line, without its end, and colours it; selection and scroll position stay.
   virtual void ReplaceLine(std::size_t line, std::string_view text) = 0;
   virtual EditorPlace Place() = 0;
+  virtual EditorRange Selection() = 0;
+  // Selects a part and scrolls to it; what lies behind the end of the text is left out.
+  virtual void Select(EditorRange range) = 0;
+  // From the first line's start to the last one's end, without the line end behind it.
+  virtual EditorRange RangeOfLines(std::size_t first, std::size_t last) = 0;
+  // The line in which a place is.
+  virtual std::size_t LineAt(std::size_t place) = 0;
+  virtual std::string TextOf(EditorRange range) = 0;
+  // Puts a text in the place of a part, which is one step to undo, and colours it. The cursor comes to stand
+  // behind it.
+  virtual void Replace(EditorRange range, std::string_view text) = 0;
+  virtual void Undo() = 0;
+  virtual void Redo() = 0;
+  // Between the selection and the clipboard, as plain text.
+  virtual void Cut() = 0;
+  virtual void Copy() = 0;
+  virtual void Paste() = 0;
   virtual void GoToLine(std::size_t line) = 0;
   // The word under the cursor; it is empty where there is none.
   virtual std::string WordAtCursor() = 0;

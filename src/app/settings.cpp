@@ -19,6 +19,7 @@ namespace vaxel {
 namespace {
 
 constexpr int DefaultEditorWidth = 460;
+constexpr double SmallestFontSize = 4, LargestFontSize = 72;  // points
 constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
@@ -240,16 +241,29 @@ void Settings::ChoosePatches() {
 }
 
 void Settings::ChooseFontSize() {
-  constexpr double smallest = 4, largest = 72;
   const std::string present = values_.CodeFontSize > 0 ? NumberText(values_.CodeFontSize) : std::string();
   const auto answer = app_.Dialogs.AskText(
-      {"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(smallest), NumberText(largest)), present});
+      {"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(SmallestFontSize), NumberText(LargestFontSize)), present});
   if (!answer || !IsNumber(Trim(*answer))) return;
   const double size = LeadingNumber(*answer);
-  if (!(size >= smallest && size <= largest)) return;
+  if (!(size >= SmallestFontSize && size <= LargestFontSize)) return;
   values_.CodeFontSize = size;
   app_.Editor.SetFontSize(size);
   WriteLines({{std::string(CodeFontSizeKey), " " + NumberText(size)}});
+}
+
+void Settings::StepFontSize(int points) {
+  const double present = values_.CodeFontSize > 0 ? values_.CodeFontSize : UsualCodeFontSize;
+  const double size = std::clamp(present + points, SmallestFontSize, LargestFontSize);
+  if (size == present) return;
+  values_.CodeFontSize = size;
+  app_.Editor.SetFontSize(size);
+  isFontSizeNew_ = true;
+}
+
+void Settings::WriteFontSize() {
+  if (std::exchange(isFontSizeNew_, false))
+    WriteLines({{std::string(CodeFontSizeKey), " " + NumberText(values_.CodeFontSize)}});
 }
 
 void Settings::ToggleDoubleClick() {
@@ -290,6 +304,7 @@ void Settings::WriteAtEnd(const std::string& startupFile, const std::vector<std:
     lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), recentFiles[i]));
   }
   WriteLines(lines);
+  WriteFontSize();
 }
 
 }  // namespace vaxel

@@ -12,6 +12,8 @@
 namespace vaxel {
 
 inline constexpr std::size_t MostRecentFiles = 9;
+// Points, of the editor's characters where the settings say nothing.
+inline constexpr double UsualCodeFontSize = 10;
 
 class Settings {
  public:
@@ -26,10 +28,15 @@ class Settings {
   // The name of the help file with its folder.
   std::string HelpFile() const { return app_.ProgramFolder + helpFile_; }
 
+  bool IsEditorShown() const { return isEditorShown_; }
+
   void SetZmm(double zmm);
   void ChooseLanguages();  // Mnu_Langue, without showing the menus anew
   void ChoosePatches();    // Mnu_Patchs
   void ChooseFontSize();   // Mnu_TaillCar
+  // By points, as the wheel turns. It is written when the wheel rests.
+  void StepFontSize(int points);
+  void WriteFontSize();
   void ToggleDoubleClick();
   void ToggleEditor();             // Mnu_Code
   void WidenEditor();              // Mnu_AgrandirCode
@@ -63,6 +70,7 @@ class Settings {
   std::optional<ConfigurationFile> file_;  // once the program's folder is known
   bool isFailureTold_ = false;
   std::string helpFile_ = "Vaxel.hlp";
+  bool isFontSizeNew_ = false;  // since it was written
   bool isEditorShown_ = true;
   int editorWidth_ = 0;  // units of 1/96 inch, while it is shown
 };

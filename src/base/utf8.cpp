@@ -57,6 +57,12 @@ char32_t TakeCharacter(std::string_view& text) {
   return code;
 }
 
+std::size_t Utf16Length(std::string_view text) {
+  std::size_t units = 0;
+  while (!text.empty()) units += TakeCharacter(text) > 0xFFFF ? 2 : 1;
+  return units;
+}
+
 bool IsValidUtf8(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = SequenceLength(text);

@@ -1,6 +1,7 @@
 // UTF-8, character by character.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,9 @@ void AppendUtf8(std::string& text, char32_t code);
 // Takes the first character off the text, which is not empty. A byte that begins no well-formed sequence is
 // taken alone and reads as U+FFFD.
 char32_t TakeCharacter(std::string_view& text);
+
+// The length of the text in the 16-bit units in which the platform's editors count.
+std::size_t Utf16Length(std::string_view text);
 
 // Whether the text is well-formed.
 bool IsValidUtf8(std::string_view text);

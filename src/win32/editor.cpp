@@ -3,43 +3,27 @@
 #include <windows.h>
 // These need what windows.h declares.
 #include <commctrl.h>
-#include <richole.h>
 
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
-#include <vector>
 
-#include "app/script_colours.h"
+#include "app/line_editing.h"
 #include "win32/control_ids.h"
 #include "win32/input_state.h"
+#include "win32/pixels.h"
 #include "win32/rich_format.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
 
-constexpr UINT_PTR ColourTimer = 1;
+constexpr UINT_PTR ColourTimer = 1, LoadTimer = 2;
 constexpr UINT BetweenLooks = 50;  // milliseconds, at what is seen
-constexpr auto FirstColours = std::chrono::milliseconds(100);
-constexpr double UsualFontSize = 10;
-constexpr UINT Utf16 = 1200;
-
-// The id is spelled out, as not every system's library has it.
-constexpr GUID TextDocumentId = {
-    0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
-
-// Line ends as the control has them, and back.
-std::wstring ToControl(std::string_view text) {
-  std::wstring wide = Widen(text);
-  std::replace(wide.begin(), wide.end(), L'\n', L'\r');
-  return wide;
-}
-
-std::string FromControl(std::wstring wide) {
-  std::replace(wide.begin(), wide.end(), L'\r', L'\n');
-  return Narrow(wide);
-}
+// Who has not typed for so long, milliseconds, begins another step to undo.
+constexpr DWORD TypingPause = 1000;
+constexpr int TextMargin = 4;  // 1/96 inch, left of the text
+constexpr Colour PairInk = MakeColour(192, 0, 0);
 
 bool IsInWord(wchar_t unit) {
   return unit == L'_' || IsCharAlphaNumericW(unit) != FALSE;
@@ -47,67 +31,29 @@ bool IsInWord(wchar_t unit) {
 
 }  // namespace
 
-// What happens meanwhile is not the user's doing: the application is not told, undoing does not see it,
-// selection and scroll position stay.
-class EditorWin32::Unnoticed {
- public:
-  explicit Unnoticed(EditorWin32& editor, bool isSeen = true)
-      : editor_(editor), isSeen_(isSeen && IsWindowVisible(editor.window_) != FALSE) {
-    if (editor_.unnoticed_++ > 0) return;
-    if (editor_.document_) editor_.document_->Undo(tomSuspend, nullptr);
-    // A hidden window would be shown by this.
-    if (isSeen_) editor_.Send(WM_SETREDRAW, FALSE);
-    editor_.Send(EM_GETSCROLLPOS, 0, &scroll_);
-    selection_ = editor_.Selection();
-  }
-  ~Unnoticed() {
-    if (--editor_.unnoticed_ > 0) return;
-    const CHARRANGE selection = editor_.Selection();
-    if (selection.cpMin != selection_.cpMin || selection.cpMax != selection_.cpMax)
-      editor_.Select(selection_);
-    POINT scroll{};
-    editor_.Send(EM_GETSCROLLPOS, 0, &scroll);
-    if (scroll.x != scroll_.x || scroll.y != scroll_.y) editor_.Send(EM_SETSCROLLPOS, 0, &scroll_);
-    if (editor_.document_) editor_.document_->Undo(tomResume, nullptr);
-    if (!isSeen_) return;
-    editor_.Send(WM_SETREDRAW, TRUE);
-    RedrawWindow(editor_.window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_NOERASE);
-  }
-  Unnoticed(const Unnoticed&) = delete;
-  Unnoticed& operator=(const Unnoticed&) = delete;
-
- private:
-  EditorWin32& editor_;
-  bool isSeen_;
-  POINT scroll_{};
-  CHARRANGE selection_{};
-};
-
 EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure)
-    : onFailure_(std::move(onFailure)), library_(LoadLibraryW(L"Msftedit.dll")) {
+    : onFailure_(std::move(onFailure)),
+      library_(LoadLibraryW(L"Msftedit.dll")),
+      margin_(instance, parent, onFailure_) {
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |
                           ES_AUTOVSCROLL | ES_NOHIDESEL | ES_WANTRETURN;
   window_ = CreateWindowExW(0, MSFTEDIT_CLASS, L"", style, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(EditorId)), instance, nullptr);
   if (!window_) throw std::runtime_error("the script editor could not be made");
-  if (const auto object = Obtained<IUnknown>(
-          [this](IUnknown** unknown) { return Send(EM_GETOLEINTERFACE, 0, unknown) ? S_OK : E_FAIL; })) {
-    document_ = Obtained<ITextDocument>([&](ITextDocument** document) {
-      return object->QueryInterface(TextDocumentId, reinterpret_cast<void**>(document));
-    });
-  }
+  text_ = RichText(window_);
+  margin_.Attach(text_);
   // Files that are dropped on it are for the window.
   RevokeDragDrop(window_);
-  Send(EM_SETTARGETDEVICE, 0, LPARAM{1});  // lines are as long as they are
-  Send(EM_EXLIMITTEXT, 0, static_cast<LPARAM>(MaxScriptBytes));
-  Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(White));
+  text_.Send(EM_SETTARGETDEVICE, 0, LPARAM{1});  // lines are as long as they are
+  text_.Send(EM_EXLIMITTEXT, 0, static_cast<LPARAM>(MaxScriptBytes));
+  text_.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(White));
   CHARFORMAT2W format = FormatOf(CFM_FACE | CFM_COLOR | CFM_CHARSET | CFM_BOLD | CFM_ITALIC);
   format.bCharSet = DEFAULT_CHARSET;
   lstrcpynW(format.szFaceName, ScriptFace(), LF_FACESIZE);
-  SetFormat(SCF_DEFAULT, format);
-  SetFormat(SCF_ALL, format);
-  SetFontSize(UsualFontSize);
-  Send(EM_SETEVENTMASK, 0, LPARAM{ENM_CHANGE | ENM_SELCHANGE});
+  text_.SetFormat(SCF_DEFAULT, format);
+  text_.SetFormat(SCF_ALL, format);
+  SetFontSize(UsualCodeFontSize);
+  text_.Send(EM_SETEVENTMASK, 0, LPARAM{ENM_CHANGE | ENM_SELCHANGE});
   SetWindowSubclass(window_, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -121,7 +67,11 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
     self.onFailure_();
     return 0;
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+  // However the text was scrolled or changed, it is painted then.
+  if (message == WM_PAINT) self.margin_.Follow();
+  if (message == WM_CHAR && wParam == L'\r') self.EndStep();
+  return result;
 }
 
 std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam) {
@@ -131,15 +81,16 @@ std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam) {
       return 0;
     case WM_KEYDOWN:
       return TakesKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
-    case WM_CHAR: {
-      const bool isCommand = wParam < L' ' && IsDown(VK_CONTROL) && !IsDown(VK_MENU);
-      const bool isShiftReturn = wParam == L'\r' && IsDown(VK_SHIFT);
-      return isCommand || isShiftReturn ? std::optional<LRESULT>(0) : std::nullopt;
-    }
-    case WM_TIMER:
-      if (wParam != ColourTimer) return std::nullopt;
-      ColourSeen();
+    case WM_CHAR:
+      return TakesCharacter(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_MOUSEWHEEL:
+      if ((LOWORD(wParam) & MK_CONTROL) == 0) return std::nullopt;
+      TurnWheel(wParam);
       return 0;
+    case WM_TIMER:
+      if (wParam == ColourTimer && !colours_.Seen() && !IsLoading()) KillTimer(window_, ColourTimer);
+      if (wParam == LoadTimer) LoadWhileIdle();
+      return wParam == ColourTimer || wParam == LoadTimer ? std::optional<LRESULT>(0) : std::nullopt;
     default:
       return std::nullopt;
   }
@@ -149,141 +100,258 @@ std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam) {
 bool EditorWin32::TakesKey(WPARAM key) {
   const bool withCtrl = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
   const bool withShift = IsDown(VK_SHIFT);
-  if ((withCtrl && key == 'V') || (withShift && !withCtrl && key == VK_INSERT)) {
+  // These may go to the end of the text.
+  if (IsLoading() && withCtrl && (key == VK_END || key == VK_DOWN)) LoadToLine(restLines_ + lines_);
+  if (withShift && !withCtrl && key == VK_INSERT) {
     Paste();
     return true;
   }
   if (withShift && key == VK_RETURN) {
-    Send(EM_REPLACESEL, TRUE, L"\r");
+    text_.ReplaceSelection(L"\r");
     return true;
   }
-  constexpr std::wstring_view commands = L"ACXYZ";
+  if (key == VK_DELETE || key == VK_BACK) BeforeTyping(L'\b');
   const bool isCharacter = (key >= '0' && key <= 'Z') || key >= VK_OEM_1;
-  return withCtrl && isCharacter && commands.find(static_cast<wchar_t>(key)) == std::wstring_view::npos;
+  return withCtrl && isCharacter;
 }
 
-void EditorWin32::Paste() {
-  Send(EM_PASTESPECIAL, CF_UNICODETEXT);
+bool EditorWin32::TakesCharacter(WPARAM character) {
+  const bool isCommand = character < L' ' && IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+  const bool isShiftReturn = character == L'\r' && IsDown(VK_SHIFT);
+  if (isCommand || isShiftReturn) return true;
+  if (character >= L' ' || character == L'\r' || character == L'\t') BeforeTyping(character);
+  return false;
+}
+
+// What is typed next is another step to undo.
+void EditorWin32::EndStep() {
+  text_.Send(EM_STOPGROUPTYPING);
+}
+
+// A step ends at a pause, and what is typed over comes back by a step of its own: the control would have
+// forgotten it.
+void EditorWin32::BeforeTyping(WPARAM character) {
+  const DWORD now = GetTickCount();
+  if (now - std::exchange(lastTyped_, now) >= TypingPause) EndStep();
+  const CHARRANGE selection = text_.Selection();
+  if (selection.cpMin == selection.cpMax) return;
+  EndStep();
+  if (character == L'\b') return;
+  text_.ReplaceSelection(L"");
+  EndStep();
+}
+
+void EditorWin32::TurnWheel(WPARAM wParam) {
+  wheel_ += GET_WHEEL_DELTA_WPARAM(wParam);
+  const int notches = wheel_ / WHEEL_DELTA;
+  wheel_ -= notches * WHEEL_DELTA;
+  if (notches != 0 && application_) application_->CodeSizeStepped(notches);
+}
+
+void EditorWin32::Place(const RECT& place) {
+  const int margin = margin_.Width();
+  constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
+  const int width = std::max(0L, place.right - place.left), height = std::max(0L, place.bottom - place.top);
+  SetWindowPos(margin_.Window(), nullptr, place.left, place.top, std::min(margin, width), height, flags);
+  SetWindowPos(window_, nullptr, place.left + std::min(margin, width), place.top,
+               std::max(0, width - margin), height, flags);
+  const int inset = ToPixels(TextMargin, GetDpiForWindow(window_));
+  RECT client{};
+  GetClientRect(window_, &client);
+  client.left += inset;
+  text_.Send(EM_SETRECT, 0, &client);
+}
+
+void EditorWin32::SetVisible(bool isVisible) {
+  for (HWND window : {margin_.Window(), window_}) ShowWindow(window, isVisible ? SW_SHOWNA : SW_HIDE);
 }
 
 void EditorWin32::SetDpi(UINT dpi) {
   const UINT system = GetDpiForSystem();
   // Without a factor the control is sharper.
   if (dpi == system) {
-    Send(EM_SETZOOM, 0, LPARAM{0});
+    text_.Send(EM_SETZOOM, 0, LPARAM{0});
   } else {
-    Send(EM_SETZOOM, dpi, static_cast<LPARAM>(system));
+    text_.Send(EM_SETZOOM, dpi, static_cast<LPARAM>(system));
   }
+  margin_.SetDpi(dpi);
 }
 
 void EditorWin32::TextChanged() {
-  if (unnoticed_ > 0 || !application_) return;
-  if (pending_) pending_ = std::min(*pending_, RangeOfLine(Place().Line - 1).cpMin);
+  if (text_.IsUnnoticed() || !application_) return;
+  ColourNewLines();
   application_->EditorChanged();
+  margin_.Follow();
+}
+
+// What was pasted, or brought back by undoing, has come in beside the cursor.
+void EditorWin32::ColourNewLines() {
+  constexpr std::size_t mostSingly = 200;
+  const std::size_t lines = text_.Lines(), before = std::exchange(lines_, lines);
+  const std::size_t line = text_.LineAt(text_.Selection().cpMin);
+  const std::size_t added = lines > before ? lines - before : 0;
+  const std::size_t first = line > added ? line - added : 0;
+  colours_.ChangedFrom(first);
+  if (added > mostSingly) return ColourAll();
+  if (added > 0) colours_.Lines(first, std::min(line + added, lines - 1));
 }
 
 void EditorWin32::SelectionChanged() {
-  if (unnoticed_ == 0 && application_) application_->CursorMoved();
+  if (text_.IsUnnoticed() || !application_) return;
+  // What is typed at the end of what is there would come before the rest.
+  if (IsLoading()) LoadToPlace(static_cast<std::size_t>(text_.Selection().cpMax));
+  application_->CursorMoved();
+  MarkParentheses();
+  margin_.Follow();
 }
 
-std::wstring EditorWin32::WholeText() const {
-  const GETTEXTLENGTHEX lengthOf = {GTL_NUMCHARS | GTL_PRECISE, Utf16};
-  const LRESULT length = Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&lengthOf));
-  std::wstring text(static_cast<std::size_t>(std::max<LRESULT>(length, 0)) + 1, L'\0');
-  GETTEXTEX get{};
-  get.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-  get.flags = GT_DEFAULT;
-  get.codepage = Utf16;
-  text.resize(static_cast<std::size_t>(Send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&get), text.data())));
-  return text;
+void EditorWin32::MarkParentheses() {
+  const CHARRANGE selection = text_.Selection();
+  const std::size_t line = text_.LineAt(selection.cpMin);
+  if (const auto marked = std::exchange(paired_, std::nullopt)) colours_.Lines(*marked, *marked);
+  constexpr LONG longest = 2000;  // of a line that is looked through at every key
+  const CHARRANGE range = text_.RangeOfLine(line);
+  if (selection.cpMin != selection.cpMax || range.cpMax - range.cpMin > longest) return;
+  const auto pair = ParenthesesAt(Narrow(text_.TextOf(range)),
+                                  static_cast<std::size_t>(selection.cpMin - range.cpMin));
+  if (!pair) return;
+  paired_ = line;
+  const RichText::Unnoticed unnoticed(text_);
+  for (const std::size_t column : {pair->Opening, pair->Closing}) {
+    const LONG at = range.cpMin + static_cast<LONG>(column);
+    text_.Select({at, at + 1});
+    text_.SetFormat(SCF_SELECTION, ColourFormat(PairInk));
+  }
 }
 
-std::wstring EditorWin32::TextOf(CHARRANGE range) const {
-  std::wstring text(static_cast<std::size_t>(range.cpMax - range.cpMin) + 1, L'\0');
-  TEXTRANGEW get{range, text.data()};
-  text.resize(static_cast<std::size_t>(Send(EM_GETTEXTRANGE, 0, &get)));
-  return text;
+bool EditorWin32::HasLinesSelected() const {
+  const CHARRANGE selection = text_.Selection();
+  return selection.cpMin != selection.cpMax &&
+         text_.LineAt(selection.cpMin) != text_.LineAt(selection.cpMax);
 }
 
 std::string EditorWin32::Text() {
-  return FromControl(WholeText());
+  std::string text = FromControl(text_.WholeText());
+  return IsLoading() ? text + FromControl(std::wstring_view(rest_).substr(restAt_)) : text;
 }
 
 bool EditorWin32::IsEmpty() {
-  return GetWindowTextLengthW(window_) == 0;
-}
-
-void EditorWin32::SetText(std::string_view text) {
-  const std::wstring wide = ToControl(text);
-  pending_.reset();
-  {
-    const Unnoticed unnoticed(*this);
-    const SETTEXTEX set = {ST_DEFAULT, Utf16};
-    Send(EM_SETTEXTEX, reinterpret_cast<WPARAM>(&set), wide.c_str());
-    SetFormat(SCF_ALL, ColourFormat(Black));
-  }
-  Select({0, 0});
-  Send(EM_SCROLLCARET);
-  Send(EM_EMPTYUNDOBUFFER);
+  return !IsLoading() && GetWindowTextLengthW(window_) == 0;
 }
 
 void EditorWin32::ReplaceSelection(std::string_view text) {
-  Send(EM_REPLACESEL, TRUE, ToControl(text).c_str());
-}
-
-CHARRANGE EditorWin32::Selection() const {
-  CHARRANGE selection{};
-  Send(EM_EXGETSEL, 0, &selection);
-  return selection;
-}
-
-CHARRANGE EditorWin32::RangeOfLine(std::size_t line) const {
-  const LRESULT begin = Send(EM_LINEINDEX, line);
-  if (begin < 0) {
-    const auto end = static_cast<LONG>(GetWindowTextLengthW(window_));
-    return {end, end};
-  }
-  const LRESULT length = Send(EM_LINELENGTH, static_cast<WPARAM>(begin));
-  return {static_cast<LONG>(begin), static_cast<LONG>(begin + length)};
+  text_.ReplaceSelection(ToControl(text));
 }
 
 // The cursor stays in its line and, as far as that is long enough, in its column.
 void EditorWin32::ReplaceLine(std::size_t line, std::string_view text) {
-  const CHARRANGE old = RangeOfLine(line - 1);
+  LoadToLine(line);
+  const CHARRANGE old = text_.RangeOfLine(line - 1);
   const std::wstring wide = ToControl(text);
   const LONG newEnd = old.cpMin + static_cast<LONG>(wide.size());
   const auto moved = [&](LONG place) {
     if (place <= old.cpMin) return place;
     return place > old.cpMax ? place + newEnd - old.cpMax : std::min(place, newEnd);
   };
-  const CHARRANGE selection = Selection();
+  const CHARRANGE selection = text_.Selection();
   POINT scroll{};
-  Send(EM_GETSCROLLPOS, 0, &scroll);
-  ++unnoticed_;
-  Select(old);
-  Send(EM_REPLACESEL, TRUE, wide.c_str());
-  Select({moved(selection.cpMin), moved(selection.cpMax)});
-  --unnoticed_;
-  Send(EM_SETSCROLLPOS, 0, &scroll);
+  text_.Send(EM_GETSCROLLPOS, 0, &scroll);
+  text_.BeginUnnoticed();
+  text_.Select(old);
+  text_.ReplaceSelection(wide);
+  text_.Select({moved(selection.cpMin), moved(selection.cpMax)});
+  text_.EndUnnoticed();
+  text_.Send(EM_SETSCROLLPOS, 0, &scroll);
   ColourLine(line);
   if (application_) application_->EditorChanged();
 }
 
 EditorPlace EditorWin32::Place() {
-  const LRESULT line = Send(EM_EXLINEFROMCHAR, 0, LPARAM{Selection().cpMin});
-  return {static_cast<std::size_t>(line) + 1, static_cast<std::size_t>(Send(EM_GETLINECOUNT))};
+  return {text_.LineAt(text_.Selection().cpMin) + 1, text_.Lines() + (IsLoading() ? restLines_ : 0)};
+}
+
+EditorRange EditorWin32::Selection() {
+  const CHARRANGE selection = text_.Selection();
+  return {static_cast<std::size_t>(selection.cpMin), static_cast<std::size_t>(selection.cpMax)};
+}
+
+void EditorWin32::Select(EditorRange range) {
+  LoadToPlace(range.End);
+  text_.Select({static_cast<LONG>(range.Begin), static_cast<LONG>(range.End)});
+  text_.Send(EM_SCROLLCARET);
+}
+
+EditorRange EditorWin32::RangeOfLines(std::size_t first, std::size_t last) {
+  LoadToLine(last);
+  return {static_cast<std::size_t>(text_.RangeOfLine(first - 1).cpMin),
+          static_cast<std::size_t>(text_.RangeOfLine(last - 1).cpMax)};
+}
+
+std::size_t EditorWin32::LineAt(std::size_t place) {
+  LoadToPlace(place);
+  return text_.LineAt(static_cast<LONG>(place)) + 1;
+}
+
+std::string EditorWin32::TextOf(EditorRange range) {
+  LoadToPlace(range.End);
+  return FromControl(text_.TextOf({static_cast<LONG>(range.Begin), static_cast<LONG>(range.End)}));
+}
+
+void EditorWin32::Replace(EditorRange range, std::string_view text) {
+  LoadToPlace(range.End);
+  EndStep();
+  const std::wstring wide = ToControl(text);
+  text_.BeginUnnoticed();
+  text_.Select({static_cast<LONG>(range.Begin), static_cast<LONG>(range.End)});
+  text_.ReplaceSelection(wide);
+  text_.EndUnnoticed();
+  const std::size_t first = text_.LineAt(static_cast<LONG>(range.Begin));
+  const std::size_t last = text_.LineAt(static_cast<LONG>(range.Begin + wide.size()));
+  lines_ = text_.Lines();
+  constexpr std::size_t mostSingly = 200;
+  if (last - first > mostSingly) {
+    ColourAll();
+  } else {
+    colours_.Lines(first, last);
+  }
+  if (application_) application_->EditorChanged();
+  margin_.Follow();
+}
+
+void EditorWin32::Undo() {
+  text_.Send(EM_UNDO);
+}
+
+void EditorWin32::Redo() {
+  text_.Send(EM_REDO);
+}
+
+void EditorWin32::Cut() {
+  EndStep();
+  text_.Send(WM_CUT);
+}
+
+void EditorWin32::Copy() {
+  text_.Send(WM_COPY);
+}
+
+void EditorWin32::Paste() {
+  EndStep();
+  text_.Send(EM_PASTESPECIAL, CF_UNICODETEXT);
+  EndStep();
 }
 
 void EditorWin32::GoToLine(std::size_t line) {
-  const LONG begin = RangeOfLine(line - 1).cpMin;
-  Select({begin, begin});
-  Send(EM_SCROLLCARET);
+  LoadToLine(line);
+  const LONG begin = text_.RangeOfLine(line - 1).cpMin;
+  text_.Select({begin, begin});
+  text_.Send(EM_SCROLLCARET);
 }
 
 std::string EditorWin32::WordAtCursor() {
-  const CHARRANGE line = RangeOfLine(Place().Line - 1);
-  const std::wstring text = TextOf(line);
-  auto begin = std::min(static_cast<std::size_t>(Selection().cpMin - line.cpMin), text.size());
+  const CHARRANGE line = text_.RangeOfLine(text_.LineAt(text_.Selection().cpMin));
+  const std::wstring text = text_.TextOf(line);
+  auto begin = std::min(static_cast<std::size_t>(text_.Selection().cpMin - line.cpMin), text.size());
   auto end = begin;
   while (begin > 0 && IsInWord(text[begin - 1])) --begin;
   while (end < text.size() && IsInWord(text[end])) ++end;
@@ -291,79 +359,28 @@ std::string EditorWin32::WordAtCursor() {
 }
 
 void EditorWin32::SetTypingColour(Colour colour) {
-  const Unnoticed unnoticed(*this);
-  SetFormat(SCF_SELECTION, ColourFormat(colour));
-}
-
-// The control's text ranges would do it without the selection, but under Wine they take ten times as long.
-void EditorWin32::SetColour(CHARRANGE range, Colour colour) const {
-  if (range.cpMin == range.cpMax) return;
-  Select(range);
-  SetFormat(SCF_SELECTION, ColourFormat(colour));
-}
-
-LONG EditorWin32::ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const {
-  std::size_t from = 0;
-  while (from < text.size() && Clock::now() < until) {
-    const std::size_t end = std::min(text.find(L'\r', from), text.size());
-    const LONG place = begin + static_cast<LONG>(from);
-    SetColour({place, begin + static_cast<LONG>(end)}, Black);
-    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)))) {
-      SetColour({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
-    }
-    from = end + 1;
-  }
-  return begin + static_cast<LONG>(std::min(from, text.size()));
+  const RichText::Unnoticed unnoticed(text_);
+  text_.SetFormat(SCF_SELECTION, ColourFormat(colour));
 }
 
 void EditorWin32::ColourLine(std::size_t line) {
-  const CHARRANGE range = RangeOfLine(line - 1);
-  const std::wstring text = TextOf(range);
-  const Unnoticed unnoticed(*this);
-  ColourLines(text, range.cpMin, Clock::time_point::max());
-}
-
-EditorWin32::LineRange EditorWin32::VisibleLines() const {
-  RECT client{};
-  GetClientRect(window_, &client);
-  const POINTL corner = {0, std::max(0L, client.bottom - 1)};
-  const LRESULT last = Send(EM_EXLINEFROMCHAR, 0, static_cast<LPARAM>(Send(EM_CHARFROMPOS, 0, &corner)));
-  return {static_cast<std::size_t>(Send(EM_GETFIRSTVISIBLELINE)), static_cast<std::size_t>(last)};
+  LoadToLine(line);
+  colours_.Lines(line - 1, line - 1);
 }
 
 void EditorWin32::ColourAll() {
-  const std::wstring text = WholeText();
-  const auto length = static_cast<LONG>(text.size());
-  {
-    const Unnoticed unnoticed(*this);
-    pending_ = ColourLines(text, 0, Clock::now() + FirstColours);
-  }
-  seen_.reset();
-  if (*pending_ >= length) return pending_.reset();
-  ColourSeen();
-  SetTimer(window_, ColourTimer, BetweenLooks, nullptr);
-}
-
-void EditorWin32::ColourSeen() {
-  if (!pending_) {
-    KillTimer(window_, ColourTimer);
-    return;
-  }
-  const LineRange lines = VisibleLines();
-  const CHARRANGE range = {RangeOfLine(lines.First).cpMin, RangeOfLine(lines.Last).cpMax};
-  if (range.cpMax <= *pending_ || lines == seen_) return;
-  seen_ = lines;
-  const std::wstring text = TextOf(range);
-  const Unnoticed unnoticed(*this);
-  ColourLines(text, range.cpMin, Clock::time_point::max());
+  const bool isMissingSome = colours_.All();
+  if (IsLoading()) colours_.Grown(text_.Length());
+  if (isMissingSome || IsLoading()) SetTimer(window_, ColourTimer, BetweenLooks, nullptr);
 }
 
 void EditorWin32::SetFontSize(double points) {
-  const Unnoticed unnoticed(*this);
-  SetFormat(SCF_ALL, SizeFormat(points));
-  SetFormat(SCF_DEFAULT, SizeFormat(points));
+  const RichText::Unnoticed unnoticed(text_);
+  text_.SetFormat(SCF_ALL, SizeFormat(points));
+  text_.SetFormat(SCF_DEFAULT, SizeFormat(points));
   // Four characters, each some 0.55 of the size wide.
-  if (document_) document_->SetDefaultTabStop(static_cast<float>(points * 0.55 * 4));
+  text_.SetTabStop(static_cast<float>(points * 0.55 * 4));
+  margin_.SetFontSize(points);
 }
 
 }  // namespace vaxel

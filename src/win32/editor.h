@@ -2,11 +2,7 @@
 #pragma once
 
 #include <windows.h>
-// These need what windows.h declares.
-#include <richedit.h>
-#include <tom.h>
 
-#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -14,24 +10,31 @@
 
 #include "app/application.h"
 #include "app/script_editor.h"
+#include "win32/editor_colours.h"
+#include "win32/editor_margin.h"
+#include "win32/rich_text.h"
 #include "win32/window_class.h"
-#include "winbase/gdi_handles.h"
 #include "winbase/handles.h"
 
 namespace vaxel {
 
-// The script editor (RTB1), a rich edit control of plain text. The lines of a long script get their colours
-// when they are first seen.
+// The script editor (RTB1), a rich edit control of plain text, with its margin. A long text comes into the
+// control in slices while nothing else is to do; whoever asks for the text gets all of it at any time.
 class EditorWin32 : public ScriptEditor {
  public:
   EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure);
 
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
+  // Gives margin and control their place in the parent.
+  void Place(const RECT& place);
+  void SetVisible(bool isVisible);
   void SetDpi(UINT dpi);
   // The control tells its parent of both.
   void TextChanged();
   void SelectionChanged();
+  // Whether the TAB key is the command that moves lines.
+  bool HasLinesSelected() const;
 
   std::string Text() override;
   bool IsEmpty() override;
@@ -39,6 +42,17 @@ class EditorWin32 : public ScriptEditor {
   void ReplaceSelection(std::string_view text) override;
   void ReplaceLine(std::size_t line, std::string_view text) override;
   EditorPlace Place() override;
+  EditorRange Selection() override;
+  void Select(EditorRange range) override;
+  EditorRange RangeOfLines(std::size_t first, std::size_t last) override;
+  std::size_t LineAt(std::size_t place) override;
+  std::string TextOf(EditorRange range) override;
+  void Replace(EditorRange range, std::string_view text) override;
+  void Undo() override;
+  void Redo() override;
+  void Cut() override;
+  void Copy() override;
+  void Paste() override;
   void GoToLine(std::size_t line) override;
   std::string WordAtCursor() override;
   void SetTypingColour(Colour colour) override;
@@ -47,47 +61,40 @@ class EditorWin32 : public ScriptEditor {
   void SetFontSize(double points) override;
 
  private:
-  class Unnoticed;
-  using Clock = std::chrono::steady_clock;
-
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                     DWORD_PTR editor);
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam);
   bool TakesKey(WPARAM key);
-  void Paste();
+  bool TakesCharacter(WPARAM character);
+  void TurnWheel(WPARAM wParam);
+  void EndStep();
+  void BeforeTyping(WPARAM character);
+  void ColourNewLines();
+  void MarkParentheses();
 
-  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-    return SendMessageW(window_, message, wParam, lParam);
-  }
-  LRESULT Send(UINT message, WPARAM wParam, const void* data) const {
-    return Send(message, wParam, reinterpret_cast<LPARAM>(data));
-  }
-  CHARRANGE Selection() const;
-  void Select(CHARRANGE range) const { Send(EM_EXSETSEL, 0, &range); }
-  // The range of a line counted from 0; for a line after the last it is the end of the text.
-  CHARRANGE RangeOfLine(std::size_t line) const;
-  // The lines are counted from 0.
-  struct LineRange {
-    std::size_t First = 0, Last = 0;
-    bool operator==(const LineRange&) const = default;
-  };
-  LineRange VisibleLines() const;
-  std::wstring TextOf(CHARRANGE range) const;
-  std::wstring WholeText() const;
-  void SetFormat(WPARAM scope, const CHARFORMAT2W& format) const { Send(EM_SETCHARFORMAT, scope, &format); }
-  void SetColour(CHARRANGE range, Colour colour) const;
-  // Colours the lines of a part of the text, which begins with one, and returns where the time was over.
-  LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
-  void ColourSeen();
+  // The text that is not in the control yet.
+  bool IsLoading() const { return restAt_ < rest_.size(); }
+  void LoadSlice(std::size_t lines);
+  void LoadWhileIdle();
+  // At least up to this place or line, counted from 0, and some lines behind it.
+  void LoadToPlace(std::size_t place);
+  void LoadToLine(std::size_t line);
 
   FailureHandler onFailure_;
   UniqueLibrary library_;
   HWND window_ = nullptr;
-  UniqueCom<ITextDocument> document_;
+  RichText text_;
+  EditorColours colours_{text_};
+  EditorMargin margin_;
   Application* application_ = nullptr;
-  int unnoticed_ = 0;              // how many are at work
-  std::optional<LONG> pending_;    // from where on the colours are yet to come
-  std::optional<LineRange> seen_;  // the lines beyond that place which were coloured last
+  std::size_t lines_ = 1;  // when the text was changed last
+  DWORD lastTyped_ = 0;    // when, in milliseconds
+  std::optional<std::size_t> paired_;  // the line in which parentheses are marked
+  int wheel_ = 0;          // what was turned with Ctrl and is less than a notch
+  std::wstring rest_;
+  std::size_t restAt_ = 0;     // what lies before is in the control
+  std::size_t restLines_ = 0;  // line ends behind it
+  std::size_t sliceLines_ = 0;
 };
 
 }  // namespace vaxel

@@ -162,7 +162,7 @@ void MainWindowWin32::SetEditorWidth(int width) {
   editorWidth_ = width;
   // The keys must not go to what is hidden.
   if (width <= 0 && GetFocus() == editor_.Window()) SetFocus(graphic_.Window());
-  ShowWindow(editor_.Window(), width > 0 ? SW_SHOWNA : SW_HIDE);
+  editor_.SetVisible(width > 0);
   Layout();
 }
 
@@ -186,15 +186,9 @@ void MainWindowWin32::Layout() {
   const int height = std::max(0L, client.bottom - status_.Height());
   const int editor = EditorPixels(client.right);
   const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
-  constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
-  // Both move at once, so that neither is seen over the other.
-  HDWP moves = BeginDeferWindowPos(2);
-  if (moves) moves = DeferWindowPos(moves, editor_.Window(), nullptr, 0, 0, editor, height, flags);
-  if (moves) {
-    moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, 0,
-                           std::max(0L, client.right - graphic), height, flags);
-  }
-  if (moves) EndDeferWindowPos(moves);
+  editor_.Place({0, 0, editor, height});
+  SetWindowPos(graphic_.Window(), nullptr, graphic, 0, std::max(0L, client.right - graphic), height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
   status_.Place(height, client.right);
 }
 

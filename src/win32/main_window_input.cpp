@@ -9,6 +9,9 @@ namespace {
 
 // Together with Alt, which AltGr is besides Ctrl, letters are characters.
 Key KeyOf(WPARAM key) {
+  if (key == VK_UP) return Key::Up;
+  if (key == VK_DOWN) return Key::Down;
+  if (key == VK_TAB) return Key::Tab;
   if (key >= VK_F1 && key <= VK_F12) return static_cast<Key>(static_cast<WPARAM>(Key::F1) + key - VK_F1);
   return key >= 'A' && key <= 'Z' && !IsDown(VK_MENU) ? static_cast<Key>(key) : Key::None;
 }
@@ -67,6 +70,8 @@ bool MainWindowWin32::TakesKey(const MSG& message) {
     return true;
   }
   if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_.get())) return false;
+  const bool isOfLines = message.hwnd == editor_.Window() && editor_.HasLinesSelected();
+  if (message.wParam == VK_TAB && !isOfLines) return false;
   return application_->KeyDown(KeyOf(message.wParam), IsDown(VK_SHIFT));
 }
 

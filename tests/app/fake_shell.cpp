@@ -69,6 +69,34 @@ EditorPlace FakeEditor::Place() {
                     1};
 }
 
+void FakeEditor::GoToLine(std::size_t line) {
+  Line = line;
+  const std::size_t begin = RangeOfLines(line, line).Begin;
+  Selected = {begin, begin};
+}
+
+EditorRange FakeEditor::RangeOfLines(std::size_t first, std::size_t last) {
+  std::size_t begin = 0;
+  for (std::size_t i = 1; i < first; ++i) begin = Content.find('\n', begin) + 1;
+  std::size_t end = begin;
+  for (std::size_t i = first; i < last; ++i) end = Content.find('\n', end) + 1;
+  return {begin, std::min(Content.find('\n', end), Content.size())};
+}
+
+std::size_t FakeEditor::LineAt(std::size_t place) {
+  return static_cast<std::size_t>(
+             std::count(Content.begin(), Content.begin() + static_cast<std::ptrdiff_t>(place), '\n')) +
+         1;
+}
+
+void FakeEditor::Replace(EditorRange range, std::string_view text) {
+  Content.replace(range.Begin, range.End - range.Begin, text);
+  Selected = {range.Begin + text.size(), range.Begin + text.size()};
+  ++Replacements;
+  Line = LineAt(Selected.Begin);
+  Owner->EditorChanged();
+}
+
 void FakeEditor::Type(std::string_view text) {
   Line = Place().Lines;
   Owner->CursorMoved();

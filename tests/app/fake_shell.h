@@ -2,6 +2,7 @@
 // for.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <deque>
@@ -80,7 +81,21 @@ class FakeEditor : public ScriptEditor {
   void ReplaceLine(std::size_t line, std::string_view text) override;
   // A vertical tab ends a line too, as in the control of Windows.
   EditorPlace Place() override;
-  void GoToLine(std::size_t line) override { Line = line; }
+  void GoToLine(std::size_t line) override;
+  // Places are those of ASCII, of which tests of editing are made.
+  EditorRange Selection() override { return Selected; }
+  void Select(EditorRange range) override { Selected = {range.Begin, std::min(range.End, Content.size())}; }
+  EditorRange RangeOfLines(std::size_t first, std::size_t last) override;
+  std::size_t LineAt(std::size_t place) override;
+  std::string TextOf(EditorRange range) override {
+    return Content.substr(range.Begin, range.End - range.Begin);
+  }
+  void Replace(EditorRange range, std::string_view text) override;
+  void Undo() override { log_.emplace_back("undo"); }
+  void Redo() override { log_.emplace_back("redo"); }
+  void Cut() override { log_.emplace_back("cut"); }
+  void Copy() override { log_.emplace_back("copy"); }
+  void Paste() override { log_.emplace_back("paste"); }
   std::string WordAtCursor() override { return "Arc"; }
   void SetTypingColour(Colour colour) override { log_.push_back("typing colour " + std::to_string(colour)); }
   void ColourLine(std::size_t line) override { log_.push_back("colour line " + std::to_string(line)); }
@@ -92,6 +107,8 @@ class FakeEditor : public ScriptEditor {
 
   std::string Content;
   std::size_t Line = 1;
+  EditorRange Selected;
+  int Replacements = 0;  // each of which is a step to undo
   double FontSize = 0;
   Application* Owner = nullptr;
   bool IsFull = false;  // takes no text for want of memory
@@ -115,6 +132,9 @@ class FakeDialogs : public Dialogs {
   void ShowZoom(const ZoomDialog& dialog) override;
   void ShowReference(const ReferenceDialog& dialog) override;
   void ShowLanguages(const LanguageDialog& dialog) override;
+  void ShowSearch(const SearchDialog& dialog) override {
+    if (OnSearch) OnSearch(dialog);
+  }
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
   // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok" or a text.
@@ -125,6 +145,7 @@ class FakeDialogs : public Dialogs {
   std::function<void(const ZoomDialog&)> OnZoom;
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;
+  std::function<void(const SearchDialog&)> OnSearch;
 
  private:
   std::string Next();

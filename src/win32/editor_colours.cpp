@@ -1,0 +1,77 @@
+#include "win32/editor_colours.h"
+
+#include <algorithm>
+#include <string>
+
+#include "app/script_colours.h"
+#include "win32/rich_format.h"
+#include "winbase/wide_text.h"
+
+namespace vaxel {
+namespace {
+
+constexpr auto FirstColours = std::chrono::milliseconds(100);
+
+}  // namespace
+
+// The control's text ranges would do it without the selection, but under Wine they take ten times as long.
+void EditorColours::Set(CHARRANGE range, Colour colour) const {
+  if (range.cpMin == range.cpMax) return;
+  text_.Select(range);
+  text_.SetFormat(SCF_SELECTION, ColourFormat(colour));
+}
+
+LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const {
+  std::size_t from = 0;
+  while (from < text.size() && Clock::now() < until) {
+    const std::size_t end = std::min(text.find(L'\r', from), text.size());
+    const LONG place = begin + static_cast<LONG>(from);
+    Set({place, begin + static_cast<LONG>(end)}, Black);
+    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)))) {
+      Set({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
+    }
+    from = end + 1;
+  }
+  return begin + static_cast<LONG>(std::min(from, text.size()));
+}
+
+void EditorColours::Lines(std::size_t first, std::size_t last) {
+  const CHARRANGE range = {text_.RangeOfLine(first).cpMin, text_.RangeOfLine(last).cpMax};
+  const std::wstring text = text_.TextOf(range);
+  const RichText::Unnoticed unnoticed(text_);
+  ColourLines(text, range.cpMin, Clock::time_point::max());
+}
+
+bool EditorColours::All() {
+  const std::wstring text = text_.WholeText();
+  const auto length = static_cast<LONG>(text.size());
+  {
+    const RichText::Unnoticed unnoticed(text_);
+    pending_ = ColourLines(text, 0, Clock::now() + FirstColours);
+  }
+  seen_.reset();
+  if (*pending_ >= length) pending_.reset();
+  return Seen();
+}
+
+void EditorColours::Grown(LONG from) {
+  if (!pending_) pending_ = from;
+}
+
+void EditorColours::ChangedFrom(std::size_t line) {
+  if (pending_) pending_ = std::min(*pending_, text_.RangeOfLine(line).cpMin);
+}
+
+bool EditorColours::Seen() {
+  if (!pending_) return false;
+  const RichText::LineRange lines = text_.VisibleLines();
+  const CHARRANGE range = {text_.RangeOfLine(lines.First).cpMin, text_.RangeOfLine(lines.Last).cpMax};
+  if (range.cpMax <= *pending_ || lines == seen_) return true;
+  seen_ = lines;
+  const std::wstring text = text_.TextOf(range);
+  const RichText::Unnoticed unnoticed(text_);
+  ColourLines(text, range.cpMin, Clock::time_point::max());
+  return true;
+}
+
+}  // namespace vaxel

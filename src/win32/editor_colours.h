@@ -1,0 +1,45 @@
+// The colours of the script in its control.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "drawing/colour.h"
+#include "win32/rich_text.h"
+
+namespace vaxel {
+
+// The lines of a long script get their colours when they are first seen. Undoing does not see any of it.
+class EditorColours {
+ public:
+  explicit EditorColours(RichText& text) : text_(text) {}
+
+  void Lines(std::size_t first, std::size_t last);
+  // All of them: at once those that a short time allows, the others when Seen finds them. The result says
+  // whether there are others.
+  bool All();
+  // More text has come in behind what was there.
+  void Grown(LONG from);
+  // Something was changed from this line on.
+  void ChangedFrom(std::size_t line);
+  // Colours what is seen and has no colours yet. The result says whether any of the text has none.
+  bool Seen();
+  void Forget() { pending_.reset(); }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void Set(CHARRANGE range, Colour colour) const;
+  // Colours the lines of a part of the text, which begins with one, and returns where the time was over.
+  LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
+
+  RichText& text_;
+  std::optional<LONG> pending_;              // from where on the colours are yet to come
+  std::optional<RichText::LineRange> seen_;  // the lines beyond that place which were coloured last
+};
+
+}  // namespace vaxel

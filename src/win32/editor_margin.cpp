@@ -1,0 +1,143 @@
+#include "win32/editor_margin.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "win32/pixels.h"
+#include "win32/rich_format.h"
+
+namespace vaxel {
+namespace {
+
+constexpr wchar_t ClassName[] = L"VaxelMargin";
+constexpr std::size_t LeastDigits = 3;
+constexpr int Padding = 4;  // 1/96 inch, left and right of the numbers
+
+// A colour of the system between two others.
+COLORREF Between(int first, int second) {
+  const COLORREF a = GetSysColor(first), b = GetSysColor(second);
+  const auto mean = [](int x, int y) { return (x + y) / 2; };
+  return RGB(mean(GetRValue(a), GetRValue(b)), mean(GetGValue(a), GetGValue(b)),
+             mean(GetBValue(a), GetBValue(b)));
+}
+
+}  // namespace
+
+EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFailure)
+    : onFailure_(std::move(onFailure)) {
+  RegisterWindowClass<EditorMargin>(instance, ClassName, nullptr, nullptr);
+  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent, nullptr, instance,
+                            this);
+  if (!window_) throw std::runtime_error("the margin of the editor could not be made");
+  dpi_ = GetDpiForWindow(window_);
+  MakeFont();
+}
+
+int EditorMargin::Width() const {
+  return static_cast<int>(digits_) * digitWidth_ + 2 * ToPixels(Padding, dpi_);
+}
+
+void EditorMargin::MakeFont() {
+  const int height = -static_cast<int>(std::lround(points_ * dpi_ / 72));
+  UniqueGdi<HFONT> font(CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
+                                    ScriptFace()));
+  const UniqueDc context(CreateCompatibleDC(nullptr));
+  const SelectedObject selected(context.get(), font.get());
+  SIZE digit{};
+  GetTextExtentPoint32W(context.get(), L"0", 1, &digit);
+  digitWidth_ = std::max(1L, digit.cx);
+  rowHeight_ = std::max(1L, digit.cy);
+  font_ = std::move(font);
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void EditorMargin::SetFontSize(double points) {
+  points_ = points;
+  MakeFont();
+}
+
+void EditorMargin::SetDpi(UINT dpi) {
+  dpi_ = dpi;
+  MakeFont();
+}
+
+EditorMargin::Look EditorMargin::LookNow() const {
+  Look look;
+  look.CurrentLine = text_->LineAt(text_->Selection().cpMin);
+  const RichText::LineRange lines = text_->VisibleLines();
+  for (std::size_t line = lines.First; line <= lines.Last; ++line) {
+    POINTL place{};
+    const LRESULT begin = text_->Send(EM_LINEINDEX, line);
+    if (begin < 0) break;
+    text_->Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), static_cast<LPARAM>(begin));
+    look.Rows.push_back({static_cast<int>(place.y), line});
+  }
+  return look;
+}
+
+void EditorMargin::Follow() {
+  if (!text_ || text_->IsUnnoticed() || !IsWindowVisible(window_)) return;
+  const std::size_t digits = std::max(LeastDigits, std::to_string(text_->Lines()).size());
+  if (digits != std::exchange(digits_, digits)) {
+    // The parent lays out its windows anew.
+    SendMessageW(GetParent(window_), WM_SIZE, SIZE_RESTORED, 0);
+  }
+  Look look = LookNow();
+  if (look == look_) return;
+  look_ = std::move(look);
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void EditorMargin::Paint() const {
+  PAINTSTRUCT paint{};
+  const HDC context = BeginPaint(window_, &paint);
+  RECT client{};
+  GetClientRect(window_, &client);
+  FillRect(context, &client, GetSysColorBrush(COLOR_3DFACE));
+  const SelectedObject font(context, font_.get());
+  SetBkMode(context, TRANSPARENT);
+  SetTextAlign(context, TA_RIGHT | TA_TOP);
+  const int right = client.right - ToPixels(Padding, dpi_);
+  for (const Row& row : look_.Rows) {
+    const bool isCurrent = row.Line == look_.CurrentLine;
+    if (isCurrent) {
+      const RECT strip = {0, row.Top, client.right, row.Top + rowHeight_};
+      FillRect(context, &strip, GetSysColorBrush(COLOR_WINDOW));
+    }
+    SetTextColor(context, isCurrent ? GetSysColor(COLOR_WINDOWTEXT) : Between(COLOR_3DFACE, COLOR_BTNTEXT));
+    const std::wstring number = std::to_wstring(row.Line + 1);
+    TextOutW(context, right, row.Top, number.c_str(), static_cast<int>(number.size()));
+  }
+  EndPaint(window_, &paint);
+}
+
+void EditorMargin::SelectLineAt(int y) const {
+  const auto behind = std::ranges::upper_bound(look_.Rows, y, {}, &Row::Top);
+  if (behind == look_.Rows.begin()) return;
+  const std::size_t line = (behind - 1)->Line;
+  const CHARRANGE range = text_->RangeOfLine(line);
+  text_->Select({range.cpMin, line + 1 < text_->Lines() ? range.cpMax + 1 : range.cpMax});
+}
+
+std::optional<LRESULT> EditorMargin::Handle(UINT message, WPARAM, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_LBUTTONDOWN:
+      if (text_) SelectLineAt(GET_Y_LPARAM(lParam));
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace vaxel
