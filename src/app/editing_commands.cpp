@@ -128,9 +128,7 @@ void EditingCommands::SwapWithNeighbour(std::size_t first, std::size_t last, boo
   editor.Replace(all, movesUp ? lines + "\n" + other : other + "\n" + lines);
   const std::size_t by = Utf16Length(other) + 1;
   const auto moved = [&](std::size_t place) { return movesUp ? place - by : place + by; };
-  // One that ends at the start of the line below would otherwise reach into another line.
-  const EditorRange now = editor.RangeOfLines(movesUp ? first - 1 : first + 1, movesUp ? last - 1 : last + 1);
-  editor.Select({moved(selection.Begin), std::min(moved(selection.End), now.End)});
+  editor.Select({moved(selection.Begin), moved(selection.End)});
 }
 
 void EditingCommands::MoveUp() {

@@ -4,15 +4,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 #include "win32/dialog_ids.h"
+#include "win32/input_state.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
 
+constexpr int SearchFieldWidth = 170;
 constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
 
 // Nobody reads on, and a control takes seconds for a million characters.
@@ -86,6 +89,18 @@ struct OptionGroup {
   }
 };
 
+// To the right edge of its owner: what is found must be seen.
+void MoveAside(HWND dialog) {
+  const HWND owner = GetWindow(dialog, GW_OWNER);
+  if (!owner) return;
+  RECT over{}, frame{};
+  GetWindowRect(owner, &over);
+  GetWindowRect(dialog, &frame);
+  const RECT area = WorkAreaNear(over);
+  const LONG left = std::max(area.left, std::min(over.right, area.right) - (frame.right - frame.left) - 16);
+  SetWindowPos(dialog, nullptr, left, frame.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 std::wstring WithoutAccelerator(const std::string& name) {
   std::wstring text;
   for (const wchar_t c : ControlText(name)) text.append(c == L'&' ? 2 : 1, c);
@@ -153,6 +168,51 @@ DialogForm ReferenceForm(const ReferenceDialog& dialog) {
     if (dialog.OnButton(FieldText(window, IDC_TEXT1))) return true;
     const HWND field = GetDlgItem(window, IDC_TEXT1);
     SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
+    return false;
+  };
+  return {builder.Finish(), actions};
+}
+
+DialogForm SearchForm(const SearchDialog& dialog) {
+  constexpr int buttonIds[] = {IDC_COMMAND1, IDC_COMMAND2, IDC_COMMAND3};
+  const DialogFont font;
+  const std::wstring wanted = ControlText(dialog.WantedLabel);
+  const std::wstring replacement = ControlText(dialog.ReplacementLabel);
+  const auto widthOf = [&](const std::wstring& label) {
+    return static_cast<int>(font.Size(label, DialogBuilder::WidestText, true).cx);
+  };
+  const int labelWidth = std::max(widthOf(wanted), widthOf(replacement));
+  DialogBuilder builder(font, ControlText(dialog.Caption), labelWidth + SearchFieldWidth);
+  builder.AddField(IDC_LABEL1, wanted, labelWidth, IDC_TEXT1, ControlText(dialog.Entry.Wanted));
+  builder.AddField(IDC_LABEL2, replacement, labelWidth, IDC_TEXT2, ControlText(dialog.Entry.Replacement));
+  builder.AddCheck(IDC_CHECK1, ControlText(dialog.CaseLabel));
+  builder.AddCheck(IDC_CHECK2, ControlText(dialog.WordsLabel));
+  builder.AddCheck(IDC_CHECK3, ControlText(dialog.SelectionLabel), dialog.HasSelection);
+  builder.AddLine(IDC_STATUS);
+  std::vector<ButtonSpec> buttons;
+  for (std::size_t i = 0; i < dialog.Buttons.size(); ++i) {
+    buttons.push_back({buttonIds[i], ControlText(dialog.Buttons[i].Caption)});
+  }
+  buttons.push_back({IDCANCEL, ControlText(dialog.CloseButton)});
+  builder.AddButtons(buttons);
+  DialogActions actions;
+  actions.OnInit = [&dialog](HWND window) {
+    LiftLimit(window, IDC_TEXT1);
+    LiftLimit(window, IDC_TEXT2);
+    CheckDlgButton(window, IDC_CHECK1, dialog.Entry.MatchesCase ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(window, IDC_CHECK2, dialog.Entry.WholeWords ? BST_CHECKED : BST_UNCHECKED);
+    CheckDlgButton(window, IDC_CHECK3, dialog.Entry.InSelection ? BST_CHECKED : BST_UNCHECKED);
+    MoveAside(window);
+    return GetDlgItem(window, IDC_TEXT1);
+  };
+  actions.OnPressed = [&dialog](HWND window, int id) {
+    const auto* const button = std::ranges::find(buttonIds, id);
+    if (button == std::end(buttonIds)) return id == IDCANCEL;
+    const auto isChecked = [window](int check) { return IsDlgButtonChecked(window, check) == BST_CHECKED; };
+    const SearchEntry entry{FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2),
+                            isChecked(IDC_CHECK1), isChecked(IDC_CHECK2), isChecked(IDC_CHECK3)};
+    const auto index = static_cast<std::size_t>(button - buttonIds);
+    SetDlgItemTextW(window, IDC_STATUS, ControlText(dialog.Buttons[index].OnPressed(entry)).c_str());
     return false;
   };
   return {builder.Finish(), actions};

@@ -20,6 +20,7 @@ struct DialogForm {
 DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, std::string& answer);
 DialogForm ZoomForm(const ZoomDialog& dialog);
 DialogForm ReferenceForm(const ReferenceDialog& dialog);
+DialogForm SearchForm(const SearchDialog& dialog);
 DialogForm LanguageForm(const LanguageDialog& dialog);
 DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND owner);
 // A message box with a text that scrolls; kind is that of MessageBoxW.

@@ -15,6 +15,12 @@ enum DialogControlId : int {
   IDC_PICTURE,
   IDC_FRAME1,
   IDC_FRAME2,
+  IDC_CHECK1,
+  IDC_CHECK2,
+  IDC_CHECK3,
+  IDC_COMMAND2,
+  IDC_COMMAND3,
+  IDC_STATUS,  // what a button has found
   // One a language, then the entry that cannot be chosen.
   IDC_OPTION1_FIRST = 1100,
   IDC_OPTION2_FIRST = 1300

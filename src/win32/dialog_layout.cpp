@@ -242,6 +242,19 @@ void DialogBuilder::AddChoices(const Choice& left, const Choice& right,
   Below(AddChoice(right, entries, rightFrame), WideGap);
 }
 
+void DialogBuilder::AddCheck(int id, const std::wstring& label, bool isEnabled) {
+  width_ = std::max(width_, static_cast<int>(font_.Size(label, WidestText, true).cx) + RadioMark);
+  const int top = Below(RadioHeight, RadioStep - RadioHeight);
+  Add(ControlClass::Button, id, label, {left_, top, left_ + width_, top + RadioHeight},
+      BS_AUTOCHECKBOX | WS_TABSTOP | WS_GROUP | (isEnabled ? 0U : WS_DISABLED));
+}
+
+void DialogBuilder::AddLine(int id) {
+  const int top = Below(LineHeight, WideGap);
+  Add(ControlClass::Static, id, {}, {left_, top, left_ + width_, top + LineHeight},
+      SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_GROUP);
+}
+
 void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons) {
   std::vector<int> widths;
   int all = -Gap;

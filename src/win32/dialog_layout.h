@@ -81,6 +81,9 @@ class DialogBuilder {
     std::wstring Label;
   };
   void AddChoices(const Choice& left, const Choice& right, const std::vector<std::wstring>& entries);
+  void AddCheck(int id, const std::wstring& label, bool isEnabled = true);
+  // A line for texts that come later.
+  void AddLine(int id);
   // The buttons stand at the right; the first one is what Enter presses.
   void AddButtons(const std::vector<ButtonSpec>& buttons);
 

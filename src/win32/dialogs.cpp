@@ -129,6 +129,10 @@ void DialogsWin32::ShowLanguages(const LanguageDialog& dialog) {
   Run(LanguageForm(dialog));
 }
 
+void DialogsWin32::ShowSearch(const SearchDialog& dialog) {
+  Run(SearchForm(dialog));
+}
+
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {
   Run(AboutForm(dialog, Buttons(), Owner()));
 }

@@ -70,6 +70,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
   // However the text was scrolled or changed, it is painted then.
   if (message == WM_PAINT) self.margin_.Follow();
+  if (message == WM_SIZE) self.InsetText();
   if (message == WM_CHAR && wParam == L'\r') self.EndStep();
   return result;
 }
@@ -148,18 +149,21 @@ void EditorWin32::TurnWheel(WPARAM wParam) {
   if (notches != 0 && application_) application_->CodeSizeStepped(notches);
 }
 
-void EditorWin32::Place(const RECT& place) {
-  const int margin = margin_.Width();
+HDWP EditorWin32::Place(HDWP moves, const RECT& box) const {
   constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
-  const int width = std::max(0L, place.right - place.left), height = std::max(0L, place.bottom - place.top);
-  SetWindowPos(margin_.Window(), nullptr, place.left, place.top, std::min(margin, width), height, flags);
-  SetWindowPos(window_, nullptr, place.left + std::min(margin, width), place.top,
-               std::max(0, width - margin), height, flags);
-  const int inset = ToPixels(TextMargin, GetDpiForWindow(window_));
-  RECT client{};
-  GetClientRect(window_, &client);
-  client.left += inset;
-  text_.Send(EM_SETRECT, 0, &client);
+  const int width = std::max(0L, box.right - box.left), height = std::max(0L, box.bottom - box.top);
+  const int margin = std::min(margin_.Width(), width);
+  if (moves)
+    moves = DeferWindowPos(moves, margin_.Window(), nullptr, box.left, box.top, margin, height, flags);
+  if (!moves) return nullptr;
+  return DeferWindowPos(moves, window_, nullptr, box.left + margin, box.top, width - margin, height, flags);
+}
+
+void EditorWin32::InsetText() const {
+  RECT text{};
+  GetClientRect(window_, &text);
+  text.left += ToPixels(TextMargin, GetDpiForWindow(window_));
+  text_.Send(EM_SETRECT, 0, &text);
 }
 
 void EditorWin32::SetVisible(bool isVisible) {
@@ -278,7 +282,9 @@ EditorRange EditorWin32::Selection() {
 void EditorWin32::Select(EditorRange range) {
   LoadToPlace(range.End);
   text_.Select({static_cast<LONG>(range.Begin), static_cast<LONG>(range.End)});
-  text_.Send(EM_SCROLLCARET);
+  // Who selects everything goes nowhere.
+  const bool isAll = range.Begin == 0 && range.End == static_cast<std::size_t>(text_.Length());
+  if (!isAll || range.IsEmpty()) text_.Send(EM_SCROLLCARET);
 }
 
 EditorRange EditorWin32::RangeOfLines(std::size_t first, std::size_t last) {

@@ -26,8 +26,8 @@ class EditorWin32 : public ScriptEditor {
 
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
-  // Gives margin and control their place in the parent.
-  void Place(const RECT& place);
+  // Adds the places of margin and control within the box to what the parent's windows are moved by.
+  HDWP Place(HDWP moves, const RECT& box) const;
   void SetVisible(bool isVisible);
   void SetDpi(UINT dpi);
   // The control tells its parent of both.
@@ -71,6 +71,7 @@ class EditorWin32 : public ScriptEditor {
   void BeforeTyping(WPARAM character);
   void ColourNewLines();
   void MarkParentheses();
+  void InsetText() const;
 
   // The text that is not in the control yet.
   bool IsLoading() const { return restAt_ < rest_.size(); }

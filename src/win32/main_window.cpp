@@ -186,9 +186,13 @@ void MainWindowWin32::Layout() {
   const int height = std::max(0L, client.bottom - status_.Height());
   const int editor = EditorPixels(client.right);
   const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
-  editor_.Place({0, 0, editor, height});
-  SetWindowPos(graphic_.Window(), nullptr, graphic, 0, std::max(0L, client.right - graphic), height,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  // All move at once, so that none is seen over another.
+  HDWP moves = editor_.Place(BeginDeferWindowPos(3), {0, 0, editor, height});
+  if (moves) {
+    moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, 0,
+                           std::max(0L, client.right - graphic), height, SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  if (moves) EndDeferWindowPos(moves);
   status_.Place(height, client.right);
 }
 

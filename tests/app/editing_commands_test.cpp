@@ -70,7 +70,6 @@ TEST(EditingCommands, CommentsComeAndGo) {
   EXPECT_EQ(Edited("one\nt|wo").After(MenuId::Mnu_Commenter), "one\n't|wo");
   EXPECT_EQ(Edited("one\n't|wo").After(MenuId::Mnu_Commenter), "one\nt|wo");
   EXPECT_EQ(Edited("o[ne\n\n'two\nth]ree").After(MenuId::Mnu_Commenter), "['one\n\n''two\n'three]");
-  EXPECT_EQ(Edited("o[ne\n").Shell().Editor.Content, "one\n");
   for (const char* lines : {"a\n  'b\n\tc", "'a", "  Trait = 1, 2 ' c\n\n' d"}) {
     EXPECT_EQ(WithCommentsToggled(WithCommentsToggled(lines)), lines);
   }
