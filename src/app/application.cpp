@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <new>
 
+#include "app/data_folder.h"
 #include "base/files.h"
 
 namespace vaxel {
@@ -38,7 +39,7 @@ std::string VersionTextOf(int major, int minor, int revision) {
   return text += revision == 0 ? ' ' : static_cast<char>('a' + revision - 1);
 }
 
-Application::Application(const Shell& shell) : app_(shell), recovery_({}, shell.Platform.ProcessId()) {}
+Application::Application(const Shell& shell) : app_(shell), recovery_({{}}, shell.Platform.ProcessId()) {}
 
 bool Application::Start(const StartOptions& options) {
   const std::string printer = app_.Printers.CurrentPrinter();
@@ -56,7 +57,9 @@ bool Application::Start(const StartOptions& options) {
 
 void Application::Debut(const StartOptions& options) {
   app_.ProgramFolder = SettingsFolder(options);
-  recovery_ = Recovery(app_.ProgramFolder, app_.Platform.ProcessId());
+  app_.DataFolder = ChooseDataFolder(app_.ProgramFolder, app_.Platform);
+  recovery_ = Recovery({app_.DataFolder, app_.ProgramFolder, app_.Platform.UserDataFolder()},
+                       app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
   AfficheMenus();
   app_.Window.Show();

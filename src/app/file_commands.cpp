@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/data_folder.h"
 #include "app/run_bridge.h"
 #include "base/files.h"
 #include "base/output_file.h"
@@ -184,7 +185,7 @@ void FileCommands::OpenRecent(std::size_t index) {
 void FileCommands::New() {
   if (!SettleChanges()) return;
   SetScript({}, {});
-  const std::string name = FindFile(app_.ProgramFolder, "Vaxel.DaN");
+  const std::string name = FindDataFile(app_, "Vaxel.DaN");
   if (!name.empty()) {
     if (const Result<ScriptFile> script = LoadScript(name)) {
       SetScript({script->Text, {}}, {});

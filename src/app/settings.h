@@ -17,8 +17,9 @@ class Settings {
  public:
   explicit Settings(AppContext& app) : app_(app) {}
 
-  // Reads the configuration file of the program's folder, which is written first where there is none, and the
-  // languages that lie beside it. The result says whether the language dialog is to be shown.
+  // Reads the configuration file of the folder of data, which is written first where there is none, and the
+  // languages that lie there and in the program's folder. The result says whether the language dialog is to
+  // be shown.
   bool Read();
   // The settings as they are now, but for the script and the recent ones, which are as they were read.
   const Configuration& Values() const { return values_; }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <random>
 #include <system_error>
 
 #include "base/text.h"
@@ -56,6 +57,16 @@ std::string NameOf(const fs::path& path) {
 bool FileExists(std::string_view name) {
   std::error_code ignored;
   return fs::is_regular_file(PathOf(name), ignored);
+}
+
+bool CanWriteIn(std::string_view folder) {
+  std::random_device random;
+  const fs::path probe = PathOf(folder) / ("Vaxe$" + std::to_string(random()) + ".tmp");
+  std::FILE* const file = OpenFile(probe, "wb");
+  if (!file) return false;
+  std::fclose(file);
+  std::error_code ignored;
+  return fs::remove(probe, ignored);
 }
 
 std::FILE* OpenFile(const fs::path& path, const char* mode) {

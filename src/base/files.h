@@ -17,6 +17,10 @@ std::string NameOf(const std::filesystem::path& path);
 // Whether there is a regular file of this name.
 bool FileExists(std::string_view name);
 
+// Whether files can be made in the folder, which is found out by making one: attributes and rights say little
+// about shares. Nothing of it stays.
+bool CanWriteIn(std::string_view folder);
+
 // Opens a file as std::fopen does. The stream is null when that fails.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
 // Says in the system's words why the last call for a file has failed.
