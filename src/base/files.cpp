@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <random>
-#include <system_error>
+#include <utility>
 
 #include "base/text.h"
 
@@ -17,6 +17,22 @@ namespace vaxel {
 namespace {
 
 namespace fs = std::filesystem;
+
+#ifdef _WIN32
+// What the C library takes for the same as others.
+FileFault WindowsFault(unsigned long code) {
+  constexpr std::array<std::pair<unsigned long, FileFault>, 5> faults = {{
+      {32, FileFault::IsInUse},            // ERROR_SHARING_VIOLATION
+      {33, FileFault::IsInUse},            // ERROR_LOCK_VIOLATION
+      {19, FileFault::DiskIsReadOnly},     // ERROR_WRITE_PROTECT
+      {112, FileFault::DiskIsFull},        // ERROR_DISK_FULL
+      {123, FileFault::NameIsImpossible},  // ERROR_INVALID_NAME
+  }};
+  const auto* const found =
+      std::find_if(faults.begin(), faults.end(), [code](const auto& row) { return row.first == code; });
+  return found == faults.end() ? FileFault::None : found->second;
+}
+#endif
 
 // The entry of a folder, of just this name or of one that differs in case; it is empty when there is none.
 fs::path EntryOf(const fs::path& folder, const fs::path& name) {
@@ -78,8 +94,39 @@ std::FILE* OpenFile(const fs::path& path, const char* mode) {
 #endif
 }
 
+Failure FileFailure(const std::error_code& why) {
+  constexpr std::array<std::pair<std::errc, FileFault>, 11> faults = {{
+      {std::errc::no_such_file_or_directory, FileFault::IsMissing},
+      {std::errc::not_a_directory, FileFault::IsMissing},
+      {std::errc::is_a_directory, FileFault::IsFolder},
+      {std::errc::permission_denied, FileFault::IsForbidden},
+      {std::errc::operation_not_permitted, FileFault::IsForbidden},
+      {std::errc::device_or_resource_busy, FileFault::IsInUse},
+      {std::errc::text_file_busy, FileFault::IsInUse},
+      {std::errc::no_space_on_device, FileFault::DiskIsFull},
+      {std::errc::read_only_file_system, FileFault::DiskIsReadOnly},
+      {std::errc::filename_too_long, FileFault::NameIsTooLong},
+      {std::errc::io_error, FileFault::DeviceFails},
+  }};
+#ifdef _WIN32
+  if (why.category() == std::system_category()) {
+    if (const FileFault fault = WindowsFault(static_cast<unsigned long>(why.value()));
+        fault != FileFault::None)
+      return {.Fault = fault};
+  }
+#endif
+  for (const auto& [code, fault] : faults) {
+    if (why == code) return {.Fault = fault};
+  }
+  return {.Words = why.message()};
+}
+
 Failure LastFileFailure() {
-  return {.Words = std::strerror(errno)};
+  const int error = errno;
+#ifdef _WIN32
+  if (const FileFault fault = WindowsFault(_doserrno); fault != FileFault::None) return {.Fault = fault};
+#endif
+  return FileFailure({error, std::generic_category()});
 }
 
 bool AreSameFile(const fs::path& one, const fs::path& other) {
