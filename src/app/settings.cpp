@@ -177,13 +177,26 @@ void Settings::ShowOptions() {
   app_.Window.SetEditorWidth(isEditorShown_ ? editorWidth_ : 0);
 }
 
-std::vector<std::string> Settings::RecentFiles() const {
+std::vector<std::string> Settings::RecentFilesIn(const Configuration& settings) {
   std::vector<std::string> names;
   for (std::size_t i = 1; i <= MostRecentFiles; ++i) {
-    const auto name = values_.OwnKey(std::string(RecentName) + std::to_string(i));
+    const auto name = settings.OwnKey(std::string(RecentName) + std::to_string(i));
     if (name && !name->empty()) names.push_back(*name);
   }
   return names;
+}
+
+std::vector<std::string> Settings::ReadRecentFiles() {
+  if (!file_) return {};
+  return RecentFilesIn(file_->Read(LanguageNames(app_.Strings)).Settings);
+}
+
+void Settings::WriteRecentFiles(const std::vector<std::string>& names) {
+  std::vector<ConfigurationLine> lines;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), names[i]));
+  }
+  WriteLines(lines);
 }
 
 void Settings::SetZmm(double zmm) {
@@ -291,16 +304,13 @@ void Settings::ResetEditor() {
 }
 
 // One writing for all lines: a program that ends must not take longer for each of them.
-void Settings::WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles) {
+void Settings::WriteAtEnd(const std::string& startupFile) {
   std::vector<ConfigurationLine> lines;
   if (!startupFile.empty() && !IsMeterFile(startupFile))
     lines.push_back({std::string(ScriptKey), startupFile});
   lines.push_back({std::string(DoubleClickKey), values_.DoubleClick ? " Oui" : " Non"});
   lines.push_back(OwnLine(EditorWidthName, std::to_string(isEditorShown_ ? editorWidth_ : -editorWidth_)));
   lines.push_back(OwnLine(PlaceName, PlaceText(app_.Window.Place())));
-  for (std::size_t i = 0; i < recentFiles.size(); ++i) {
-    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), recentFiles[i]));
-  }
   WriteLines(lines);
 }
 
