@@ -192,7 +192,9 @@ TEST(FileCommands, TellsWhyItCannotSaveAndKeepsTheText) {
   EXPECT_TRUE(shell.Script().TextModified);
   EXPECT_EQ(shell.Editor.Content, std::string(Line) + "' mine' more");
 #ifndef _WIN32
-  EXPECT_FALSE(SaveScript("/dev/full", shell.Editor.Content, TextEncoding::Utf8));
+  const Result<ScriptBytes> saved = SaveScript("/dev/full", shell.Editor.Content, TextEncoding::Utf8);
+  ASSERT_FALSE(saved);
+  EXPECT_EQ(saved.Why().Fault, FileFault::DiskIsFull);
 #endif
 }
 

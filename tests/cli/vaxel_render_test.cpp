@@ -150,10 +150,10 @@ TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
 TEST_F(VaxelRender, SaysWhatCannotBeWrittenAndLeavesNothingHalfWritten) {
   Write("dial.dat", Line);
   const std::array<std::pair<const char*, const char*>, 5> cases = {
-      {{"-o /dev/full --format svg", "No space left on device"},
-       {"-o /dev/full --format pdf", "No space left on device"},
+      {{"-o /dev/full --format svg", "the disk is full"},
+       {"-o /dev/full --format pdf", "the disk is full"},
        {"-o none/a.svg", "there is no such file or folder"},
-       {"-o dial.dat/a.svg", "Not a directory"},
+       {"-o dial.dat/a.svg", "there is no such file or folder"},
        {"-o . --format svg", "it is a folder"}}};
   for (const auto& [output, message] : cases) {
     const Outcome outcome = Run(std::string(output) + " dial.dat");
