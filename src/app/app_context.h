@@ -30,7 +30,9 @@ struct AppContext : Shell {
 
   // "major.minor" and a letter for the revision, or a blank for none.
   std::string VersionText;
-  std::string ProgramFolder;  // with its last separator; of the configuration, templates and help files
+  // Both with their last separator: where templates, languages and help files come from, and where the
+  // program writes its own files (ChooseDataFolder). They are mostly one.
+  std::string ProgramFolder, DataFolder;
 
   StringTable Strings;
   // The bases of the languages of messages, and of menus and help. They are French until the settings are

@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <new>
 
+#include "app/data_folder.h"
+#include "app/kept_copy.h"
+#include "app/raised_flag.h"
 #include "base/files.h"
 
 namespace vaxel {
@@ -38,7 +41,7 @@ std::string VersionTextOf(int major, int minor, int revision) {
   return text += revision == 0 ? ' ' : static_cast<char>('a' + revision - 1);
 }
 
-Application::Application(const Shell& shell) : app_(shell), recovery_({}, shell.Platform.ProcessId()) {}
+Application::Application(const Shell& shell) : app_(shell), recovery_({{}}, shell.Platform.ProcessId()) {}
 
 bool Application::Start(const StartOptions& options) {
   const std::string printer = app_.Printers.CurrentPrinter();
@@ -56,17 +59,20 @@ bool Application::Start(const StartOptions& options) {
 
 void Application::Debut(const StartOptions& options) {
   app_.ProgramFolder = SettingsFolder(options);
-  recovery_ = Recovery(app_.ProgramFolder, app_.Platform.ProcessId());
+  app_.DataFolder = ChooseDataFolder(app_.ProgramFolder, app_.Platform);
+  recovery_ = Recovery({app_.DataFolder, app_.ProgramFolder, app_.Platform.UserDataFolder()},
+                       app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
   AfficheMenus();
   app_.Window.Show();
   for (const MenuRow& row : MenuRows()) {
     if (!row.Run && !IsPopup(row.Item)) SetItemEnabled(row.Item, false);
   }
+  recent_.Begin();
   const bool isNamed = !options.Script.empty();
   files_.LoadFirst(isNamed ? FullName(options.CurrentFolder, options.Script)
                            : FullName(app_.ProgramFolder, settings_.Values().CurrentFile),
-                   isNamed, settings_.RecentFiles());
+                   isNamed);
   app_.ShowPlace();
 }
 
@@ -79,14 +85,24 @@ void Application::AfficheMenus() {
   app_.Window.SetToolTip(StatusField::Text2, app_.MenuText(TextId::PlaceToolTip));
 }
 
+// One that the user does not want in the editor is kept as a script; where that fails it stays as it is.
+void Application::KeepCopy(const RecoveryCopy& copy, const std::string& scriptName) {
+  const Result<std::string> kept = KeepAsScript(app_, copy);
+  if (!kept) {
+    return app_.Tell(BoxIcon::Critical,
+                     app_.Message(TextId::CopyNotKept, copy.FileName, app_.Message(kept.Why())));
+  }
+  recovery_.Discard(copy);
+  app_.Tell(BoxIcon::Information, app_.Message(TextId::CopyKept, scriptName, *kept));
+}
+
 // The first one that the user wants back takes the editor; any other stays for the next start.
 void Application::OfferRecovery() {
   const auto isRunning = [this](std::uint32_t id) { return app_.Platform.IsRunning(id); };
   for (const RecoveryCopy& copy : recovery_.FindLeft(isRunning)) {
-    if (!app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::RecoveryFound,
-                                                     copy.ScriptName.empty() ? app_.Message(TextId::NewScript)
-                                                                             : copy.ScriptName))) {
-      recovery_.Discard(copy);
+    const std::string name = copy.ScriptName.empty() ? app_.Message(TextId::NewScript) : copy.ScriptName;
+    if (!app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::RecoveryFound, name))) {
+      KeepCopy(copy, name);
       continue;
     }
     files_.Restore(copy);
@@ -98,7 +114,7 @@ void Application::OfferRecovery() {
 
 bool Application::Quit() {
   if (runs_.IsRunning() || !files_.SettleChanges()) return false;
-  settings_.WriteAtEnd(files_.StartupFile(), files_.RecentFiles());
+  settings_.WriteAtEnd(files_.StartupFile());
   recovery_.Remove();
   app_.Platform.SetWorkingFolder(app_.ProgramFolder);
   return true;
@@ -155,6 +171,13 @@ void Application::EditorWidthChanged(int width) {
   settings_.SetEditorWidth(width);
 }
 
+// The box of a question comes to the front, too.
+void Application::Activated() {
+  if (runs_.IsRunning() || isFollowingDisk_) return;
+  const RaisedFlag following(isFollowingDisk_);
+  if (files_.FollowDisk()) recovery_.TextChanged();
+}
+
 void Application::Tick() {
   settings_.WriteFontSize();
   if (!script_.TextModified) return recovery_.Remove();
@@ -169,7 +192,7 @@ void Application::SessionEnds() {
 void Application::SessionHasEnded() {
   settings_.FailInSilence();
   // Nothing is written before the languages are chosen: the next start is to ask for them.
-  if (settings_.Values().LangIndex != 0) settings_.WriteAtEnd(files_.StartupFile(), files_.RecentFiles());
+  if (settings_.Values().LangIndex != 0) settings_.WriteAtEnd(files_.StartupFile());
 }
 
 void Application::WriteRecoveryCopy() {

@@ -11,6 +11,8 @@
 #include "app/editing_commands.h"
 #include "app/file_commands.h"
 #include "app/keys.h"
+#include "app/menu_hints.h"
+#include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
@@ -49,6 +51,8 @@ class Application {
   void EditorWidthChanged(int width);
   // The wheel was turned over the editor with Ctrl held down.
   void CodeSizeStepped(int points) { settings_.StepFontSize(points); }
+  // The window has come to the front, and no dialog of it is open.
+  void Activated();
   // To be called from time to time, at least every few seconds.
   void Tick();
   // The user logs off: the program may be ended without being asked anything more. The first is told when
@@ -68,21 +72,26 @@ class Application {
   const FileCommands& Files() const { return files_; }
   const EditedScript& Script() const { return script_; }
   const Settings& Options() const { return settings_; }
+  // What an item of the menus does, in their language; empty where its caption says it.
+  std::string Hint(MenuId item) const { return HintOf(app_, item); }
   // The text in the language of messages.
   std::string Message(TextId id) const { return app_.Message(id); }
 
  private:
   void Debut(const StartOptions& options);  // start-up after the printer check
   void OfferRecovery();
+  void KeepCopy(const RecoveryCopy& copy, const std::string& scriptName);
   void WriteRecoveryCopy();
 
   AppContext app_;
   EditedScript script_;
   Settings settings_{app_};
   RunCycle runs_{app_, settings_, script_};
-  FileCommands files_{app_, runs_, script_};
+  RecentFiles recent_{app_, settings_};
+  FileCommands files_{app_, runs_, recent_, script_};
   EditingCommands editing_{app_};
   Recovery recovery_;
+  bool isFollowingDisk_ = false;
   std::bitset<MenuItems> disabled_;
 };
 

@@ -198,11 +198,21 @@ std::string WithLines(std::string_view text, std::string_view versionText,
   return written;
 }
 
-ConfigurationFile::ConfigurationFile(std::string_view folder, std::string versionText, bool isNt)
+ConfigurationFile::ConfigurationFile(std::string_view folder, std::string versionText, bool isNt,
+                                     std::string_view folderOfDefaults)
     : name_(NameOf(PathOf(folder) / "Vaxel.cfg")),
       copyName_(NameOf(PathOf(folder) / "Vaxe$cfg.old")),
+      defaultsName_(folderOfDefaults.empty() ? "" : NameOf(PathOf(folderOfDefaults) / "Vaxel.cfg")),
       versionText_(std::move(versionText)),
       isNt_(isNt) {}
+
+std::string ConfigurationFile::FirstContent() const {
+  if (!defaultsName_.empty()) {
+    Result<std::string> bytes = ReadWholeFile(defaultsName_, MaxFileBytes);
+    if (bytes) return *std::move(bytes);
+  }
+  return DefaultConfiguration(versionText_, isNt_);
+}
 
 Result<ConfigurationFile::Content> ConfigurationFile::Load() const {
   const fs::path path = PathOf(name_), copy = PathOf(copyName_);
@@ -216,7 +226,7 @@ Result<ConfigurationFile::Content> ConfigurationFile::Load() const {
     isNew = static_cast<bool>(error);
     if (isNew) source = copyName_;
   } else if (isNew) {
-    return Content{DefaultConfiguration(versionText_, isNt_), isNew};
+    return Content{FirstContent(), isNew};
   }
   Result<std::string> bytes = ReadWholeFile(source, MaxFileBytes);
   if (!bytes) return bytes.Why();
@@ -242,7 +252,7 @@ ConfigurationFile::Reading ConfigurationFile::Read(const std::vector<std::string
   } else if (content->IsNew) {
     if (const Result<> written = Replace(*content, content->Bytes); !written) reading.Problem = written.Why();
   }
-  std::string bytes = content ? content->Bytes : DefaultConfiguration(versionText_, isNt_);
+  std::string bytes = content ? content->Bytes : FirstContent();
   reading.Settings =
       ReadConfiguration(DecodeAnyText(std::move(bytes)).Text, languageNames, versionText_, isNt_);
   return reading;

@@ -90,8 +90,10 @@ std::string WithLines(std::string_view text, std::string_view versionText,
 // (DecodeText), and becomes UTF-8 with a mark when that cannot hold what is written.
 class ConfigurationFile {
  public:
-  // The folder's name is UTF-8; an empty one is the working folder. versionText is the running program's.
-  ConfigurationFile(std::string_view folder, std::string versionText, bool isNt);
+  // The folder's name is UTF-8; an empty one is the working folder. versionText is the running program's. A
+  // new file begins as a copy of that in the other folder, if one is named and has it.
+  ConfigurationFile(std::string_view folder, std::string versionText, bool isNt,
+                    std::string_view folderOfDefaults = {});
 
   struct Reading {
     Configuration Settings;
@@ -117,9 +119,11 @@ class ConfigurationFile {
   };
 
   Result<Content> Load() const;
+  std::string FirstContent() const;
   Result<> Replace(const Content& old, const std::string& bytes) const;
 
   std::string name_, copyName_;
+  std::string defaultsName_;  // empty: none
   std::string versionText_;
   bool isNt_;
 };

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "app/data_folder.h"
+#include "app/raised_flag.h"
 #include "app/run_bridge.h"
 #include "base/files.h"
 #include "base/output_file.h"
@@ -57,8 +59,7 @@ std::string ListOfNames(const std::vector<std::string>& names, std::string_view 
   std::string list;
   for (const std::string& name : names) {
     const bool isBelow = !folder.empty() && UpperCase(name).starts_with(folder);
-    if (!list.empty()) list += '\n';
-    list += isBelow ? name.substr(folder.size()) : name;
+    list += (isBelow ? name.substr(folder.size()) : name) + '\n';
   }
   return list;
 }
@@ -88,14 +89,26 @@ void FileCommands::TellNotLoaded(const std::string& fileName, const Failure& why
   app_.Tell(BoxIcon::Critical, app_.Message(TextId::ScriptTooLarge, fileName, megabytes));
 }
 
-void FileCommands::UpdateTitle() {
-  app_.Window.SetTitle("Vaxel  V" + app_.VersionText + "  (" + std::string(Credit) + ")   " +
-                       app_.Message(TextId::FileWord) + ": " + script_.CurrentFile);
+// The mark of unsaved text stands in front, where a narrow button of the task bar still shows it.
+void FileCommands::ShowTitle() {
+  const std::string name =
+      script_.CurrentFile.empty() ? app_.Message(TextId::NewScript) : script_.CurrentFile;
+  std::string title = (script_.TextModified ? "*Vaxel  V" : "Vaxel  V") + app_.VersionText + "  (" +
+                      std::string(Credit) + ")   " + app_.Message(TextId::FileWord) + ": " + name;
+  if (title == shownTitle_) return;
+  app_.Window.SetTitle(title);
+  shownTitle_ = std::move(title);
+}
+
+void FileCommands::SetModified(bool isModified) {
+  script_.TextModified = isModified;
+  // What a run writes into a script that is just opened is no change in the end.
+  if (!isOpening_) ShowTitle();
 }
 
 void FileCommands::TextChanged(bool isComment) {
-  script_.TextModified = true;
   if (!isComment) ++script_.UserEdits;
+  SetModified(true);
 }
 
 // The text and its name change together or, when memory runs out, not at all: a text under the name of
@@ -117,41 +130,39 @@ bool FileCommands::Load(const std::string& fileName) {
   }
   SetScript(*script, fileName);
   openFolder_ = FolderOf(fileName);
-  Remember(fileName);
+  recent_.Remember(fileName);
   return true;
 }
 
-void FileCommands::LoadFirst(const std::string& fileName, bool isNamed,
-                             std::vector<std::string> recentFiles) {
+void FileCommands::LoadFirst(const std::string& fileName, bool isNamed) {
   openFolder_ = app_.ProgramFolder;
-  recentFiles_ = std::move(recentFiles);
-  app_.Window.SetRecentFiles(recentFiles_);
   if (isNamed || FileExists(fileName)) {
     Load(fileName);
   } else {
     ChooseAndLoad();
   }
   startupFile_ = script_.CurrentFile;
-  UpdateTitle();
-  script_.TextModified = false;
+  SetModified(false);
 }
 
 void FileCommands::Restore(const RecoveryCopy& copy) {
   SetScript({copy.Text, {copy.Encoding, copy.LoadedHash}}, copy.ScriptName);
   startupFile_ = copy.ScriptName;
-  UpdateTitle();
+  SetModified(true);
 }
 
 // The comments that the run writes are no changes. What was typed when the window took keys again is.
 void FileCommands::DrawOpened() {
   const std::uint64_t edits = script_.UserEdits;
-  script_.TextModified = false;
-  runs_.Visualise();
-  if (script_.UserEdits == edits) script_.TextModified = false;
+  SetModified(false);
+  {
+    const RaisedFlag opening(isOpening_);
+    runs_.Visualise();
+  }
+  SetModified(script_.UserEdits != edits);
 }
 
 void FileCommands::ShowOpened() {
-  UpdateTitle();
   DrawOpened();
   startupFile_ = script_.CurrentFile;
 }
@@ -177,14 +188,14 @@ void FileCommands::OpenFile(const std::string& fileName) {
 }
 
 void FileCommands::OpenRecent(std::size_t index) {
-  if (index < recentFiles_.size()) OpenFile(std::string(recentFiles_[index]));
+  if (index < recent_.Names().size()) OpenFile(std::string(recent_.Names()[index]));
 }
 
 // The template is looked for as scripts look for files: its name is written in two ways.
 void FileCommands::New() {
   if (!SettleChanges()) return;
   SetScript({}, {});
-  const std::string name = FindFile(app_.ProgramFolder, "Vaxel.DaN");
+  const std::string name = FindDataFile(app_, "Vaxel.DaN");
   if (!name.empty()) {
     if (const Result<ScriptFile> script = LoadScript(name)) {
       SetScript({script->Text, {}}, {});
@@ -194,7 +205,6 @@ void FileCommands::New() {
   }
   app_.Editor.GoToLine(1);
   app_.Editor.SetTypingColour(Black);
-  UpdateTitle();
   DrawOpened();
   app_.ShowPlace();
   startupFile_ = script_.CurrentFile;
@@ -239,9 +249,7 @@ void FileCommands::Save() {
         break;
     }
   }
-  if (!WriteTo(script_.CurrentFile)) return;
-  UpdateTitle();
-  script_.TextModified = false;
+  if (WriteTo(script_.CurrentFile)) SetModified(false);
 }
 
 // The dialogs have asked for the name that was chosen alone.
@@ -262,10 +270,37 @@ void FileCommands::SaveAs() {
   if (name != chosen && !MayReplace(name)) return;
   if (name.empty() || !WriteTo(name)) return;
   script_.CurrentFile = name;
-  UpdateTitle();
-  script_.TextModified = false;
+  SetModified(false);
   startupFile_ = name;
-  Remember(name);
+  recent_.Remember(name);
+}
+
+// What is refused, or is gone, is on no disk any more: it must not be given up unasked.
+bool FileCommands::FollowDisk() {
+  const bool hadChanges = script_.TextModified;
+  switch (watch_.Look(script_)) {
+    case DiskWatch::News::None:
+      return false;
+    case DiskWatch::News::Vanished:
+      SetModified(true);
+      app_.Tell(BoxIcon::Information, app_.Message(TextId::ScriptVanished, script_.CurrentFile));
+      break;
+    case DiskWatch::News::Changed: {
+      const TextId question = hadChanges ? TextId::LoadAgainLosing : TextId::LoadAgain;
+      SetModified(true);
+      if (app_.Dialogs.AskYesNo("Vaxel", app_.Message(question, script_.CurrentFile))) LoadAgain();
+      break;
+    }
+  }
+  return script_.TextModified && !hadChanges;
+}
+
+void FileCommands::LoadAgain() {
+  const std::size_t line = app_.Editor.Place().Line;
+  if (!Load(script_.CurrentFile)) return;
+  app_.Editor.GoToLine(std::min(line, app_.Editor.Place().Lines));
+  ShowOpened();
+  app_.ShowPlace();
 }
 
 void FileCommands::InsertFileNames() {
@@ -275,13 +310,6 @@ void FileCommands::InsertFileNames() {
   dialog.TakesSeveral = true;
   const std::string list = ListOfNames(app_.Dialogs.ShowOpen(dialog), script_.CurrentFile);
   if (!list.empty()) app_.Editor.ReplaceSelection(list);
-}
-
-void FileCommands::Remember(const std::string& fileName) {
-  std::erase_if(recentFiles_, [&](const std::string& name) { return EqualIgnoringCase(name, fileName); });
-  recentFiles_.insert(recentFiles_.begin(), fileName);
-  if (recentFiles_.size() > MostRecentFiles) recentFiles_.resize(MostRecentFiles);
-  app_.Window.SetRecentFiles(recentFiles_);
 }
 
 void FileCommands::Export() {

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "app/disk_watch.h"
 #include "app/edited_script.h"
+#include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
 #include "app/script_file.h"
@@ -17,20 +19,24 @@ namespace vaxel {
 class FileCommands {
  public:
   // All must outlive it.
-  FileCommands(AppContext& app, RunCycle& runs, EditedScript& script)
-      : app_(app), runs_(runs), script_(script) {}
+  FileCommands(AppContext& app, RunCycle& runs, RecentFiles& recent, EditedScript& script)
+      : app_(app), runs_(runs), recent_(recent), script_(script) {}
 
   // Loads the script of the start, once the settings are read: the one that fileName names with its folders,
   // or the one that the user chooses when there is no such file. One that was named by the user is told of
   // instead.
-  void LoadFirst(const std::string& fileName, bool isNamed, std::vector<std::string> recentFiles);
+  void LoadFirst(const std::string& fileName, bool isNamed);
   // Takes the text of a recovery copy, which counts as not saved.
   void Restore(const RecoveryCopy& copy);
   // The text was changed by the user, or by the comments of a run.
   void TextChanged(bool isComment);
-  // The script with which the next start begins, and the recent ones, the newest first.
+  // The script with which the next start begins.
   const std::string& StartupFile() const { return startupFile_; }
-  const std::vector<std::string>& RecentFiles() const { return recentFiles_; }
+  // Shows the program, the script's name and whether it is saved, in the language of messages.
+  void ShowTitle();
+  // Asks what is to become of the text when another program has changed the script's file. The result says
+  // whether the text counts as not saved since.
+  bool FollowDisk();
 
   void Open();             // Mnu_Ouvrir
   void New();              // Mnu_Nouveau
@@ -54,28 +60,31 @@ class FileCommands {
   void SetScript(const ScriptFile& script, std::string fileName);
   // Shows the Open dialog, does what follows it and returns whether a script was opened.
   bool ChooseAndLoad();
-  void UpdateTitle();
+  void SetModified(bool isModified);
+  void LoadAgain();
   void ShowOpened();
   void DrawOpened();
   bool WriteTo(const std::string& fileName);
   bool MayReplace(const std::string& fileName);
-  void Remember(const std::string& fileName);
   void Tell(TextId text, const std::string& fileName, const Failure& why);
   void TellNotSaved(const std::string& fileName, const Failure& why);
   void TellNotLoaded(const std::string& fileName, const Failure& why);
 
   AppContext& app_;
   RunCycle& runs_;
+  RecentFiles& recent_;
   EditedScript& script_;
+  DiskWatch watch_;
   std::string startupFile_;
-  std::string openFolder_;                // where the next Open dialog begins
-  std::vector<std::string> recentFiles_;  // MostRecentFiles at most
+  std::string openFolder_;  // where the next Open dialog begins
+  std::string shownTitle_;
+  bool isOpening_ = false;  // a script is drawn for the first time
 };
 
 // "a.b" of "a.b.dat": a name with several points is cut before its last one.
 std::string CutExtraExtension(const std::string& fileName);
 
-// The names, one a line, relative to the script's folder where they lie below it.
+// The names, each with a line end, relative to the script's folder where they lie below it.
 std::string ListOfNames(const std::vector<std::string>& names, std::string_view scriptName);
 
 }  // namespace vaxel

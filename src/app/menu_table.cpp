@@ -53,6 +53,7 @@ void Quit(const CommandTargets& on) {
 void ChooseLanguages(const CommandTargets& on) {
   on.Options.ChooseLanguages();
   on.Owner.AfficheMenus();
+  on.Files.ShowTitle();
 }
 
 void GeneralHelp(const CommandTargets& on) {

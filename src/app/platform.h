@@ -38,6 +38,13 @@ class Platform {
   virtual std::uint32_t ProcessId() = 0;
   virtual bool IsRunning(std::uint32_t processId) = 0;
   virtual void SetWorkingFolder(const std::string& folder) = 0;
+  // The folder for what programs keep for this user, with its last separator; it need not be there yet. It is
+  // empty where the system names none.
+  virtual std::string UserDataFolder() = 0;
+  // Whether files can be made in the folder.
+  virtual bool CanWriteIn(const std::string& folder) = 0;
+  // The local time as the names of files can hold it, "2026-11-22 14.05".
+  virtual std::string TimeForNames() = 0;
   // Opens the help file, or where there is no viewer for it the manual, at a word, which may be empty. The
   // result says whether something was opened.
   virtual bool OpenHelp(const std::string& helpFile, const std::string& word) = 0;

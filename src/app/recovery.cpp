@@ -40,11 +40,15 @@ void RemoveFile(const std::string& name) {
 
 }  // namespace
 
-Recovery::Recovery(std::string folder, std::uint32_t processId)
-    : folder_(std::move(folder)), processId_(processId) {}
+Recovery::Recovery(std::vector<std::string> folders, std::uint32_t processId) : processId_(processId) {
+  for (std::string& folder : folders) {
+    const bool isNew = std::find(folders_.begin(), folders_.end(), folder) == folders_.end();
+    if (folders_.empty() || (isNew && !folder.empty())) folders_.push_back(std::move(folder));
+  }
+}
 
 std::string Recovery::OwnName() const {
-  return folder_ + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
+  return folders_.front() + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
 }
 
 bool Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
@@ -63,19 +67,23 @@ void Recovery::Remove() {
   if (std::exchange(exists_, false)) RemoveFile(OwnName());
 }
 
-std::vector<std::pair<std::string, std::uint32_t>> Recovery::Copies() const {
-  std::vector<std::pair<std::string, std::uint32_t>> copies;
+void Recovery::AddCopies(const std::string& folder, std::vector<NumberedCopy>& copies) {
   std::error_code error;
-  for (fs::directory_iterator entry(PathOf(folder_), error), end; !error && entry != end;
+  for (fs::directory_iterator entry(PathOf(folder), error), end; !error && entry != end;
        entry.increment(error)) {
     const std::string name = NameOf(entry->path().filename());
     if (!name.starts_with(Prefix) || !name.ends_with(Extension)) continue;
     const std::size_t digits = name.size() - Prefix.size() - Extension.size();
     const auto number = ReadNumber<std::uint32_t>(std::string_view(name).substr(Prefix.size(), digits));
-    if (number) copies.emplace_back(folder_ + name, *number);
+    if (number) copies.emplace_back(folder + name, *number);
   }
+}
+
+std::vector<Recovery::NumberedCopy> Recovery::Copies() const {
+  std::vector<NumberedCopy> copies;
+  for (const std::string& folder : folders_) AddCopies(folder, copies);
   std::partition(copies.begin(), copies.end(),
-                 [this](const auto& copy) { return copy.second == processId_; });
+                 [this](const NumberedCopy& copy) { return copy.second == processId_; });
   return copies;
 }
 

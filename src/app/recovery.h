@@ -1,6 +1,6 @@
 // Copies of unsaved text, for the case that the program ends without having asked for it.
 //
-// Each running program keeps one file beside the configuration, "Vaxe$NUMBER.rec" with the number of its
+// Each running program keeps one file in its folder of data, "Vaxe$NUMBER.rec" with the number of its
 // process: a first line with the name of the script and its encoding, then the text, in UTF-8.
 #pragma once
 
@@ -28,8 +28,9 @@ class Recovery {
   using Clock = std::chrono::steady_clock;
   static constexpr auto Interval = std::chrono::seconds(10);
 
-  // The folder ends in its separator.
-  Recovery(std::string folder, std::uint32_t processId);
+  // Copies are written into the first folder, and looked for in all of them: it need not always be the same
+  // one. Each ends in its separator; one that is empty or repeated counts for nothing.
+  Recovery(std::vector<std::string> folders, std::uint32_t processId);
 
   // Whether a copy of text that has changed since the last one is due.
   bool IsDue(Clock::time_point now) const { return changed_ && now - written_ >= Interval; }
@@ -55,11 +56,13 @@ class Recovery {
   void Discard(const RecoveryCopy& copy) const;
 
  private:
-  std::vector<std::pair<std::string, std::uint32_t>> Copies() const;
+  using NumberedCopy = std::pair<std::string, std::uint32_t>;  // its name, and whose it is
+  static void AddCopies(const std::string& folder, std::vector<NumberedCopy>& copies);
+  std::vector<NumberedCopy> Copies() const;
   static std::optional<RecoveryCopy> Read(const std::string& name);
   std::string OwnName() const;
 
-  std::string folder_;
+  std::vector<std::string> folders_;
   std::uint32_t processId_;
   bool changed_ = false;
   bool exists_ = false;

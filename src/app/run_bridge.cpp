@@ -38,13 +38,13 @@ class LinesInOrder {
   std::uint32_t number_ = 1;
 };
 
-// A comment without its blanks and with "#" for every number.
+// A comment without its blanks and with "#" for every number. One pixel and several are the same.
 std::string ShapeOf(std::string_view comment) {
   std::string shape;
   for (std::size_t i = 0; i < comment.size(); ++i) {
     const bool isSign =
         (comment[i] == '-' || comment[i] == '+') && i + 1 < comment.size() && IsDigit(comment[i + 1]);
-    if (comment[i] == ' ') continue;
+    if (comment[i] == ' ' || (comment[i] == 's' && shape.ends_with("#pixel"))) continue;
     if (!isSign && !IsDigit(comment[i])) {
       shape += comment[i];
       continue;

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <sstream>
 #include <system_error>
 #include <utility>
 #include <vector>
 
+#include "app/data_folder.h"
 #include "app/script_file.h"
 #include "base/files.h"
 #include "base/number_text.h"
@@ -24,6 +26,25 @@ constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
 constexpr std::string_view RecentName = "Recent";
+constexpr std::string_view LanguagePrefix = "VAXEL_", LanguageExtension = ".LNG";
+
+// The files "Vaxel_de.lng" with their folders, in the order of their names, so that the numbers of languages
+// stay. Of two with one name that of the first folder counts.
+std::map<std::string, std::string> LanguageFiles(const std::vector<std::string>& folders) {
+  namespace fs = std::filesystem;
+  std::map<std::string, std::string> files;
+  for (const std::string& folder : folders) {
+    std::error_code error;
+    for (fs::directory_iterator entry(PathOf(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+      const std::string name = NameOf(entry->path().filename());
+      const std::string upper = UpperCase(name);
+      if (upper.starts_with(LanguagePrefix) && upper.ends_with(LanguageExtension))
+        files.emplace(name, folder);
+    }
+  }
+  return files;
+}
 
 std::vector<std::string> LanguageNames(const StringTable& strings) {
   std::vector<std::string> names;
@@ -63,24 +84,13 @@ std::string Settings::LanguageText(int index, TextId id) const {
   return std::string(app_.Strings.Text((index - 1) * LanguageBlock, id));
 }
 
-// "Vaxel_de.lng" beside the program, in the order of their names, so that the numbers of languages stay.
 std::vector<Settings::LanguageProblems> Settings::AddLanguages() {
-  namespace fs = std::filesystem;
-  constexpr std::string_view prefix = "VAXEL_", extension = ".LNG";
   constexpr std::size_t maxBytes = 2 << 20;
   std::vector<LanguageProblems> problems;
-  std::vector<std::string> names;
-  std::error_code error;
-  for (fs::directory_iterator entry(PathOf(app_.ProgramFolder), error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::string name = NameOf(entry->path().filename());
-    const std::string upper = UpperCase(name);
-    if (upper.starts_with(prefix) && upper.ends_with(extension)) names.push_back(std::move(name));
-  }
-  std::sort(names.begin(), names.end());
-  for (const std::string& name : names) {
-    const std::string code = name.substr(prefix.size(), name.size() - prefix.size() - extension.size());
-    const Result<std::string> text = ReadWholeFile(app_.ProgramFolder + name, maxBytes);
+  for (const auto& [name, folder] : LanguageFiles({app_.DataFolder, app_.ProgramFolder})) {
+    const std::string code =
+        name.substr(LanguagePrefix.size(), name.size() - LanguagePrefix.size() - LanguageExtension.size());
+    const Result<std::string> text = ReadWholeFile(folder + name, maxBytes);
     if (text) {
       problems.push_back({name, app_.Strings.AddLanguage(code, *text)});
     } else if (text.Why().Fault == FileFault::IsTooLarge) {
@@ -141,7 +151,9 @@ void Settings::WriteLines(const std::vector<ConfigurationLine>& lines) {
 
 bool Settings::Read() {
   const std::vector<LanguageProblems> problems = AddLanguages();
-  file_.emplace(app_.ProgramFolder, app_.VersionText, app_.Platform.IsNtFamily());
+  const bool isApart = app_.DataFolder != app_.ProgramFolder;
+  file_.emplace(app_.DataFolder, app_.VersionText, app_.Platform.IsNtFamily(),
+                isApart ? app_.ProgramFolder : std::string());
   ConfigurationFile::Reading reading = file_->Read(LanguageNames(app_.Strings));
   values_ = std::move(reading.Settings);
   app_.LangBase = values_.LangBase;
@@ -166,13 +178,26 @@ void Settings::ShowOptions() {
   app_.Window.SetEditorWidth(isEditorShown_ ? editorWidth_ : 0);
 }
 
-std::vector<std::string> Settings::RecentFiles() const {
+std::vector<std::string> Settings::RecentFilesIn(const Configuration& settings) {
   std::vector<std::string> names;
   for (std::size_t i = 1; i <= MostRecentFiles; ++i) {
-    const auto name = values_.OwnKey(std::string(RecentName) + std::to_string(i));
+    const auto name = settings.OwnKey(std::string(RecentName) + std::to_string(i));
     if (name && !name->empty()) names.push_back(*name);
   }
   return names;
+}
+
+std::vector<std::string> Settings::ReadRecentFiles() {
+  if (!file_) return {};
+  return RecentFilesIn(file_->Read(LanguageNames(app_.Strings)).Settings);
+}
+
+void Settings::WriteRecentFiles(const std::vector<std::string>& names) {
+  std::vector<ConfigurationLine> lines;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), names[i]));
+  }
+  WriteLines(lines);
 }
 
 void Settings::SetZmm(double zmm) {
@@ -185,12 +210,12 @@ void Settings::SetZmm(double zmm) {
 void Settings::CopyTemplate() {
   if (values_.HelpLangIndex == 0) return;
   const std::string code = LanguageText(values_.HelpLangIndex, TextId::LanguageCode);
-  const std::string source = FindFile(app_.ProgramFolder, "Vaxel_" + code + ".DaN");
+  const std::string source = FindDataFile(app_, "Vaxel_" + code + ".DaN");
   if (source.empty()) return;
   const Result<std::string> bytes = ReadWholeFile(source, MaxScriptBytes);
   if (!bytes || bytes->empty()) return;
-  const std::string target = FindFile(app_.ProgramFolder, "Vaxel.DaN");
-  const std::string name = target.empty() ? app_.ProgramFolder + "Vaxel.DaN" : target;
+  const std::string target = FindFile(app_.DataFolder, "Vaxel.DaN");
+  const std::string name = target.empty() ? app_.DataFolder + "Vaxel.DaN" : target;
   OutputFile file(name);
   file.Write(*bytes);
   const Result<> committed = file.Commit();
@@ -293,16 +318,13 @@ void Settings::ResetEditor() {
 }
 
 // One writing for all lines: a program that ends must not take longer for each of them.
-void Settings::WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles) {
+void Settings::WriteAtEnd(const std::string& startupFile) {
   std::vector<ConfigurationLine> lines;
   if (!startupFile.empty() && !IsMeterFile(startupFile))
     lines.push_back({std::string(ScriptKey), startupFile});
   lines.push_back({std::string(DoubleClickKey), values_.DoubleClick ? " Oui" : " Non"});
   lines.push_back(OwnLine(EditorWidthName, std::to_string(isEditorShown_ ? editorWidth_ : -editorWidth_)));
   lines.push_back(OwnLine(PlaceName, PlaceText(app_.Window.Place())));
-  for (std::size_t i = 0; i < recentFiles.size(); ++i) {
-    lines.push_back(OwnLine(std::string(RecentName) + std::to_string(i + 1), recentFiles[i]));
-  }
   WriteLines(lines);
   WriteFontSize();
 }

@@ -19,12 +19,16 @@ class Settings {
  public:
   explicit Settings(AppContext& app) : app_(app) {}
 
-  // Reads the configuration file of the program's folder, which is written first where there is none, and the
-  // languages that lie beside it. The result says whether the language dialog is to be shown.
+  // Reads the configuration file of the folder of data, which is written first where there is none, and the
+  // languages that lie there and in the program's folder. The result says whether the language dialog is to
+  // be shown.
   bool Read();
-  // The settings as they are now, but for the script and the recent ones, which are as they were read.
+  // The settings as they are now, but for the script and lines of ours, which are as they were read.
   const Configuration& Values() const { return values_; }
-  std::vector<std::string> RecentFiles() const;
+  std::vector<std::string> RecentFiles() const { return RecentFilesIn(values_); }
+  // Those that the file names now, which another program may have written, and their writing.
+  std::vector<std::string> ReadRecentFiles();
+  void WriteRecentFiles(const std::vector<std::string>& names);
   // The name of the help file with its folder.
   std::string HelpFile() const { return app_.ProgramFolder + helpFile_; }
 
@@ -43,7 +47,7 @@ class Settings {
   void ResetEditor();              // Mnu_IniCode
   void SetEditorWidth(int width);  // in units of 1/96 inch
   // Writes what is kept at the end of the program, with the script that the next one begins with.
-  void WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles);
+  void WriteAtEnd(const std::string& startupFile);
   // What cannot be written is not told any more: nobody is there to read it.
   void FailInSilence() { isFailureTold_ = true; }
 
@@ -53,6 +57,7 @@ class Settings {
     std::string FileName;
     Result<std::vector<LineProblem>> Lines;
   };
+  static std::vector<std::string> RecentFilesIn(const Configuration& settings);
   std::vector<LanguageProblems> AddLanguages();
   void TellProblems(const LanguageProblems& found);
   void ShowOptions();

@@ -4,7 +4,8 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <system_error>
+#include <random>
+#include <utility>
 
 #include "base/text.h"
 
@@ -16,6 +17,22 @@ namespace vaxel {
 namespace {
 
 namespace fs = std::filesystem;
+
+#ifdef _WIN32
+// What the C library takes for the same as others.
+FileFault WindowsFault(unsigned long code) {
+  constexpr std::array<std::pair<unsigned long, FileFault>, 5> faults = {{
+      {32, FileFault::IsInUse},            // ERROR_SHARING_VIOLATION
+      {33, FileFault::IsInUse},            // ERROR_LOCK_VIOLATION
+      {19, FileFault::DiskIsReadOnly},     // ERROR_WRITE_PROTECT
+      {112, FileFault::DiskIsFull},        // ERROR_DISK_FULL
+      {123, FileFault::NameIsImpossible},  // ERROR_INVALID_NAME
+  }};
+  const auto* const found =
+      std::find_if(faults.begin(), faults.end(), [code](const auto& row) { return row.first == code; });
+  return found == faults.end() ? FileFault::None : found->second;
+}
+#endif
 
 // The entry of a folder, of just this name or of one that differs in case; it is empty when there is none.
 fs::path EntryOf(const fs::path& folder, const fs::path& name) {
@@ -58,6 +75,16 @@ bool FileExists(std::string_view name) {
   return fs::is_regular_file(PathOf(name), ignored);
 }
 
+bool CanWriteIn(std::string_view folder) {
+  std::random_device random;
+  const fs::path probe = PathOf(folder) / ("Vaxe$" + std::to_string(random()) + ".tmp");
+  std::FILE* const file = OpenFile(probe, "wb");
+  if (!file) return false;
+  std::fclose(file);
+  std::error_code ignored;
+  return fs::remove(probe, ignored);
+}
+
 std::FILE* OpenFile(const fs::path& path, const char* mode) {
 #ifdef _WIN32
   const std::wstring wideMode(mode, mode + std::strlen(mode));
@@ -67,8 +94,39 @@ std::FILE* OpenFile(const fs::path& path, const char* mode) {
 #endif
 }
 
+Failure FileFailure(const std::error_code& why) {
+  constexpr std::array<std::pair<std::errc, FileFault>, 11> faults = {{
+      {std::errc::no_such_file_or_directory, FileFault::IsMissing},
+      {std::errc::not_a_directory, FileFault::IsMissing},
+      {std::errc::is_a_directory, FileFault::IsFolder},
+      {std::errc::permission_denied, FileFault::IsForbidden},
+      {std::errc::operation_not_permitted, FileFault::IsForbidden},
+      {std::errc::device_or_resource_busy, FileFault::IsInUse},
+      {std::errc::text_file_busy, FileFault::IsInUse},
+      {std::errc::no_space_on_device, FileFault::DiskIsFull},
+      {std::errc::read_only_file_system, FileFault::DiskIsReadOnly},
+      {std::errc::filename_too_long, FileFault::NameIsTooLong},
+      {std::errc::io_error, FileFault::DeviceFails},
+  }};
+#ifdef _WIN32
+  if (why.category() == std::system_category()) {
+    if (const FileFault fault = WindowsFault(static_cast<unsigned long>(why.value()));
+        fault != FileFault::None)
+      return {.Fault = fault};
+  }
+#endif
+  for (const auto& [code, fault] : faults) {
+    if (why == code) return {.Fault = fault};
+  }
+  return {.Words = why.message()};
+}
+
 Failure LastFileFailure() {
-  return {.Words = std::strerror(errno)};
+  const int error = errno;
+#ifdef _WIN32
+  if (const FileFault fault = WindowsFault(_doserrno); fault != FileFault::None) return {.Fault = fault};
+#endif
+  return FileFailure({error, std::generic_category()});
 }
 
 bool AreSameFile(const fs::path& one, const fs::path& other) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "base/result.h"
 
@@ -17,9 +18,15 @@ std::string NameOf(const std::filesystem::path& path);
 // Whether there is a regular file of this name.
 bool FileExists(std::string_view name);
 
+// Whether files can be made in the folder, which is found out by making one: attributes and rights say little
+// about shares. Nothing of it stays.
+bool CanWriteIn(std::string_view folder);
+
 // Opens a file as std::fopen does. The stream is null when that fails.
 std::FILE* OpenFile(const std::filesystem::path& path, const char* mode);
-// Says in the system's words why the last call for a file has failed.
+// Why a call for a file has failed, in the system's words where it is nothing that FileFault names; and why
+// the last one of the C library has.
+Failure FileFailure(const std::error_code& why);
 Failure LastFileFailure();
 
 // Whether both names lead to one regular file that is there, however they are spelled and through whatever

@@ -104,7 +104,7 @@ Result<> OutputFile::Commit() {
     std::error_code error;
     fs::rename(temporary_, target_, error);
     if (error) {
-      Fail({.Words = error.message()});
+      Fail(FileFailure(error));
     } else {
       temporary_.clear();
     }

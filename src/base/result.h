@@ -13,8 +13,22 @@ namespace vaxel {
 // The texts of the string table, which names them in resources/text_id.h.
 enum class TextId : std::int16_t;
 
-// What is found wrong with a file before the system is asked.
-enum class FileFault : std::uint8_t { None, IsFolder, IsReadOnly, IsTooLarge };
+// What is most often wrong with a file or its disk. The system's own words for these come in a language that
+// need not be the program's.
+enum class FileFault : std::uint8_t {
+  None,
+  IsFolder,
+  IsReadOnly,
+  IsTooLarge,
+  IsMissing,
+  IsForbidden,
+  IsInUse,
+  DiskIsFull,
+  DiskIsReadOnly,
+  NameIsTooLong,
+  NameIsImpossible,
+  DeviceFails
+};
 
 // Why something has failed, as the user is told. What the program words itself is a text of the string table,
 // so that it comes in the user's language; StringTable::Text makes the words of all three.

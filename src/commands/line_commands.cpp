@@ -24,7 +24,8 @@ double RoundedHalvesUp(double value, double unitsPerOne) {
 
 // "2 pixels" and what they measure, for a line that asks which width is in force.
 std::string WidthComment(double pixels, double pixelSize) {
-  return "  '  " + NumberText(RoundedHalvesUp(pixels, 1)) + " pixels, " +
+  const double whole = RoundedHalvesUp(pixels, 1);
+  return "  '  " + NumberText(whole) + (whole == 1 ? " pixel, " : " pixels, ") +
          NumberText(RoundedHalvesUp(pixels * pixelSize, 100)) + "mm";
 }
 

@@ -62,18 +62,15 @@ static_assert((BuiltInLanguages + MaxAddedLanguages) * LanguageBlock < FirstLate
 static_assert(PlaceholdersAgree(), "the languages of a text must use the same placeholders");
 static_assert(EveryLanguageHasTheTexts(), "a text is missing in some language");
 
+// In the order of FileFault.
+constexpr std::array FileFaultTexts = {
+    TextId::None,           TextId::IsFolder,      TextId::IsReadOnly,       TextId::IsTooLarge,
+    TextId::IsMissing,      TextId::IsForbidden,   TextId::IsInUse,          TextId::DiskIsFull,
+    TextId::DiskIsReadOnly, TextId::NameIsTooLong, TextId::NameIsImpossible, TextId::DeviceFails};
+static_assert(FileFaultTexts.size() == static_cast<std::size_t>(FileFault::DeviceFails) + 1);
+
 TextId TextOf(FileFault fault) {
-  switch (fault) {
-    case FileFault::IsFolder:
-      return TextId::IsFolder;
-    case FileFault::IsReadOnly:
-      return TextId::IsReadOnly;
-    case FileFault::IsTooLarge:
-      return TextId::IsTooLarge;
-    case FileFault::None:
-      break;
-  }
-  return TextId::None;
+  return FileFaultTexts[static_cast<std::size_t>(fault)];
 }
 
 bool IsCode(std::string_view code) {

@@ -16,6 +16,7 @@ namespace vaxel {
 namespace {
 
 constexpr int SearchFieldWidth = 170;
+constexpr int SearchButtons[] = {IDC_COMMAND1, IDC_COMMAND2, IDC_COMMAND3};
 constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
 
 // Nobody reads on, and a control takes seconds for a million characters.
@@ -174,7 +175,6 @@ DialogForm ReferenceForm(const ReferenceDialog& dialog) {
 }
 
 DialogForm SearchForm(const SearchDialog& dialog) {
-  constexpr int buttonIds[] = {IDC_COMMAND1, IDC_COMMAND2, IDC_COMMAND3};
   const DialogFont font;
   const std::wstring wanted = ControlText(dialog.WantedLabel);
   const std::wstring replacement = ControlText(dialog.ReplacementLabel);
@@ -191,7 +191,7 @@ DialogForm SearchForm(const SearchDialog& dialog) {
   builder.AddLine(IDC_STATUS);
   std::vector<ButtonSpec> buttons;
   for (std::size_t i = 0; i < dialog.Buttons.size(); ++i) {
-    buttons.push_back({buttonIds[i], ControlText(dialog.Buttons[i].Caption)});
+    buttons.push_back({SearchButtons[i], ControlText(dialog.Buttons[i].Caption)});
   }
   buttons.push_back({IDCANCEL, ControlText(dialog.CloseButton)});
   builder.AddButtons(buttons);
@@ -206,12 +206,12 @@ DialogForm SearchForm(const SearchDialog& dialog) {
     return GetDlgItem(window, IDC_TEXT1);
   };
   actions.OnPressed = [&dialog](HWND window, int id) {
-    const auto* const button = std::ranges::find(buttonIds, id);
-    if (button == std::end(buttonIds)) return id == IDCANCEL;
+    const auto* const button = std::ranges::find(SearchButtons, id);
+    if (button == std::end(SearchButtons)) return id == IDCANCEL;
     const auto isChecked = [window](int check) { return IsDlgButtonChecked(window, check) == BST_CHECKED; };
     const SearchEntry entry{FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2),
                             isChecked(IDC_CHECK1), isChecked(IDC_CHECK2), isChecked(IDC_CHECK3)};
-    const auto index = static_cast<std::size_t>(button - buttonIds);
+    const auto index = static_cast<std::size_t>(button - SearchButtons);
     SetDlgItemTextW(window, IDC_STATUS, ControlText(dialog.Buttons[index].OnPressed(entry)).c_str());
     return false;
   };

@@ -307,6 +307,9 @@ std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPAR
     case WM_ACTIVATE:
       Activate(LOWORD(wParam) != WA_INACTIVE);
       return 0;
+    case ActivatedMessage:
+      if (IsWindowEnabled(window_.get())) application_->Activated();
+      return 0;
     case WM_CLOSE:
       if (IsWindowEnabled(window_.get()) && application_->Quit()) Close();
       return 0;

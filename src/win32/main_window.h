@@ -66,6 +66,9 @@ class MainWindowWin32 : public MainWindow {
   void Failed();
 
  private:
+  // Posted by the window to itself when it has come to the front.
+  static constexpr UINT ActivatedMessage = WM_APP;
+
   UniqueWindow Create(HINSTANCE instance);
   std::optional<LRESULT> HandleFrame(UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> HandleDivider(UINT message, LPARAM lParam);

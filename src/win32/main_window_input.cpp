@@ -52,6 +52,8 @@ void MainWindowWin32::SetWindowEnabled(bool isEnabled) {
 void MainWindowWin32::Activate(bool isActive) {
   if (isActive) {
     SetFocus(IsWindowVisible(focus_) ? focus_ : graphic_.Window());
+    // A dialog that closes activates the window, too, in the midst of the command that has shown it.
+    PostMessageW(window_.get(), ActivatedMessage, 0, 0);
     return;
   }
   const HWND focus = GetFocus();

@@ -3,8 +3,11 @@
 #include <windows.h>
 // These need what windows.h declares.
 #include <shellapi.h>
+#include <shlobj.h>
 #include <shlwapi.h>
 
+#include <array>
+#include <cstdio>
 #include <initializer_list>
 #include <optional>
 #include <utility>
@@ -127,6 +130,28 @@ bool PlatformWin32::IsRunning(std::uint32_t processId) {
 
 void PlatformWin32::SetWorkingFolder(const std::string& folder) {
   SetCurrentDirectoryW(Widen(folder).c_str());
+}
+
+std::string PlatformWin32::UserDataFolder() {
+  wchar_t* found = nullptr;
+  std::string folder;
+  if (SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &found) == S_OK)
+    folder = Narrow(found) + "\\Vaxel\\";
+  CoTaskMemFree(found);
+  return folder;
+}
+
+bool PlatformWin32::CanWriteIn(const std::string& folder) {
+  return vaxel::CanWriteIn(folder);
+}
+
+std::string PlatformWin32::TimeForNames() {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u.%02u", unsigned{now.wYear},
+                unsigned{now.wMonth}, unsigned{now.wDay}, unsigned{now.wHour}, unsigned{now.wMinute});
+  return text.data();
 }
 
 // Windows has had no viewer for such files of its own since Vista.

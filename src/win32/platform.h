@@ -24,6 +24,9 @@ class PlatformWin32 : public Platform {
   std::string Today() override;
   std::uint32_t ProcessId() override;
   bool IsRunning(std::uint32_t processId) override;
+  std::string UserDataFolder() override;
+  bool CanWriteIn(const std::string& folder) override;
+  std::string TimeForNames() override;
   void SetWorkingFolder(const std::string& folder) override;
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return &measurer_; }

@@ -42,10 +42,13 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
                            RunOfDial));
   EXPECT_TRUE(shell.Window.Title.starts_with("Vaxel  V0.3b  (")) << shell.Window.Title;
   EXPECT_TRUE(shell.Window.Title.ends_with(")   File: " + shell.Path("first.dat"))) << shell.Window.Title;
-  EXPECT_EQ(shell.Read("Vaxel.cfg"),
-            "'Fichier de configuration du Programme Vaxel V0.3b\r\n'Ne pas modifier / Do not change\r\n"
-            "Langue = English\r\nLangueAide = English\r\nFichierDat = Vaxel.dat\r\nDoubleClic = Non\r\n"
-            "Zmm = 1\r\nPatchs = 3\r\n");
+  EXPECT_EQ(
+      shell.Read("Vaxel.cfg"),
+      "'Fichier de configuration du Programme Vaxel V0.3b\r\n'Ne pas modifier / Do not change\r\n"
+      "Recent1 = " +
+          shell.Path("first.dat") +
+          "\r\nLangue = English\r\nLangueAide = English\r\nFichierDat = Vaxel.dat\r\nDoubleClic = Non\r\n"
+          "Zmm = 1\r\nPatchs = 3\r\n");
   EXPECT_EQ(shell.Read("Vaxel.DaN"), "' template\r\n");
   EXPECT_EQ(shell.App->Options().HelpFile(), shell.Path("Vaxel_en.hlp"));
   EXPECT_FALSE(shell.Script().TextModified);
@@ -56,6 +59,59 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
   EXPECT_TRUE(shell.Start());
   EXPECT_EQ(shell.Take(), (Log{"text 59", "colour all", "title " + shell.Window.Title} + RunOfDial));
   EXPECT_EQ(shell.Window.Text1, "L 1/4");
+}
+
+TEST(Application, TellsInTheTitleWhatIsSaved) {
+  FakeShell shell(Dial);
+  const auto ends = [&](const std::string& end) { return shell.Window.Title.ends_with(end); };
+  EXPECT_TRUE(shell.Window.Title.starts_with("Vaxel  V0.3b  (")) << shell.Window.Title;
+  shell.Editor.Type("' mine");
+  EXPECT_TRUE(shell.Window.Title.starts_with("*Vaxel  V0.3b  (")) << shell.Window.Title;
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_TRUE(shell.Window.Title.starts_with("Vaxel  V")) << shell.Window.Title;
+  shell.App->Command(MenuId::Mnu_Nouveau);
+  EXPECT_TRUE(ends(")   File: New script")) << shell.Window.Title;
+  EXPECT_EQ(shell.Script().CurrentFile, "");
+  shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
+    dialog.OnMessages(1);
+    dialog.OnButton();
+  };
+  shell.App->Command(MenuId::Mnu_Langue);
+  EXPECT_TRUE(ends(")   Fichier: Nouveau script")) << shell.Window.Title;
+  // What the first run of a script writes into it is no change, and never seems one; a later one's is.
+  shell.Write("noted.dat", "Trait = 0, 0, 1, 2\n?\n");
+  shell.Take();
+  shell.App->OpenDropped(shell.Path("noted.dat"));
+  EXPECT_EQ(shell.Take({"title"}), Log{"title " + shell.Window.Title});
+  EXPECT_TRUE(shell.Window.Title.starts_with("Vaxel")) << shell.Window.Title;
+  shell.Editor.Content = "Trait = 0, 0, 1, 3\n?\n";
+  shell.App->KeyDown(Key::F4);
+  EXPECT_TRUE(shell.Window.Title.starts_with("*Vaxel")) << shell.Window.Title;
+}
+
+TEST(Application, KeepsRecentFilesAtOnce) {
+  FakeShell shell(Dial);
+  for (const char* name : {"a.dat", "b.dat", "c.dat"}) shell.Write(name, "X = 0,0,1\n");
+  shell.App->OpenDropped(shell.Path("a.dat"));
+  // Another program has opened one meanwhile, and this one is ended without being asked.
+  std::string settings = shell.Read("Vaxel.cfg");
+  settings.insert(settings.find("Recent1 ="), "Recent3 = " + shell.Path("c.dat") + "\r\n");
+  shell.Write("Vaxel.cfg", settings);
+  shell.CommandWithFiles(MenuId::Mnu_Enregistrer, {shell.Path("B.dat")});
+  const Log names = {shell.Path("B.dat"), shell.Path("a.dat"), shell.Path("dial.dat"), shell.Path("c.dat")};
+  EXPECT_EQ(shell.Window.Recent, names);
+  shell.Restart();
+  ASSERT_TRUE(shell.Start(shell.Path("B.dat")));
+  EXPECT_EQ(shell.Window.Recent, names);
+  // Where the settings cannot be written the menu knows them all the same, and the failure is told once.
+  std::filesystem::remove(PathOf(shell.Path("Vaxel.cfg")));
+  std::filesystem::create_directory(PathOf(shell.Path("Vaxel.cfg")));
+  shell.Take();
+  shell.App->OpenDropped(shell.Path("c.dat"));
+  shell.App->OpenDropped(shell.Path("a.dat"));
+  EXPECT_EQ(shell.Window.Recent,
+            (Log{shell.Path("a.dat"), shell.Path("c.dat"), shell.Path("B.dat"), shell.Path("dial.dat")}));
+  EXPECT_EQ(shell.Take({"message"}).size(), 1U);
 }
 
 TEST(Application, ANamedScriptComesFirst) {
@@ -79,8 +135,10 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   ASSERT_TRUE(shell.Start());
   ASSERT_EQ(shell.Window.Captions.size(), 32U);
   EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir\tCtrl+O");
-  EXPECT_EQ(shell.Window.Captions[13].second, "&Visualizar (F4)");
+  EXPECT_EQ(shell.Window.Captions[13].second, "E&jecutar (F4)");
   EXPECT_EQ(shell.Window.ToolTips[1], "Coordenadas X e Y del ratón en el gráfico");
+  EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Code), "Muestra u oculta el script");
+  EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Ouvrir), "");
   EXPECT_NE(shell.Window.Title.find(")   File: "), std::string::npos);
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) { dialog.OnHelp(1); };  // and Escape
   shell.App->Command(MenuId::Mnu_Langue);
@@ -92,7 +150,7 @@ TEST(Application, NamesKeysBehindTheCaptions) {
   FakeShell shell(Dial);
   std::map<MenuId, std::string> captions(shell.Window.Captions.begin(), shell.Window.Captions.end());
   const std::pair<MenuId, const char*> cases[] = {
-      {MenuId::Mnu_Syntaxe, "&Syntax (F2)"},       {MenuId::Mnu_RefCurseur, "&RefCur (F8)"},
+      {MenuId::Mnu_Syntaxe, "&Syntax (F2)"},       {MenuId::Mnu_RefCurseur, "Reference &point (F8)"},
       {MenuId::Mnu_EnregistrerS, "&Save\tCtrl+S"}, {MenuId::Mnu_Imprimer, "&Print\tCtrl+P"},
       {MenuId::Mnu_AideMot, "Help on &Word\tF1"},  {MenuId::Mnu_Enregistrer, "Save &as"}};
   for (const auto& [item, caption] : cases) EXPECT_EQ(captions[item], caption);

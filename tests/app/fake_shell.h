@@ -180,6 +180,9 @@ class FakePlatform : public Platform {
   std::uint32_t ProcessId() override { return Process; }
   bool IsRunning(std::uint32_t processId) override { return Running.contains(processId); }
   void SetWorkingFolder(const std::string& folder) override { log_.push_back("folder " + folder); }
+  std::string UserDataFolder() override { return UserFolder; }
+  bool CanWriteIn(const std::string& folder) override { return !ReadOnly.contains(folder); }
+  std::string TimeForNames() override { return "2026-11-22 14.05"; }
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
@@ -193,6 +196,8 @@ class FakePlatform : public Platform {
   bool Ctrl = false;
   std::uint32_t Process = 7;
   std::set<std::uint32_t> Running;
+  std::string UserFolder;
+  std::set<std::string> ReadOnly;  // folders that cannot be written
 
  private:
   Log& log_;

@@ -50,7 +50,7 @@ TEST(RunCycle, ColoursLinesThatTheCursorLeaves) {
   FakeShell shell(Dial);
   shell.Editor.Type("X = 1,1,1");
   shell.App->CursorMoved();
-  EXPECT_EQ(shell.Take(), Log{});
+  EXPECT_EQ(shell.Take({"colour"}), Log{});
   shell.Editor.Line = 2;
   shell.App->CursorMoved();
   EXPECT_EQ(shell.Take(), Log{"colour line 4"});

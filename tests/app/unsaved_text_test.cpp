@@ -2,6 +2,7 @@
 // and the program knows that it is not saved.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <new>
 #include <stdexcept>
@@ -10,6 +11,7 @@
 
 #include "base/files.h"
 #include "tests/app/fake_shell.h"
+#include "tests/support/language_line.h"
 
 namespace vaxel::test {
 namespace {
@@ -95,6 +97,48 @@ TEST(UnsavedText, OfAProgramOfTheSameNumberIsOfferedFirst) {
   }
 }
 
+TEST(UnsavedText, BecomesAScriptWhenItIsNotWantedInTheEditor) {
+  FakeShell shell;
+  shell.Write("dial.dat", Line);
+  shell.Write("dial recovered 2026-11-22 14.05.dat", "there already");
+  shell.Write("Vaxe$3.rec", "Vaxel recovery\t0\t1\t" + shell.Path("dial.dat") + "\n' mine\n' é");
+  // Its folder is gone with its script, and the last one has had none.
+  shell.Write("Vaxe$4.rec", "Vaxel recovery\t0\t1\t" + shell.Path("gone/scale.dat") + "\n' scale");
+  shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n' nameless");
+  shell.Boxes.Answers = {"no", "no", "no"};
+  shell.Write("Vaxel.cfg",
+              "'Vaxel V0.3b\r\nLangue = English\r\nLangueAide = English\r\nFichierDat = dial.dat\r\n");
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Editor.Content, Line);
+  EXPECT_FALSE(shell.Script().TextModified);
+  const std::string end = " recovered 2026-11-22 14.05";
+  EXPECT_EQ(shell.Read("dial" + end + ".dat"), "there already");
+  EXPECT_EQ(shell.Read("dial" + end + " (2).dat"), "' mine\r\n' é");
+  EXPECT_EQ(shell.Read("scale" + end + ".dat"), "' scale");
+  EXPECT_EQ(shell.Read("New script" + end + ".dat"), "' nameless");
+  for (const char* name : {"Vaxe$3.rec", "Vaxe$4.rec", "Vaxe$5.rec"}) EXPECT_FALSE(shell.Exists(name));
+  const Log told = shell.Take({"message"});
+  ASSERT_EQ(told.size(), 3U);
+  const std::string name = shell.Path("dial" + end + " (2).dat");
+  EXPECT_NE(
+      std::find(told.begin(), told.end(),
+                "message The unsaved text of " + shell.Path("dial.dat") + " is kept in the file\n" + name),
+      told.end());
+}
+
+TEST(UnsavedText, StaysACopyWhereNoScriptCanBeMadeOfIt) {
+  FakeShell shell;
+  // No folder of data takes a file of a name with a folder in it that is not there.
+  shell.Write("Vaxel_de.lng",
+              LineOf(TextId::LanguageName, "Deutsch") + LineOf(TextId::RecoveredName, "none/%1%2"));
+  shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n' nameless");
+  shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangue = Deutsch\r\nLangueAide = English\r\n");
+  shell.Boxes.Answers = {"no"};
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Take({"critical"}).size(), 1U);
+  EXPECT_TRUE(shell.Exists("Vaxe$5.rec"));
+}
+
 TEST(UnsavedText, StaysOnTheDiskUntilItIsCopiedAnew) {
   FakeShell shell;
   shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n' mine");
@@ -137,7 +181,7 @@ TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {
   FakeShell shell("?  ' 1998\nEpaisT ' 2, 3\n?  ' see 'x' 5\n? ' 7 pixels\n? ' 1E+20,-0.5\n");
   EXPECT_EQ(shell.Editor.Content,
-            "?  ' 1998  ' 0, 0\nEpaisT ' 2, 3  '  1 pixels, 0.25mm\n?  ' see 'x' 5  ' 0, 0\n"
+            "?  ' 1998  ' 0, 0\nEpaisT ' 2, 3  '  1 pixel, 0.25mm\n?  ' see 'x' 5  ' 0, 0\n"
             "? ' 7 pixels  ' 0, 0\n?  ' 0, 0\n");
   const std::string commented = shell.Editor.Content;
   shell.App->KeyDown(Key::F4);

@@ -40,7 +40,7 @@ TEST_F(VaxelRender, SpeaksTheUsersLanguage) {
   EXPECT_TRUE(Run("--zoom 0 --language es dial.dat").Printed.starts_with("vaxel-render: --zoom: '0' no es"));
   EXPECT_TRUE(Run("--language de dial.dat", "LC_ALL=fr").Printed.starts_with("vaxel-render: --language : "));
   EXPECT_EQ(Run("missing", "LC_ALL=fr").Printed,
-            "vaxel-render: impossible de lire missing : No such file or directory\n");
+            "vaxel-render: impossible de lire missing : ce fichier ou dossier n'existe pas\n");
   EXPECT_EQ(Run(".", "LC_ALL=es").Printed, "vaxel-render: no se puede leer .: es una carpeta\n");
 }
 
@@ -68,7 +68,8 @@ TEST_F(VaxelRender, ShowsATerminalNothingToObey) {
   Write(name, "X = 1/0\n");
   EXPECT_EQ(Run("'" + name + "'").Printed,
             shown + ":1: Error in the line: X = 1/0 of the file: " + shown + "\n\nDivision by zero\n");
-  EXPECT_EQ(Run("'" + red + "'").Printed, "vaxel-render: cannot read \\x1b[31m: No such file or directory\n");
+  EXPECT_EQ(Run("'" + red + "'").Printed,
+            "vaxel-render: cannot read \\x1b[31m: there is no such file or folder\n");
   EXPECT_EQ(Run("--zoom '" + turned + "' x").Printed,
             "vaxel-render: --zoom: '\\u202e' is not a number from above 0 to 1000\n"
             "vaxel-render --help lists the options\n");

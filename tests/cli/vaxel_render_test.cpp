@@ -117,7 +117,7 @@ TEST_F(VaxelRender, SaysWhatCannotBeRead) {
                                "ELF\0\0",
                                6));
   const std::array<std::pair<const char*, const char*>, 3> cases = {
-      {{"missing.dat", "vaxel-render: cannot read missing.dat: No such file or directory\n"},
+      {{"missing.dat", "vaxel-render: cannot read missing.dat: there is no such file or folder\n"},
        {".", "vaxel-render: cannot read .: it is a folder\n"},
        {"program", "vaxel-render: program is not a text: it holds NUL characters\n"}}};
   for (const auto& [file, message] : cases) {
@@ -150,10 +150,10 @@ TEST_F(VaxelRender, ReportsAFailedScriptAndKeepsTheOldDrawing) {
 TEST_F(VaxelRender, SaysWhatCannotBeWrittenAndLeavesNothingHalfWritten) {
   Write("dial.dat", Line);
   const std::array<std::pair<const char*, const char*>, 5> cases = {
-      {{"-o /dev/full --format svg", "No space left on device"},
-       {"-o /dev/full --format pdf", "No space left on device"},
-       {"-o none/a.svg", "No such file or directory"},
-       {"-o dial.dat/a.svg", "Not a directory"},
+      {{"-o /dev/full --format svg", "the disk is full"},
+       {"-o /dev/full --format pdf", "the disk is full"},
+       {"-o none/a.svg", "there is no such file or folder"},
+       {"-o dial.dat/a.svg", "there is no such file or folder"},
        {"-o . --format svg", "it is a folder"}}};
   for (const auto& [output, message] : cases) {
     const Outcome outcome = Run(std::string(output) + " dial.dat");
@@ -331,7 +331,7 @@ TEST_F(VaxelRender, TellsOnceOfAFontThatIsNotThere) {
         "Texte = 0,20,,G,c\n");
   const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
   EXPECT_EQ(outcome.Status, 0);
-  const std::string message = "dial.dat:2: notice: The font Nosuchfont is missing, replaced by ";
+  const std::string message = "dial.dat:2: notice: the font Nosuchfont is missing, replaced by ";
   ASSERT_TRUE(outcome.Printed.starts_with(message)) << outcome.Printed;
   EXPECT_EQ(outcome.Printed.find('\n'), outcome.Printed.size() - 1) << outcome.Printed;
   // What is said to be used is what the PDF holds.

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -198,10 +199,45 @@ TEST_F(ProgramTest, OffersWhatWasNotSaved) {
   question.Answer(IDYES);
   program_->AwaitIdle();
   EXPECT_EQ(program_->EditorText(), "' zero ' one");
-  EXPECT_EQ(program_->Title(), TitleWith(English, folder_.NameOf("dial.dat")));
+  EXPECT_EQ(program_->Title(), "*" + TitleWith(English, folder_.NameOf("dial.dat")));
   EndWithoutSaving();
   EXPECT_EQ(folder_.Read("dial.dat"), "' one");
   EXPECT_TRUE(FilesIn(folder_.Path(), ".rec").empty());
+}
+
+TEST_F(ProgramTest, FollowsItsFile) {
+  StartWith("' one");
+  const auto activate = [this] { PostMessageW(program_->Window(), WM_ACTIVATE, WA_ACTIVE, 0); };
+  folder_.Write("dial.dat", "' two");
+  activate();
+  const ShownDialog question = program_->AwaitDialog("Vaxel");
+  EXPECT_NE(question.Message().find(folder_.NameOf("dial.dat")), std::string::npos) << question.Message();
+  question.Answer(IDYES);
+  AwaitEditor("' two");
+  EXPECT_EQ(program_->Title(), TitleWith(English, folder_.NameOf("dial.dat")));
+  fs::remove(folder_.Path() / "dial.dat");
+  activate();
+  program_->AwaitDialog("Vaxel").Press(IDOK);
+  program_->AwaitIdle();
+  EXPECT_EQ(program_->Title(), "*" + TitleWith(English, folder_.NameOf("dial.dat")));
+  EndWithoutSaving();
+}
+
+// Wine lets everyone write everywhere: a folder in the place of the settings stands in for rights.
+TEST_F(ProgramTest, KeepsItsSettingsWhereItMayWrite) {
+  const fs::path own = fs::path(Environment("APPDATA")) / "Vaxel";
+  fs::remove_all(own);
+  fs::create_directory(folder_.Path() / "Vaxel.cfg");
+  folder_.Write("dial.dat", "' one");
+  fs::create_directory(own);
+  std::ofstream(own / "Vaxel.cfg", std::ios::binary) << SettingsWith("English", folder_.NameOf("dial.dat"));
+  program_.emplace(folder_);
+  program_->AwaitIdle();
+  EXPECT_EQ(program_->EditorText(), "' one");
+  EndUnasked();
+  EXPECT_TRUE(HasLine(test::BytesOf(own / "Vaxel.cfg"), "Recent1 = " + folder_.NameOf("dial.dat")));
+  EXPECT_EQ(folder_.FileCount(), 2);
+  fs::remove_all(own);
 }
 
 TEST_F(ProgramTest, Exports) {

@@ -36,8 +36,10 @@ inline std::string SettingsWith(const std::string& language, const std::string& 
          "\r\nDoubleClic = Non\r\nZmm = 1\r\nPatchs = 0\r\n";
 }
 
+// Of a saved script; the name of a new one is empty.
 inline std::string TitleWith(Language language, const std::string& file) {
-  return "Vaxel  V" + Version() + "  (mm × mm)   " + TextIn(language, TextId::FileWord) + ": " + file;
+  return "Vaxel  V" + Version() + "  (mm × mm)   " + TextIn(language, TextId::FileWord) + ": " +
+         (file.empty() ? TextIn(language, TextId::NewScript) : file);
 }
 
 inline bool HasLine(const std::string& text, const std::string& line) {

@@ -98,7 +98,7 @@ TEST_F(ProgramTest, CountsFromTheReferencePoint) {
   ExpectPlace(program_->MovePointer(0, bottom), -centreX, -centreY);
 
   program_->Key(VK_F8);
-  const ShownDialog reference = program_->AwaitDialog("Vaxel   RefCur   (F8, Ctrl-F8)");
+  const ShownDialog reference = program_->AwaitDialog("Vaxel   Reference point   (F8, Ctrl-F8)");
   EXPECT_EQ(reference.Text(IDC_LABEL1), TextIn(English, TextId::ReferenceLabel));
   reference.Type(IDC_TEXT1, "50;100");
   reference.Press(IDC_COMMAND1);
