@@ -8,6 +8,7 @@
 
 #include "app/app_context.h"
 #include "app/edited_script.h"
+#include "app/export_commands.h"
 #include "app/file_commands.h"
 #include "app/keys.h"
 #include "app/recovery.h"
@@ -78,6 +79,7 @@ class Application {
   Settings settings_{app_};
   RunCycle runs_{app_, settings_, script_};
   FileCommands files_{app_, runs_, script_};
+  ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   std::bitset<MenuItems> disabled_;
 };

@@ -12,8 +12,9 @@ enum class Key : std::uint8_t { None, Escape, F1 = 128, F2, F3, F4, F5, F6, F7, 
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,
-  Ctrl,  // alone
-  Shift  // alone
+  Ctrl,   // alone
+  Shift,  // alone
+  CtrlShift
 };
 
 struct Keystroke {
@@ -31,6 +32,8 @@ struct Keystroke {
         return withCtrl && !withShift;
       case vaxel::Held::Shift:
         return withShift && !withCtrl;
+      case vaxel::Held::CtrlShift:
+        return withCtrl && withShift;
     }
     return false;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/application.h"
+#include "app/export_commands.h"
 #include "app/file_commands.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
@@ -17,6 +18,11 @@ using enum MenuId;
 template <void (FileCommands::*Command)()>
 void Files(const CommandTargets& on) {
   (on.Files.*Command)();
+}
+
+template <void (ExportCommands::*Command)()>
+void Exports(const CommandTargets& on) {
+  (on.Exports.*Command)();
 }
 
 template <void (Settings::*Command)()>
@@ -65,6 +71,10 @@ constexpr std::array<Keystroke, 2> Ctrl(char letter) {
   return {Keystroke{static_cast<Key>(letter), Held::Ctrl}};
 }
 
+constexpr std::array<Keystroke, 2> CtrlShift(char letter) {
+  return {Keystroke{static_cast<Key>(letter), Held::CtrlShift}};
+}
+
 constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Fichier, TextId::MenuFile, Bar},
     {Mnu_Ouvrir, TextId::MenuOpen, Mnu_Fichier, Files<&FileCommands::Open>, Ctrl('O')},
@@ -72,7 +82,9 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_OuvrirMeter, TextId::MenuImportMeter, Mnu_Fichier, nullptr, {}, "Mnu_Sep0"},
     {Mnu_Enregistrer, TextId::MenuSaveAs, Mnu_Fichier, Files<&FileCommands::SaveAs>, {}, "Mnu_Sep1"},
     {Mnu_EnregistrerS, TextId::MenuSave, Mnu_Fichier, Files<&FileCommands::Save>, Ctrl('S')},
-    {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Files<&FileCommands::Export>},
+    {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Exports<&ExportCommands::Export>},
+    {Mnu_CopierDessin, TextId::MenuCopyDrawing, Mnu_Fichier, Exports<&ExportCommands::CopyDrawing>,
+     CtrlShift('C')},
     {Mnu_Imprimante, TextId::MenuPrinter, Mnu_Fichier},
     {Mnu_Imprimer, TextId::MenuPrint, Mnu_Fichier, Runs<&RunCycle::Print>, Ctrl('P')},
     {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier},
@@ -114,7 +126,9 @@ constexpr bool KeysAreUnique() {
     for (const MenuRow& other : Rows) {
       if (&row == &other) continue;
       for (const Keystroke& key : row.Keys) {
-        const bool withCtrl = key.Held == Held::Ctrl, withShift = key.Held == Held::Shift;
+        const bool withBoth = key.Held == Held::CtrlShift;
+        const bool withCtrl = withBoth || key.Held == Held::Ctrl;
+        const bool withShift = withBoth || key.Held == Held::Shift;
         for (const Keystroke& taken : other.Keys) {
           if (taken.IsPressedBy(key.Key, withCtrl, withShift)) return false;
         }
@@ -165,7 +179,9 @@ static_assert(EveryCaptionHasAccelerator(), "every caption has one accelerator")
 static_assert(AcceleratorsAreUnique(1) && AcceleratorsAreUnique(2), "no letter twice in a menu");
 
 std::string TextOf(const Keystroke& stroke) {
-  const std::string held = stroke.Held == Held::Ctrl ? "Ctrl+" : stroke.Held == Held::Shift ? "Shift+" : "";
+  std::string held;
+  if (stroke.Held == Held::Ctrl || stroke.Held == Held::CtrlShift) held += "Ctrl+";
+  if (stroke.Held == Held::Shift || stroke.Held == Held::CtrlShift) held += "Shift+";
   if (stroke.Key < Key::F1) return held + static_cast<char>(stroke.Key);
   return held + "F" + std::to_string(static_cast<int>(stroke.Key) - static_cast<int>(Key::F1) + 1);
 }

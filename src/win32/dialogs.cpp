@@ -129,6 +129,10 @@ void DialogsWin32::ShowLanguages(const LanguageDialog& dialog) {
   Run(LanguageForm(dialog));
 }
 
+void DialogsWin32::ShowExport(const ExportDialog& dialog) {
+  Run(ExportForm(dialog, Buttons()));
+}
+
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {
   Run(AboutForm(dialog, Buttons(), Owner()));
 }

@@ -38,6 +38,7 @@ class DialogsWin32 : public Dialogs {
   void ShowZoom(const ZoomDialog& dialog) override;
   void ShowReference(const ReferenceDialog& dialog) override;
   void ShowLanguages(const LanguageDialog& dialog) override;
+  void ShowExport(const ExportDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override;
 
  private:

@@ -77,9 +77,9 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   FakeShell shell;
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangueAide = Castellano\r\nLangue = English\r\n");
   ASSERT_TRUE(shell.Start());
-  ASSERT_EQ(shell.Window.Captions.size(), 32U);
+  ASSERT_EQ(shell.Window.Captions.size(), 33U);
   EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir\tCtrl+O");
-  EXPECT_EQ(shell.Window.Captions[13].second, "&Visualizar (F4)");
+  EXPECT_EQ(shell.Window.Captions[14].second, "&Visualizar (F4)");
   EXPECT_EQ(shell.Window.ToolTips[1], "Coordenadas X e Y del ratón en el gráfico");
   EXPECT_NE(shell.Window.Title.find(")   File: "), std::string::npos);
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) { dialog.OnHelp(1); };  // and Escape

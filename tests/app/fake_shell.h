@@ -115,6 +115,7 @@ class FakeDialogs : public Dialogs {
   void ShowZoom(const ZoomDialog& dialog) override;
   void ShowReference(const ReferenceDialog& dialog) override;
   void ShowLanguages(const LanguageDialog& dialog) override;
+  void ShowExport(const ExportDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
   // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok" or a text.
@@ -125,6 +126,7 @@ class FakeDialogs : public Dialogs {
   std::function<void(const ZoomDialog&)> OnZoom;
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;
+  std::function<void(const ExportDialog&)> OnExport;  // else what is proposed is taken
 
  private:
   std::string Next();
@@ -139,8 +141,12 @@ class FakePrinters : public Printers {
   Result<RunTarget> Target(const std::string& printer) override;
   Result<> Print(const std::string& printer, const std::string& documentName,
                  const DisplayList& drawing) override;
+  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
+  std::string PdfPrinter() override { return PdfName; }
+  Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) override;
 
-  std::string Name = "Plotter";
+  std::string Name = "Plotter", PdfName = "Paperless";
+  std::string PdfBytes = "%PDF-1.7 ... %%EOF\n";  // that it writes
   // What goes wrong, in the system's words.
   std::string PrintFailure, TargetFailure;
 
@@ -162,15 +168,16 @@ class FakePlatform : public Platform {
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
-  Result<> WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
-  Result<> WriteEmf(const DisplayList&, std::size_t, ByteSink&) override {
-    return Failure{.Words = "no disk"};
-  }
+  Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) override;
+  Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  bool CopyPicture(const std::string& emf, const std::string& png) override;
 
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock
   bool Ctrl = false;
   std::uint32_t Process = 7;
+  std::string EmfFailure;  // in the system's words
+  bool HasClipboard = true;
   std::set<std::uint32_t> Running;
 
  private:
