@@ -128,7 +128,7 @@ void Application::SetItemEnabled(MenuId item, bool isEnabled) {
 void Application::Command(MenuId item) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
-  row.Run({app_, *this, files_, editing_, runs_, settings_, app_.Platform.IsCtrlDown()});
+  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, app_.Platform.IsCtrlDown()});
 }
 
 void Application::OpenRecent(std::size_t index) {

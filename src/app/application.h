@@ -9,6 +9,7 @@
 #include "app/app_context.h"
 #include "app/edited_script.h"
 #include "app/editing_commands.h"
+#include "app/export_commands.h"
 #include "app/file_commands.h"
 #include "app/keys.h"
 #include "app/menu_hints.h"
@@ -90,6 +91,7 @@ class Application {
   RecentFiles recent_{app_, settings_};
   FileCommands files_{app_, runs_, recent_, script_};
   EditingCommands editing_{app_};
+  ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
   std::bitset<MenuItems> disabled_;

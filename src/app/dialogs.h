@@ -74,6 +74,16 @@ struct SearchDialog {
   bool HasSelection = false;
   std::vector<Button> Buttons;  // the first one is what Enter presses
   std::string CloseButton;
+
+// How a drawing is exported. OnButton takes the numbers of the entries that are chosen, from 0, and the
+// field as it stands, and says whether the dialog closes.
+struct ExportDialog {
+  std::string Caption;
+  std::string FormatLabel, PageLabel;
+  std::vector<std::string> Formats, Pages;
+  int Format = 0, Page = 0;  // chosen at the beginning
+  std::string DpiLabel, DpiText;
+  std::function<bool(int format, int page, const std::string& dpi)> OnButton;
 };
 
 struct AboutDialog {
@@ -99,6 +109,7 @@ class Dialogs {
   virtual void ShowReference(const ReferenceDialog& dialog) = 0;
   virtual void ShowLanguages(const LanguageDialog& dialog) = 0;
   virtual void ShowSearch(const SearchDialog& dialog) = 0;
+  virtual void ShowExport(const ExportDialog& dialog) = 0;
   virtual void ShowAbout(const AboutDialog& dialog) = 0;
 };
 

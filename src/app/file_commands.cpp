@@ -11,10 +11,7 @@
 #include "app/raised_flag.h"
 #include "app/run_bridge.h"
 #include "base/files.h"
-#include "base/output_file.h"
 #include "base/text.h"
-#include "interpreter/sheet_notices.h"
-#include "render/svg_renderer.h"
 
 namespace vaxel {
 namespace {
@@ -23,27 +20,6 @@ constexpr std::string_view Credit = "mm × mm";
 
 std::string Filter(const std::string& description, const char* pattern) {
   return description + " (" + pattern + ")|" + pattern + "|";
-}
-
-bool IsPictureFile(const std::string& name) {
-  const std::string upper = UpperCase(name);
-  return upper.ends_with(".SVG") || upper.ends_with(".PNG") || upper.ends_with(".EMF");
-}
-
-Result<> WriteDrawing(const DisplayList& drawing, const std::string& name, Platform& platform) {
-  const std::string upper = UpperCase(name);
-  const std::size_t page = drawing.Pages().size() - 1;
-  OutputFile file(name);
-  Result<> written;
-  if (upper.ends_with(".PNG")) {
-    written = platform.WritePng(drawing, page, file);
-  } else if (upper.ends_with(".EMF")) {
-    written = platform.WriteEmf(drawing, page, file);
-  } else {
-    SvgRenderer renderer(file);
-    PlayPage(drawing, page, renderer);
-  }
-  return written ? file.Commit() : written;
 }
 
 }  // namespace
@@ -310,32 +286,6 @@ void FileCommands::InsertFileNames() {
   dialog.TakesSeveral = true;
   const std::string list = ListOfNames(app_.Dialogs.ShowOpen(dialog), script_.CurrentFile);
   if (!list.empty()) app_.Editor.ReplaceSelection(list);
-}
-
-void FileCommands::Export() {
-  const DisplayList* const drawing = runs_.Drawing();
-  if (!drawing || drawing->Size() == 0)
-    return app_.Tell(BoxIcon::Information, app_.Message(TextId::NothingToExport));
-  FileDialog dialog;
-  dialog.DefaultExtension = "svg";
-  dialog.Filter = Filter(app_.Message(TextId::SvgFiles), "*.svg") +
-                  Filter(app_.Message(TextId::PngFiles), "*.png") +
-                  Filter(app_.Message(TextId::EmfFiles), "*.emf");
-  dialog.Folder = FolderOf(script_.CurrentFile);
-  dialog.FileName = DocumentNameOf(script_.CurrentFile);
-  std::string name = app_.Dialogs.ShowSave(dialog);
-  if (name.empty()) return;
-  // A picture under the extension of something else, of a script for one, would be neither.
-  if (!IsPictureFile(name) && !MayReplace(name += ".svg")) return;
-  if (const Result<> written = WriteDrawing(*drawing, name, app_.Platform); !written)
-    return Tell(TextId::CannotWrite, name, written.Why());
-  // The window's area is no sheet, but the file ends where it ends.
-  std::string beyond;
-  for (const SheetNotice& notice : SheetNotices(*drawing, app_.Strings, app_.LangBase)) {
-    beyond += (beyond.empty() ? "" : "\n") +
-              NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text);
-  }
-  if (!beyond.empty()) app_.Tell(BoxIcon::Information, beyond);
 }
 
 }  // namespace vaxel

@@ -43,7 +43,6 @@ class FileCommands {
   void Save();             // Mnu_EnregistrerS
   void SaveAs();           // Mnu_Enregistrer
   void InsertFileNames();  // Mnu_Liste_Fic
-  void Export();           // Mnu_Exporter
   // These open a script that was dropped, and one of the recent ones.
   void OpenFile(const std::string& fileName);
   void OpenRecent(std::size_t index);

@@ -31,7 +31,7 @@ enum class Key : std::uint8_t {
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,
-  Ctrl,  // alone
+  Ctrl,   // alone
   Shift,  // alone
   CtrlShift
 };

@@ -4,6 +4,7 @@
 
 #include "app/application.h"
 #include "app/editing_commands.h"
+#include "app/export_commands.h"
 #include "app/file_commands.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
@@ -24,6 +25,11 @@ void Files(const CommandTargets& on) {
 template <void (EditingCommands::*Command)()>
 void Editing(const CommandTargets& on) {
   if (on.Options.IsEditorShown()) (on.Editing.*Command)();
+}
+
+template <void (ExportCommands::*Command)()>
+void Exports(const CommandTargets& on) {
+  (on.Exports.*Command)();
 }
 
 template <void (Settings::*Command)()>
@@ -73,6 +79,10 @@ constexpr std::array<Keystroke, 2> Ctrl(char letter) {
   return {Keystroke{static_cast<Key>(letter), Held::Ctrl}};
 }
 
+constexpr std::array<Keystroke, 2> CtrlShift(char letter) {
+  return {Keystroke{static_cast<Key>(letter), Held::CtrlShift}};
+}
+
 constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Fichier, TextId::MenuFile, Bar},
     {Mnu_Ouvrir, TextId::MenuOpen, Mnu_Fichier, Files<&FileCommands::Open>, Ctrl('O')},
@@ -80,7 +90,9 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_OuvrirMeter, TextId::MenuImportMeter, Mnu_Fichier, nullptr, {}, "Mnu_Sep0"},
     {Mnu_Enregistrer, TextId::MenuSaveAs, Mnu_Fichier, Files<&FileCommands::SaveAs>, {}, "Mnu_Sep1"},
     {Mnu_EnregistrerS, TextId::MenuSave, Mnu_Fichier, Files<&FileCommands::Save>, Ctrl('S')},
-    {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Files<&FileCommands::Export>},
+    {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Exports<&ExportCommands::Export>},
+    {Mnu_CopierDessin, TextId::MenuCopyDrawing, Mnu_Fichier, Exports<&ExportCommands::CopyDrawing>,
+     CtrlShift('C')},
     {Mnu_Imprimante, TextId::MenuPrinter, Mnu_Fichier},
     {Mnu_Imprimer, TextId::MenuPrint, Mnu_Fichier, Runs<&RunCycle::Print>, Ctrl('P')},
     {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier},
@@ -151,8 +163,9 @@ constexpr bool KeysAreUnique() {
     for (const MenuRow& other : Rows) {
       if (&row == &other) continue;
       for (const Keystroke& key : row.Keys) {
-        const bool withCtrl = key.Held == Held::Ctrl || key.Held == Held::CtrlShift;
-        const bool withShift = key.Held == Held::Shift || key.Held == Held::CtrlShift;
+        const bool withBoth = key.Held == Held::CtrlShift;
+        const bool withCtrl = withBoth || key.Held == Held::Ctrl;
+        const bool withShift = withBoth || key.Held == Held::Shift;
         for (const Keystroke& taken : other.Keys) {
           if (taken.IsPressedBy(key.Key, withCtrl, withShift)) return false;
         }

@@ -22,6 +22,7 @@ enum class MenuId : std::uint8_t {
   Mnu_Enregistrer,   // under another name
   Mnu_EnregistrerS,  // under the present one
   Mnu_Exporter,
+  Mnu_CopierDessin,
   Mnu_Imprimante,
   Mnu_Imprimer,
   Mnu_ImprimerZoom,
@@ -77,6 +78,7 @@ inline constexpr auto MenuItems = static_cast<std::size_t>(MenuId::Bar);
 struct AppContext;
 class Application;
 class EditingCommands;
+class ExportCommands;
 class FileCommands;
 class RunCycle;
 class Settings;
@@ -87,6 +89,7 @@ struct CommandTargets {
   Application& Owner;
   FileCommands& Files;
   EditingCommands& Editing;
+  ExportCommands& Exports;
   RunCycle& Runs;
   Settings& Options;
   bool WithCtrl;  // Ctrl was held down when the command was given

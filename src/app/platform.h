@@ -12,6 +12,17 @@
 
 namespace vaxel {
 
+// The sheet of a printer around the area that it can print on, in millimetres.
+struct PrinterSheet {
+  double WidthMm = 0, HeightMm = 0;
+  double LeftMm = 0, TopMm = 0;  // of that area, from the sheet's upper-left corner
+};
+
+// Printing into a file that the program names.
+struct FilePrint {
+  std::string Printer, DocumentName, FileName;
+};
+
 class Printers {
  public:
   virtual ~Printers() = default;
@@ -22,6 +33,13 @@ class Printers {
   // Prints all pages at true size as one document and ends it.
   virtual Result<> Print(const std::string& printer, const std::string& documentName,
                          const DisplayList& drawing) = 0;
+  // The sheet in portrait, or in landscape.
+  virtual Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) = 0;
+  // The name of the printer whose documents are PDF files; it is empty when there is none.
+  virtual std::string PdfPrinter() = 0;
+  // Has a printer write all pages at true size into a file, each in the middle of a sheet of the paper that
+  // suits them best. The file may be complete only some time later.
+  virtual Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) = 0;
 };
 
 class Platform {
@@ -52,8 +70,11 @@ class Platform {
   virtual TextMeasurer* Measurer() = 0;
   virtual PictureDecoder* Decoder() = 0;
   // These write a page as a file.
-  virtual Result<> WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
+  virtual Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) = 0;
   virtual Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) = 0;
+  // Puts one picture on the clipboard, as the bytes of an EMF file and, unless they are empty, of a PNG file.
+  // The result says whether that could be done.
+  virtual bool CopyPicture(const std::string& emf, const std::string& png) = 0;
 };
 
 }  // namespace vaxel

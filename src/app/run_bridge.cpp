@@ -90,15 +90,19 @@ bool RunBridge::IsOfEditor(std::string_view fileName) const {
   return fileName == script_.CurrentFile && (!run_ || run_->InMainScript());
 }
 
+// A script that fails on paper fails on the screen, too: once is enough.
 void RunBridge::ShowError(const ErrorReport& report) {
   ShowSoFar();
   app_.Window.ProcessEvents();
-  app_.Window.SetPointer(PointerShape::Normal);
   const std::string name = report.FileName.empty() ? app_.Message(TextId::UnsavedScript)
                                                    : std::string(NameWithoutFolder(report.FileName));
   const std::string line = app_.Message(TextId::LineOfError, std::to_string(report.LineNumber), name);
-  app_.Tell(BoxIcon::Critical, report.LineNumber > 0 ? report.Text + "\n\n" + line : report.Text);
-  app_.Window.SetPointer(PointerShape::Hourglass);
+  const std::string text = report.LineNumber > 0 ? report.Text + "\n\n" + line : report.Text;
+  if (session_.Errors.insert(text).second) {
+    app_.Window.SetPointer(PointerShape::Normal);
+    app_.Tell(BoxIcon::Critical, text);
+    app_.Window.SetPointer(PointerShape::Hourglass);
+  }
   if (IsOfEditor(report.FileName) && report.LineNumber > 0) {
     app_.Editor.GoToLine(report.LineNumber);
   }
@@ -153,6 +157,7 @@ std::string RunBridge::FindFile(std::string_view scriptName, std::string_view na
 }
 
 Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes) {
+  filesRead_.emplace(fileName);
   return ReadWholeFile(fileName, maxBytes);
 }
 

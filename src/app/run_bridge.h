@@ -23,6 +23,7 @@ struct RunSession {
   bool IsWritingComments = false;    // a run writes its comments into the text
   std::vector<std::string> Notices;  // of the runs that belong together, not shown yet
   std::set<std::string> Told;        // those that were shown last
+  std::set<std::string> Errors;      // of the runs that belong together, shown already
 };
 
 class RunBridge : public RunHost {
@@ -49,6 +50,8 @@ class RunBridge : public RunHost {
   void Follow(const RunContext& run) { run_ = &run; }
   // To be called when the run is over: writes the comments into the editor.
   void Finish();
+  // The names of the files that the script has read, with their folders.
+  const std::set<std::string>& FilesRead() const { return filesRead_; }
 
  private:
   void ShowSoFar();
@@ -65,6 +68,7 @@ class RunBridge : public RunHost {
   std::chrono::steady_clock::time_point lastEvents_, lastShown_;
   bool hadEvents_ = false;
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
+  std::set<std::string> filesRead_;
 };
 
 // What is told about a line, behind its place: "FILE:LINE: text".

@@ -74,6 +74,7 @@ std::optional<double> FieldValue(std::string_view text) {
 class RunCycle::BusyWindow {
  public:
   explicit BusyWindow(RunCycle& cycle) : running_(cycle.session_.IsRunning), window_(cycle.app_.Window) {
+    cycle.session_.Errors.clear();
     window_.SetPointer(PointerShape::Hourglass);
     window_.SetWindowEnabled(false);
     window_.ProcessEvents();
@@ -220,10 +221,40 @@ std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answ
   target->Decoder = app_.Platform.Decoder();
   std::optional<DisplayList> list(std::in_place);
   if (RunFor(*target, *list, answers) != RunEnd::Completed) return std::nullopt;
-  for (const SheetNotice& notice : SheetNotices(*list, app_.Strings, app_.LangBase)) {
+  NoteBeyondSheet(*list);
+  return list;
+}
+
+void RunCycle::NoteBeyondSheet(const DisplayList& drawing) {
+  for (const SheetNotice& notice : SheetNotices(drawing, app_.Strings, app_.LangBase)) {
     session_.Notices.push_back(NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text));
   }
-  return list;
+}
+
+void RunCycle::WhileBusy(const std::function<void()>& work) {
+  const BusyWindow busy(*this);
+  work();
+}
+
+std::optional<FileRun> RunCycle::RunForFile(RunTarget target) {
+  target.IsPixelDevice = false;
+  target.Measurer = app_.Platform.Measurer();
+  target.Decoder = app_.Platform.Decoder();
+  std::vector<std::string> answers;
+  std::optional<FileRun> drawn(std::in_place);
+  RunBridge bridge(app_, script_, session_, nullptr, answers);
+  RunContext run(bridge, AllCommands(), app_.Strings, drawn->Drawing);
+  bridge.Follow(run);
+  run.LangBase = app_.LangBase;
+  const RunEnd end = RunScript(run, target, app_.Editor.Text(), script_.CurrentFile);
+  drawn->FilesRead = bridge.FilesRead();
+  if (end != RunEnd::Completed) {
+    drawn.reset();
+  } else if (target.Kind == TargetKind::Printer) {
+    NoteBeyondSheet(drawn->Drawing);
+  }
+  TellNotices();
+  return drawn;
 }
 
 void RunCycle::PrintDocument(const DisplayList& drawing) {

@@ -1,8 +1,10 @@
 // Runs on the screen and on the printer, and what moves and measures the drawing.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +21,12 @@
 
 namespace vaxel {
 
+// What a run for files has drawn.
+struct FileRun {
+  DisplayList Drawing;
+  std::set<std::string> FilesRead;  // by the script, with their folders
+};
+
 class RunCycle {
  public:
   // All must outlive it.
@@ -27,6 +35,7 @@ class RunCycle {
 
   // Names the printer for what is printed from now on.
   void UsePrinter(std::string name) { printerName_ = std::move(name); }
+  const std::string& PrinterName() const { return printerName_; }
 
   void Visualise();               // Mnu_Visualiser
   void Print();                   // Mnu_Imprimer
@@ -39,6 +48,12 @@ class RunCycle {
   bool IsAbortRequested() const { return session_.AbortRequested; }
   bool IsRunning() const { return session_.IsRunning; }
   bool IsWritingComments() const { return session_.IsWritingComments; }
+  // Does something as a part of a run: the window takes nothing but Escape meanwhile.
+  void WhileBusy(const std::function<void()>& work);
+  // Runs the script for files; to be called while busy. The view, the window's drawing and the text stay as
+  // they are. There is none when the run did not reach its end, which an empty script does not either; else
+  // the user was told why.
+  std::optional<FileRun> RunForFile(RunTarget target);
   // Handles the events that are pending, as a run does: what the user does meanwhile begins nothing.
   void HandleEvents();
 
@@ -53,8 +68,10 @@ class RunCycle {
   void PointerMoved(double xPx, double yPx);
   void WheelTurned(double xPx, double yPx, double notches);
   void Dragged(double dxPx, double dyPx);
-  // The drawing that is shown, for exports; it is null before the first.
+  // The drawing that is shown; it is null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
+  // The page of it that is shown, from 0.
+  std::size_t ShownPage() const { return drawing_ ? drawing_->Pages().size() - 1 : 0; }
   const ViewState& View() const { return state_; }
 
  private:
@@ -64,6 +81,7 @@ class RunCycle {
   RunEnd RunOnScreen(std::vector<std::string>& answers);
   RunEnd RunOnScreen();
   std::optional<DisplayList> RunOnPrinter(std::vector<std::string>& answers);
+  void NoteBeyondSheet(const DisplayList& drawing);
   void TellNotices();
   void PrintDocument(const DisplayList& drawing);
   void TellNotPrinted(const Failure& why);

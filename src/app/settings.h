@@ -34,6 +34,9 @@ class Settings {
 
   bool IsEditorShown() const { return isEditorShown_; }
 
+
+  // Writes lines of the kind of OwnLine, of which others know what they mean.
+  void Keep(const std::vector<ConfigurationLine>& ownLines) { WriteLines(ownLines); }
   void SetZmm(double zmm);
   void ChooseLanguages();  // Mnu_Langue, without showing the menus anew
   void ChoosePatches();    // Mnu_Patchs

@@ -182,4 +182,12 @@ std::string FindFile(std::string_view scriptName, std::string_view name) {
   return fs::is_regular_file(found, ignored) ? NameOf(found) : std::string();
 }
 
+std::string PageFileName(const std::string& fileName, std::size_t page) {
+  if (page == 0) return fileName;
+  const std::size_t dot = fileName.find_last_of("./\\");
+  const bool hasExtension = dot != std::string::npos && fileName[dot] == '.';
+  const std::size_t at = hasExtension ? dot : fileName.size();
+  return fileName.substr(0, at) + "-" + std::to_string(page + 1) + fileName.substr(at);
+}
+
 }  // namespace vaxel

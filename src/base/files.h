@@ -46,4 +46,8 @@ Result<std::string> ReadWholeFile(std::string_view name, std::size_t maxBytes);
 // name differs in case alone. The name is empty when there is none.
 std::string FindFile(std::string_view scriptName, std::string_view name);
 
+// What the file of a page (from 0) is called where each has its own: "dial.svg" for the first, then
+// "dial-2.svg", "dial-3.svg", …
+std::string PageFileName(const std::string& fileName, std::size_t page);
+
 }  // namespace vaxel

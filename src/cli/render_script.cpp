@@ -120,15 +120,6 @@ WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& outpu
   return (*cairo)->WritePng(list, page, options.Dpi.value_or(PngDpi), &machine.Decoder, sink);
 }
 
-// "dial.svg" for the first page, then "dial-2.svg", "dial-3.svg", …
-std::string PageFileName(const std::string& fileName, std::size_t page) {
-  if (page == 0) return fileName;
-  const std::size_t dot = fileName.find_last_of("./\\");
-  const bool hasExtension = dot != std::string::npos && fileName[dot] == '.';
-  const std::size_t at = hasExtension ? dot : fileName.size();
-  return fileName.substr(0, at) + "-" + std::to_string(page + 1) + fileName.substr(at);
-}
-
 std::size_t FilesOf(const OutputRequest& output, const DisplayList& list) {
   const bool holdsPages = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
   return holdsPages ? 1 : list.Pages().size();

@@ -23,6 +23,7 @@ class ChunkedVector {
     return place;
   }
 
+  T& operator[](std::size_t index) { return blocks_[index / BlockSize][index % BlockSize]; }
   const T& operator[](std::size_t index) const { return blocks_[index / BlockSize][index % BlockSize]; }
 
   void clear() {

@@ -28,6 +28,25 @@ Kind Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fil
   return {first, static_cast<std::uint32_t>(items.size()), inside};
 }
 
+// Moves what lies in a figure itself; the corners of polygons and contours do not.
+struct FigureMover {
+  Point Way;
+
+  void operator()(LineShape& line) const {
+    line.From = line.From + Way;
+    line.To = line.To + Way;
+  }
+  void operator()(RectangleShape& rectangle) const {
+    rectangle.Corner = rectangle.Corner + Way;
+    rectangle.Opposite = rectangle.Opposite + Way;
+  }
+  void operator()(CircleShape& circle) const { circle.Centre = circle.Centre + Way; }
+  void operator()(TextShape& text) const { text.Start = text.Start + Way; }
+  void operator()(PictureShape& picture) const { picture.Corner = picture.Corner + Way; }
+  void operator()(const PolygonShape&) const {}
+  void operator()(const ContourShape&) const {}
+};
+
 }  // namespace
 
 std::span<const Point> DisplayList::Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const {
@@ -47,6 +66,30 @@ void DisplayList::BeginPage(double width, double height) {
 void DisplayList::ResizePage(double width, double height) {
   pages_.back().Width = width;
   pages_.back().Height = height;
+}
+
+void DisplayList::Move(Shape& figure, Point way) {
+  std::visit(FigureMover{way}, figure);
+  if (const auto* const polygon = std::get_if<PolygonShape>(&figure)) {
+    for (std::size_t i = 0; i < polygon->Count; ++i) {
+      Point& corner = corners_[polygon->First + i];
+      corner = corner + way;
+    }
+  } else if (const auto* const contour = std::get_if<ContourShape>(&figure)) {
+    for (std::size_t i = 0; i < contour->Count; ++i) {
+      Point& centre = pieces_[contour->First + i].Centre;
+      centre = centre + way;
+    }
+  }
+}
+
+void DisplayList::FramePage(std::size_t page, Point corner, double width, double height) {
+  Page& framed = pages_[page];
+  framed.Width = width;
+  framed.Height = height;
+  for (std::size_t i = framed.First; i < framed.First + framed.Count; ++i) {
+    Move(operations_[i].Figure, Point{} - corner);
+  }
 }
 
 void DisplayList::Clear() {

@@ -156,6 +156,9 @@ class DisplayList {
   void BeginPage(double width, double height);
   // Gives the page being drawn another size.
   void ResizePage(double width, double height);
+  // Gives a page another frame: its upper-left corner comes to lie where it had corner, and what is drawn
+  // moves along.
+  void FramePage(std::size_t page, Point corner, double width, double height);
   // Empties the page being drawn and forgets all earlier ones.
   void Clear();
   // The calls that add need a page.
@@ -169,6 +172,7 @@ class DisplayList {
 
  private:
   std::uint32_t IndexOf(const FontFace& face);
+  void Move(Shape& figure, Point way);
 
   std::vector<Page> pages_;
   ChunkedVector<Operation> operations_;

@@ -102,6 +102,14 @@ void MoveAside(HWND dialog) {
   SetWindowPos(dialog, nullptr, left, frame.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Which of so many radio buttons is pressed, from 0.
+int Checked(HWND dialog, int firstId, int count) {
+  for (int i = 0; i < count; ++i) {
+    if (IsDlgButtonChecked(dialog, firstId + i)) return i;
+  }
+  return 0;
+}
+
 std::wstring WithoutAccelerator(const std::string& name) {
   std::wstring text;
   for (const wchar_t c : ControlText(name)) text.append(c == L'&' ? 2 : 1, c);
@@ -247,6 +255,43 @@ DialogForm LanguageForm(const LanguageDialog& dialog) {
     help.Pressed(window, id);
     if (id == IDC_COMMAND1) dialog.OnButton();
     return id == IDC_COMMAND1 || id == IDCANCEL;
+  };
+  return {builder.Finish(), actions};
+}
+
+// The field keeps the focus when it is refused.
+DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons) {
+  const auto texts = [](const std::vector<std::string>& entries) {
+    std::vector<std::wstring> wide;
+    for (const std::string& entry : entries) wide.push_back(WithoutAccelerator(entry));
+    return wide;
+  };
+  const DialogFont font;
+  const std::wstring dpi = ControlText(dialog.DpiLabel);
+  const int labelWidth = static_cast<int>(font.Size(dpi, DialogBuilder::WidestText, true).cx);
+  DialogBuilder builder(font, ControlText(dialog.Caption),
+                        labelWidth + DialogBuilder::WideGap + ZoomFieldWidth);
+  builder.AddChoice({IDC_FRAME1, IDC_OPTION1_FIRST, ControlText(dialog.FormatLabel)}, texts(dialog.Formats));
+  builder.AddChoice({IDC_FRAME2, IDC_OPTION2_FIRST, ControlText(dialog.PageLabel)}, texts(dialog.Pages));
+  builder.AddField(IDC_LABEL1, dpi, labelWidth, IDC_TEXT1, ControlText(dialog.DpiText));
+  builder.AddButtons(BoxButtons(MB_OKCANCEL, buttons));
+  const int formats = static_cast<int>(dialog.Formats.size()), pages = static_cast<int>(dialog.Pages.size());
+  DialogActions actions;
+  actions.OnInit = [=, &dialog](HWND window) {
+    const int format = IDC_OPTION1_FIRST + dialog.Format, page = IDC_OPTION2_FIRST + dialog.Page;
+    CheckRadioButton(window, IDC_OPTION1_FIRST, IDC_OPTION1_FIRST + formats - 1, format);
+    CheckRadioButton(window, IDC_OPTION2_FIRST, IDC_OPTION2_FIRST + pages - 1, page);
+    LiftLimit(window, IDC_TEXT1);
+    return GetDlgItem(window, format);
+  };
+  actions.OnPressed = [=, &dialog](HWND window, int id) {
+    if (id != IDOK) return id == IDCANCEL;
+    const int format = Checked(window, IDC_OPTION1_FIRST, formats),
+              page = Checked(window, IDC_OPTION2_FIRST, pages);
+    if (dialog.OnButton(format, page, FieldText(window, IDC_TEXT1))) return true;
+    const HWND field = GetDlgItem(window, IDC_TEXT1);
+    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
+    return false;
   };
   return {builder.Finish(), actions};
 }

@@ -22,6 +22,7 @@ DialogForm ZoomForm(const ZoomDialog& dialog);
 DialogForm ReferenceForm(const ReferenceDialog& dialog);
 DialogForm SearchForm(const SearchDialog& dialog);
 DialogForm LanguageForm(const LanguageDialog& dialog);
+DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons);
 DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND owner);
 // A message box with a text that scrolls; kind is that of MessageBoxW.
 DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text, const ButtonTexts& buttons);

@@ -206,14 +206,16 @@ void DialogBuilder::AddField(int labelId, const std::wstring& label, int labelWi
 }
 
 // Returns how tall the frame must be.
-int DialogBuilder::AddChoice(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame) {
+int DialogBuilder::AddGroup(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame,
+                            bool isLastDisabled) {
   const int count = static_cast<int>(entries.size()), columns = (count - 1) / EntriesAColumn + 1;
   const int rows = (count + columns - 1) / columns;
   const int columnWidth = static_cast<int>(frame.right - frame.left - 2 * WideGap) / columns;
   for (int i = 0; i < count; ++i) {
     const int left = static_cast<int>(frame.left) + WideGap + i / rows * columnWidth;
     const int top = static_cast<int>(frame.top) + FrameTop + i % rows * RadioStep;
-    const DWORD first = i == 0 ? WS_GROUP | WS_TABSTOP : 0, last = i == count - 1 ? WS_DISABLED : 0;
+    const DWORD first = i == 0 ? WS_GROUP | WS_TABSTOP : 0;
+    const DWORD last = isLastDisabled && i == count - 1 ? WS_DISABLED : 0;
     Add(ControlClass::Button, choice.FirstId + i, entries[static_cast<std::size_t>(i)],
         {left, top, left + columnWidth, top + RadioHeight}, BS_AUTORADIOBUTTON | first | last);
   }
@@ -224,22 +226,30 @@ int DialogBuilder::AddChoice(const Choice& choice, const std::vector<std::wstrin
   return height;
 }
 
+int DialogBuilder::WidthOf(const std::wstring& text) const {
+  return static_cast<int>(font_.Size(text, WidestText, true).cx);
+}
+
+void DialogBuilder::AddChoice(const Choice& choice, const std::vector<std::wstring>& entries) {
+  int widest = WidthOf(choice.Label);
+  for (const std::wstring& entry : entries) widest = std::max(widest, WidthOf(entry) + RadioMark);
+  width_ = std::max(width_, widest + 2 * WideGap);
+  Below(AddGroup(choice, entries, {left_, top_, left_ + width_, top_}, false), WideGap);
+}
+
 void DialogBuilder::AddChoices(const Choice& left, const Choice& right,
                                const std::vector<std::wstring>& entries) {
-  const auto widthOf = [this](const std::wstring& text) {
-    return static_cast<int>(font_.Size(text, WidestText, true).cx);
-  };
   int widest = 0;
-  for (const std::wstring& entry : entries) widest = std::max(widest, widthOf(entry) + RadioMark);
+  for (const std::wstring& entry : entries) widest = std::max(widest, WidthOf(entry) + RadioMark);
   const int columns = (static_cast<int>(entries.size()) - 1) / EntriesAColumn + 1;
   const int frameWidth =
-      2 * WideGap + std::max({widest * columns, widthOf(left.Label), widthOf(right.Label)});
+      2 * WideGap + std::max({widest * columns, WidthOf(left.Label), WidthOf(right.Label)});
   width_ = std::max(width_, 2 * frameWidth + WideGap);
   const int half = (width_ - WideGap) / 2;
   const RECT leftFrame{left_, top_, left_ + half, top_};
   const RECT rightFrame{left_ + width_ - half, top_, left_ + width_, top_};
-  AddChoice(left, entries, leftFrame);
-  Below(AddChoice(right, entries, rightFrame), WideGap);
+  AddGroup(left, entries, leftFrame, true);
+  Below(AddGroup(right, entries, rightFrame, true), WideGap);
 }
 
 void DialogBuilder::AddCheck(int id, const std::wstring& label, bool isEnabled) {

@@ -75,11 +75,13 @@ class DialogBuilder {
   void AddField(int id, const std::wstring& text);
   // The field stands to the right of its label.
   void AddField(int labelId, const std::wstring& label, int labelWidth, int id, const std::wstring& text);
-  // Two groups of radio buttons side by side. The last entry is shown disabled.
   struct Choice {
     int FrameId, FirstId;
     std::wstring Label;
   };
+  // One such group over the whole width, of which all entries can be chosen.
+  void AddChoice(const Choice& choice, const std::vector<std::wstring>& entries);
+  // Two groups of radio buttons side by side. The last entry is shown disabled.
   void AddChoices(const Choice& left, const Choice& right, const std::vector<std::wstring>& entries);
   void AddCheck(int id, const std::wstring& label, bool isEnabled = true);
   // A line for texts that come later.
@@ -93,7 +95,9 @@ class DialogBuilder {
   void Add(ControlClass controlClass, int id, const std::wstring& text, RECT place, DWORD style,
            DWORD extendedStyle = 0);
   int Below(int height, int gap);
-  int AddChoice(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame);
+  int AddGroup(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame,
+               bool isLastDisabled);
+  int WidthOf(const std::wstring& text) const;
 
   const DialogFont& font_;
   DialogSpec spec_;

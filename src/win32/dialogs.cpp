@@ -133,6 +133,10 @@ void DialogsWin32::ShowSearch(const SearchDialog& dialog) {
   Run(SearchForm(dialog));
 }
 
+void DialogsWin32::ShowExport(const ExportDialog& dialog) {
+  Run(ExportForm(dialog, Buttons()));
+}
+
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {
   Run(AboutForm(dialog, Buttons(), Owner()));
 }

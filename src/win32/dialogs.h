@@ -39,6 +39,7 @@ class DialogsWin32 : public Dialogs {
   void ShowReference(const ReferenceDialog& dialog) override;
   void ShowLanguages(const LanguageDialog& dialog) override;
   void ShowSearch(const SearchDialog& dialog) override;
+  void ShowExport(const ExportDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override;
 
  private:

@@ -15,6 +15,7 @@
 #include "app/script_file.h"
 #include "base/files.h"
 #include "render/gdi/export.h"
+#include "win32/clipboard.h"
 #include "win32/input_state.h"
 #include "winbase/handles.h"
 #include "winbase/wide_text.h"
@@ -22,8 +23,6 @@
 namespace vaxel {
 namespace {
 
-// Exported pictures have the resolution of those of the command line.
-constexpr double PngDpi = 300;
 // The longest web address, with its end, that the shell takes.
 constexpr DWORD LongestAddress = 2084;
 
@@ -171,12 +170,16 @@ bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& wor
   return false;
 }
 
-Result<> PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
-  return WriteGdiPng(drawing, page, PngDpi, {&decoder_, nudgesRightAngles_()}, sink);
+Result<> PlatformWin32::WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) {
+  return WriteGdiPng(drawing, page, dpi, {&decoder_, nudgesRightAngles_()}, sink);
 }
 
 Result<> PlatformWin32::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
   return vaxel::WriteEmf(drawing, page, {&decoder_, nudgesRightAngles_()}, sink);
+}
+
+bool PlatformWin32::CopyPicture(const std::string& emf, const std::string& png) {
+  return CopyToClipboard(emf, png);
 }
 
 std::string ProgramFolder() {

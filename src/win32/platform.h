@@ -31,8 +31,9 @@ class PlatformWin32 : public Platform {
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return &measurer_; }
   PictureDecoder* Decoder() override { return &decoder_; }
-  Result<> WritePng(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) override;
   Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  bool CopyPicture(const std::string& emf, const std::string& png) override;
 
  private:
   std::function<bool()> nudgesRightAngles_;

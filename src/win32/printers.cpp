@@ -28,4 +28,19 @@ Result<> PrintersWin32::Print(const std::string& printer, const std::string& doc
   return vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()});
 }
 
+Result<PrinterSheet> PrintersWin32::Sheet(const std::string& printer, bool isLandscape) {
+  const Result<PrinterFacts> facts = FactsOf(printer, isLandscape);
+  if (!facts) return facts.Why();
+  return PrinterSheet{facts->PaperWidthMm, facts->PaperHeightMm, facts->LeftMm, facts->TopMm};
+}
+
+std::string PrintersWin32::PdfPrinter() {
+  return vaxel::PdfPrinter();
+}
+
+Result<> PrintersWin32::PrintToFile(const FilePrint& print, const DisplayList& drawing) {
+  return vaxel::Print(drawing,
+                      {print.Printer, print.DocumentName, &decoder_, nudgesRightAngles_(), print.FileName});
+}
+
 }  // namespace vaxel

@@ -17,6 +17,9 @@ class PrintersWin32 : public Printers {
   Result<RunTarget> Target(const std::string& printer) override;
   Result<> Print(const std::string& printer, const std::string& documentName,
                  const DisplayList& drawing) override;
+  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
+  std::string PdfPrinter() override;
+  Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) override;
 
  private:
   PictureDecoder& decoder_;

@@ -133,17 +133,16 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   FakeShell shell;
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangueAide = Castellano\r\nLangue = English\r\n");
   ASSERT_TRUE(shell.Start());
-  ASSERT_EQ(shell.Window.Captions.size(), 32U);
-  EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir\tCtrl+O");
-  EXPECT_EQ(shell.Window.Captions[13].second, "E&jecutar (F4)");
+  EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_Ouvrir), "&Abrir\tCtrl+O");
+  EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_Visualiser), "E&jecutar (F4)");
   EXPECT_EQ(shell.Window.ToolTips[1], "Coordenadas X e Y del ratón en el gráfico");
   EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Code), "Muestra u oculta el script");
   EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Ouvrir), "");
   EXPECT_NE(shell.Window.Title.find(")   File: "), std::string::npos);
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) { dialog.OnHelp(1); };  // and Escape
   shell.App->Command(MenuId::Mnu_Langue);
-  EXPECT_EQ(shell.Window.Captions.back().second, "A propos de &Vaxel");
-  EXPECT_EQ(shell.Window.Captions[32 + 14].second, "&Zoom (F7)");
+  EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_AProposDe), "A propos de &Vaxel");
+  EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_RefCurseur), "&RefCur (F8)");
 }
 
 TEST(Application, NamesKeysBehindTheCaptions) {

@@ -7,6 +7,9 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/number_text.h"
+#include "base/output_file.h"
+#include "render/list_renderer.h"
 
 namespace vaxel::test {
 
@@ -163,6 +166,12 @@ void FakeDialogs::ShowReference(const ReferenceDialog& dialog) {
   if (OnReference) OnReference(dialog);
 }
 
+void FakeDialogs::ShowExport(const ExportDialog& dialog) {
+  log_.emplace_back("export dialog");
+  if (OnExport) return OnExport(dialog);
+  dialog.OnButton(dialog.Format, dialog.Page, dialog.DpiText);
+}
+
 void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
   log_.emplace_back("language dialog");
   if (OnLanguages) OnLanguages(dialog);
@@ -185,14 +194,44 @@ Result<> FakePrinters::Print(const std::string& printer, const std::string& docu
   return {};
 }
 
+// Margins that differ on all sides around the 200 × 287 mm that can be printed on.
+Result<PrinterSheet> FakePrinters::Sheet(const std::string&, bool isLandscape) {
+  return isLandscape ? PrinterSheet{297, 210, 7, 4} : PrinterSheet{210, 297, 6, 3};
+}
+
+Result<> FakePrinters::PrintToFile(const FilePrint& print, const DisplayList& drawing) {
+  log_.push_back("print " + print.DocumentName + " on " + print.Printer + " into a file, " +
+                 std::to_string(drawing.Pages().size()) + " pages");
+  if (!PrintFailure.empty()) return Failure{.Words = PrintFailure};
+  OutputFile file(print.FileName);
+  file.Write(PdfBytes);
+  return file.Commit();
+}
+
 bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word) {
   log_.push_back("help " + helpFile + " " + word);
   return true;
 }
 
-Result<> FakePlatform::WritePng(const DisplayList&, std::size_t, ByteSink& sink) {
-  sink.Write("png");
+// The files are lists.
+Result<> FakePlatform::WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) {
+  sink.Write("png " + NumberText(dpi) + "\n");
+  ListRenderer renderer(sink);
+  PlayPage(drawing, page, renderer);
   return {};
+}
+
+Result<> FakePlatform::WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) {
+  if (!EmfFailure.empty()) return Failure{.Words = EmfFailure};
+  sink.Write("emf\n");
+  ListRenderer renderer(sink);
+  PlayPage(drawing, page, renderer);
+  return {};
+}
+
+bool FakePlatform::CopyPicture(const std::string& emf, const std::string& png) {
+  if (HasClipboard) log_.push_back("copy " + emf + png);
+  return HasClipboard;
 }
 
 void FakeShell::Restart() {

@@ -53,6 +53,13 @@ class FakeWindow : public MainWindow {
   void Paint();
   void Forget() { shown_ = nullptr; }
 
+  // The one that was set last.
+  std::string CaptionOf(MenuId item) const {
+    std::string caption;
+    for (const auto& [named, text] : Captions) caption = named == item ? text : caption;
+    return caption;
+  }
+
   std::size_t PaintedOperations = 0;
   std::string Title, Text1, Text2;
   std::vector<std::pair<MenuId, std::string>> Captions;
@@ -135,6 +142,7 @@ class FakeDialogs : public Dialogs {
   void ShowSearch(const SearchDialog& dialog) override {
     if (OnSearch) OnSearch(dialog);
   }
+  void ShowExport(const ExportDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
   // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok" or a text.
@@ -146,6 +154,7 @@ class FakeDialogs : public Dialogs {
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;
   std::function<void(const SearchDialog&)> OnSearch;
+  std::function<void(const ExportDialog&)> OnExport;  // else what is proposed is taken
 
  private:
   std::string Next();
@@ -160,8 +169,12 @@ class FakePrinters : public Printers {
   Result<RunTarget> Target(const std::string& printer) override;
   Result<> Print(const std::string& printer, const std::string& documentName,
                  const DisplayList& drawing) override;
+  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
+  std::string PdfPrinter() override { return PdfName; }
+  Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) override;
 
-  std::string Name = "Plotter";
+  std::string Name = "Plotter", PdfName = "Paperless";
+  std::string PdfBytes = "%PDF-1.7 ... %%EOF\n";  // that it writes
   // What goes wrong, in the system's words.
   std::string PrintFailure, TargetFailure;
 
@@ -186,15 +199,16 @@ class FakePlatform : public Platform {
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
-  Result<> WritePng(const DisplayList&, std::size_t, ByteSink& sink) override;
-  Result<> WriteEmf(const DisplayList&, std::size_t, ByteSink&) override {
-    return Failure{.Words = "no disk"};
-  }
+  Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) override;
+  Result<> WriteEmf(const DisplayList& drawing, std::size_t page, ByteSink& sink) override;
+  bool CopyPicture(const std::string& emf, const std::string& png) override;
 
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock
   bool Ctrl = false;
   std::uint32_t Process = 7;
+  std::string EmfFailure;  // in the system's words
+  bool HasClipboard = true;
   std::set<std::uint32_t> Running;
   std::string UserFolder;
   std::set<std::string> ReadOnly;  // folders that cannot be written

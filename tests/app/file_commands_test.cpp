@@ -223,36 +223,6 @@ TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
             "x.dat\nsub\\y.dat\nD:\\z.dat\n");
 }
 
-TEST(FileCommands, Exports) {
-  FakeShell shell(Line);
-  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("a.svg")});
-  EXPECT_NE(shell.Read("a.svg").find("width=\"160mm\""), std::string::npos);
-  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("b.PNG")});
-  EXPECT_EQ(shell.Read("b.PNG"), "png");
-  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("c.emf")});
-  EXPECT_EQ(shell.Take({"critical"}),
-            Log{"critical The file " + shell.Path("c.emf") + " cannot be written: no disk"});
-  EXPECT_FALSE(shell.Exists("c.emf"));
-  // The window's area is no sheet, but the file ends there.
-  shell.Editor.Content = "Trait = 0, 0, 500, 0\n";
-  shell.App->KeyDown(Key::F4);
-  EXPECT_EQ(shell.Take({"message"}), Log{});
-  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("d.svg")});
-  const Log told = shell.Take({"message"});
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_TRUE(told[0].starts_with("message " + shell.Path("dial.dat") +
-                                  ":1: notice: the drawing reaches beyond the sheet: "))
-      << told[0];
-  // Under the name of the script itself, and then under one that the dialog did not ask about.
-  shell.CommandWithFiles(MenuId::Mnu_Exporter, {shell.Path("dial.dat")});
-  EXPECT_EQ(shell.Read("dial.dat"), Line);
-  EXPECT_TRUE(shell.Read("dial.dat.svg").starts_with("<svg"));
-  shell.Write("dial.dat.svg", "old");
-  shell.Boxes.Files = {shell.Path("dial.dat")};
-  shell.CommandWithAnswers(MenuId::Mnu_Exporter, {"no"});
-  EXPECT_EQ(shell.Read("dial.dat.svg"), "old");
-}
-
 TEST(Recovery, BringsBackWhatWasNotSaved) {
   FakeShell shell(Line);
   shell.Editor.Type("' unsaved");

@@ -177,6 +177,23 @@ TEST(RunCycle, PrintsNothingOfARunThatDoesNotReachItsEnd) {
             (Log{"critical Printing on Plotter has failed: switched off", "show 2"}));
 }
 
+// What is wrong on paper is wrong on the screen, which is drawn all the same.
+TEST(RunCycle, TellsOnceOfAnErrorThatPaperAndScreenHave) {
+  FakeShell shell("X = 0,0,1\nTrait = 1/0\n");
+  for (int round = 0; round < 2; ++round) {
+    shell.App->Command(MenuId::Mnu_Imprimer);
+    const Log told = shell.Take({"critical", "show"});
+    ASSERT_EQ(told.size(), 3U) << round;
+    EXPECT_TRUE(told[0].starts_with("critical Error in the line: Trait = 1/0")) << told[0];
+    EXPECT_EQ(told[2], "show 2");
+  }
+  EXPECT_EQ(shell.Editor.Line, 2U);
+  // The same fault elsewhere is another.
+  shell.Editor.Content = "IF %IMP = 1 GOTO Paper\nTrait = 1/0\nPaper:\nTrait = 2/0\n";
+  shell.App->Command(MenuId::Mnu_Imprimer);
+  EXPECT_EQ(shell.Take({"critical"}).size(), 2U);
+}
+
 TEST(RunCycle, AsksOnceForThePaperAndTheScreen) {
   FakeShell shell;
   shell.Boxes.Answers = {"5"};

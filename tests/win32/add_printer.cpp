@@ -1,7 +1,8 @@
 // Usage: add_printer NAME PPD PORT COMMAND
 //
 // Gives a Wine prefix a PostScript printer of 600 dpi, which becomes the default one. Its jobs go to the
-// command, which begins with "|". The PPD is named by its path in Windows.
+// command, which begins with "|". The PPD is named by its path in Windows. The driver is called "NAME
+// PostScript", as the PPD must call its model.
 #include <windows.h>
 #include <winspool.h>
 
@@ -17,12 +18,12 @@ bool Succeeded(bool result, const char* call) {
   return result;
 }
 
-bool AddDriver(std::wstring ppd) {
+bool AddDriver(std::wstring name, std::wstring ppd) {
   std::wstring driver = L"wineps.drv";
-  wchar_t name[] = L"Vaxel Test PostScript", environment[] = L"Windows x64";
+  wchar_t environment[] = L"Windows x64";
   DRIVER_INFO_3W info{};
   info.cVersion = 3;
-  info.pName = name;
+  info.pName = name.data();
   info.pEnvironment = environment;
   info.pDriverPath = driver.data();
   info.pDataFile = ppd.data();
@@ -39,12 +40,12 @@ bool RedirectPort(const std::wstring& port, const std::wstring& command) {
                    "RegSetKeyValue");
 }
 
-HANDLE InstallPrinter(std::wstring name, std::wstring port) {
-  wchar_t driver[] = L"Vaxel Test PostScript", processor[] = L"winprint", type[] = L"RAW";
+HANDLE InstallPrinter(std::wstring name, std::wstring port, std::wstring driver) {
+  wchar_t processor[] = L"winprint", type[] = L"RAW";
   PRINTER_INFO_2W info{};
   info.pPrinterName = name.data();
   info.pPortName = port.data();
-  info.pDriverName = driver;
+  info.pDriverName = driver.data();
   info.pPrintProcessor = processor;
   info.pDatatype = type;
   HANDLE printer = AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&info));
@@ -70,9 +71,9 @@ bool SetResolution(HANDLE printer, std::wstring name) {
 
 int wmain(int count, wchar_t** arguments) {
   if (count != 5) return 2;
-  const std::wstring name = arguments[1];
-  if (!RedirectPort(arguments[3], arguments[4]) || !AddDriver(arguments[2])) return 1;
-  HANDLE printer = InstallPrinter(name, arguments[3]);
+  const std::wstring name = arguments[1], driver = name + L" PostScript";
+  if (!RedirectPort(arguments[3], arguments[4]) || !AddDriver(driver, arguments[2])) return 1;
+  HANDLE printer = InstallPrinter(name, arguments[3], driver);
   if (!printer) return 1;
   const bool done =
       SetResolution(printer, name) && Succeeded(SetDefaultPrinterW(name.c_str()), "SetDefaultPrinter");

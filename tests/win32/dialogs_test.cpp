@@ -202,6 +202,48 @@ TEST_F(DialogsTest, LanguagesAreToldAtOnce) {
   EXPECT_EQ(told, (std::vector<std::string>{"messages 3", "help 2"}));
 }
 
+TEST_F(DialogsTest, ExportGivesWhatIsChosenAndKeepsARefusedField) {
+  std::vector<std::string> told;
+  ExportDialog dialog;
+  dialog.Caption = "Vaxel   Exporter";
+  dialog.FormatLabel = "Format";
+  dialog.PageLabel = "Page";
+  dialog.Formats = {"SVG", "PNG", "EMF", "PDF"};
+  dialog.Pages = {"Le dessin", "Le papier"};
+  dialog.Format = 2;
+  dialog.Page = 1;
+  dialog.DpiLabel = "&Points par pouce";
+  dialog.DpiText = "300";
+  dialog.OnButton = [&](int format, int page, const std::string& dpi) {
+    told.push_back(std::to_string(format) + " " + std::to_string(page) + " " + dpi);
+    return dpi != "wrong";
+  };
+  const auto show = [&] { Shown.ShowExport(dialog); };
+  // By the keyboard alone.
+  Drive(show, [](const ShownDialog& shown) {
+    EXPECT_EQ(shown.Focus(), IDC_OPTION1_FIRST + 2);
+    EXPECT_TRUE(IsWindowEnabled(shown.Control(IDC_OPTION1_FIRST + 3)));
+    shown.Key(VK_DOWN);
+    shown.AwaitFocus(IDC_OPTION1_FIRST + 3);
+    shown.Key(VK_TAB);
+    shown.AwaitFocus(IDC_OPTION2_FIRST + 1);
+    shown.Key(VK_UP);
+    shown.AwaitFocus(IDC_OPTION2_FIRST);
+    shown.Key(VK_TAB);
+    shown.AwaitFocus(IDC_TEXT1);
+    EXPECT_EQ(shown.Selected(IDC_TEXT1), "300");
+    shown.Type(IDC_TEXT1, "wrong");
+    shown.Press(IDOK);
+    Await("the selected field", [&] { return shown.Selected(IDC_TEXT1) == "wrong"; });
+    EXPECT_TRUE(shown.IsOpen());
+    shown.Type(IDC_TEXT1, "600");
+    shown.Key(VK_RETURN);
+  });
+  EXPECT_EQ(told, (std::vector<std::string>{"3 0 wrong", "3 0 600"}));
+  Drive(show, PressKey(VK_ESCAPE));
+  EXPECT_EQ(told.size(), 2U);
+}
+
 // Where a failed action would have to pass through the system.
 TEST_F(DialogsTest, WhatAnActionThrowsArrivesAtTheCaller) {
   ReferenceDialog reference{"R", "L", "0,0", "OK",

@@ -6,11 +6,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cwctype>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "base/units.h"
 #include "render/gdi/renderer.h"
+#include "render/paper_choice.h"
 #include "resources/text_id.h"
 #include "winbase/gdi_handles.h"
 #include "winbase/wide_text.h"
@@ -45,19 +50,60 @@ class PrinterSettings {
   void Turn(bool landscape) {
     Mode()->dmOrientation = landscape ? DMORIENT_LANDSCAPE : DMORIENT_PORTRAIT;
     Mode()->dmFields |= DM_ORIENTATION;
-    // The driver may have settings of its own to bring in line.
-    DocumentPropertiesW(nullptr, printer_.get(), name_.data(), Mode(), Mode(), DM_IN_BUFFER | DM_OUT_BUFFER);
+    Settle();
+  }
+
+  void Use(const Paper& paper) {
+    Mode()->dmPaperSize = static_cast<short>(paper.Kind);
+    Mode()->dmFields |= DM_PAPERSIZE;
+    // These would come before the paper's number.
+    Mode()->dmFields &= ~static_cast<DWORD>(DM_PAPERWIDTH | DM_PAPERLENGTH | DM_FORMNAME);
+    Settle();
+  }
+
+  // The papers that the printer knows, and the one that it is set to, without a size when it is none of
+  // them.
+  std::vector<Paper> Papers() const {
+    const auto ask = [this](WORD what, wchar_t* answer) {
+      return DeviceCapabilitiesW(name_.c_str(), nullptr, what, answer, nullptr);
+    };
+    const int count = ask(DC_PAPERS, nullptr);
+    if (count <= 0 || ask(DC_PAPERSIZE, nullptr) != count) return {};
+    const auto length = static_cast<std::size_t>(count);
+    std::vector<WORD> kinds(length);
+    std::vector<POINT> tenths(length);
+    ask(DC_PAPERS, reinterpret_cast<wchar_t*>(kinds.data()));
+    ask(DC_PAPERSIZE, reinterpret_cast<wchar_t*>(tenths.data()));
+    std::vector<Paper> papers;
+    for (std::size_t i = 0; i < length; ++i) {
+      papers.push_back(
+          {kinds[i], static_cast<double>(tenths[i].x) / 10, static_cast<double>(tenths[i].y) / 10});
+    }
+    return papers;
+  }
+  Paper OwnPaper() {
+    for (const Paper& paper : Papers()) {
+      if (paper.Kind == Mode()->dmPaperSize) return paper;
+    }
+    return {};
   }
 
  private:
+  // The driver may have settings of its own to bring in line.
+  void Settle() {
+    DocumentPropertiesW(nullptr, printer_.get(), name_.data(), Mode(), Mode(), DM_IN_BUFFER | DM_OUT_BUFFER);
+  }
+
   std::wstring name_;
   UniquePrinter printer_;
   std::vector<std::byte> bytes_;
 };
 
-DeviceTransform TrueSize(HDC context) {
-  return {GetDeviceCaps(context, LOGPIXELSX) / MillimetresPerInch,
-          GetDeviceCaps(context, LOGPIXELSY) / MillimetresPerInch, 0, 0};
+// With the upper-left corner of a page at a place of the area that can be printed on, in millimetres.
+DeviceTransform TrueSize(HDC context, Point corner = {}) {
+  const double across = GetDeviceCaps(context, LOGPIXELSX) / MillimetresPerInch;
+  const double down = GetDeviceCaps(context, LOGPIXELSY) / MillimetresPerInch;
+  return {across, down, corner.X * across, corner.Y * down};
 }
 
 PrinterFacts FactsOf(HDC context) {
@@ -77,10 +123,12 @@ PrinterFacts FactsOf(HDC context) {
 // A document in the making; what is not finished is taken back.
 class Document {
  public:
-  Document(HDC context, const std::wstring& name) : context_(context) {
+  Document(HDC context, const PrintJob& job) : context_(context) {
+    const std::wstring name = Widen(job.DocumentName), file = Widen(job.FileName);
     DOCINFOW info{};
     info.cbSize = sizeof info;
     info.lpszDocName = name.c_str();
+    if (!file.empty()) info.lpszOutput = file.c_str();
     started_ = StartDocW(context, &info) > 0;
     isRefused_ = !started_ && GetLastError() == ERROR_CANCELLED;
   }
@@ -109,13 +157,86 @@ bool IsLandscape(const Page& page, const PrinterFacts& portrait) {
   return turned < asItIs;
 }
 
-// When it fails the device may have been given a part of the page.
-Result<> PrintPage(HDC context, const DisplayList& list, std::size_t page, GdiStock& stock) {
-  if (StartPage(context) <= 0) return Failure{.Text = TextId::PrinterBeginsNoPage};
-  GdiRenderer renderer(context, TrueSize(context), stock, list);
-  PlayPage(list, page, renderer);
-  if (EndPage(context) <= 0) return Failure{.Text = TextId::PrinterEndsNoPage};
-  return renderer.Outcome();
+// The pages of a document, one after the other on one context.
+class PageSequence {
+ public:
+  // What the job names must outlive it. It fails when there is no such printer or no paper for the pages.
+  static Result<PageSequence> Begin(const DisplayList& list, const PrintJob& job) {
+    const std::wstring name = Widen(job.Printer);
+    PrinterSettings settings(name);
+    if (!settings) return Failure{.Text = TextId::PrinterUnknown};
+    const bool isFile = !job.FileName.empty();
+    if (isFile) {
+      const std::optional<Paper> paper = ChoosePaper(settings.Papers(), settings.OwnPaper(), list);
+      if (!paper) return Failure{.Text = TextId::NoPaperFits};
+      settings.Use(*paper);
+    }
+    settings.Turn(false);
+    UniqueDc context(CreateDCW(nullptr, name.c_str(), nullptr, settings.Mode()));
+    if (!context) return Failure{.Text = TextId::PrinterUnknown};
+    return PageSequence(std::move(settings), std::move(context), isFile);
+  }
+
+  HDC Context() const { return context_.get(); }
+
+  bool TurnFor(const Page& page) {
+    const bool turned = IsLandscapeHere(page);
+    if (isTurned_ == turned) return true;
+    isTurned_ = turned;
+    settings_.Turn(isTurned_);
+    return ResetDCW(context_.get(), settings_.Mode()) != nullptr;
+  }
+
+  // When it fails the device may have been given a part of the page.
+  Result<> Print(const DisplayList& list, std::size_t number, GdiStock& stock) {
+    const Page& page = list.Pages()[number];
+    if (!TurnFor(page)) return Failure{.Text = TextId::PrinterTurnsNoPage};
+    if (StartPage(context_.get()) <= 0) return Failure{.Text = TextId::PrinterBeginsNoPage};
+    GdiRenderer renderer(context_.get(), TrueSize(context_.get(), CornerOf(page)), stock, list);
+    PlayPage(list, number, renderer);
+    if (EndPage(context_.get()) <= 0) return Failure{.Text = TextId::PrinterEndsNoPage};
+    return renderer.Outcome();
+  }
+
+ private:
+  PageSequence(PrinterSettings settings, UniqueDc context, bool isCentred)
+      : settings_(std::move(settings)),
+        context_(std::move(context)),
+        portrait_(FactsOf(context_.get())),
+        isCentred_(isCentred) {}
+
+  bool IsLandscapeHere(const Page& page) const {
+    if (!isCentred_) return IsLandscape(page, portrait_);
+    return !FitsUpright(page, {0, portrait_.PaperWidthMm, portrait_.PaperHeightMm});
+  }
+  Point CornerOf(const Page& page) const {
+    if (!isCentred_) return {};
+    const PrinterFacts facts = FactsOf(context_.get());
+    return {(facts.PaperWidthMm - page.Width) / 2 - facts.LeftMm,
+            (facts.PaperHeightMm - page.Height) / 2 - facts.TopMm};
+  }
+
+  PrinterSettings settings_;
+  UniqueDc context_;
+  PrinterFacts portrait_;
+  bool isCentred_;
+  bool isTurned_ = false;
+};
+
+// The installed printers and their drivers.
+std::vector<std::pair<std::wstring, std::wstring>> PrintersAndDrivers() {
+  constexpr DWORD kinds = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
+  DWORD size = 0, count = 0;
+  EnumPrintersW(kinds, nullptr, 2, nullptr, 0, &size, &count);
+  std::vector<BYTE> bytes(size);
+  if (size == 0 || !EnumPrintersW(kinds, nullptr, 2, bytes.data(), size, &size, &count)) return {};
+  const auto* const printers = reinterpret_cast<const PRINTER_INFO_2W*>(bytes.data());
+  std::vector<std::pair<std::wstring, std::wstring>> found;
+  for (DWORD i = 0; i < count; ++i) {
+    const auto text = [](const wchar_t* words) { return std::wstring(words ? words : L""); };
+    found.emplace_back(text(printers[i].pPrinterName), text(printers[i].pDriverName));
+  }
+  return found;
 }
 
 }  // namespace
@@ -129,41 +250,38 @@ std::string DefaultPrinter() {
   return Narrow(name);
 }
 
-Result<PrinterFacts> FactsOf(const std::string& printer) {
+// The system's own one takes the name of its file with the document; of others one may hope for it.
+std::string PdfPrinter() {
+  std::string other;
+  for (auto& [printer, driver] : PrintersAndDrivers()) {
+    std::transform(driver.begin(), driver.end(), driver.begin(), std::towupper);
+    if (driver == L"MICROSOFT PRINT TO PDF") return Narrow(printer);
+    if (other.empty() && driver.find(L"PDF") != std::wstring::npos) other = Narrow(printer);
+  }
+  return other;
+}
+
+Result<PrinterFacts> FactsOf(const std::string& printer, bool isLandscape) {
   const std::wstring name = Widen(printer);
   PrinterSettings settings(name);
-  if (settings) settings.Turn(false);
+  if (settings) settings.Turn(isLandscape);
   const UniqueDc context(settings ? CreateICW(nullptr, name.c_str(), nullptr, settings.Mode()) : nullptr);
   if (!context) return Failure{.Text = TextId::PrinterUnknown};
   return FactsOf(context.get());
 }
 
 Result<> Print(const DisplayList& list, const PrintJob& job) {
-  const std::wstring name = Widen(job.Printer);
-  PrinterSettings settings(name);
-  if (!settings) return Failure{.Text = TextId::PrinterUnknown};
-  settings.Turn(false);
-  const UniqueDc context(CreateDCW(nullptr, name.c_str(), nullptr, settings.Mode()));
-  if (!context) return Failure{.Text = TextId::PrinterUnknown};
-  const PrinterFacts portrait = FactsOf(context.get());
-  GdiStock stock(job.Decoder, job.NudgesRightAngles);
-  bool isTurned = false;
-  const auto turn = [&](const Page& page) {
-    if (isTurned == IsLandscape(page, portrait)) return true;
-    isTurned = !isTurned;
-    settings.Turn(isTurned);
-    return ResetDCW(context.get(), settings.Mode()) != nullptr;
-  };
+  Result<PageSequence> pages = PageSequence::Begin(list, job);
+  if (!pages) return pages.Why();
   // Some printers take the first page's orientation for the document's.
-  if (!list.Pages().empty() && !turn(list.Pages().front()))
+  if (!list.Pages().empty() && !pages->TurnFor(list.Pages().front()))
     return Failure{.Text = TextId::PrinterTurnsNoPage};
-  Document document(context.get(), Widen(job.DocumentName));
-  if (document.IsRefused()) return {};
+  GdiStock stock(job.Decoder, job.NudgesRightAngles);
+  Document document(pages->Context(), job);
+  if (document.IsRefused() && job.FileName.empty()) return {};
   if (!document.IsStarted()) return Failure{.Text = TextId::PrinterTakesNoDocument};
   for (std::size_t page = 0; page < list.Pages().size(); ++page) {
-    if (!turn(list.Pages()[page])) return Failure{.Text = TextId::PrinterTurnsNoPage};
-    Result<> printed = PrintPage(context.get(), list, page, stock);
-    if (!printed) return printed;
+    if (Result<> printed = pages->Print(list, page, stock); !printed) return printed;
   }
   if (!document.Finish()) return Failure{.Text = TextId::PrinterLeavesDocument};
   return {};

@@ -8,10 +8,11 @@
 
 namespace vaxel {
 
-// Empty when there is none.
+// Both are empty when there is none. The second is the one that writes PDF files.
 std::string DefaultPrinter();
+std::string PdfPrinter();
 
-// A printer in portrait, as its user has set it up.
+// A printer as its user has set it up, but for the orientation.
 struct PrinterFacts {
   double WidthMm = 0, HeightMm = 0;            // the area that it can print on
   double LeftMm = 0, TopMm = 0;                // of that area, from the paper's upper-left corner
@@ -20,17 +21,21 @@ struct PrinterFacts {
 };
 
 // It fails when there is no such printer.
-Result<PrinterFacts> FactsOf(const std::string& printer);
+Result<PrinterFacts> FactsOf(const std::string& printer, bool isLandscape = false);
 
 struct PrintJob {
   std::string Printer;
   std::string DocumentName;
   PictureDecoder* Decoder = nullptr;
   bool NudgesRightAngles = false;  // see CLogFont
+  // The file that the printer is to write; else it is the printer's business where its pages go.
+  std::string FileName{};
 };
 
 // Prints all pages as one document. The upper-left corner of a page is that of the area that the printer can
-// print on; a page that has that area's sides the other way round comes in landscape. It fails when the
+// print on; a page that has that area's sides the other way round comes in landscape. In a file that was
+// named, each page lies in the middle of a sheet, upright if it can, of the paper that suits them (see
+// ChoosePaper). It fails when the
 // document was not printed; then nothing of it is, where the printer can still be stopped. That the user has
 // called it off, where the printer asks for the name of a file, is no failure.
 Result<> Print(const DisplayList& list, const PrintJob& job);
