@@ -41,7 +41,8 @@ std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
 
 void DisplayList::BeginPage(double width, double height) {
   if (pages_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
-  pages_.push_back({width, height, operations_.size(), 0});
+  const Point origin = pages_.empty() ? Point{} : pages_.back().Origin;
+  pages_.push_back({width, height, operations_.size(), 0, origin});
 }
 
 void DisplayList::ResizePage(double width, double height) {
@@ -61,6 +62,13 @@ void DisplayList::Clear() {
   const Page current = pages_.back();
   pages_.clear();
   BeginPage(current.Width, current.Height);
+  PlaceOrigin(current.Origin);
+}
+
+bool DisplayList::HasRoomForPages() const {
+  constexpr std::size_t mostPages = 200, share = 10;
+  return pages_.size() < mostPages && operations_.size() < MaxOperations / share &&
+         textBytes_ < MaxTextBytes / share && pictureBytes_ < MaxPictureBytes / share;
 }
 
 void DisplayList::Add(const Operation& operation) {
