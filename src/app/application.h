@@ -44,6 +44,8 @@ class Application {
   // The editor's text has changed, in the cursor's line; or the cursor alone.
   void EditorChanged();
   void CursorMoved();
+  // The graphic area has another size.
+  void GraphicAreaChanged() { runs_.Shown().AreaChanged(); }
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
   // To be called from time to time, at least every few seconds.

@@ -142,12 +142,17 @@ void FileCommands::Restore(const RecoveryCopy& copy) {
   UpdateTitle();
 }
 
-// The comments that the run writes are no changes. What was typed when the window took keys again is.
-void FileCommands::DrawOpened() {
+// What was typed when the window took keys again is a change.
+void FileCommands::DrawUnchanged() {
   const std::uint64_t edits = script_.UserEdits;
-  script_.TextModified = false;
+  const bool wasModified = script_.TextModified;
   runs_.Visualise();
-  if (script_.UserEdits == edits) script_.TextModified = false;
+  if (script_.UserEdits == edits) script_.TextModified = wasModified;
+}
+
+void FileCommands::DrawOpened() {
+  script_.TextModified = false;
+  DrawUnchanged();
 }
 
 void FileCommands::ShowOpened() {

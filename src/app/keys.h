@@ -5,10 +5,27 @@
 
 namespace vaxel {
 
-// A letter is the code of its capital, Key{'S'}; function keys are counted from F1.
-enum class Key : std::uint8_t { None, Escape, F1 = 128, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
+// A letter is the code of its capital, Key{'S'}, a digit that of its sign; function keys are counted from F1.
+enum class Key : std::uint8_t {
+  None,
+  Escape,
+  F1 = 128,
+  F2,
+  F3,
+  F4,
+  F5,
+  F6,
+  F7,
+  F8,
+  F9,
+  F10,
+  F11,
+  F12,
+  PageUp,
+  PageDown
+};
 
-// What must be held down together with a key. Letters always need one: alone they are text.
+// What must be held down together with a key. Letters and digits always need one: alone they are text.
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,

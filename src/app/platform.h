@@ -12,6 +12,12 @@
 
 namespace vaxel {
 
+// The sheet of a printer around the area that it can print on, in millimetres.
+struct PrinterSheet {
+  double WidthMm = 0, HeightMm = 0;
+  double LeftMm = 0, TopMm = 0;  // of that area, from the sheet's upper-left corner
+};
+
 class Printers {
  public:
   virtual ~Printers() = default;
@@ -22,6 +28,8 @@ class Printers {
   // Prints all pages at true size as one document and ends it.
   virtual Result<> Print(const std::string& printer, const std::string& documentName,
                          const DisplayList& drawing) = 0;
+  // The sheet in portrait, or in landscape.
+  virtual Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) = 0;
 };
 
 class Platform {

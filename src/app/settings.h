@@ -26,6 +26,8 @@ class Settings {
   // The name of the help file with its folder.
   std::string HelpFile() const { return app_.ProgramFolder + helpFile_; }
 
+  // Writes lines of the kind of OwnLine, of which others know what they mean.
+  void Keep(const std::vector<ConfigurationLine>& ownLines) { WriteLines(ownLines); }
   void SetZmm(double zmm);
   void ChooseLanguages();  // Mnu_Langue, without showing the menus anew
   void ChoosePatches();    // Mnu_Patchs

@@ -23,6 +23,12 @@ Result<RunTarget> PrintersWin32::Target(const std::string& printer) {
   return target;
 }
 
+Result<PrinterSheet> PrintersWin32::Sheet(const std::string& printer, bool isLandscape) {
+  const Result<PrinterFacts> facts = FactsOf(printer, isLandscape);
+  if (!facts) return facts.Why();
+  return PrinterSheet{facts->PaperWidthMm, facts->PaperHeightMm, facts->LeftMm, facts->TopMm};
+}
+
 Result<> PrintersWin32::Print(const std::string& printer, const std::string& documentName,
                               const DisplayList& drawing) {
   return vaxel::Print(drawing, {printer, documentName, &decoder_, nudgesRightAngles_()});

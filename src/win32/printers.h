@@ -15,6 +15,7 @@ class PrintersWin32 : public Printers {
 
   std::string CurrentPrinter() override;
   Result<RunTarget> Target(const std::string& printer) override;
+  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
   Result<> Print(const std::string& printer, const std::string& documentName,
                  const DisplayList& drawing) override;
 

@@ -77,7 +77,7 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   FakeShell shell;
   shell.Write("Vaxel.cfg", "'Vaxel V0.3b\r\nLangueAide = Castellano\r\nLangue = English\r\n");
   ASSERT_TRUE(shell.Start());
-  ASSERT_EQ(shell.Window.Captions.size(), 32U);
+  ASSERT_EQ(shell.Window.Captions.size(), 39U);
   EXPECT_EQ(shell.Window.Captions[1].second, "&Abrir\tCtrl+O");
   EXPECT_EQ(shell.Window.Captions[13].second, "&Visualizar (F4)");
   EXPECT_EQ(shell.Window.ToolTips[1], "Coordenadas X e Y del ratón en el gráfico");
@@ -245,7 +245,9 @@ TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell(Dial);
   EXPECT_EQ(shell.Window.Greyed,
             (std::set<MenuId>{MenuId::Mnu_OuvrirMeter, MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
-                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices}));
+                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices,
+                              // There is one page.
+                              MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
   EXPECT_FALSE(shell.App->KeyDown(Key::F2));
   EXPECT_EQ(shell.Take(), Log{});

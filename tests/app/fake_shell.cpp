@@ -27,10 +27,17 @@ void FakeWindow::SetWindowEnabled(bool isEnabled) {
   log_.push_back(isEnabled ? "enable" : "disable");
 }
 
-void FakeWindow::ShowDrawing(const DisplayList& drawing) {
+void FakeWindow::ShowDrawing(const DisplayList& drawing, std::size_t page) {
   shown_ = &drawing;
+  Page = page;
   log_.push_back("show " + std::to_string(drawing.Size()));
   if (OnShow) OnShow(drawing);
+}
+
+void FakeWindow::Resize(Application& application, double widthPx, double heightPx) {
+  Area.WidthPx = widthPx;
+  Area.HeightPx = heightPx;
+  application.GraphicAreaChanged();
 }
 
 void FakeWindow::Paint() {
@@ -107,6 +114,7 @@ bool FakeDialogs::AskOkCancel(const std::string& title, const std::string&) {
 
 std::optional<std::string> FakeDialogs::AskText(const InputDialog& dialog) {
   log_.push_back("input " + dialog.Prompt + " [" + dialog.Proposal + "]");
+  if (OnAsk) OnAsk();
   std::string answer = Next();
   if (answer == "cancel") return std::nullopt;
   return answer;
@@ -147,6 +155,11 @@ Result<RunTarget> FakePrinters::Target(const std::string&) {
   target.HeightMm = 287;
   target.PixelMm = 25.4 / 600;
   return target;
+}
+
+Result<PrinterSheet> FakePrinters::Sheet(const std::string&, bool isLandscape) {
+  if (isLandscape) return PrinterSheet{297, 210, 6, 5};
+  return PrinterSheet{210, 297, 5, 6};
 }
 
 Result<> FakePrinters::Print(const std::string& printer, const std::string& documentName,

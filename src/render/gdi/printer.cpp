@@ -129,10 +129,10 @@ std::string DefaultPrinter() {
   return Narrow(name);
 }
 
-Result<PrinterFacts> FactsOf(const std::string& printer) {
+Result<PrinterFacts> FactsOf(const std::string& printer, bool isLandscape) {
   const std::wstring name = Widen(printer);
   PrinterSettings settings(name);
-  if (settings) settings.Turn(false);
+  if (settings) settings.Turn(isLandscape);
   const UniqueDc context(settings ? CreateICW(nullptr, name.c_str(), nullptr, settings.Mode()) : nullptr);
   if (!context) return Failure{.Text = TextId::PrinterUnknown};
   return FactsOf(context.get());

@@ -11,7 +11,7 @@ namespace vaxel {
 // Empty when there is none.
 std::string DefaultPrinter();
 
-// A printer in portrait, as its user has set it up.
+// A printer as its user has set it up, but for the orientation.
 struct PrinterFacts {
   double WidthMm = 0, HeightMm = 0;            // the area that it can print on
   double LeftMm = 0, TopMm = 0;                // of that area, from the paper's upper-left corner
@@ -20,7 +20,7 @@ struct PrinterFacts {
 };
 
 // It fails when there is no such printer.
-Result<PrinterFacts> FactsOf(const std::string& printer);
+Result<PrinterFacts> FactsOf(const std::string& printer, bool isLandscape = false);
 
 struct PrintJob {
   std::string Printer;
