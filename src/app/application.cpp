@@ -1,8 +1,10 @@
 #include "app/application.h"
 
+#include <array>
 #include <exception>
 #include <filesystem>
 #include <new>
+#include <utility>
 
 #include "app/data_folder.h"
 #include "app/kept_copy.h"
@@ -53,7 +55,7 @@ bool Application::Start(const StartOptions& options) {
   app_.VersionText = VersionTextOf(options.Major, options.Minor, options.Revision);
   Debut(options);
   OfferRecovery();
-  Command(MenuId::Mnu_Visualiser);
+  files_.DrawUnchanged();
   return true;
 }
 
@@ -63,6 +65,7 @@ void Application::Debut(const StartOptions& options) {
   recovery_ = Recovery({app_.DataFolder, app_.ProgramFolder, app_.Platform.UserDataFolder()},
                        app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
+  runs_.Shown().ReadOptions();
   AfficheMenus();
   app_.Window.Show();
   for (const MenuRow& row : MenuRows()) {
@@ -81,8 +84,15 @@ void Application::AfficheMenus() {
     if (row.Place != MenuId::Nowhere)
       app_.Window.SetCaption(row.Item, app_.MenuText(row.Caption) + KeyHint(row));
   }
-  app_.Window.SetToolTip(StatusField::Text1, app_.MenuText(TextId::LineToolTip));
-  app_.Window.SetToolTip(StatusField::Text2, app_.MenuText(TextId::PlaceToolTip));
+  constexpr std::array<std::pair<StatusField, TextId>, StatusFields> toolTips = {{
+      {StatusField::Text1, TextId::LineToolTip},
+      {StatusField::Text2, TextId::PlaceToolTip},
+      {StatusField::Zoom, TextId::ZoomToolTip},
+      {StatusField::Page, TextId::PageToolTip},
+      {StatusField::Message, TextId::MessageToolTip},
+  }};
+  for (const auto& [field, text] : toolTips) app_.Window.SetToolTip(field, app_.MenuText(text));
+  runs_.Shown().ShowStatus();
 }
 
 // One that the user does not want in the editor is kept as a script; where that fails it stays as it is.

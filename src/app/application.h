@@ -48,6 +48,8 @@ class Application {
   // The editor's text has changed, in the cursor's line; or the cursor alone.
   void EditorChanged();
   void CursorMoved();
+  // The graphic area has another size.
+  void GraphicAreaChanged() { runs_.Shown().AreaChanged(); }
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
   // The wheel was turned over the editor with Ctrl held down.

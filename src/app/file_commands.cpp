@@ -127,15 +127,20 @@ void FileCommands::Restore(const RecoveryCopy& copy) {
   SetModified(true);
 }
 
-// The comments that the run writes are no changes. What was typed when the window took keys again is.
-void FileCommands::DrawOpened() {
+// What was typed when the window took keys again is a change.
+void FileCommands::DrawUnchanged() {
   const std::uint64_t edits = script_.UserEdits;
-  SetModified(false);
+  const bool wasModified = script_.TextModified;
   {
     const RaisedFlag opening(isOpening_);
     runs_.Visualise();
   }
-  SetModified(script_.UserEdits != edits);
+  SetModified(script_.UserEdits != edits || wasModified);
+}
+
+void FileCommands::DrawOpened() {
+  SetModified(false);
+  DrawUnchanged();
 }
 
 void FileCommands::ShowOpened() {

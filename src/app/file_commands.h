@@ -28,6 +28,8 @@ class FileCommands {
   void LoadFirst(const std::string& fileName, bool isNamed);
   // Takes the text of a recovery copy, which counts as not saved.
   void Restore(const RecoveryCopy& copy);
+  // Runs the script onto the screen. The comments that the run writes are no changes of the user's.
+  void DrawUnchanged();
   // The text was changed by the user, or by the comments of a run.
   void TextChanged(bool isComment);
   // The script with which the next start begins.

@@ -5,14 +5,16 @@
 
 namespace vaxel {
 
-// A letter is the code of its capital, Key{'S'}; function keys are counted from F1. Tab is told only where it
-// is a command: in an editor in which lines are selected.
+// A letter is the code of its capital, Key{'S'}, a digit that of its sign; function keys are counted from F1.
+// Tab is told only where it is a command: in an editor in which lines are selected.
 enum class Key : std::uint8_t {
   None,
   Escape,
   Tab,
   Up,
   Down,
+  PageUp,
+  PageDown,
   F1 = 128,
   F2,
   F3,
@@ -27,7 +29,7 @@ enum class Key : std::uint8_t {
   F12
 };
 
-// What must be held down together with a key. Letters always need one: alone they are text.
+// What must be held down together with a key. Letters and digits always need one: alone they are text.
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,

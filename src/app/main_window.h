@@ -1,27 +1,27 @@
 // What the main window offers the application, apart from its editor.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/graphic_view.h"
 #include "app/menu_table.h"
-#include "base/units.h"
+#include "app/paper_outline.h"
+#include "app/rulers.h"
 #include "drawing/display_list.h"
 
 namespace vaxel {
 
 enum class PointerShape : std::uint8_t { Normal, Hourglass, Cross };
 
-enum class StatusField : std::uint8_t { Text1, Text2 };
-
-// The graphic area: its size in pixels, at least 1, and what the system says of the size of a pixel.
-struct GraphicArea {
-  double WidthPx = 1, HeightPx = 1;
-  double PixelMm = MillimetresPerInch / 96;
-};
+// The fields of the status line, from the left: Text1 and Text2 tell the cursor's line and the pointer's
+// place, the others how large the drawing is shown, which page of it, and what came of the last run.
+enum class StatusField : std::uint8_t { Text1, Text2, Zoom, Page, Message };
+inline constexpr std::size_t StatusFields = 5;
 
 // Screen coordinates in pixels, y downward.
 struct ScreenPoint {
@@ -69,12 +69,16 @@ class MainWindow {
   // Sets the width of the editor in units of 1/96 inch; 0 hides it.
   virtual void SetEditorWidth(int width) = 0;
 
-  // Shows the drawing's last page, at once. It lives until another is shown and may grow meanwhile.
-  virtual void ShowDrawing(const DisplayList& drawing) = 0;
-  // The same while a run is under way: what would take long may be left out.
+  // Shows a page of the drawing, from 0, at once. The drawing lives until another is shown.
+  virtual void ShowDrawing(const DisplayList& drawing, std::size_t page) = 0;
+  // Shows the last page while a run is under way: the drawing grows, and what would take long may be left
+  // out.
   virtual void ShowDrawingSoFar(const DisplayList& drawing) = 0;
   // Shows the drawing enlarged and moved.
   virtual void SetView(const GraphicView& view) = 0;
+  // The sheet of paper that is shown behind the page, and the rulers at the edges of the graphic area.
+  virtual void SetSheet(const std::optional<PaperOutline>& sheet) = 0;
+  virtual void SetRulers(const std::optional<Rulers>& rulers) = 0;
 };
 
 }  // namespace vaxel

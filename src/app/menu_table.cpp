@@ -47,6 +47,11 @@ void Runs(const CommandTargets& on) {
   (on.Runs.*Command)(on.WithCtrl);
 }
 
+template <void (DrawingView::*Command)()>
+void Views(const CommandTargets& on) {
+  (on.Runs.Shown().*Command)();
+}
+
 template <void (*Command)(AppContext&)>
 void Simple(const CommandTargets& on) {
   Command(on.App);
@@ -75,8 +80,12 @@ void Place(const CommandTargets& on) {
   if (on.Owner.IsEnabled(Mnu_Visualiser)) on.Runs.Positionner(on.WithCtrl);
 }
 
-constexpr std::array<Keystroke, 2> Ctrl(char letter) {
-  return {Keystroke{static_cast<Key>(letter), Held::Ctrl}};
+constexpr std::array<Keystroke, 2> Ctrl(Key key) {
+  return {Keystroke{key, Held::Ctrl}};
+}
+
+constexpr std::array<Keystroke, 2> Ctrl(char sign) {
+  return Ctrl(static_cast<Key>(sign));
 }
 
 constexpr std::array<Keystroke, 2> CtrlShift(char letter) {
@@ -131,6 +140,13 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Visualiser, TextId::MenuView, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
     {Mnu_Zoom, TextId::MenuZoom, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
     {Mnu_RefCurseur, TextId::MenuReference, Bar, Runs<&RunCycle::Reference>, {{{Key::F8}}}},
+    {Mnu_Dessin, TextId::MenuDrawing, Bar},
+    {Mnu_Ajuster, TextId::MenuFit, Mnu_Dessin, Views<&DrawingView::Fit>, Ctrl('0')},
+    {Mnu_TailleReelle, TextId::MenuTrueSize, Mnu_Dessin, Runs<&RunCycle::ShowTrueSize>, Ctrl('1'),
+     "Mnu_sep6"},
+    {Mnu_PagePrecedente, TextId::MenuPreviousPage, Mnu_Dessin, Views<&DrawingView::PreviousPage>,
+     Ctrl(Key::PageUp)},
+    {Mnu_PageSuivante, TextId::MenuNextPage, Mnu_Dessin, Views<&DrawingView::NextPage>, Ctrl(Key::PageDown)},
     {Mnu_Options, TextId::MenuOptions, Bar},
     {Mnu_DblClick, TextId::MenuDoubleClick, Mnu_Options, Options<&Settings::ToggleDoubleClick>},
     {Mnu_Code, TextId::MenuCode, Mnu_Options, Options<&Settings::ToggleEditor>},
@@ -138,6 +154,8 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_IniCode, TextId::MenuResetCode, Mnu_Options, Options<&Settings::ResetEditor>},
     {Mnu_TaillCar, TextId::MenuCodeSize, Mnu_Options, Options<&Settings::ChooseFontSize>},
     {Mnu_CentreCurseur, TextId::MenuCentreCursor, Mnu_Options, Simple<CentreCursor>, {}, "Mnu_sep3"},
+    {Mnu_Feuille, TextId::MenuSheet, Mnu_Options, Runs<&RunCycle::ToggleSheet>},
+    {Mnu_Regles, TextId::MenuRulers, Mnu_Options, Views<&DrawingView::ToggleRulers>, {}, "Mnu_sep7"},
     {Mnu_Patchs, TextId::MenuPatches, Mnu_Options, Options<&Settings::ChoosePatches>, {}, "Mnu_sep4"},
     {Mnu_Langue, TextId::MenuLanguage, Mnu_Options, ChooseLanguages},
     {Mnu_Couleur, TextId::MenuColour, Mnu_Options, Simple<InsertColour>},
@@ -223,6 +241,10 @@ std::string NameOf(Key key) {
       return "↑";
     case Key::Down:
       return "↓";
+    case Key::PageUp:
+      return "PgUp";
+    case Key::PageDown:
+      return "PgDn";
     default:
       break;
   }

@@ -19,6 +19,8 @@ namespace {
 constexpr auto BetweenEvents = std::chrono::milliseconds(15);
 // Nobody waits longer than this before an empty window.
 constexpr auto BetweenPictures = std::chrono::milliseconds(200);
+// Who waits longer wants to know what for, and how to end it.
+constexpr auto Long = std::chrono::milliseconds(500);
 
 // Lines of a text in the order of their numbers, which count from 1, found in one passage through it.
 class LinesInOrder {
@@ -66,7 +68,30 @@ RunBridge::RunBridge(AppContext& app, const EditedScript& script, RunSession& se
       growing_(growing),
       answers_(answers),
       lastEvents_(app.Platform.Now()),
-      lastShown_(lastEvents_) {}
+      lastShown_(lastEvents_),
+      started_(lastEvents_) {}
+
+// The time in which it lives is the user's.
+class RunBridge::Waiting {
+ public:
+  explicit Waiting(RunBridge& bridge) : bridge_(bridge), start_(bridge.app_.Platform.Now()) {}
+  ~Waiting() { bridge_.waited_ += bridge_.app_.Platform.Now() - start_; }
+  Waiting(const Waiting&) = delete;
+  Waiting& operator=(const Waiting&) = delete;
+
+ private:
+  RunBridge& bridge_;
+  std::chrono::steady_clock::time_point start_;
+};
+
+std::chrono::milliseconds RunBridge::Worked() const {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(app_.Platform.Now() - started_ - waited_);
+}
+
+void RunBridge::TellThatItTakesLong() {
+  isLong_ = true;
+  app_.Window.SetStatus(StatusField::Message, app_.Message(TextId::DrawingNow));
+}
 
 void RunBridge::ShowSoFar() {
   if (growing_ && !growing_->Pages().empty()) app_.Window.ShowDrawingSoFar(*growing_);
@@ -79,6 +104,7 @@ RunSignal RunBridge::ProcessPendingEvents() {
   if (!hadEvents_ || now - lastEvents_ >= BetweenEvents) {
     hadEvents_ = true;
     if (now - lastShown_ >= BetweenPictures) ShowSoFar();
+    if (!isLong_ && now - started_ - waited_ >= Long) TellThatItTakesLong();
     app_.Window.ProcessEvents();
     lastEvents_ = app_.Platform.Now();
   }
@@ -94,6 +120,7 @@ bool RunBridge::IsOfEditor(std::string_view fileName) const {
 void RunBridge::ShowError(const ErrorReport& report) {
   ShowSoFar();
   app_.Window.ProcessEvents();
+  const Waiting waiting(*this);
   const std::string name = report.FileName.empty() ? app_.Message(TextId::UnsavedScript)
                                                    : std::string(NameWithoutFolder(report.FileName));
   const std::string line = app_.Message(TextId::LineOfError, std::to_string(report.LineNumber), name);
@@ -131,6 +158,7 @@ void RunBridge::Note(std::string notice) {
 bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
                         std::string_view text) {
   ShowSoFar();
+  const Waiting waiting(*this);
   const std::string boxTitle = title.empty() ? "Vaxel" : std::string(title);
   return app_.Dialogs.AskOkCancel(boxTitle, std::string(text));
 }
@@ -138,6 +166,7 @@ bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_vi
 Answer RunBridge::Ask(std::string_view, std::uint32_t, std::string_view prompt, std::string_view proposal) {
   if (asked_ < answers_.size()) return {Answer::Kind::Given, answers_[asked_++]};
   ShowSoFar();
+  const Waiting waiting(*this);
   auto text = app_.Dialogs.AskText({"Vaxel", std::string(prompt), std::string(proposal)});
   if (!text) return {Answer::Kind::Cancelled};
   ++asked_;

@@ -48,13 +48,18 @@ class RunBridge : public RunHost {
 
   // Takes the run, of which the script in the editor is level 1; it must live until the last call.
   void Follow(const RunContext& run) { run_ = &run; }
+  // The time since the beginning without that in which the user was asked or told something.
+  std::chrono::milliseconds Worked() const;
   // To be called when the run is over: writes the comments into the editor.
   void Finish();
   // The names of the files that the script has read, with their folders.
   const std::set<std::string>& FilesRead() const { return filesRead_; }
 
  private:
+  class Waiting;
+
   void ShowSoFar();
+  void TellThatItTakesLong();
   void Note(std::string notice);
   bool IsOfEditor(std::string_view fileName) const;
 
@@ -65,8 +70,10 @@ class RunBridge : public RunHost {
   const RunContext* run_ = nullptr;
   std::vector<std::string>& answers_;
   std::size_t asked_ = 0;
-  std::chrono::steady_clock::time_point lastEvents_, lastShown_;
+  std::chrono::steady_clock::time_point lastEvents_, lastShown_, started_;
+  std::chrono::steady_clock::duration waited_{};  // for the user
   bool hadEvents_ = false;
+  bool isLong_ = false;                            // the user was told so
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
   std::set<std::string> filesRead_;
 };

@@ -1,11 +1,11 @@
 #include "app/run_cycle.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
+#include <chrono>
 #include <set>
 #include <utility>
 
+#include "app/paper_run.h"
 #include "app/raised_flag.h"
 #include "app/script_file.h"
 #include "base/number_text.h"
@@ -22,18 +22,6 @@ std::string DialogCaption(const AppContext& app, MenuId item, const char* keys) 
   std::string name = app.MenuText(MenuRowOf(item).Caption);
   std::erase(name, '&');
   return "Vaxel   " + name + "   " + keys;
-}
-
-std::string OneDecimal(double value) {
-  constexpr double most = 1e15;
-  if (!(std::abs(value) < most)) return "0";
-  const double tenths = std::round(std::abs(value) * 10);
-  if (tenths == 0) return "0";
-  std::string text = value < 0 ? "-" : "";
-  text += FixedText(std::floor(tenths / 10), 0);
-  const int decimal = static_cast<int>(std::fmod(tenths, 10));
-  if (decimal != 0) text += "." + std::to_string(decimal);
-  return text;
 }
 
 // The two numbers of a reference point; whatever follows a number is passed over.
@@ -56,10 +44,6 @@ bool IsUsableFactor(double factor) {
 }
 
 }  // namespace
-
-std::string PointerText(double x, double y) {
-  return OneDecimal(x) + "  " + OneDecimal(y);
-}
 
 std::optional<double> FieldValue(std::string_view text) {
   try {
@@ -111,16 +95,14 @@ RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<
   const RunEnd end = RunScript(run, target, app_.Editor.Text(), script_.CurrentFile);
   if (run.NextZoom) state_.NextZoom = *run.NextZoom;
   if (onScreen && end != RunEnd::Empty) {
-    state_.GraphicCentre = run.Surface.Centre();
-    state_.GraphicScale = run.Surface.Z;
-    state_.GraphicWidthMm = target.WidthMm;
-    state_.GraphicHeightMm = target.HeightMm;
+    shown_.RunEnded(run.Surface);
+    lastOnScreen_ = {end, bridge.Worked(), list.Size(), run.Levels[0].Line.Number};
   }
   bridge.Finish();
   return end;
 }
 
-RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
+RunTarget RunCycle::ScreenTarget() const {
   const GraphicArea area = app_.Window.Graphic();
   RunTarget target;
   target.Kind = TargetKind::Screen;
@@ -131,26 +113,55 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   target.Zmm = settings_.Values().Zmm;
   target.OffX = state_.OffX;
   target.OffY = state_.OffY;
+  target.KeepsPages = true;
   target.Measurer = app_.Platform.Measurer();
   target.Decoder = app_.Platform.Decoder();
+  return target;
+}
+
+RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   auto list = std::make_unique<DisplayList>();
-  const auto keep = [&] {
+  const auto keep = [&](std::vector<PaperOutline> sheets) {
     if (list->Pages().empty()) return;
     // The old one lives until the window has let it go; a window that fails meanwhile asks for the new one.
     std::swap(drawing_, list);
-    app_.Window.ShowDrawing(*drawing_);
+    shown_.Show(*drawing_, std::move(sheets));
   };
   RunEnd end = RunEnd::Failed;
+  std::vector<PaperOutline> sheets;
   try {
-    end = RunFor(target, *list, answers);
+    end = RunFor(ScreenTarget(), *list, answers);
+    lastAnswers_ = answers;
+    sheets = FindSheets(*list);
   } catch (...) {
-    keep();  // the window may show it already
+    keep({});  // the window may show it already
+    app_.Window.SetStatus(StatusField::Message, {});
     throw;
   }
-  keep();
-  FollowCentre();
+  keep(std::move(sheets));
+  app_.Window.SetStatus(StatusField::Message, MessageOf(lastOnScreen_, app_));
   TellNotices();
   return end;
+}
+
+// Where printing puts the drawing is known when it is drawn for paper, too: where that takes no time.
+std::vector<PaperOutline> RunCycle::FindSheets(const DisplayList& drawing) {
+  constexpr auto quick = std::chrono::milliseconds(200);
+  if (!shown_.ShowsSheet() || printerName_.empty()) return {};
+  const bool mayRun = lastOnScreen_.End == RunEnd::Completed && lastOnScreen_.Took < quick;
+  return PaperRun(app_, script_, session_, printerName_, lastAnswers_)
+      .Sheets(drawing, state_.GraphicScale, mayRun);
+}
+
+void RunCycle::ToggleSheet() {
+  shown_.SetShowsSheet(!shown_.ShowsSheet());
+  if (drawing_) shown_.ShowSheets(FindSheets(*drawing_));
+}
+
+void RunCycle::ShowTrueSize() {
+  state_.ScreenZoom = 1;
+  shown_.Reset();
+  Visualise();
 }
 
 // A notice that the user has seen after the run before is no news: a view of the same script shows it again
@@ -191,7 +202,7 @@ void RunCycle::LineChanged(std::size_t line) {
 void RunCycle::TextReplaced() {
   cursorLine_ = 1;
   isLineChanged_ = false;
-  if (!view_.IsDefault()) ResetView();
+  shown_.ScriptReplaced();
 }
 
 void RunCycle::CursorIn(std::size_t line) {
@@ -276,7 +287,7 @@ void RunCycle::Print() {
 void RunCycle::Zoom(bool withCtrl) {
   if (withCtrl) {
     if (IsUsableFactor(state_.NextZoom)) state_.ScreenZoom = state_.NextZoom;
-    ResetView();
+    shown_.Reset();
   } else {
     const auto shown = [](double value) { return value == 0 ? std::string("1") : NumberText(value); };
     ZoomDialog dialog;
@@ -289,7 +300,7 @@ void RunCycle::Zoom(bool withCtrl) {
     dialog.OnButton = [this](const std::string& factor, const std::string& zmm) {
       settings_.SetZmm(FieldValue(zmm).value_or(settings_.Values().Zmm));
       state_.ScreenZoom = FieldValue(factor).value_or(state_.ScreenZoom);
-      ResetView();
+      shown_.Reset();
     };
     app_.Dialogs.ShowZoom(dialog);
   }
@@ -306,14 +317,14 @@ bool RunCycle::AcceptReference(const std::string& text) {
   const Point centre = entry->FromCorner ? state_.GraphicCentre : Point{};
   state_.RefInX = static_cast<float>(entry->X - centre.X);
   state_.RefInY = static_cast<float>(entry->Y - centre.Y);
-  FollowCentre();
+  shown_.FollowCentre();
   return true;
 }
 
 void RunCycle::Reference(bool withCtrl) {
   if (withCtrl) {
     state_.RefInX = state_.RefInY = 0;
-    FollowCentre();
+    shown_.FollowCentre();
     return;
   }
   ReferenceDialog dialog;
@@ -325,54 +336,17 @@ void RunCycle::Reference(bool withCtrl) {
   app_.Dialogs.ShowReference(dialog);
 }
 
-// The reference point keeps its place in the drawing when another run moves the centre.
-void RunCycle::FollowCentre() {
-  state_.RefX = static_cast<float>(state_.GraphicCentre.X) + state_.RefInX;
-  state_.RefY = static_cast<float>(state_.GraphicCentre.Y) + state_.RefInY;
-}
-
 // The offsets are counted from the middle, so that the centre comes to lie at the pointer however often it is
 // sent there.
 void RunCycle::Positionner(bool withCtrl) {
   if (withCtrl) {
     state_.OffX = state_.OffY = 0;
-    ResetView();
+    shown_.Reset();
   } else {
     state_.OffX = state_.MouseX * state_.GraphicScale - state_.GraphicWidthMm / 2;
     state_.OffY = state_.MouseY * state_.GraphicScale - state_.GraphicHeightMm / 2;
   }
   Visualise();
-}
-
-void RunCycle::ResetView() {
-  view_ = {};
-  app_.Window.SetView(view_);
-}
-
-void RunCycle::PointerMoved(double xPx, double yPx) {
-  app_.Window.SetPointer(PointerShape::Cross);
-  const double pixel = app_.Window.Graphic().PixelMm;
-  const Point place = view_.ToDrawing({xPx, yPx});
-  state_.MouseX = static_cast<float>(place.X * pixel / state_.GraphicScale);
-  state_.MouseY = static_cast<float>((state_.GraphicHeightMm - place.Y * pixel) / state_.GraphicScale);
-  ShowMouse();
-}
-
-void RunCycle::ShowMouse() {
-  app_.Window.SetStatus(StatusField::Text2, PointerText(double{state_.MouseX} - state_.RefX,
-                                                        double{state_.MouseY} - state_.RefY));
-}
-
-void RunCycle::WheelTurned(double xPx, double yPx, double notches) {
-  constexpr double factorPerNotch = 1.2;
-  view_.ZoomAt({xPx, yPx}, std::pow(factorPerNotch, notches));
-  app_.Window.SetView(view_);
-  PointerMoved(xPx, yPx);
-}
-
-void RunCycle::Dragged(double dxPx, double dyPx) {
-  view_.Move({dxPx, dyPx});
-  app_.Window.SetView(view_);
 }
 
 }  // namespace vaxel

@@ -11,9 +11,10 @@
 #include <vector>
 
 #include "app/app_context.h"
+#include "app/drawing_view.h"
 #include "app/edited_script.h"
-#include "app/graphic_view.h"
 #include "app/run_bridge.h"
+#include "app/run_outcome.h"
 #include "app/settings.h"
 #include "app/view_state.h"
 #include "drawing/display_list.h"
@@ -42,6 +43,8 @@ class RunCycle {
   void Zoom(bool withCtrl);       // Mnu_Zoom
   void Reference(bool withCtrl);  // Mnu_RefCurseur
   void Positionner(bool withCtrl);
+  void ShowTrueSize();  // Mnu_TailleReelle
+  void ToggleSheet();   // Mnu_Feuille
 
   // Escape is held down, or not any more: a run ends when it asks.
   void RequestAbort(bool isRequested) { session_.AbortRequested = isRequested; }
@@ -65,13 +68,14 @@ class RunCycle {
   void TextReplaced();
 
   // What the pointer and the wheel do over the graphic area, in pixels from its upper left corner.
-  void PointerMoved(double xPx, double yPx);
-  void WheelTurned(double xPx, double yPx, double notches);
-  void Dragged(double dxPx, double dyPx);
+  void PointerMoved(double xPx, double yPx) { shown_.PointerMoved({xPx, yPx}); }
+  void WheelTurned(double xPx, double yPx, double notches) { shown_.WheelTurned({xPx, yPx}, notches); }
+  void Dragged(double dxPx, double dyPx) { shown_.Dragged({dxPx, dyPx}); }
   // The drawing that is shown; it is null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
   // The page of it that is shown, from 0.
-  std::size_t ShownPage() const { return drawing_ ? drawing_->Pages().size() - 1 : 0; }
+  std::size_t ShownPage() const { return shown_.ShownPage(); }
+  DrawingView& Shown() { return shown_; }
   const ViewState& View() const { return state_; }
 
  private:
@@ -85,9 +89,8 @@ class RunCycle {
   void TellNotices();
   void PrintDocument(const DisplayList& drawing);
   void TellNotPrinted(const Failure& why);
-  void ResetView();
-  void ShowMouse();
-  void FollowCentre();
+  RunTarget ScreenTarget() const;
+  std::vector<PaperOutline> FindSheets(const DisplayList& drawing);
   bool AcceptReference(const std::string& text);
 
   AppContext& app_;
@@ -95,15 +98,14 @@ class RunCycle {
   const EditedScript& script_;
   RunSession session_;
   ViewState state_;
-  GraphicView view_;
+  DrawingView shown_{app_, settings_, state_};
   std::string printerName_;
   std::unique_ptr<DisplayList> drawing_;
+  RunOutcome lastOnScreen_;
+  std::vector<std::string> lastAnswers_;
   std::size_t cursorLine_ = 1;
   bool isLineChanged_ = false;  // the cursor's, since it was last coloured
 };
-
-// Two numbers as "##0.#" shows them, two blanks between.
-std::string PointerText(double x, double y);
 
 // The number of a dialog's field, which may be an expression; what is no number from 0.001 to 1000 gives
 // none.

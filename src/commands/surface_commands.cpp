@@ -17,6 +17,7 @@ double IncludedPosition(double& position, double own) {
 
 void PlaceCentre(RunContext& run, Point centre, const Parameters& parameters) {
   run.Surface.SetCentre(centre);
+  if (run.InMainScript()) run.Surface.MarkCentre();
   DrawMarker(run, centre, parameters, 3);
   run.Surface.MoveTo(centre);
 }
@@ -63,11 +64,7 @@ void RunFormatI(RunContext& run, const Parameters& parameters) {
 }
 
 void RunNPage(RunContext& run, const Parameters&) {
-  if (run.Surface.IsPrinter()) {
-    run.Surface.NewPage();
-  } else {
-    run.Surface.Clear();
-  }
+  run.Surface.NextPage();
   run.OrderState = 0;
   run.LastText.reset();
 }

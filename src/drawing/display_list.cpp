@@ -60,7 +60,8 @@ std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
 
 void DisplayList::BeginPage(double width, double height) {
   if (pages_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
-  pages_.push_back({width, height, operations_.size(), 0});
+  const Point origin = pages_.empty() ? Point{} : pages_.back().Origin;
+  pages_.push_back({width, height, operations_.size(), 0, origin});
 }
 
 void DisplayList::ResizePage(double width, double height) {
@@ -87,6 +88,7 @@ void DisplayList::FramePage(std::size_t page, Point corner, double width, double
   Page& framed = pages_[page];
   framed.Width = width;
   framed.Height = height;
+  framed.Origin = framed.Origin - corner;
   for (std::size_t i = framed.First; i < framed.First + framed.Count; ++i) {
     Move(operations_[i].Figure, Point{} - corner);
   }
@@ -104,6 +106,13 @@ void DisplayList::Clear() {
   const Page current = pages_.back();
   pages_.clear();
   BeginPage(current.Width, current.Height);
+  PlaceOrigin(current.Origin);
+}
+
+bool DisplayList::HasRoomForPages() const {
+  constexpr std::size_t mostPages = 200, share = 10;
+  return pages_.size() < mostPages && operations_.size() < MaxOperations / share &&
+         textBytes_ < MaxTextBytes / share && pictureBytes_ < MaxPictureBytes / share;
 }
 
 void DisplayList::Add(const Operation& operation) {

@@ -119,6 +119,7 @@ static_assert(sizeof(Operation) <= 80);
 struct Page {
   double Width = 0, Height = 0;
   std::size_t First = 0, Count = 0;  // its operations
+  Point Origin{};                    // the graphic centre of the main script, as it was at the end
 };
 
 // The largest magnitude, in device millimetres: beyond it DrawSurface throws a DrawingFault, so that every
@@ -152,13 +153,16 @@ class DisplayList {
   // The object is the same for the same picture drawn again.
   const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
 
-  // Begins a page; the operations that follow belong to it.
+  // Begins a page; the operations that follow belong to it. Its origin is that of the page before.
   void BeginPage(double width, double height);
   // Gives the page being drawn another size.
   void ResizePage(double width, double height);
   // Gives a page another frame: its upper-left corner comes to lie where it had corner, and what is drawn
   // moves along.
   void FramePage(std::size_t page, Point corner, double width, double height);
+  void PlaceOrigin(Point place) { pages_.back().Origin = place; }
+  // Whether it is so far from its limits that there is room for many pages like those that it has.
+  bool HasRoomForPages() const;
   // Empties the page being drawn and forgets all earlier ones.
   void Clear();
   // The calls that add need a page.

@@ -29,7 +29,7 @@ void DrawSurface::Begin(const RunTarget& target) {
   Z = IsPrinter() ? target.Zoom : target.Zmm * target.Zoom;
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
   ScaleToDevice();
-  centreSet_ = false;
+  centreSet_ = isFilm_ = false;
   CentreByDefault();
   ResetState();
 }
@@ -43,6 +43,7 @@ void DrawSurface::ScaleToDevice() {
 void DrawSurface::CentreByDefault() {
   CentreX = Middle().X + target_.OffX / Z;
   CentreY = Middle().Y + target_.OffY / Z;
+  MarkCentre();
   MoveTo(Origin());
 }
 
@@ -73,12 +74,15 @@ void DrawSurface::SetFontSizes(const FontSizeRegisters& sizes) {
   Font.Size = FontSizes.Current() * Z;
 }
 
-void DrawSurface::Clear() {
-  list_->Clear();
-}
-
-void DrawSurface::NewPage() {
-  list_->BeginPage(deviceSize_.X, deviceSize_.Y);
+// A script that draws page after page without an end is a film: it shows one picture at a time for as long as
+// its user likes.
+void DrawSurface::NextPage() {
+  isFilm_ = isFilm_ || (!IsPrinter() && !(target_.KeepsPages && list_->HasRoomForPages()));
+  if (isFilm_) {
+    list_->Clear();
+  } else {
+    list_->BeginPage(deviceSize_.X, deviceSize_.Y);
+  }
 }
 
 double DrawSurface::LeastWidth() const {
@@ -236,6 +240,7 @@ void DrawSurface::SetOrientation(PageOrientation orientation) {
   list_->ResizePage(deviceSize_.X, deviceSize_.Y);
   ScaleToDevice();
   if (!centreSet_) CentreByDefault();
+  MarkCentre();
 }
 
 }  // namespace vaxel

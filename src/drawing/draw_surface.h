@@ -42,6 +42,8 @@ struct RunTarget {
   double Zoom = 1;            // screen zoom, or printer zoom; greater than 0
   double Zmm = 1;             // reported millimetres of the screen that show a true one
   double OffX = 0, OffY = 0;  // shift of the default screen centre, device mm, y upward
+  // The pages of a screen are kept, as far as there is room for them; else only the last one is.
+  bool KeepsPages = false;
   // Measures all fonts but the standard ones; null: a stand-in. It must outlive the run.
   TextMeasurer* Measurer = nullptr;
   // Decodes pictures; null: they are drawn without a look at their data. It must outlive the run.
@@ -92,8 +94,8 @@ class DrawSurface {
   bool IsPrinter() const { return target_.Kind == TargetKind::Printer; }
 
   // Surface coordinates and lengths are in drawing units, widths in device pixels.
-  void Clear();
-  void NewPage();
+  // Begins another page: on a screen that keeps none it clears the surface.
+  void NextPage();
   // The current point moves to the second point.
   void Line(Point from, Point to, const Stroke& stroke);
   // The rectangle lies between opposite corners.
@@ -132,6 +134,8 @@ class DrawSurface {
   Point Current() const { return {CurrentX, CurrentY}; }
   // The place of the script's own 0,0.
   Point Origin() const { return Centre() + Shift(); }
+  // The graphic centre is now that of the main script, which the list keeps with the page.
+  void MarkCentre() { list_->PlaceOrigin({CentreX * scaleX_, (CentreY - size_.Y) * scaleY_}); }
   // The current point in script coordinates.
   Point CurrentScriptPoint() const { return Current() - Origin(); }
   void MoveTo(Point surfacePoint) {
@@ -185,6 +189,7 @@ class DrawSurface {
   FaceMetrics metrics_;
   Point deviceSize_;  // mm, the page as it is turned now
   bool centreSet_ = false;
+  bool isFilm_ = false;             // the pages that come replace those before them
   std::vector<Point> corners_;      // of the polygon being drawn; kept for its memory
   std::vector<ContourArc> pieces_;  // of the contour being drawn, likewise
   Point size_;                      // of the surface in drawing units

@@ -26,6 +26,7 @@ constexpr UINT LongPause = 1500;
 // What a drawing that is still growing may take, and what a complete one takes before a key or a button may
 // break it off.
 constexpr double SoFar = 100, Patience = 1000, BetweenLooks = 20;
+constexpr Colour PaperInk = MakeColour(128, 128, 128), PrintableInk = MakeColour(170, 205, 235);
 
 double MillisecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
@@ -89,9 +90,11 @@ GraphicArea GraphicWindow::Area() const {
           MillimetresPerInch / GetDpiForWindow(window_)};
 }
 
-void GraphicWindow::Show(const DisplayList* list) {
-  const bool isSame = isGrowing_ && list == list_;
+void GraphicWindow::Show(const DisplayList* list, std::size_t page) {
+  // What was made for a page serves the others.
+  const bool isSame = list == list_ && (isGrowing_ || page != page_);
   isGrowing_ = false;
+  page_ = page;
   if (!isSame) picture_.reset();
   ShowAtOnce(list);
 }
@@ -119,6 +122,34 @@ void GraphicWindow::SetView(const GraphicView& view) {
   Invalidate();
 }
 
+void GraphicWindow::SetSheet(const std::optional<PaperOutline>& sheet) {
+  if (!sheet && !sheet_) return;
+  sheet_ = sheet;
+  Invalidate();
+}
+
+void GraphicWindow::SetRulers(const std::optional<Rulers>& rulers) {
+  const UINT dpi = GetDpiForWindow(window_);
+  const int before = rulers_.Thickness(dpi);
+  rulers_.Set(rulers);
+  if (rulers_.Thickness(dpi) == before) return InvalidateRulers();
+  // What they have covered is shown again.
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void GraphicWindow::InvalidateRulers() {
+  const int thickness = rulers_.Thickness(GetDpiForWindow(window_));
+  if (thickness == 0) return;
+  const RECT across = {0, 0, lastSize_.cx, thickness}, down = {0, 0, thickness, lastSize_.cy};
+  InvalidateRect(window_, &across, FALSE);
+  InvalidateRect(window_, &down, FALSE);
+}
+
+std::size_t GraphicWindow::ShownPage() const {
+  const std::size_t last = list_->Pages().size() - 1;
+  return isGrowing_ ? last : std::min(page_, last);
+}
+
 void GraphicWindow::Invalidate() {
   isStale_ = true;
   InvalidateRect(window_, nullptr, FALSE);
@@ -126,12 +157,12 @@ void GraphicWindow::Invalidate() {
 
 void GraphicWindow::Redraw() {
   isStale_ = isBroken_ = false;
-  drawnView_ = view_;
   bitmap_ = {};
-  if (picture_ && !list_->Pages().empty()) {
+  if (HasPage()) {
+    drawnPlace_ = Place();
     // Who has ended a run by Escape does not want to wait for it.
     const bool isCut = isGrowing_ || application_->Runs().IsAbortRequested();
-    const std::size_t count = list_->Pages().back().Count;
+    const std::size_t count = list_->Pages()[ShownPage()].Count;
     const auto atOnce = [&] { return std::min(count, static_cast<std::size_t>(perMs_ * SoFar)); };
     // What was broken off shows its beginning, like one that is growing, and all of it later.
     isBroken_ = !DrawFirst(isCut ? atOnce() : count);
@@ -152,9 +183,12 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
   ViewFrame frame;
   frame.Width = lastSize_.cx;
   frame.Height = lastSize_.cy;
-  frame.Place.PixelsPerMmX = frame.Place.PixelsPerMmY = view_.Scale / Area().PixelMm;
-  frame.Place.OffsetX = view_.Offset.X;
-  frame.Place.OffsetY = view_.Offset.Y;
+  frame.Place = {drawnPlace_.PixelsPerMm, drawnPlace_.PixelsPerMm, drawnPlace_.Corner.X,
+                 drawnPlace_.Corner.Y};
+  if (sheet_) {
+    frame.Behind = {{sheet_->Printable.Corner, sheet_->Printable.Opposite, PrintableInk},
+                    {sheet_->Paper.Corner, sheet_->Paper.Opposite, PaperInk}};
+  }
   const auto goOn = [&](std::size_t operation) {
     const double now = MillisecondsSince(start);
     if (now > nextLook) {
@@ -163,7 +197,7 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
     }
     return operation < operations && !isBroken;
   };
-  bitmap_ = picture_->Draw(list_->Pages().size() - 1, frame, goOn);
+  bitmap_ = picture_->Draw(ShownPage(), frame, goOn);
   drawMs_ = MillisecondsSince(start);
   // Small drawings take as long as their pixels do.
   if (!isBroken && drawMs_ > SoFar / 2) perMs_ = std::max(5.0, static_cast<double>(operations) / drawMs_);
@@ -172,10 +206,11 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
 
 // The bitmap as it was drawn, where the view has it now.
 void GraphicWindow::PaintMoved(HDC context, const SIZE& size) {
-  const double scale = view_.Scale / drawnView_.Scale;
-  const auto at = [](double place) { return static_cast<int>(std::lround(place)); };
-  const double left = view_.Offset.X - drawnView_.Offset.X * scale;
-  const double top = view_.Offset.Y - drawnView_.Offset.Y * scale;
+  const PagePlace place = Place();
+  const double scale = place.PixelsPerMm / drawnPlace_.PixelsPerMm;
+  const auto at = [](double pixel) { return static_cast<int>(std::lround(pixel)); };
+  const double left = place.Corner.X - drawnPlace_.Corner.X * scale;
+  const double top = place.Corner.Y - drawnPlace_.Corner.Y * scale;
   const RECT box = {at(left), at(top), at(left + bitmap_.Width() * scale),
                     at(top + bitmap_.Height() * scale)};
   const BitmapDc bitmap(bitmap_);
@@ -193,6 +228,16 @@ void GraphicWindow::Paint() {
   } else if (isStale_) {
     Redraw();
   }
+  const int ruler = rulers_.Thickness(GetDpiForWindow(window_));
+  const int saved = SaveDC(context);
+  ExcludeClipRect(context, 0, 0, ruler, lastSize_.cy);
+  ExcludeClipRect(context, 0, 0, lastSize_.cx, ruler);
+  PaintDrawing(context, waits);
+  RestoreDC(context, saved);
+  rulers_.Paint(context, lastSize_, GetDpiForWindow(window_), over_);
+}
+
+void GraphicWindow::PaintDrawing(HDC context, bool waits) {
   if (!bitmap_) {
     PatBlt(context, 0, 0, lastSize_.cx, lastSize_.cy, WHITENESS);
   } else if (waits) {
@@ -218,7 +263,18 @@ void GraphicWindow::TurnWheel(WPARAM wParam, LPARAM lParam) {
                                    static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA);
 }
 
+void GraphicWindow::Leave() {
+  over_.reset();
+  InvalidateRulers();
+}
+
 void GraphicWindow::Move(POINT pixel) {
+  if (!over_) {
+    TRACKMOUSEEVENT leaving = {sizeof leaving, TME_LEAVE, window_, 0};
+    TrackMouseEvent(&leaving);
+  }
+  over_ = pixel;
+  InvalidateRulers();
   if (drag_) {
     application_->Runs().Dragged(pixel.x - drag_->x, pixel.y - drag_->y);
     drag_ = pixel;
@@ -236,6 +292,10 @@ std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM
     case WM_SIZE:
       lastSize_ = {std::max(1, int{LOWORD(lParam)}), std::max(1, int{HIWORD(lParam)})};
       Invalidate();
+      if (application_) application_->GraphicAreaChanged();
+      return 0;
+    case WM_MOUSELEAVE:
+      Leave();
       return 0;
     case WM_TIMER:
       PauseEnds();

@@ -13,6 +13,7 @@
 #include "drawing/display_list.h"
 #include "render/gdi/bitmap.h"
 #include "render/gdi/view.h"
+#include "win32/ruler_painter.h"
 #include "win32/window_class.h"
 
 namespace vaxel {
@@ -26,11 +27,13 @@ class GraphicWindow {
 
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
-  // The list must live until another is shown, or none.
-  void Show(const DisplayList* list);
+  // A page, from 0. The list must live until another is shown, or none.
+  void Show(const DisplayList* list, std::size_t page);
   // Shows as much of the list as can be drawn at once; it is going to be shown whole.
   void ShowSoFar(const DisplayList& list);
   void SetView(const GraphicView& view);
+  void SetSheet(const std::optional<PaperOutline>& sheet);
+  void SetRulers(const std::optional<Rulers>& rulers);
   void SetPointer(PointerShape shape) { pointer_ = shape; }
   GraphicArea Area() const;
 
@@ -44,10 +47,17 @@ class GraphicWindow {
   void Redraw();
   void Invalidate();
   void Paint();
+  void PaintDrawing(HDC context, bool waits);
   void PaintMoved(HDC context, const SIZE& size);
+  void InvalidateRulers();
+  bool HasPage() const { return picture_ && !list_->Pages().empty(); }
+  // Which page is shown, and where it lies.
+  std::size_t ShownPage() const;
+  PagePlace Place() const { return PlaceOf(view_, list_->Pages()[ShownPage()], Area()); }
   void PauseEnds();
   void TurnWheel(WPARAM wParam, LPARAM lParam);
   void Move(POINT pixel);
+  void Leave();
 
   PictureDecoder* decoder_;
   FailureHandler onFailure_;
@@ -56,7 +66,11 @@ class GraphicWindow {
   std::unique_ptr<GdiView> picture_;
   const DisplayList* list_ = nullptr;
   GraphicView view_;
-  GraphicView drawnView_;  // of the bitmap
+  std::size_t page_ = 0;
+  PagePlace drawnPlace_;  // in the bitmap
+  std::optional<PaperOutline> sheet_;
+  RulerPainter rulers_;
+  std::optional<POINT> over_;  // the pointer, while it is over the area
   GdiBitmap bitmap_;
   SIZE lastSize_{1, 1};
   PointerShape pointer_ = PointerShape::Normal;

@@ -89,7 +89,7 @@ void MainWindowWin32::Failed() {
   const RaisedFlag telling(isFailing_);
   try {
     // The drawing of a run that was broken off is gone.
-    graphic_.Show(application_->Runs().Drawing());
+    graphic_.Show(application_->Runs().Drawing(), application_->Runs().ShownPage());
     application_->TellException();
   } catch (...) {
     // There is not even room to tell it.

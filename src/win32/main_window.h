@@ -56,9 +56,11 @@ class MainWindowWin32 : public MainWindow {
   ScreenRectangle EditorRectangle() override;
   void MovePointer(ScreenPoint place) override { SetCursorPos(place.X, place.Y); }
   void SetEditorWidth(int width) override;
-  void ShowDrawing(const DisplayList& drawing) override { graphic_.Show(&drawing); }
+  void ShowDrawing(const DisplayList& drawing, std::size_t page) override { graphic_.Show(&drawing, page); }
   void ShowDrawingSoFar(const DisplayList& drawing) override { graphic_.ShowSoFar(drawing); }
   void SetView(const GraphicView& view) override { graphic_.SetView(view); }
+  void SetSheet(const std::optional<PaperOutline>& sheet) override { graphic_.SetSheet(sheet); }
+  void SetRulers(const std::optional<Rulers>& rulers) override { graphic_.SetRulers(rulers); }
 
   bool IsComplete() const { return application_ && window_; }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);

@@ -7,13 +7,17 @@
 namespace vaxel {
 namespace {
 
-// Together with Alt, which AltGr is besides Ctrl, letters are characters.
+// Together with Alt, which AltGr is besides Ctrl, letters and digits are characters.
 Key KeyOf(WPARAM key) {
   if (key == VK_UP) return Key::Up;
   if (key == VK_DOWN) return Key::Down;
   if (key == VK_TAB) return Key::Tab;
   if (key >= VK_F1 && key <= VK_F12) return static_cast<Key>(static_cast<WPARAM>(Key::F1) + key - VK_F1);
-  return key >= 'A' && key <= 'Z' && !IsDown(VK_MENU) ? static_cast<Key>(key) : Key::None;
+  if (key == VK_PRIOR) return Key::PageUp;
+  if (key == VK_NEXT) return Key::PageDown;
+  if (key >= VK_NUMPAD0 && key <= VK_NUMPAD9) key += '0' - VK_NUMPAD0;
+  const bool isSign = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+  return isSign && !IsDown(VK_MENU) ? static_cast<Key>(key) : Key::None;
 }
 
 bool IsKey(UINT message) {

@@ -4,6 +4,7 @@
 // The next one needs what windows.h declares.
 #include <commctrl.h>
 
+#include "app/status_layout.h"
 #include "win32/control_ids.h"
 #include "win32/pixels.h"
 #include "winbase/wide_text.h"
@@ -12,11 +13,13 @@ namespace vaxel {
 namespace {
 
 // Units of 1/96 inch.
-constexpr int FieldWidth = 130, Gap = 6, Padding = 3;
+constexpr int Padding = 3;
 
+// A label takes no keys when it is clicked; SS_NOTIFY lets it have the pointer, for its tooltip.
 HWND CreateField(HINSTANCE instance, HWND parent, int id) {
-  return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_READONLY | ES_AUTOHSCROLL, 0, 0, 1, 1,
-                         parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+  return CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOTIFY | SS_NOPREFIX | SS_ENDELLIPSIS,
+                         0, 0, 1, 1, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance,
+                         nullptr);
 }
 
 TTTOOLINFOW ToolOf(HWND parent, HWND field) {
@@ -40,10 +43,11 @@ int TextHeight(HFONT font) {
 
 StatusBar::StatusBar(HINSTANCE instance, HWND parent)
     : parent_(parent),
-      fields_{CreateField(instance, parent, Text1Id), CreateField(instance, parent, Text2Id)},
       toolTips_(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0,
                                 parent, nullptr, instance, nullptr)) {
-  for (HWND field : fields_) {
+  int id = Text1Id;
+  for (HWND& field : fields_) {
+    field = CreateField(instance, parent, id++);
     TTTOOLINFOW tool = ToolOf(parent, field);
     tool.lpszText = const_cast<wchar_t*>(L"");
     SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
@@ -56,7 +60,9 @@ void StatusBar::SetText(StatusField field, std::string_view text) {
   std::wstring wide = Widen(text);
   std::wstring& shown = texts_[static_cast<std::size_t>(field)];
   if (wide == shown) return;
+  const bool hadPages = HasPages();
   shown = std::move(wide);
+  if (HasPages() != hadPages) Place(top_, width_);
   SetWindowTextW(FieldOf(field), shown.c_str());
 }
 
@@ -79,13 +85,15 @@ void StatusBar::SetDpi(UINT dpi) {
   font_ = std::move(font);
 }
 
+// What is moved is drawn anew: a copy of its old pixels may be one of what has covered them.
 void StatusBar::Place(int top, int width) {
-  const int fieldWidth = std::min(ToPixels(FieldWidth, dpi_), width / 2);
-  int left = ToPixels(Gap, dpi_);
-  for (HWND field : fields_) {
-    SetWindowPos(field, nullptr, left, top + ToPixels(Padding, dpi_), fieldWidth, textHeight_,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-    left += fieldWidth + ToPixels(Gap, dpi_);
+  top_ = top;
+  width_ = width;
+  const auto spans = StatusSpans(FromPixels(width, dpi_), HasPages());
+  for (std::size_t i = 0; i < StatusFields; ++i) {
+    SetWindowPos(fields_[i], nullptr, ToPixels(spans[i].Left, dpi_), top + ToPixels(Padding, dpi_),
+                 ToPixels(spans[i].Width, dpi_), textHeight_, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    InvalidateRect(fields_[i], nullptr, TRUE);
   }
 }
 

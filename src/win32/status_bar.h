@@ -12,7 +12,7 @@
 
 namespace vaxel {
 
-// The read-only fields Text1 and Text2 at the window's lower edge, with their tooltips.
+// The fields at the window's lower edge, with their tooltips.
 class StatusBar {
  public:
   StatusBar(HINSTANCE instance, HWND parent);
@@ -25,15 +25,17 @@ class StatusBar {
   void Place(int top, int width);
 
  private:
+  bool HasPages() const { return !texts_[static_cast<std::size_t>(StatusField::Page)].empty(); }
   HWND FieldOf(StatusField field) const { return fields_[static_cast<std::size_t>(field)]; }
 
   HWND parent_;
-  std::array<HWND, 2> fields_{};
-  std::array<std::wstring, 2> texts_;
+  std::array<HWND, StatusFields> fields_{};
+  std::array<std::wstring, StatusFields> texts_;
   HWND toolTips_ = nullptr;
   UniqueGdi<HFONT> font_;
   UINT dpi_ = 96;
   int height_ = 0, textHeight_ = 0;
+  int top_ = 0, width_ = 0;
 };
 
 }  // namespace vaxel

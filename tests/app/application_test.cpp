@@ -302,7 +302,9 @@ TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell(Dial);
   EXPECT_EQ(shell.Window.Greyed,
             (std::set<MenuId>{MenuId::Mnu_OuvrirMeter, MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
-                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices}));
+                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices,
+                              // There is one page.
+                              MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
   EXPECT_FALSE(shell.App->KeyDown(Key::F2));
   EXPECT_EQ(shell.Take(), Log{});

@@ -30,10 +30,17 @@ void FakeWindow::SetWindowEnabled(bool isEnabled) {
   log_.push_back(isEnabled ? "enable" : "disable");
 }
 
-void FakeWindow::ShowDrawing(const DisplayList& drawing) {
+void FakeWindow::ShowDrawing(const DisplayList& drawing, std::size_t page) {
   shown_ = &drawing;
+  Page = page;
   log_.push_back("show " + std::to_string(drawing.Size()));
   if (OnShow) OnShow(drawing);
+}
+
+void FakeWindow::Resize(Application& application, double widthPx, double heightPx) {
+  Area.WidthPx = widthPx;
+  Area.HeightPx = heightPx;
+  application.GraphicAreaChanged();
 }
 
 void FakeWindow::Paint() {
@@ -138,6 +145,7 @@ bool FakeDialogs::AskOkCancel(const std::string& title, const std::string&) {
 
 std::optional<std::string> FakeDialogs::AskText(const InputDialog& dialog) {
   log_.push_back("input " + dialog.Prompt + " [" + dialog.Proposal + "]");
+  if (OnAsk) OnAsk();
   std::string answer = Next();
   if (answer == "cancel") return std::nullopt;
   return answer;

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -30,7 +32,8 @@ class FakeWindow : public MainWindow {
   void SetItemEnabled(MenuId item, bool isEnabled) override;
   void SetToolTip(StatusField, std::string_view text) override { ToolTips.emplace_back(text); }
   void SetStatus(StatusField field, std::string_view text) override {
-    (field == StatusField::Text1 ? Text1 : Text2) = text;
+    Status[static_cast<std::size_t>(field)] = text;
+    if (field == StatusField::Message) Messages.emplace_back(text);
   }
   void SetRecentFiles(const std::vector<std::string>& names) override { Recent = names; }
   void SetPointer(PointerShape shape) override;
@@ -39,15 +42,22 @@ class FakeWindow : public MainWindow {
   void Close() override { log_.push_back("close"); }
   WindowPlace Place() override { return {{10, 20, 810, 620}, false}; }
   void SetPlace(const WindowPlace& place) override { PlaceSet = place; }
-  GraphicArea Graphic() override { return {640, 480, 0.25}; }
+  GraphicArea Graphic() override { return Area; }
   ScreenRectangle EditorRectangle() override { return {100, 50, 301, 450}; }
   void MovePointer(ScreenPoint place) override {
     log_.push_back("pointer at " + std::to_string(place.X) + "," + std::to_string(place.Y));
   }
   void SetEditorWidth(int width) override { EditorWidth = width; }
-  void ShowDrawing(const DisplayList& drawing) override;
-  void ShowDrawingSoFar(const DisplayList& drawing) override { ShowDrawing(drawing); }
+  void ShowDrawing(const DisplayList& drawing, std::size_t page) override;
+  void ShowDrawingSoFar(const DisplayList& drawing) override {
+    ShowDrawing(drawing, drawing.Pages().size() - 1);
+  }
   void SetView(const GraphicView& view) override { View = view; }
+  void SetSheet(const std::optional<PaperOutline>& sheet) override { Sheet = sheet; }
+  void SetRulers(const std::optional<Rulers>& rulers) override { RulersSet = rulers; }
+
+  // Gets another size, as by its user.
+  void Resize(Application& application, double widthPx, double heightPx);
 
   // Reads the drawing that is shown, as every window does when it likes.
   void Paint();
@@ -61,13 +71,22 @@ class FakeWindow : public MainWindow {
   }
 
   std::size_t PaintedOperations = 0;
-  std::string Title, Text1, Text2;
+  std::string Title;
+  std::array<std::string, StatusFields> Status;
+  // These two, and what has stood in the field for messages.
+  const std::string& Text1 = Status[0];
+  const std::string& Text2 = Status[1];
+  Log Messages;
   std::vector<std::pair<MenuId, std::string>> Captions;
   std::set<MenuId> Greyed;
   std::vector<std::string> ToolTips, Recent;
   std::optional<WindowPlace> PlaceSet;
   int EditorWidth = -1;
+  GraphicArea Area{640, 480, 0.25};
   GraphicView View;
+  std::size_t Page = 0;
+  std::optional<PaperOutline> Sheet;
+  std::optional<Rulers> RulersSet;
   bool IsEnabled = true;
   std::function<void()> OnEvents;  // what the user does meanwhile
   std::function<void(const DisplayList&)> OnShow;
@@ -150,6 +169,7 @@ class FakeDialogs : public Dialogs {
   std::vector<std::string> Files;  // what the next file dialogs give; none: cancelled
   std::optional<std::uint32_t> Chosen;
   std::vector<FileDialog> FileDialogs;
+  std::function<void()> OnAsk;
   std::function<void(const ZoomDialog&)> OnZoom;
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;

@@ -188,6 +188,20 @@ TEST(RunBridge, KeepsTheUsersOwnNumbers) {
   EXPECT_EQ(shell.Editor.Content, commented);
 }
 
+// Nobody has typed anything.
+TEST(UnsavedText, IsNotWhatTheFirstRunWrites) {
+  FakeShell shell("Trait = 0, 0, 10, 20\n?\n");
+  EXPECT_EQ(shell.Editor.Content, "Trait = 0, 0, 10, 20\n?  ' 10, 20\n");
+  EXPECT_FALSE(shell.Script().TextModified);
+  // A copy that was brought back is not saved yet.
+  shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n?");
+  shell.Restart();
+  shell.Boxes.Answers = {"yes"};
+  ASSERT_TRUE(shell.Start());
+  EXPECT_EQ(shell.Editor.Content, "?  ' 0, 0");
+  EXPECT_TRUE(shell.Script().TextModified);
+}
+
 // The editor would put the comment into another line and take away what stands there.
 TEST(UnsavedText, StaysWholeWhereTheEditorCountsOtherLines) {
   FakeShell shell;

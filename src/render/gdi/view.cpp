@@ -4,6 +4,8 @@
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -35,6 +37,30 @@ void ReduceRow(const std::uint32_t* drawn, int width, std::uint32_t* row) {
   }
 }
 
+void FillPixels(GdiBitmap& bitmap, const PixelBox& box, std::uint32_t pixel) {
+  for (int y = std::max(0, box.Top); y < std::min(bitmap.Height(), box.Bottom); ++y) {
+    std::uint32_t* const row = bitmap.Pixels() + static_cast<std::ptrdiff_t>(y) * bitmap.Width();
+    for (int x = std::max(0, box.Left); x < std::min(bitmap.Width(), box.Right); ++x) row[x] = pixel;
+  }
+}
+
+// The lines are a pixel of the picture wide, and cover just that one.
+void DrawBehind(GdiBitmap& band, const BoxBehind& box, const DeviceTransform& place) {
+  // What lies outside is not drawn, however far away it is.
+  const auto pixel = [](double at, int length) {
+    return static_cast<int>(std::floor(std::clamp(at, -2.0 * Multiple, length + 2.0 * Multiple) / Multiple)) *
+           Multiple;
+  };
+  const Point corner = place.At(box.Corner), opposite = place.At(box.Opposite);
+  const int left = pixel(corner.X, band.Width()), right = pixel(opposite.X, band.Width());
+  const int top = pixel(corner.Y, band.Height()), bottom = pixel(opposite.Y, band.Height());
+  const std::uint32_t ink = OpaquePixel(box.Ink);
+  FillPixels(band, {left, top, right + Multiple, top + Multiple}, ink);
+  FillPixels(band, {left, bottom, right + Multiple, bottom + Multiple}, ink);
+  FillPixels(band, {left, top, left + Multiple, bottom + Multiple}, ink);
+  FillPixels(band, {right, top, right + Multiple, bottom + Multiple}, ink);
+}
+
 }  // namespace
 
 bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker& take,
@@ -57,6 +83,7 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     const int count = std::min(bandRows, frame.Height - top);
     std::fill_n(band.Pixels(), band.PixelCount(), OpaquePixel(frame.Paper));
     place.OffsetY = (frame.Place.OffsetY - top) * Multiple;
+    for (const BoxBehind& box : frame.Behind) DrawBehind(band, box, place);
     renderer.Place(place);
     PlayPage(list_, page, renderer, goOn);
     GdiFlush();

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "base/result.h"
 #include "render/gdi/bitmap.h"
@@ -11,12 +12,19 @@
 
 namespace vaxel {
 
+// A box of thin lines behind what is drawn, in millimetres of the page.
+struct BoxBehind {
+  Point Corner, Opposite;  // the upper-left and the lower-right one
+  Colour Ink = Black;
+};
+
 // What a view shows of a page.
 struct ViewFrame {
   int Width = 0, Height = 0;  // pixels, above 0
   DeviceTransform Place{};
   Colour Paper = White;    // everywhere where nothing is drawn
   bool IsForFile = false;  // its strokes are as wide as they say, at least a pixel; else as a window has them
+  std::vector<BoxBehind> Behind{};
 };
 
 // Antialiased pictures of the pages of one list, which must outlive the view and may grow meanwhile. What one

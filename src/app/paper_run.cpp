@@ -1,0 +1,88 @@
+#include "app/paper_run.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <optional>
+#include <utility>
+
+#include "commands/command_table.h"
+#include "interpreter/run.h"
+
+namespace vaxel {
+namespace {
+
+// What takes longer would be felt behind every run.
+constexpr auto Patience = std::chrono::milliseconds(300);
+
+class SilentBridge : public RunBridge {
+ public:
+  SilentBridge(AppContext& app, const EditedScript& script, RunSession& session,
+               std::vector<std::string>& answers)
+      : RunBridge(app, script, session, nullptr, answers),
+        answers_(answers),
+        platform_(app.Platform),
+        end_(platform_.Now() + Patience) {}
+
+  void ShowError(const ErrorReport&) override {}
+  RunSignal ProcessPendingEvents() override {
+    return platform_.Now() < end_ ? RunSignal::GoOn : RunSignal::TimeUp;
+  }
+  void WriteComment(std::string_view, std::uint32_t, std::string_view) override {}
+  void ShowNotice(std::string_view, std::uint32_t, std::string_view) override {}
+  bool Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view, std::string_view) override {
+    return true;
+  }
+  Answer Ask(std::string_view, std::uint32_t, std::string_view, std::string_view) override {
+    if (asked_ == answers_.size()) return {Answer::Kind::Unavailable};
+    return {Answer::Kind::Given, answers_[asked_++]};
+  }
+
+ private:
+  const std::vector<std::string>& answers_;
+  Platform& platform_;
+  std::chrono::steady_clock::time_point end_;
+  std::size_t asked_ = 0;
+};
+
+Page MiddleOf(const RunTarget& printer) {
+  return {printer.WidthMm, printer.HeightMm, 0, 0, Point{printer.WidthMm, printer.HeightMm} * 0.5};
+}
+
+}  // namespace
+
+std::vector<Page> PaperRun::PrintedPages(RunTarget target) {
+  target.Kind = TargetKind::Printer;
+  target.Measurer = app_.Platform.Measurer();
+  target.Decoder = app_.Platform.Decoder();
+  SilentBridge bridge(app_, script_, session_, answers_);
+  DisplayList list;
+  RunContext run(bridge, AllCommands(), app_.Strings, list);
+  run.LangBase = app_.LangBase;
+  if (RunScript(run, target, app_.Editor.Text(), script_.CurrentFile) != RunEnd::Completed) return {};
+  return list.Pages();
+}
+
+std::vector<PaperOutline> PaperRun::Sheets(const DisplayList& shown, double scale, bool mayRun) {
+  const Result<RunTarget> target = app_.Printers.Target(printer_);
+  if (!target) return {};
+  std::vector<Page> printed;
+  if (mayRun) printed = PrintedPages(*target);
+  if (printed.empty()) printed.push_back(MiddleOf(*target));
+  std::array<std::optional<PrinterSheet>, 2> sheets;  // in portrait, in landscape
+  std::vector<PaperOutline> outlines;
+  for (const Page& page : shown.Pages()) {
+    const Page& onPaper = printed[std::min(outlines.size(), printed.size() - 1)];
+    const bool isLandscape = onPaper.Width != target->WidthMm;
+    std::optional<PrinterSheet>& sheet = sheets[isLandscape ? 1 : 0];
+    if (!sheet) {
+      Result<PrinterSheet> found = app_.Printers.Sheet(printer_, isLandscape);
+      if (!found) return {};
+      sheet = *found;
+    }
+    outlines.push_back(OutlineOf(page, scale, onPaper, *sheet));
+  }
+  return outlines;
+}
+
+}  // namespace vaxel
