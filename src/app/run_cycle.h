@@ -70,6 +70,7 @@ class RunCycle {
   void ResetView();
   void ShowMouse();
   void FollowCentre();
+  std::optional<ZoomField> AcceptZoom(const std::string& factor, const std::string& zmm);
   bool AcceptReference(const std::string& text);
 
   AppContext& app_;

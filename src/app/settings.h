@@ -34,6 +34,7 @@ class Settings {
   void ToggleEditor();             // Mnu_Code
   void WidenEditor();              // Mnu_AgrandirCode
   void ResetEditor();              // Mnu_IniCode
+  void ToggleToolBar();            // Mnu_BarreOutils
   void SetEditorWidth(int width);  // in units of 1/96 inch
   // Writes what is kept at the end of the program, with the script that the next one begins with.
   void WriteAtEnd(const std::string& startupFile, const std::vector<std::string>& recentFiles);
@@ -57,6 +58,8 @@ class Settings {
   void UseHelpFile();
   void CopyTemplate();
   std::string LanguageText(int index, TextId id) const;
+  int SystemLanguage() const;
+  LanguageDialog LanguagesWith(int messages, int help) const;
 
   AppContext& app_;
   Configuration values_;
@@ -64,6 +67,7 @@ class Settings {
   bool isFailureTold_ = false;
   std::string helpFile_ = "Vaxel.hlp";
   bool isEditorShown_ = true;
+  bool isToolBarShown_ = true;
   int editorWidth_ = 0;  // units of 1/96 inch, while it is shown
 };
 
