@@ -47,7 +47,14 @@ struct AppContext : Shell {
   std::string MenuText(TextId id) const { return std::string(Strings.Text(HelpLangBase, id)); }
 
   void Tell(BoxIcon icon, const std::string& text) { Dialogs.ShowMessage(icon, "Vaxel", text); }
-  YesNoCancel AskYesNoCancel(const std::string& text) { return Dialogs.AskYesNoCancel("Vaxel", text); }
+  YesNoCancel AskYesNoCancel(const std::string& text, SafeAnswer safe) {
+    return Dialogs.AskYesNoCancel("Vaxel", text, safe);
+  }
+  bool AskYesNo(const std::string& text, SafeAnswer safe) { return Dialogs.AskYesNo("Vaxel", text, safe); }
+  // An entry that is no number, or none that there may be.
+  void TellNotUsable(const std::string& entry) {
+    Tell(BoxIcon::Information, Message(TextId::NotUsable, entry));
+  }
   // Writes the cursor's line and the number of lines into Text1.
   void ShowPlace();
 };

@@ -92,6 +92,7 @@ void Application::AfficheMenus() {
       {StatusField::Message, TextId::MessageToolTip},
   }};
   for (const auto& [field, text] : toolTips) app_.Window.SetToolTip(field, app_.MenuText(text));
+  for (const ToolRow& row : ToolRows()) app_.Window.SetToolText(row.Icon, ToolText(app_, row));
   runs_.Shown().ShowStatus();
 }
 
@@ -111,7 +112,7 @@ void Application::OfferRecovery() {
   const auto isRunning = [this](std::uint32_t id) { return app_.Platform.IsRunning(id); };
   for (const RecoveryCopy& copy : recovery_.FindLeft(isRunning)) {
     const std::string name = copy.ScriptName.empty() ? app_.Message(TextId::NewScript) : copy.ScriptName;
-    if (!app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::RecoveryFound, name))) {
+    if (!app_.AskYesNo(app_.Message(TextId::RecoveryFound, name), SafeAnswer::Yes)) {
       KeepCopy(copy, name);
       continue;
     }
@@ -136,9 +137,31 @@ void Application::SetItemEnabled(MenuId item, bool isEnabled) {
 }
 
 void Application::Command(MenuId item) {
+  Run(item, app_.Platform.IsCtrlDown());
+}
+
+void Application::Run(MenuId item, bool withCtrl) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
-  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, app_.Platform.IsCtrlDown()});
+  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, withCtrl});
+}
+
+std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
+  std::vector<ContextItem> items;
+  for (const ContextRow& shown : ContextRows()) {
+    if (shown.Place != place) continue;
+    const MenuRow& row = MenuRowOf(shown.Item);
+    ContextItem item{shown.Item, shown.WithCtrl};
+    item.Caption = app_.MenuText(shown.Caption == TextId::None ? row.Caption : shown.Caption);
+    const std::string key = KeyText(row);
+    if (!key.empty()) item.Caption += (shown.WithCtrl ? "\tCtrl+" : "\t") + key;
+    // What ends with a run onto the screen is not there without one.
+    const bool needsRun = shown.Item == MenuId::Positionner;
+    item.IsEnabled = row.Run && IsEnabled(shown.Item) && (!needsRun || IsEnabled(MenuId::Mnu_Visualiser));
+    item.EndsGroup = shown.EndsGroup;
+    items.push_back(std::move(item));
+  }
+  return items;
 }
 
 void Application::OpenRecent(std::size_t index) {

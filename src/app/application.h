@@ -5,8 +5,10 @@
 #include <bitset>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "app/app_context.h"
+#include "app/context_menu.h"
 #include "app/edited_script.h"
 #include "app/editing_commands.h"
 #include "app/export_commands.h"
@@ -38,6 +40,9 @@ class Application {
   bool Quit();
   // Runs a command of the menus and keys. Nothing happens while an item is disabled or a run is under way.
   void Command(MenuId item);
+  // The menu that appears at the pointer, and the choice of one of its items.
+  std::vector<ContextItem> ContextMenu(ContextPlace place) const;
+  void Choose(const ContextItem& item) { Run(item.Item, item.WithCtrl); }
   void OpenRecent(std::size_t index);
   void OpenDropped(const std::string& fileName);
   // A key was pressed in the window or in the editor. The result says whether it was handled; the editor then
@@ -81,6 +86,7 @@ class Application {
   std::string Message(TextId id) const { return app_.Message(id); }
 
  private:
+  void Run(MenuId item, bool withCtrl);
   void Debut(const StartOptions& options);  // start-up after the printer check
   void OfferRecovery();
   void KeepCopy(const RecoveryCopy& copy, const std::string& scriptName);

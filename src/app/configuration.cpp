@@ -156,6 +156,7 @@ Configuration ReadConfiguration(std::string_view text, const std::vector<std::st
     if (!line.starts_with("'")) ReadLine(settings, line, upperNames, isNt);
   }
   // The language is asked for once after every change of version.
+  settings.NamedLangIndex = settings.LangIndex;
   if (text.empty() || !NamesVersion(TakeLine(text), versionText)) settings.LangIndex = 0;
   return settings;
 }

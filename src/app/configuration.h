@@ -37,6 +37,9 @@ inline constexpr std::string_view PatchsKey = "Patchs = ";
 struct Configuration {
   // The number of the messages' language, from 1; 0: the user is to be asked.
   std::int16_t LangIndex = 0;
+  // The language that the file names, also where the user is to be asked because another version of the
+  // program wrote it; 0: none.
+  std::int16_t NamedLangIndex = 0;
   // The base of that language in the string table. It stays that of the file's language when another version
   // of the program wrote the file, for which LangIndex is 0.
   std::int16_t LangBase = 0;

@@ -14,6 +14,10 @@ enum class BoxIcon : std::uint8_t { Information, Critical };
 
 enum class YesNoCancel : std::uint8_t { Yes, No, Cancel };
 
+// The answer to a question that loses nothing. Enter gives it, and Escape where there is no Cancel: who does
+// not read must not lose anything by it.
+enum class SafeAnswer : std::uint8_t { Yes, No };
+
 // A common file dialog. One that opens takes files that are there, one that saves asks before it takes such a
 // file. The filter is a list of descriptions and patterns, each followed by "|".
 struct FileDialog {
@@ -24,17 +28,22 @@ struct FileDialog {
   bool TakesSeveral = false;     // files at once, where it opens
 };
 
+// OnOk says whether the dialog closes; else it stays with the entry selected. Without OnOk it closes.
 struct InputDialog {
   std::string Title, Prompt, Proposal;
+  std::function<bool(const std::string& text)> OnOk = nullptr;
 };
 
-// Form4. OnButton takes both fields as they stand and the dialog closes.
+enum class ZoomField : std::uint8_t { Factor, Zmm };
+
+// Form4. OnButton takes both fields as they stand. The dialog closes, unless it names the field whose entry
+// is to be typed anew.
 struct ZoomDialog {
   std::string Caption;
   std::string FactorLabel, FactorText;  // Text1
   std::string ZmmLabel, ZmmText;        // Text2
   std::string Button;
-  std::function<void(const std::string& factor, const std::string& zmm)> OnButton;
+  std::function<std::optional<ZoomField>(const std::string& factor, const std::string& zmm)> OnButton;
 };
 
 // Form5. OnButton says whether the dialog closes.
@@ -43,7 +52,8 @@ struct ReferenceDialog {
   std::function<bool(const std::string& text)> OnButton;
 };
 
-// Form3: Option1 and Option2, an entry per language. What is chosen is told at once, from 1.
+// Form3: Option1 and Option2, an entry per language. What is chosen is told at once, from 1, and stays chosen
+// when OnButton follows.
 struct LanguageDialog {
   std::string Caption, MessagesLabel, HelpLabel, Button;
   std::vector<std::string> Languages;
@@ -95,8 +105,8 @@ class Dialogs {
   virtual ~Dialogs() = default;
 
   virtual void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) = 0;
-  virtual YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) = 0;
-  virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
+  virtual YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text, SafeAnswer safe) = 0;
+  virtual bool AskYesNo(const std::string& title, const std::string& text, SafeAnswer safe) = 0;
   virtual bool AskOkCancel(const std::string& title, const std::string& text) = 0;
   // The text that was entered; there is none when the dialog was cancelled.
   virtual std::optional<std::string> AskText(const InputDialog& dialog) = 0;

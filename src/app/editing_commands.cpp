@@ -144,15 +144,15 @@ void EditingCommands::MoveDown() {
 void EditingCommands::GoToLine() {
   const EditorPlace place = app_.Editor.Place();
   const std::string lines = std::to_string(place.Lines);
-  while (true) {
-    const auto answer =
-        app_.Dialogs.AskText({"Vaxel", app_.Message(TextId::LinePrompt, lines), std::to_string(place.Line)});
-    if (!answer || Trim(*answer).empty()) return;
-    const double line = IsNumber(Trim(*answer)) ? LeadingNumber(*answer) : 0;
-    if (line >= 1 && line <= static_cast<double>(place.Lines))
-      return app_.Editor.GoToLine(static_cast<std::size_t>(line));
-    app_.Tell(BoxIcon::Information, app_.Message(TextId::NotUsable, *answer));
-  }
+  InputDialog dialog{"Vaxel", app_.Message(TextId::LinePrompt, lines), std::to_string(place.Line)};
+  double line = 0;
+  dialog.OnOk = [&](const std::string& entry) {
+    line = IsNumber(Trim(entry)) ? LeadingNumber(entry) : 0;
+    const bool isUsable = line >= 1 && line <= static_cast<double>(place.Lines);
+    if (!isUsable) app_.TellNotUsable(entry);
+    return isUsable;
+  };
+  if (app_.Dialogs.AskText(dialog)) app_.Editor.GoToLine(static_cast<std::size_t>(line));
 }
 
 std::vector<EditingCommands::Match> EditingCommands::MatchesIn(const std::string& text,

@@ -156,7 +156,7 @@ std::string ExportCommands::AskName() {
   name += "." + extension;
   std::error_code ignored;
   const bool isThere = std::filesystem::exists(PathOf(name), ignored);
-  const bool mayWrite = !isThere || app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::ReplaceFile, name));
+  const bool mayWrite = !isThere || app_.AskYesNo(app_.Message(TextId::ReplaceFile, name), SafeAnswer::No);
   return mayWrite ? name : std::string();
 }
 
@@ -217,7 +217,7 @@ bool ExportCommands::MayWrite(const std::vector<std::string>& names, const FileR
   for (std::size_t i = 1; i < names.size(); ++i) {
     if (FileExists(names[i])) present += names[i] + "\n";
   }
-  return present.empty() || app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::ReplaceFiles, present));
+  return present.empty() || app_.AskYesNo(app_.Message(TextId::ReplaceFiles, present), SafeAnswer::No);
 }
 
 bool ExportCommands::IsStopped() {

@@ -42,7 +42,7 @@ std::string ListOfNames(const std::vector<std::string>& names, std::string_view 
 
 bool FileCommands::SettleChanges() {
   if (app_.Editor.IsEmpty() || !script_.TextModified) return true;
-  switch (app_.AskYesNoCancel(app_.Message(TextId::SaveChanges))) {
+  switch (app_.AskYesNoCancel(app_.Message(TextId::SaveChanges), SafeAnswer::Yes)) {
     case YesNoCancel::Cancel:
       return false;
     case YesNoCancel::No:
@@ -221,7 +221,7 @@ bool FileCommands::WriteTo(const std::string& fileName) {
 void FileCommands::Save() {
   if (script_.CurrentFile.empty() || IsMeterFile(script_.CurrentFile)) return SaveAs();
   if (HasChangedOnDisk(script_.CurrentFile, script_.LoadedHash)) {
-    switch (app_.AskYesNoCancel(app_.Message(TextId::ChangedOnDisk, script_.CurrentFile))) {
+    switch (app_.AskYesNoCancel(app_.Message(TextId::ChangedOnDisk, script_.CurrentFile), SafeAnswer::No)) {
       case YesNoCancel::Cancel:
         return;
       case YesNoCancel::No:
@@ -237,7 +237,7 @@ void FileCommands::Save() {
 bool FileCommands::MayReplace(const std::string& fileName) {
   std::error_code ignored;
   return !std::filesystem::exists(PathOf(fileName), ignored) ||
-         app_.Dialogs.AskYesNo("Vaxel", app_.Message(TextId::ReplaceFile, fileName));
+         app_.AskYesNo(app_.Message(TextId::ReplaceFile, fileName), SafeAnswer::No);
 }
 
 void FileCommands::SaveAs() {
@@ -269,7 +269,7 @@ bool FileCommands::FollowDisk() {
     case DiskWatch::News::Changed: {
       const TextId question = hadChanges ? TextId::LoadAgainLosing : TextId::LoadAgain;
       SetModified(true);
-      if (app_.Dialogs.AskYesNo("Vaxel", app_.Message(question, script_.CurrentFile))) LoadAgain();
+      if (app_.AskYesNo(app_.Message(question, script_.CurrentFile), SafeAnswer::No)) LoadAgain();
       break;
     }
   }

@@ -12,6 +12,7 @@
 #include "app/menu_table.h"
 #include "app/paper_outline.h"
 #include "app/rulers.h"
+#include "app/tool_bar.h"
 #include "drawing/display_list.h"
 
 namespace vaxel {
@@ -47,6 +48,8 @@ class MainWindow {
   virtual void SetCaption(MenuId item, std::string_view caption) = 0;
   virtual void SetChecked(MenuId item, bool isChecked) = 0;
   virtual void SetItemEnabled(MenuId item, bool isEnabled) = 0;
+  virtual void SetToolText(ToolIcon button, std::string_view text) = 0;
+  virtual void SetToolBarShown(bool isShown) = 0;
   virtual void SetToolTip(StatusField field, std::string_view text) = 0;
   virtual void SetStatus(StatusField field, std::string_view text) = 0;
   virtual void SetRecentFiles(const std::vector<std::string>& names) = 0;

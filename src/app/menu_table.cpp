@@ -160,7 +160,13 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Langue, TextId::MenuLanguage, Mnu_Options, ChooseLanguages},
     {Mnu_Couleur, TextId::MenuColour, Mnu_Options, Simple<InsertColour>},
     {Mnu_Polices, TextId::MenuPrinterFonts, Mnu_Options},
-    {Mnu_Liste_Fic, TextId::MenuListFiles, Mnu_Options, Files<&FileCommands::InsertFileNames>},
+    {Mnu_Liste_Fic,
+     TextId::MenuListFiles,
+     Mnu_Options,
+     Files<&FileCommands::InsertFileNames>,
+     {},
+     "Mnu_sep6"},
+    {Mnu_BarreOutils, TextId::MenuToolBar, Mnu_Options, Options<&Settings::ToggleToolBar>},
     {Mnu_Help, TextId::MenuHelp, Bar},
     {Mnu_Aide, TextId::MenuHelpFile, Mnu_Help, GeneralHelp},
     {Mnu_AideMot, TextId::MenuHelpOnWord, Mnu_Help, HelpOnWord, {{{Key::F1, Held::NoShift}}}, "Mnu_sep5"},
@@ -281,10 +287,15 @@ bool IsPopup(MenuId item) {
   return std::ranges::find(Rows, item, &MenuRow::Place) != Rows.end();
 }
 
-std::string KeyHint(const MenuRow& row) {
+std::string KeyText(const MenuRow& row) {
   const Keystroke& shown = row.Keys.front();
-  if (shown.Key == Key::None) return {};
-  return row.Place == Bar ? " (" + TextOf(shown) + ")" : "\t" + TextOf(shown);
+  return shown.Key == Key::None ? std::string() : TextOf(shown);
+}
+
+std::string KeyHint(const MenuRow& row) {
+  const std::string key = KeyText(row);
+  if (key.empty()) return {};
+  return row.Place == Bar ? " (" + key + ")" : "\t" + key;
 }
 
 }  // namespace vaxel

@@ -70,6 +70,7 @@ enum class MenuId : std::uint8_t {
   Mnu_Couleur,
   Mnu_Polices,
   Mnu_Liste_Fic,
+  Mnu_BarreOutils,
   Mnu_Help,
   Mnu_Aide,
   Mnu_AideMot,
@@ -119,6 +120,8 @@ const MenuRow& MenuRowOf(MenuId item);
 const MenuRow* MenuRowOf(Key key, bool withCtrl, bool withShift);
 
 bool IsPopup(MenuId item);
+// The key that is shown for an item: "Ctrl+S". Empty when it has none.
+std::string KeyText(const MenuRow& row);
 // What is written after the caption: " (F4)" in the bar, which has no column for keys, and elsewhere the key
 // after a TAB, "\tCtrl+S".
 std::string KeyHint(const MenuRow& row);

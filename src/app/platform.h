@@ -50,6 +50,8 @@ class Platform {
   virtual bool IsNtFamily() = 0;
   // "Windows 10 …", for the About box.
   virtual std::string SystemDescription() = 0;
+  // Of the language in which the system speaks to its user: "fr" or "fr-CA".
+  virtual std::string LanguageCode() = 0;
   // Today's date as the user's short dates are written.
   virtual std::string Today() = 0;
   // The number of this process, and whether a process of some number runs this program.

@@ -298,14 +298,25 @@ void RunCycle::Zoom(bool withCtrl) {
     dialog.ZmmText = shown(settings_.Values().Zmm);
     dialog.Button = app_.Message(TextId::ValidateZoom);
     dialog.OnButton = [this](const std::string& factor, const std::string& zmm) {
-      settings_.SetZmm(FieldValue(zmm).value_or(settings_.Values().Zmm));
-      state_.ScreenZoom = FieldValue(factor).value_or(state_.ScreenZoom);
-      shown_.Reset();
+      return AcceptZoom(factor, zmm);
     };
     app_.Dialogs.ShowZoom(dialog);
   }
   const BusyWindow busy(*this);
   RunOnScreen();
+}
+
+// Both are taken or none: an entry that is refused leaves the values in force.
+std::optional<ZoomField> RunCycle::AcceptZoom(const std::string& factor, const std::string& zmm) {
+  const std::optional<double> newZmm = FieldValue(zmm), newFactor = FieldValue(factor);
+  if (!newZmm || !newFactor) {
+    app_.TellNotUsable(newZmm ? factor : zmm);
+    return newZmm ? ZoomField::Factor : ZoomField::Zmm;
+  }
+  settings_.SetZmm(*newZmm);
+  state_.ScreenZoom = *newFactor;
+  shown_.Reset();
+  return std::nullopt;
 }
 
 bool RunCycle::AcceptReference(const std::string& text) {

@@ -91,6 +91,7 @@ class RunCycle {
   void TellNotPrinted(const Failure& why);
   RunTarget ScreenTarget() const;
   std::vector<PaperOutline> FindSheets(const DisplayList& drawing);
+  std::optional<ZoomField> AcceptZoom(const std::string& factor, const std::string& zmm);
   bool AcceptReference(const std::string& text);
 
   AppContext& app_;

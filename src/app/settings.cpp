@@ -26,6 +26,7 @@ constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
 constexpr std::string_view RecentName = "Recent";
+constexpr std::string_view ToolBarName = "BarreOutils";
 constexpr std::string_view LanguagePrefix = "VAXEL_", LanguageExtension = ".LNG";
 
 // The files "Vaxel_de.lng" with their folders, in the order of their names, so that the numbers of languages
@@ -173,8 +174,11 @@ void Settings::ShowOptions() {
   const std::optional<WindowPlace> place = ReadPlace(values_.OwnKey(PlaceName));
   if (place) app_.Window.SetPlace(*place);
   if (values_.CodeFontSize > 0) app_.Editor.SetFontSize(values_.CodeFontSize);
+  isToolBarShown_ = UpperCase(values_.OwnKey(ToolBarName).value_or("")) != "NON";
   app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
   app_.Window.SetChecked(MenuId::Mnu_Code, isEditorShown_);
+  app_.Window.SetChecked(MenuId::Mnu_BarreOutils, isToolBarShown_);
+  app_.Window.SetToolBarShown(isToolBarShown_);
   app_.Window.SetEditorWidth(isEditorShown_ ? editorWidth_ : 0);
 }
 
@@ -224,7 +228,16 @@ void Settings::CopyTemplate() {
   app_.Tell(BoxIcon::Information, app_.Message(TextId::CannotWrite, name, app_.Message(committed.Why())));
 }
 
-void Settings::ChooseLanguages() {
+// The number of the system's language; it is English when the system's is none of ours.
+int Settings::SystemLanguage() const {
+  const std::string code = app_.Platform.LanguageCode();
+  for (const std::string& wanted : {code, code.substr(0, code.find('-')), std::string("en")}) {
+    if (const int base = app_.Strings.BaseOfCode(wanted); base >= 0) return base / LanguageBlock + 1;
+  }
+  return 1;
+}
+
+LanguageDialog Settings::LanguagesWith(int messages, int help) const {
   LanguageDialog dialog;
   dialog.Caption = "Vaxel   " + app_.Message(TextId::LanguageCaption);
   dialog.MessagesLabel = app_.Message(TextId::MessagesLanguage);
@@ -233,45 +246,73 @@ void Settings::ChooseLanguages() {
   dialog.Languages = LanguageNames(app_.Strings);
   dialog.LastEntry = app_.Message(TextId::MoreLanguages);
   dialog.LastEntryHint = app_.Message(TextId::AddLanguage);
-  dialog.Messages = values_.LangIndex;
-  dialog.Help = values_.HelpLangIndex;
-  dialog.OnMessages = [this](int index) { UseMessageLanguage(index); };
-  dialog.OnHelp = [this](int index) { UseHelpLanguage(index); };
-  dialog.OnButton = [this] {
-    const auto nameOf = [&](int index) {
-      return index > 0 ? " " + LanguageText(index, TextId::LanguageName) : std::string();
-    };
-    WriteLines({{std::string(LanguageKey), nameOf(values_.LangIndex)},
-                {std::string(HelpLanguageKey), nameOf(values_.HelpLangIndex)}});
+  dialog.Messages = messages;
+  dialog.Help = help;
+  return dialog;
+}
+
+// Until something is chosen the indices stay 0: a program that is ended meanwhile asks again the next time.
+// After Escape, too, nothing is written.
+void Settings::ChooseLanguages() {
+  const int named = values_.LangIndex > 0 ? values_.LangIndex : values_.NamedLangIndex;
+  const int messages = named > 0 ? named : SystemLanguage();
+  const int help = values_.HelpLangIndex > 0 ? values_.HelpLangIndex : SystemLanguage();
+  app_.LangBase = (messages - 1) * LanguageBlock;
+  app_.HelpLangBase = (help - 1) * LanguageBlock;
+  LanguageDialog dialog = LanguagesWith(messages, help);
+  int chosenMessages = messages, chosenHelp = help;
+  bool isAccepted = false;
+  dialog.OnMessages = [&](int index) { UseMessageLanguage(chosenMessages = index); };
+  dialog.OnHelp = [&](int index) { UseHelpLanguage(chosenHelp = index); };
+  dialog.OnButton = [&] {
+    isAccepted = true;
+    UseMessageLanguage(chosenMessages);
+    UseHelpLanguage(chosenHelp);
+    WriteLines({{std::string(LanguageKey), " " + LanguageText(chosenMessages, TextId::LanguageName)},
+                {std::string(HelpLanguageKey), " " + LanguageText(chosenHelp, TextId::LanguageName)}});
     UseHelpFile();
     CopyTemplate();
   };
   app_.Dialogs.ShowLanguages(dialog);
+  if (isAccepted) return;
+  UseMessageLanguage(messages);
+  UseHelpLanguage(help);
+  UseHelpFile();
 }
 
 void Settings::ChoosePatches() {
-  const InputDialog dialog{
+  InputDialog dialog{
       "Vaxel",
       PatchPrompt(values_.Patchs, app_.Message(TextId::ActivePatches), app_.Message(TextId::EnterPatch)), ""};
-  while (true) {
-    const std::optional<std::string> answer = app_.Dialogs.AskText(dialog);
-    if (!answer || Trim(*answer).empty()) return;
-    const std::optional<std::int16_t> patchs = ApplyPatchAnswer(values_.Patchs, LeadingNumber(*answer));
-    if (!patchs) continue;
-    values_.Patchs = *patchs;
-    WriteLines({{std::string(PatchsKey), std::to_string(values_.Patchs)}});
-    values_.PatchFlags = PatchFlagsOf(values_.Patchs);
-    return;
-  }
+  std::optional<std::int16_t> patchs;
+  dialog.OnOk = [&](const std::string& entry) {
+    if (Trim(entry).empty()) return true;
+    patchs = ApplyPatchAnswer(values_.Patchs, LeadingNumber(entry));
+    if (!patchs) app_.TellNotUsable(entry);
+    return patchs.has_value();
+  };
+  if (!app_.Dialogs.AskText(dialog) || !patchs) return;
+  values_.Patchs = *patchs;
+  WriteLines({{std::string(PatchsKey), std::to_string(values_.Patchs)}});
+  values_.PatchFlags = PatchFlagsOf(values_.Patchs);
 }
 
 void Settings::ChooseFontSize() {
   const std::string present = values_.CodeFontSize > 0 ? NumberText(values_.CodeFontSize) : std::string();
-  const auto answer = app_.Dialogs.AskText(
-      {"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(SmallestFontSize), NumberText(LargestFontSize)), present});
-  if (!answer || !IsNumber(Trim(*answer))) return;
-  const double size = LeadingNumber(*answer);
-  if (!(size >= SmallestFontSize && size <= LargestFontSize)) return;
+  InputDialog dialog{"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(SmallestFontSize), NumberText(LargestFontSize)),
+                     present};
+  double size = 0;
+  dialog.OnOk = [&](const std::string& entry) {
+    if (Trim(entry).empty()) return true;
+    const double entered = IsNumber(Trim(entry)) ? LeadingNumber(entry) : 0;
+    if (entered >= SmallestFontSize && entered <= LargestFontSize) {
+      size = entered;
+    } else {
+      app_.TellNotUsable(entry);
+    }
+    return size > 0;
+  };
+  if (!app_.Dialogs.AskText(dialog) || size == 0) return;
   values_.CodeFontSize = size;
   app_.Editor.SetFontSize(size);
   WriteLines({{std::string(CodeFontSizeKey), " " + NumberText(size)}});
@@ -294,6 +335,13 @@ void Settings::WriteFontSize() {
 void Settings::ToggleDoubleClick() {
   values_.DoubleClick = !values_.DoubleClick;
   app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
+}
+
+void Settings::ToggleToolBar() {
+  isToolBarShown_ = !isToolBarShown_;
+  app_.Window.SetChecked(MenuId::Mnu_BarreOutils, isToolBarShown_);
+  app_.Window.SetToolBarShown(isToolBarShown_);
+  WriteLines({OwnLine(ToolBarName, isToolBarShown_ ? "Oui" : "Non")});
 }
 
 void Settings::ToggleEditor() {

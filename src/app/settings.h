@@ -48,6 +48,7 @@ class Settings {
   void ToggleEditor();             // Mnu_Code
   void WidenEditor();              // Mnu_AgrandirCode
   void ResetEditor();              // Mnu_IniCode
+  void ToggleToolBar();            // Mnu_BarreOutils
   void SetEditorWidth(int width);  // in units of 1/96 inch
   // Writes what is kept at the end of the program, with the script that the next one begins with.
   void WriteAtEnd(const std::string& startupFile);
@@ -72,6 +73,8 @@ class Settings {
   void UseHelpFile();
   void CopyTemplate();
   std::string LanguageText(int index, TextId id) const;
+  int SystemLanguage() const;
+  LanguageDialog LanguagesWith(int messages, int help) const;
 
   AppContext& app_;
   Configuration values_;
@@ -80,6 +83,7 @@ class Settings {
   std::string helpFile_ = "Vaxel.hlp";
   bool isFontSizeNew_ = false;  // since it was written
   bool isEditorShown_ = true;
+  bool isToolBarShown_ = true;
   int editorWidth_ = 0;  // units of 1/96 inch, while it is shown
 };
 

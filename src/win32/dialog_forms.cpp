@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "win32/box_form.h"
 #include "win32/dialog_ids.h"
 #include "win32/input_state.h"
 #include "winbase/wide_text.h"
@@ -18,9 +19,6 @@ namespace {
 constexpr int SearchFieldWidth = 170;
 constexpr int SearchButtons[] = {IDC_COMMAND1, IDC_COMMAND2, IDC_COMMAND3};
 constexpr int InputWidth = 200, ZoomFieldWidth = 70, ReferenceWidth = 200;
-
-// Nobody reads on, and a control takes seconds for a million characters.
-constexpr std::size_t LongestShown = 200000;
 
 std::string FieldText(HWND dialog, int id) {
   return Narrow(TextOfControl(dialog, id));
@@ -35,27 +33,9 @@ void ShowIcon(HWND dialog, HICON icon) {
   SendDlgItemMessageW(dialog, IDC_PICTURE, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
 }
 
-HICON BoxIconOf(UINT kind) {
-  const UINT icon = kind & MB_ICONMASK;
-  const auto* const name = icon == MB_ICONERROR      ? IDI_ERROR
-                           : icon == MB_ICONQUESTION ? IDI_QUESTION
-                                                     : IDI_INFORMATION;
-  return LoadIconW(nullptr, name);
-}
-
-std::vector<ButtonSpec> BoxButtons(UINT kind, const ButtonTexts& texts) {
-  const ButtonSpec ok{IDOK, Widen(texts.Ok)}, cancel{IDCANCEL, Widen(texts.Cancel)};
-  const ButtonSpec yes{IDYES, Widen(texts.Yes)}, no{IDNO, Widen(texts.No)};
-  switch (kind & MB_TYPEMASK) {
-    case MB_OKCANCEL:
-      return {ok, cancel};
-    case MB_YESNO:
-      return {yes, no};
-    case MB_YESNOCANCEL:
-      return {yes, no, cancel};
-    default:
-      return {ok};
-  }
+// Puts the focus on a field with its text selected, to be typed anew.
+void SelectField(HWND dialog, int id) {
+  SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, id)), TRUE);
 }
 
 // A disabled control gets no pointer, so the hint lies over its place in the dialog.
@@ -118,26 +98,28 @@ std::wstring WithoutAccelerator(const std::string& name) {
 
 }  // namespace
 
-DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, std::string& answer) {
-  const DialogFont font;
+DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, const DialogFont& font,
+                     std::string& answer) {
   DialogBuilder builder(font, ControlText(dialog.Title), InputWidth);
   builder.AddText(IDC_PROMPT, ControlText(dialog.Prompt));
   builder.AddField(IDC_TEXT1, ControlText(dialog.Proposal));
-  builder.AddButtons(BoxButtons(MB_OKCANCEL, buttons));
+  builder.AddButtons(ButtonsOf({IDOK, IDCANCEL}, buttons));
   DialogActions actions;
   actions.OnInit = [](HWND window) {
     LiftLimit(window, IDC_TEXT1);
     return GetDlgItem(window, IDC_TEXT1);
   };
-  actions.OnPressed = [&answer](HWND window, int id) {
-    if (id == IDOK) answer = FieldText(window, IDC_TEXT1);
-    return id == IDOK || id == IDCANCEL;
+  actions.OnPressed = [&dialog, &answer](HWND window, int id) {
+    if (id != IDOK) return id == IDCANCEL;
+    answer = FieldText(window, IDC_TEXT1);
+    if (!dialog.OnOk || dialog.OnOk(answer)) return true;
+    SelectField(window, IDC_TEXT1);
+    return false;
   };
   return {builder.Finish(), actions};
 }
 
-DialogForm ZoomForm(const ZoomDialog& dialog) {
-  const DialogFont font;
+DialogForm ZoomForm(const ZoomDialog& dialog, const DialogFont& font) {
   const std::wstring factor = ControlText(dialog.FactorLabel), zmm = ControlText(dialog.ZmmLabel);
   const auto widthOf = [&](const std::wstring& label) {
     return static_cast<int>(font.Size(label, DialogBuilder::WidestText, true).cx);
@@ -155,14 +137,15 @@ DialogForm ZoomForm(const ZoomDialog& dialog) {
     return GetDlgItem(window, IDC_TEXT1);
   };
   actions.OnPressed = [&dialog](HWND window, int id) {
-    if (id == IDC_COMMAND1) dialog.OnButton(FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2));
-    return id == IDC_COMMAND1 || id == IDCANCEL;
+    if (id != IDC_COMMAND1) return id == IDCANCEL;
+    const auto wrong = dialog.OnButton(FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2));
+    if (wrong) SelectField(window, *wrong == ZoomField::Factor ? IDC_TEXT1 : IDC_TEXT2);
+    return !wrong;
   };
   return {builder.Finish(), actions};
 }
 
-DialogForm ReferenceForm(const ReferenceDialog& dialog) {
-  const DialogFont font;
+DialogForm ReferenceForm(const ReferenceDialog& dialog, const DialogFont& font) {
   DialogBuilder builder(font, ControlText(dialog.Caption), ReferenceWidth);
   builder.AddText(IDC_LABEL1, ControlText(dialog.Label), true);
   builder.AddField(IDC_TEXT1, ControlText(dialog.Text));
@@ -175,15 +158,13 @@ DialogForm ReferenceForm(const ReferenceDialog& dialog) {
   actions.OnPressed = [&dialog](HWND window, int id) {
     if (id != IDC_COMMAND1) return id == IDCANCEL;
     if (dialog.OnButton(FieldText(window, IDC_TEXT1))) return true;
-    const HWND field = GetDlgItem(window, IDC_TEXT1);
-    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
+    SelectField(window, IDC_TEXT1);
     return false;
   };
   return {builder.Finish(), actions};
 }
 
-DialogForm SearchForm(const SearchDialog& dialog) {
-  const DialogFont font;
+DialogForm SearchForm(const SearchDialog& dialog, const DialogFont& font) {
   const std::wstring wanted = ControlText(dialog.WantedLabel);
   const std::wstring replacement = ControlText(dialog.ReplacementLabel);
   const auto widthOf = [&](const std::wstring& label) {
@@ -226,8 +207,7 @@ DialogForm SearchForm(const SearchDialog& dialog) {
   return {builder.Finish(), actions};
 }
 
-DialogForm LanguageForm(const LanguageDialog& dialog) {
-  const DialogFont font;
+DialogForm LanguageForm(const LanguageDialog& dialog, const DialogFont& font) {
   const std::wstring hint = ControlText(dialog.LastEntryHint);
   std::vector<std::wstring> entries;
   for (const std::string& name : dialog.Languages) entries.push_back(WithoutAccelerator(name));
@@ -260,13 +240,13 @@ DialogForm LanguageForm(const LanguageDialog& dialog) {
 }
 
 // The field keeps the focus when it is refused.
-DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons) {
+DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons,
+                      const DialogFont& font) {
   const auto texts = [](const std::vector<std::string>& entries) {
     std::vector<std::wstring> wide;
     for (const std::string& entry : entries) wide.push_back(WithoutAccelerator(entry));
     return wide;
   };
-  const DialogFont font;
   const std::wstring dpi = ControlText(dialog.DpiLabel);
   const int labelWidth = static_cast<int>(font.Size(dpi, DialogBuilder::WidestText, true).cx);
   DialogBuilder builder(font, ControlText(dialog.Caption),
@@ -274,7 +254,7 @@ DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons) {
   builder.AddChoice({IDC_FRAME1, IDC_OPTION1_FIRST, ControlText(dialog.FormatLabel)}, texts(dialog.Formats));
   builder.AddChoice({IDC_FRAME2, IDC_OPTION2_FIRST, ControlText(dialog.PageLabel)}, texts(dialog.Pages));
   builder.AddField(IDC_LABEL1, dpi, labelWidth, IDC_TEXT1, ControlText(dialog.DpiText));
-  builder.AddButtons(BoxButtons(MB_OKCANCEL, buttons));
+  builder.AddButtons(ButtonsOf({IDOK, IDCANCEL}, buttons));
   const int formats = static_cast<int>(dialog.Formats.size()), pages = static_cast<int>(dialog.Pages.size());
   DialogActions actions;
   actions.OnInit = [=, &dialog](HWND window) {
@@ -296,12 +276,12 @@ DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons) {
   return {builder.Finish(), actions};
 }
 
-DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND owner) {
-  const DialogFont font;
+DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, const DialogFont& font,
+                     HWND owner) {
   DialogBuilder builder(font, ControlText(dialog.Title), 0);
   builder.AddPicture(IDC_PICTURE);
   builder.AddText(IDC_PROMPT, ControlText(dialog.Text));
-  builder.AddButtons(BoxButtons(MB_OK, buttons));
+  builder.AddButtons(ButtonsOf({IDOK}, buttons));
   DialogActions actions;
   actions.OnInit = [owner](HWND window) {
     const auto icon = reinterpret_cast<HICON>(owner ? GetClassLongPtrW(owner, GCLP_HICON) : 0);
@@ -309,31 +289,6 @@ DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND
     return GetDlgItem(window, IDOK);
   };
   actions.OnPressed = [](HWND, int id) { return id == IDOK || id == IDCANCEL; };
-  return {builder.Finish(), actions};
-}
-
-DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text, const ButtonTexts& texts) {
-  const DialogFont font;
-  const std::vector<ButtonSpec> buttons = BoxButtons(kind, texts);
-  DialogBuilder builder(font, ControlText(title), 0);
-  builder.AddPicture(IDC_PICTURE);
-  std::wstring shown = ControlText(text);
-  if (shown.size() > LongestShown) shown.replace(LongestShown, std::wstring::npos, L"…");
-  builder.AddText(IDC_PROMPT, shown);
-  builder.AddButtons(buttons);
-  // The dialog does as a message box: Escape answers where there is nothing to decide, or Cancel to press.
-  const bool canCancel = (kind & MB_TYPEMASK) != MB_YESNO;
-  DialogActions actions;
-  actions.OnInit = [kind, canCancel, focus = buttons.front().Id](HWND window) {
-    ShowIcon(window, BoxIconOf(kind));
-    if (!canCancel) EnableMenuItem(GetSystemMenu(window, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
-    MessageBeep(kind & MB_ICONMASK);
-    return GetDlgItem(window, focus);
-  };
-  actions.OnPressed = [canCancel, buttons](HWND, int id) {
-    return (id == IDCANCEL && canCancel) ||
-           std::any_of(buttons.begin(), buttons.end(), [id](const ButtonSpec& b) { return b.Id == id; });
-  };
   return {builder.Finish(), actions};
 }
 

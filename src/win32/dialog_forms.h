@@ -17,14 +17,14 @@ struct DialogForm {
 };
 
 // The dialog that a form is made of, and the answer, must live as long as the form.
-DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, std::string& answer);
-DialogForm ZoomForm(const ZoomDialog& dialog);
-DialogForm ReferenceForm(const ReferenceDialog& dialog);
-DialogForm SearchForm(const SearchDialog& dialog);
-DialogForm LanguageForm(const LanguageDialog& dialog);
-DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons);
-DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, HWND owner);
-// A message box with a text that scrolls; kind is that of MessageBoxW.
-DialogForm BoxForm(UINT kind, const std::string& title, const std::string& text, const ButtonTexts& buttons);
+DialogForm InputForm(const InputDialog& dialog, const ButtonTexts& buttons, const DialogFont& font,
+                     std::string& answer);
+DialogForm ZoomForm(const ZoomDialog& dialog, const DialogFont& font);
+DialogForm ReferenceForm(const ReferenceDialog& dialog, const DialogFont& font);
+DialogForm SearchForm(const SearchDialog& dialog, const DialogFont& font);
+DialogForm LanguageForm(const LanguageDialog& dialog, const DialogFont& font);
+DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons, const DialogFont& font);
+DialogForm AboutForm(const AboutDialog& dialog, const ButtonTexts& buttons, const DialogFont& font,
+                     HWND owner);
 
 }  // namespace vaxel

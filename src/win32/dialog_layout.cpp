@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "win32/input_state.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -16,9 +17,10 @@ constexpr int PictureSize = 21;
 constexpr int RadioHeight = 10, RadioStep = 12, RadioMark = 12, FrameTop = 11, FrameBottom = 5;
 constexpr int EntriesAColumn = 15;
 constexpr int CaptionButtons = 30;
-constexpr int WidestScrolling = 300, TallestText = 30 * LineHeight;
+constexpr int WidestScrolling = 300, WidestWordShown = 400, TallestText = 30 * LineHeight;
 // More is not measured: it scrolls anyway, and measuring takes time.
-constexpr std::size_t LongestMeasured = 20000;
+constexpr std::size_t LongestMeasured = 20000, LongestWord = 500;
+constexpr int WidestMeasured = 30000;
 
 int UnitsOfPixels(int pixels, int base, int units) {
   return (pixels * units + base - 1) / base;
@@ -65,7 +67,7 @@ void WriteControl(TemplateWriter& out, const DialogControl& control) {
 
 }  // namespace
 
-DialogFont::DialogFont() : context_(CreateCompatibleDC(nullptr)) {
+DialogFont::DialogFont(HWND owner) : context_(CreateCompatibleDC(nullptr)) {
   const int height = -MulDiv(Points, GetDeviceCaps(context_.get(), LOGPIXELSY), 72);
   font_.reset(CreateFontW(height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                           OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, Face));
@@ -78,6 +80,14 @@ DialogFont::DialogFont() : context_(CreateCompatibleDC(nullptr)) {
   GetTextExtentPoint32W(context_.get(), letters.data(), static_cast<int>(letters.size()), &extent);
   base_.cx = std::max<LONG>(1, (extent.cx / 26 + 1) / 2);
   base_.cy = std::max<LONG>(1, metrics.tmHeight);
+  // The dialog takes the resolution of its screen; the font was measured in that of the main one.
+  RECT over{};
+  if (owner) GetWindowRect(owner, &over);
+  const RECT area = WorkAreaNear(over);
+  const int dpi = GetDeviceCaps(context_.get(), LOGPIXELSY);
+  const int screenDpi = owner ? static_cast<int>(GetDpiForWindow(owner)) : dpi;
+  screen_ = {MulDiv(area.right - area.left, 4 * dpi, base_.cx * screenDpi),
+             MulDiv(area.bottom - area.top, 8 * dpi, base_.cy * screenDpi)};
 }
 
 SIZE DialogFont::Size(const std::wstring& text, int maxWidth, bool hasAccelerator) const {
@@ -89,12 +99,6 @@ SIZE DialogFont::Size(const std::wstring& text, int maxWidth, bool hasAccelerato
   // may be wider.
   const int width = UnitsOfPixels(box.right, base_.cx, 4);
   return {width + width / 32 + 1, UnitsOfPixels(box.bottom, base_.cy, 8)};
-}
-
-SIZE DialogFont::Screen() const {
-  RECT area{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  return {MulDiv(area.right - area.left, 4, base_.cx), MulDiv(area.bottom - area.top, 8, base_.cy)};
 }
 
 std::vector<WORD> DialogTemplate(const DialogSpec& spec) {
@@ -169,20 +173,43 @@ void DialogBuilder::AddPicture(int id) {
   bottom_ = top_ + PictureSize;
 }
 
+// As far as it matters: names of files are what is long.
+int DialogBuilder::WidestWord(const std::wstring& text) const {
+  constexpr std::size_t shortWord = 20;
+  constexpr std::wstring_view blanks = L" \t\r\n";
+  int widest = 0;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find_first_of(blanks, begin), text.size());
+    if (end - begin > shortWord) {
+      const std::wstring word = text.substr(begin, std::min(end - begin, LongestWord));
+      widest = std::max<int>(widest, font_.Size(word, WidestMeasured, false).cx);
+    }
+    begin = end + 1;
+  }
+  return widest;
+}
+
+void DialogBuilder::AddScrollingText(int id, const std::wstring& text, int height) {
+  const int top = Below(height, WideGap);
+  Add(ControlClass::Edit, id, text, {left_, top, left_ + width_, top + height},
+      ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP, WS_EX_CLIENTEDGE);
+}
+
 void DialogBuilder::AddText(int id, const std::wstring& text, bool hasAccelerator) {
   const int tallest = std::min<int>(TallestText, static_cast<int>(font_.Screen().cy) / 2);
-  SIZE size{};
-  bool scrolls = text.size() > LongestMeasured;
-  if (!scrolls) {
-    size = font_.Size(text, std::max(width_, WidestText), hasAccelerator);
-    scrolls = size.cy > tallest;
+  const int widest = static_cast<int>(font_.Screen().cx) - left_ - 2 * Margin;
+  if (text.size() > LongestMeasured) {
+    width_ = std::max(width_, std::min(WidestScrolling, widest));
+    return AddScrollingText(id, text, tallest);
   }
-  if (scrolls) {
-    width_ = std::max(width_, WidestScrolling);
-    const int top = Below(tallest, WideGap);
-    Add(ControlClass::Edit, id, text, {left_, top, left_ + width_, top + tallest},
-        ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP | WS_GROUP, WS_EX_CLIENTEDGE);
-    return;
+  const int widestWord = WidestWord(text);
+  const int wanted = std::max({width_, WidestText, std::min(widestWord, WidestWordShown)});
+  const SIZE size = font_.Size(text, std::min(wanted, widest), hasAccelerator);
+  if (size.cy > tallest || widestWord > std::min(wanted, widest)) {
+    width_ = std::max(width_, std::min(WidestScrolling, widest));
+    constexpr int leastLines = 4;
+    return AddScrollingText(id, text,
+                            std::clamp<int>(size.cy + LineHeight, leastLines * LineHeight, tallest));
   }
   width_ = std::max<int>(width_, size.cx);
   const int height = std::max<int>(size.cy, LineHeight), top = Below(height, hasAccelerator ? Gap : WideGap);
@@ -265,7 +292,7 @@ void DialogBuilder::AddLine(int id) {
       SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_GROUP);
 }
 
-void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons) {
+void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons, int defaultId) {
   std::vector<int> widths;
   int all = -Gap;
   for (const ButtonSpec& button : buttons) {
@@ -278,9 +305,10 @@ void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons) {
   const int top = Below(ButtonHeight, 0);
   int left = left_ + width_ - all;
   for (std::size_t i = 0; i < buttons.size(); ++i) {
-    const DWORD style = i == 0 ? BS_DEFPUSHBUTTON | WS_GROUP : BS_PUSHBUTTON;
+    const bool isDefault = defaultId == 0 ? i == 0 : buttons[i].Id == defaultId;
+    const DWORD style = isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, group = i == 0 ? WS_GROUP : 0;
     Add(ControlClass::Button, buttons[i].Id, buttons[i].Text,
-        {left, top, left + widths[i], top + ButtonHeight}, style | WS_TABSTOP);
+        {left, top, left + widths[i], top + ButtonHeight}, style | group | WS_TABSTOP);
     left += widths[i] + Gap;
   }
 }

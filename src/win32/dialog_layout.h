@@ -10,23 +10,25 @@
 
 namespace vaxel {
 
-// The font of dialogs. Sizes are in dialog units, which follow the font and with it the screen's resolution.
+// The font of dialogs, and the screen on which they appear: that of their owner, or the main one. Sizes are
+// in dialog units, which follow the font and with it the screen's resolution.
 class DialogFont {
  public:
   static constexpr WORD Points = 9;
   static constexpr wchar_t Face[] = L"Segoe UI";
 
-  DialogFont();
+  explicit DialogFont(HWND owner);
   // The size of a text that is broken at blanks where a line is wider. Ampersands that underline count as
   // nothing.
   SIZE Size(const std::wstring& text, int maxWidth, bool hasAccelerator) const;
-  // The size that the main screen has to offer.
-  SIZE Screen() const;
+  // What the screen has to offer.
+  SIZE Screen() const { return screen_; }
 
  private:
   UniqueDc context_;
   UniqueGdi<HFONT> font_;
   SIZE base_{};  // pixels that are 4 units across and 8 units down
+  SIZE screen_{};
 };
 
 // Classes of controls as the templates of dialogs name them.
@@ -69,8 +71,9 @@ class DialogBuilder {
 
   // The picture stands left of all that follows.
   void AddPicture(int id);
-  // The text goes over the whole width; what is too long for a screen scrolls. An ampersand underlines the
-  // letter after it when it stands above the field that the letter goes to.
+  // The text goes over the whole width; what is too long for a screen scrolls, and words that are too long
+  // are broken there. An ampersand underlines the letter after it when it stands above the field that the
+  // letter goes to.
   void AddText(int id, const std::wstring& text, bool hasAccelerator = false);
   void AddField(int id, const std::wstring& text);
   // The field stands to the right of its label.
@@ -86,8 +89,8 @@ class DialogBuilder {
   void AddCheck(int id, const std::wstring& label, bool isEnabled = true);
   // A line for texts that come later.
   void AddLine(int id);
-  // The buttons stand at the right; the first one is what Enter presses.
-  void AddButtons(const std::vector<ButtonSpec>& buttons);
+  // The buttons stand at the right. Enter presses the one with the id, or, when there is none, the first.
+  void AddButtons(const std::vector<ButtonSpec>& buttons, int defaultId = 0);
 
   DialogSpec Finish();
 
@@ -95,6 +98,8 @@ class DialogBuilder {
   void Add(ControlClass controlClass, int id, const std::wstring& text, RECT place, DWORD style,
            DWORD extendedStyle = 0);
   int Below(int height, int gap);
+  void AddScrollingText(int id, const std::wstring& text, int height);
+  int WidestWord(const std::wstring& text) const;
   int AddGroup(const Choice& choice, const std::vector<std::wstring>& entries, RECT frame,
                bool isLastDisabled);
   int WidthOf(const std::wstring& text) const;

@@ -2,11 +2,9 @@
 
 #include <commdlg.h>
 
-#include <algorithm>
-#include <cstddef>
-#include <string_view>
 #include <utility>
 
+#include "win32/box_form.h"
 #include "win32/dialog_forms.h"
 #include "win32/dialog_layout.h"
 #include "win32/file_dialogs.h"
@@ -15,11 +13,8 @@
 namespace vaxel {
 namespace {
 
-// A message box grows with its text, beyond the screen too.
-bool FitsMessageBox(std::string_view text) {
-  constexpr std::ptrdiff_t mostLines = 30;
-  constexpr std::size_t mostBytes = 2000;
-  return text.size() <= mostBytes && std::count(text.begin(), text.end(), '\n') < mostLines;
+int IdOf(SafeAnswer answer) {
+  return answer == SafeAnswer::Yes ? IDYES : IDNO;
 }
 
 }  // namespace
@@ -53,39 +48,32 @@ int DialogsWin32::Run(const DialogForm& form) {
   return RunDialog(instance_, owner, form.Spec, remembered);
 }
 
-int DialogsWin32::ShowBox(UINT kind, const std::string& title, const std::string& text) {
-  if (!FitsMessageBox(text)) return Run(BoxForm(kind, title, text, Buttons()));
-  const DialogOwner owner(Owner());
-  const std::wstring shown = ControlText(text), caption = Widen(title);
-  const UINT shownKind = owner.Window() ? kind : kind | MB_TASKMODAL | MB_SETFOREGROUND;
-  // Wine closes a box with Yes and No at Escape. No would be an answer that nobody gave.
-  int answer = IDCANCEL;
-  do {
-    answer = MessageBoxW(owner.Window(), shown.c_str(), caption.c_str(), shownKind);
-  } while (answer == IDCANCEL && (kind & MB_TYPEMASK) == MB_YESNO);
-  return answer;
+int DialogsWin32::ShowBox(const Box& box) {
+  const int answer = Run(BoxForm(box, Buttons(), DialogFont(Owner())));
+  return answer == IDCANCEL ? box.Escape : answer;
 }
 
 void DialogsWin32::ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) {
-  ShowBox(MB_OK | (icon == BoxIcon::Critical ? MB_ICONERROR : MB_ICONINFORMATION), title, text);
+  const UINT shown = icon == BoxIcon::Critical ? MB_ICONERROR : MB_ICONINFORMATION;
+  ShowBox({shown, title, text, {IDOK}, IDOK, IDOK});
 }
 
-YesNoCancel DialogsWin32::AskYesNoCancel(const std::string& title, const std::string& text) {
-  const int answer = ShowBox(MB_YESNOCANCEL | MB_ICONQUESTION, title, text);
+YesNoCancel DialogsWin32::AskYesNoCancel(const std::string& title, const std::string& text, SafeAnswer safe) {
+  const int answer = ShowBox({MB_ICONQUESTION, title, text, {IDYES, IDNO, IDCANCEL}, IdOf(safe), IDCANCEL});
   return answer == IDYES ? YesNoCancel::Yes : answer == IDNO ? YesNoCancel::No : YesNoCancel::Cancel;
 }
 
-bool DialogsWin32::AskYesNo(const std::string& title, const std::string& text) {
-  return ShowBox(MB_YESNO | MB_ICONQUESTION, title, text) == IDYES;
+bool DialogsWin32::AskYesNo(const std::string& title, const std::string& text, SafeAnswer safe) {
+  return ShowBox({MB_ICONQUESTION, title, text, {IDYES, IDNO}, IdOf(safe), IdOf(safe)}) == IDYES;
 }
 
 bool DialogsWin32::AskOkCancel(const std::string& title, const std::string& text) {
-  return ShowBox(MB_OKCANCEL | MB_ICONINFORMATION, title, text) == IDOK;
+  return ShowBox({MB_ICONINFORMATION, title, text, {IDOK, IDCANCEL}, IDOK, IDCANCEL}) == IDOK;
 }
 
 std::optional<std::string> DialogsWin32::AskText(const InputDialog& dialog) {
   std::string answer;
-  if (Run(InputForm(dialog, Buttons(), answer)) != IDOK) return std::nullopt;
+  if (Run(InputForm(dialog, Buttons(), DialogFont(Owner()), answer)) != IDOK) return std::nullopt;
   return answer;
 }
 
@@ -118,27 +106,27 @@ std::optional<std::uint32_t> DialogsWin32::ShowColour() {
 }
 
 void DialogsWin32::ShowZoom(const ZoomDialog& dialog) {
-  Run(ZoomForm(dialog));
+  Run(ZoomForm(dialog, DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowReference(const ReferenceDialog& dialog) {
-  Run(ReferenceForm(dialog));
+  Run(ReferenceForm(dialog, DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowLanguages(const LanguageDialog& dialog) {
-  Run(LanguageForm(dialog));
+  Run(LanguageForm(dialog, DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowSearch(const SearchDialog& dialog) {
-  Run(SearchForm(dialog));
+  Run(SearchForm(dialog, DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowExport(const ExportDialog& dialog) {
-  Run(ExportForm(dialog, Buttons()));
+  Run(ExportForm(dialog, Buttons(), DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {
-  Run(AboutForm(dialog, Buttons(), Owner()));
+  Run(AboutForm(dialog, Buttons(), DialogFont(Owner()), Owner()));
 }
 
 }  // namespace vaxel

@@ -14,9 +14,11 @@
 
 namespace vaxel {
 
+struct Box;
 struct DialogForm;
 
-// What stands on the buttons of our own dialogs; message boxes and file dialogs use the system's language.
+// What stands on the buttons of our dialogs and boxes; dialogs for files and colours are the system's, and
+// speak its language.
 struct ButtonTexts {
   std::string Ok = "OK", Cancel = "Cancel", Yes = "&Yes", No = "&No";
 };
@@ -28,8 +30,8 @@ class DialogsWin32 : public Dialogs {
   DialogsWin32(HINSTANCE instance, std::function<HWND()> owner, std::function<ButtonTexts()> buttons = {});
 
   void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) override;
-  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) override;
-  bool AskYesNo(const std::string& title, const std::string& text) override;
+  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text, SafeAnswer safe) override;
+  bool AskYesNo(const std::string& title, const std::string& text, SafeAnswer safe) override;
   bool AskOkCancel(const std::string& title, const std::string& text) override;
   std::optional<std::string> AskText(const InputDialog& dialog) override;
   std::vector<std::string> ShowOpen(const FileDialog& dialog) override;
@@ -46,7 +48,7 @@ class DialogsWin32 : public Dialogs {
   HWND Owner() const;
   ButtonTexts Buttons() const { return buttons_ ? buttons_() : ButtonTexts(); }
   // Shows a box and returns the id of the button that ended it.
-  int ShowBox(UINT kind, const std::string& title, const std::string& text);
+  int ShowBox(const Box& box);
   int Run(const DialogForm& form);
 
   HINSTANCE instance_;

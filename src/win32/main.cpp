@@ -78,7 +78,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
     return vaxel::Run(instance);
   } catch (const std::exception& failure) {
     // Nothing is there yet that could tell it in the user's language.
-    MessageBoxW(nullptr, vaxel::Widen(failure.what()).c_str(), L"Vaxel", MB_ICONERROR);
+    vaxel::DialogsWin32(instance, nullptr).ShowMessage(vaxel::BoxIcon::Critical, "Vaxel", failure.what());
     return 1;
   }
 }

@@ -53,10 +53,13 @@ UniqueWindow MainWindowWin32::Create(HINSTANCE instance) {
 
 MainWindowWin32::MainWindowWin32(HINSTANCE instance, PictureDecoder* decoder)
     : window_(Create(instance)),
+      dpi_(GetDpiForWindow(window_.get())),
+      tools_(instance, window_.get()),
       editor_(instance, window_.get(), [this] { Failed(); }),
       graphic_(instance, window_.get(), decoder, [this] { Failed(); }),
       status_(instance, window_.get()) {
   SetMenu(window_.get(), menus_.Handle());
+  UseTheme(theme_);
   RECT frame{};
   GetWindowRect(window_.get(), &frame);
   frame.right = frame.left + ToPixels(UsualWidth, Dpi());
@@ -121,7 +124,13 @@ void MainWindowWin32::SetCaption(MenuId item, std::string_view caption) {
 
 void MainWindowWin32::SetItemEnabled(MenuId item, bool isEnabled) {
   menus_.SetItemEnabled(item, isEnabled);
+  tools_.SetItemEnabled(item, isEnabled);
   if (MenuRowOf(item).Place == MenuId::Bar) DrawMenuBar(window_.get());
+}
+
+void MainWindowWin32::SetToolBarShown(bool isShown) {
+  tools_.Show(isShown);
+  Layout();
 }
 
 WindowPlace MainWindowWin32::Place() {
@@ -172,31 +181,43 @@ int MainWindowWin32::EditorPixels(int clientWidth) const {
   return std::max(0, std::min(ToPixels(editorWidth_, Dpi()), widest));
 }
 
-bool MainWindowWin32::IsOverDivider(POINT pixel) const {
+// It is empty when there is nothing to divide.
+RECT MainWindowWin32::DividerBox() const {
+  if (editorWidth_ <= 0) return {};
   RECT client{};
   GetClientRect(window_.get(), &client);
   const int left = EditorPixels(client.right);
-  return editorWidth_ > 0 && pixel.x >= left && pixel.x < left + ToPixels(DividerWidth, Dpi()) &&
-         pixel.y >= 0 && pixel.y < client.bottom - status_.Height();
+  return {left, tools_.Height(), left + ToPixels(DividerWidth, Dpi()), client.bottom - status_.Height()};
+}
+
+bool MainWindowWin32::IsOverDivider(POINT pixel) const {
+  const RECT box = DividerBox();
+  return PtInRect(&box, pixel) != FALSE;
 }
 
 void MainWindowWin32::Layout() {
   RECT client{};
   GetClientRect(window_.get(), &client);
-  const int height = std::max(0L, client.bottom - status_.Height());
+  const int top = tools_.Height();
+  const int height = std::max(0L, client.bottom - status_.Height() - top);
   const int editor = EditorPixels(client.right);
   const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
   // All move at once, so that none is seen over another.
-  HDWP moves = editor_.Place(BeginDeferWindowPos(3), {0, 0, editor, height});
+  HDWP moves = editor_.Place(BeginDeferWindowPos(3), {0, top, editor, top + height});
   if (moves) {
-    moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, 0,
+    moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, top,
                            std::max(0L, client.right - graphic), height, SWP_NOZORDER | SWP_NOACTIVATE);
   }
   if (moves) EndDeferWindowPos(moves);
-  status_.Place(height, client.right);
+  tools_.Place(client.right);
+  status_.Place(top + height, client.right);
+  const RECT divider = DividerBox();
+  InvalidateRect(window_.get(), &divider, TRUE);
 }
 
-void MainWindowWin32::ChangeDpi(const RECT& suggested) {
+void MainWindowWin32::ChangeDpi(UINT dpi, const RECT& suggested) {
+  dpi_ = dpi;
+  tools_.SetDpi(Dpi());
   status_.SetDpi(Dpi());
   editor_.SetDpi(Dpi());
   if (!isPlacing_) SetFrame(window_.get(), suggested);
@@ -270,15 +291,16 @@ std::optional<LRESULT> MainWindowWin32::HandleFrame(UINT message, WPARAM wParam,
       if (!wParam) ReleaseCapture();
       return 0;
     case WM_DPICHANGED:
-      ChangeDpi(*reinterpret_cast<const RECT*>(lParam));
+      ChangeDpi(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SETCURSOR:
       if (isBusy_) {
-        SetPointer(pointer_);
+        PressedDuringRun(HIWORD(lParam));
         return TRUE;
       }
       return HandleDivider(message, lParam);
     default:
+      if (const std::optional<LRESULT> result = HandleLook(message, wParam)) return result;
       return HandleDivider(message, lParam);
   }
 }
@@ -286,13 +308,17 @@ std::optional<LRESULT> MainWindowWin32::HandleFrame(UINT message, WPARAM wParam,
 std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
-      if (lParam == 0) {
+      if (lParam == 0 || reinterpret_cast<HWND>(lParam) == tools_.Window()) {
         Number(LOWORD(wParam));
       } else if (LOWORD(wParam) == EditorId && HIWORD(wParam) == EN_CHANGE) {
         editor_.TextChanged();
       }
       return 0;
+    case WM_CONTEXTMENU:
+      ShowContextMenu(reinterpret_cast<HWND>(wParam), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+      return 0;
     case WM_NOTIFY:
+      if (wParam == ToolBarId) return tools_.Notified(*reinterpret_cast<const NMHDR*>(lParam));
       if (wParam == EditorId && reinterpret_cast<const NMHDR*>(lParam)->code == EN_SELCHANGE) {
         editor_.SelectionChanged();
         return 0;

@@ -16,6 +16,8 @@
 #include "win32/graphic_window.h"
 #include "win32/menu_bar.h"
 #include "win32/status_bar.h"
+#include "win32/theme.h"
+#include "win32/tool_bar_window.h"
 #include "winbase/handles.h"
 
 namespace vaxel {
@@ -43,6 +45,8 @@ class MainWindowWin32 : public MainWindow {
   void SetCaption(MenuId item, std::string_view caption) override;
   void SetChecked(MenuId item, bool isChecked) override { menus_.SetChecked(item, isChecked); }
   void SetItemEnabled(MenuId item, bool isEnabled) override;
+  void SetToolText(ToolIcon button, std::string_view text) override { tools_.SetText(button, text); }
+  void SetToolBarShown(bool isShown) override;
   void SetToolTip(StatusField field, std::string_view text) override { status_.SetToolTip(field, text); }
   void SetStatus(StatusField field, std::string_view text) override { status_.SetText(field, text); }
   void SetRecentFiles(const std::vector<std::string>& names) override { menus_.SetRecentFiles(names); }
@@ -74,11 +78,15 @@ class MainWindowWin32 : public MainWindow {
   UniqueWindow Create(HINSTANCE instance);
   std::optional<LRESULT> HandleFrame(UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> HandleDivider(UINT message, LPARAM lParam);
-  UINT Dpi() const { return GetDpiForWindow(window_.get()); }
+  std::optional<LRESULT> HandleLook(UINT message, WPARAM wParam);
+  void UseTheme(const Theme& theme);
+  RECT DividerBox() const;
+  void PaintDivider(HDC context) const;
+  UINT Dpi() const { return dpi_; }
   int EditorPixels(int clientWidth) const;
   bool IsOverDivider(POINT pixel) const;
   void Layout();
-  void ChangeDpi(const RECT& suggested);
+  void ChangeDpi(UINT dpi, const RECT& suggested);
   void Activate(bool isActive);
   void OpenDropped(HDROP drop);
   bool Belongs(HWND window) const { return window == window_.get() || IsChild(window_.get(), window); }
@@ -86,11 +94,18 @@ class MainWindowWin32 : public MainWindow {
   bool TakesKey(const MSG& message);
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
+  void PressedDuringRun(UINT message);
+  bool AsksForContextMenu(const MSG& message);
+  void ShowContextMenu(HWND area, POINT place);
 
   // It stands before the window, whose first messages come while it is made and ask for the application.
   Application* application_ = nullptr;
   UniqueWindow window_;
+  UINT dpi_;
+  Theme theme_ = SystemTheme();
+  UniqueGdi<HBRUSH> background_;
   MenuBar menus_;
+  ToolBarWindow tools_;
   EditorWin32 editor_;
   GraphicWindow graphic_;
   StatusBar status_;
@@ -99,6 +114,8 @@ class MainWindowWin32 : public MainWindow {
   int dividerGrip_ = 0;   // pixels from the divider's left edge, while it is dragged
   bool isDividing_ = false;
   bool isBusy_ = false;       // disabled by the application
+  bool isStopped_ = false;    // the run, by the tool bar's button
+  ULONGLONG busySince_ = 0;   // ticks of the system
   bool isPlacing_ = false;    // the size that is being set is meant as it is
   bool isMaximised_ = false;  // when it is shown
   bool isFailing_ = false;    // the user is being told of a failure

@@ -1,11 +1,20 @@
 // The part of the main window that has to do with keys, the pointer and the events of a run.
 #include <windows.h>
+// The next one needs what windows.h declares.
+#include <windowsx.h>
 
+#include <optional>
+#include <utility>
+
+#include "win32/context_menu_window.h"
 #include "win32/input_state.h"
 #include "win32/main_window.h"
 
 namespace vaxel {
 namespace {
+
+// Milliseconds of a run after which it can be stopped by a button.
+constexpr ULONGLONG BeforeStop = 300;
 
 // Together with Alt, which AltGr is besides Ctrl, letters and digits are characters.
 Key KeyOf(WPARAM key) {
@@ -41,9 +50,71 @@ void MainWindowWin32::SetPointer(PointerShape shape) {
   }
 }
 
+// A disabled window gets no clicks: the system asks it for the pointer's shape, and says which button has
+// asked for it.
+void MainWindowWin32::PressedDuringRun(UINT message) {
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  const bool isStop = tools_.IsOverStop(pointer);
+  if (isStop && (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)) {
+    isStopped_ = true;
+    application_->KeyDown(Key::Escape);
+  }
+  if (isStop) {
+    SetCursor(CursorOf(PointerShape::Normal));
+  } else {
+    SetPointer(pointer_);
+  }
+}
+
+// Both areas get their menus here, before they make something of the same keys and buttons.
+bool MainWindowWin32::AsksForContextMenu(const MSG& message) {
+  if (message.hwnd != editor_.Window() && message.hwnd != graphic_.Window()) return false;
+  constexpr POINT nowhere = {-1, -1};
+  switch (message.message) {
+    case WM_RBUTTONDOWN:
+      return true;
+    case WM_RBUTTONUP: {
+      POINT place = {GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+      ClientToScreen(message.hwnd, &place);
+      ShowContextMenu(message.hwnd, place);
+      return true;
+    }
+    case WM_KEYUP:
+      if (message.wParam != VK_APPS) return false;
+      ShowContextMenu(message.hwnd, nowhere);
+      return true;
+    case WM_SYSKEYDOWN:
+      if (message.wParam != VK_F10 || !IsDown(VK_SHIFT)) return false;
+      ShowContextMenu(message.hwnd, nowhere);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// The place is on the screen; -1, -1 when the keyboard has asked for it.
+void MainWindowWin32::ShowContextMenu(HWND area, POINT place) {
+  const bool isEditor = area == editor_.Window();
+  if (isBusy_ || (!isEditor && area != graphic_.Window())) return;
+  SetFocus(area);
+  if (place.x == -1 && place.y == -1) {
+    place = isEditor ? CaretOf(area) : MiddleOf(area);
+  } else if (isEditor) {
+    PutCaretAt(area, place);
+  }
+  const auto items = application_->ContextMenu(isEditor ? ContextPlace::Editor : ContextPlace::Drawing);
+  if (const auto chosen = ChooseFromMenu(window_.get(), place, items)) application_->Choose(items[*chosen]);
+}
+
 void MainWindowWin32::SetWindowEnabled(bool isEnabled) {
   isBusy_ = !isEnabled;
-  if (!isEnabled) {
+  if (isEnabled) {
+    tools_.SetStopEnabled(false);
+    // Stop is let go when the run has ended.
+    if (std::exchange(isStopped_, false)) application_->KeyUp(Key::Escape);
+  } else {
+    busySince_ = GetTickCount64();
     const HWND focus = GetFocus();
     if (focus && Belongs(focus)) focus_ = focus;
     // The key may have been let go in another window.
@@ -90,6 +161,9 @@ void MainWindowWin32::Dispatch(MSG& message) {
     bool isTaken = false;
     if (IsKey(message.message)) Guarded([&] { isTaken = TakesKey(message); });
     if (isTaken || IsForAnotherTime(message)) return;
+    bool isMenu = false;
+    Guarded([&] { isMenu = AsksForContextMenu(message); });
+    if (isMenu) return;
     // The wheel is for what lies under the pointer.
     if (message.message == WM_MOUSEWHEEL) {
       const HWND under = WindowFromPoint(message.pt);
@@ -102,6 +176,8 @@ void MainWindowWin32::Dispatch(MSG& message) {
 
 void MainWindowWin32::ProcessEvents() {
   MSG message{};
+  // In a run that is over at once a button would only flash.
+  if (isBusy_ && GetTickCount64() - busySince_ >= BeforeStop) tools_.SetStopEnabled(true);
   // The run must see an Escape before the key's end, which may be the next event already.
   const auto isEnding = [this] { return isBusy_ && application_->Runs().IsAbortRequested(); };
   while (!isEnding() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {

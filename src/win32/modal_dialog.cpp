@@ -32,6 +32,8 @@ struct RunningDialog {
   BOOL Init(HWND dialog) {
     FillFields(dialog, Spec);
     Centre(dialog, Owner);
+    // Nobody would look for it behind another program.
+    if (!Owner) SetForegroundWindow(dialog);
     const HWND focus = Actions.OnInit ? Actions.OnInit(dialog) : nullptr;
     if (!focus) return TRUE;
     SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focus), TRUE);

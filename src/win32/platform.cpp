@@ -109,6 +109,12 @@ std::string PlatformWin32::SystemDescription() {
   return Narrow(name);
 }
 
+std::string PlatformWin32::LanguageCode() {
+  wchar_t name[LOCALE_NAME_MAX_LENGTH] = L"";
+  LCIDToLocaleName(MAKELCID(GetUserDefaultUILanguage(), SORT_DEFAULT), name, LOCALE_NAME_MAX_LENGTH, 0);
+  return Narrow(name);
+}
+
 std::string PlatformWin32::Today() {
   wchar_t date[80] = L"";
   GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, date,

@@ -21,6 +21,7 @@ class PlatformWin32 : public Platform {
   bool IsCtrlDown() override;
   bool IsNtFamily() override { return true; }
   std::string SystemDescription() override;
+  std::string LanguageCode() override;
   std::string Today() override;
   std::uint32_t ProcessId() override;
   bool IsRunning(std::uint32_t processId) override;

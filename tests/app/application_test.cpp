@@ -34,6 +34,8 @@ TEST(Application, AsksAtTheFirstStartForLanguagesAndAScript) {
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
     EXPECT_EQ(dialog.Languages, (std::vector<std::string>{"Français", "English", "Castellano"}));
     EXPECT_EQ(dialog.Button, "&Valider - OK");
+    EXPECT_EQ(dialog.Messages, 1);
+    EXPECT_EQ(dialog.Help, 1);
     ChooseEnglish(dialog);
   };
   EXPECT_TRUE(shell.Start());
@@ -114,6 +116,57 @@ TEST(Application, KeepsRecentFilesAtOnce) {
   EXPECT_EQ(shell.Take({"message"}).size(), 1U);
 }
 
+// Nothing is chosen: the system's language is taken, and the next start asks again.
+TEST(Application, EscapeAtTheFirstStartTakesTheLanguageOfTheSystem) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"es-MX", "Archivos"}, {"fr", "Fichier"}, {"ja-JP", "File"}, {"", "File"}};
+  for (const auto& [system, fileWord] : cases) {
+    FakeShell shell;
+    shell.System.Language = system;
+    std::string proposed;
+    shell.Boxes.OnLanguages = [&](const LanguageDialog& dialog) {
+      proposed = dialog.Languages[static_cast<std::size_t>(dialog.Messages) - 1];
+      dialog.OnMessages(3);
+      dialog.OnHelp(2);
+    };
+    for (int start = 0; start < 2; ++start) {
+      shell.Restart();
+      ASSERT_TRUE(shell.Start());
+      EXPECT_NE(shell.Window.Title.find(std::string(")   ") + fileWord + ": "), std::string::npos) << system;
+      EXPECT_EQ(shell.App->Options().HelpFile(),
+                shell.Path(HelpFileName(shell.App->Options().Values().HelpLangIndex,
+                                        proposed == "Castellano" ? "es" : "en")))
+          << system;
+      EXPECT_EQ(shell.Take({"language"}).size(), 1U) << system;
+      EXPECT_TRUE(shell.App->Quit());
+    }
+    EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nLangue =\r\nLangueAide =\r\n"), std::string::npos);
+  }
+}
+
+// The dialog comes once, also when it is not answered.
+TEST(Application, AnotherVersionProposesTheLanguagesInForce) {
+  for (const bool isAnswered : {false, true}) {
+    FakeShell shell;
+    shell.Write("Vaxel.cfg", "'Vaxel V0.2 \r\nLangue = Français\r\nLangueAide = English\r\n");
+    shell.System.Language = "es";
+    shell.Boxes.OnLanguages = [&](const LanguageDialog& dialog) {
+      EXPECT_EQ(dialog.Messages, 1);
+      EXPECT_EQ(dialog.Help, 2);
+      if (isAnswered) dialog.OnButton();
+    };
+    ASSERT_TRUE(shell.Start());
+    EXPECT_TRUE(shell.App->Quit());
+    shell.Restart();
+    shell.Boxes.OnLanguages = nullptr;
+    shell.Take();
+    ASSERT_TRUE(shell.Start());
+    EXPECT_EQ(shell.Take({"language"}), Log{});
+    EXPECT_EQ(shell.App->Options().Values().LangIndex, 1);
+    EXPECT_EQ(shell.App->Options().Values().HelpLangIndex, 2);
+  }
+}
+
 TEST(Application, ANamedScriptComesFirst) {
   FakeShell shell(Dial);
   shell.Write("other.dat", "X = 0,0,1\n");
@@ -139,10 +192,22 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Code), "Muestra u oculta el script");
   EXPECT_EQ(shell.App->Hint(MenuId::Mnu_Ouvrir), "");
   EXPECT_NE(shell.Window.Title.find(")   File: "), std::string::npos);
-  shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) { dialog.OnHelp(1); };  // and Escape
+  shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
+    dialog.OnHelp(1);
+    dialog.OnButton();
+  };
   shell.App->Command(MenuId::Mnu_Langue);
   EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_AProposDe), "A propos de &Vaxel");
   EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_RefCurseur), "&RefCur (F8)");
+  // Without the button, the languages stay.
+  shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) {
+    dialog.OnHelp(2);
+    dialog.OnMessages(3);
+  };
+  shell.App->Command(MenuId::Mnu_Langue);
+  EXPECT_EQ(shell.Window.CaptionOf(MenuId::Mnu_AProposDe), "A propos de &Vaxel");
+  EXPECT_EQ(shell.App->Message(TextId::FileWord), "File");
+  EXPECT_EQ(shell.App->Options().HelpFile(), shell.Path("Vaxel.hlp"));
 }
 
 TEST(Application, NamesKeysBehindTheCaptions) {
@@ -214,14 +279,17 @@ TEST(Application, SetsPatchesByTheirNumbers) {
   ASSERT_TRUE(shell.Start());
   EXPECT_TRUE(shell.App->Options().Values().PatchFlags[PatchTurnedFonts]);
   shell.Take();
-  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"16", "0.5", "-1"});
-  const Log asked = shell.Take({"input"});
-  ASSERT_EQ(asked.size(), 3U);
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"16", "0.5", "x", "-1"});
+  const Log asked = shell.Take({"input", "message"});
+  ASSERT_EQ(asked.size(), 4U);
+  EXPECT_EQ(asked[1], "message Not a usable number: 16");
+  EXPECT_EQ(asked[3], "message Not a usable number: x");
   EXPECT_TRUE(asked[0].starts_with("input Active patches:  1\n\nEnter a number")) << asked[0];
   EXPECT_FALSE(shell.App->Options().Values().PatchFlags[PatchTurnedFonts]);
   shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"15"});
   EXPECT_NE(shell.Read("Vaxel.cfg").find("\r\nPatchs = 16384\r\n"), std::string::npos);
-  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"cancel"});
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {"-16", "cancel"});
+  shell.CommandWithAnswers(MenuId::Mnu_Patchs, {" "});
   EXPECT_TRUE(shell.App->Options().Values().PatchFlags[14]);
 }
 
@@ -263,9 +331,12 @@ TEST(Application, RemembersItsWindow) {
   EXPECT_EQ(shell.Window.EditorWidth, 690);
   shell.App->Command(MenuId::Mnu_Code);
   EXPECT_EQ(shell.Window.EditorWidth, 0);
-  shell.CommandWithAnswers(MenuId::Mnu_TaillCar, {"3", "12"});
+  shell.Take();
+  shell.CommandWithAnswers(MenuId::Mnu_TaillCar, {"3", "cancel"});
+  EXPECT_EQ(shell.Take({"message"}), Log{"message Not a usable number: 3"});
   EXPECT_EQ(shell.Editor.FontSize, 0);
-  shell.App->Command(MenuId::Mnu_TaillCar);
+  shell.CommandWithAnswers(MenuId::Mnu_TaillCar, {"73", "x", "12"});
+  EXPECT_EQ(shell.Take({"input", "message"}).size(), 3U);
   EXPECT_TRUE(shell.App->Quit());
   shell.Restart();
   ASSERT_TRUE(shell.Start());

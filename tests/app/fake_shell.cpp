@@ -113,6 +113,13 @@ void FakeEditor::Type(std::string_view text) {
   ReplaceSelection(text);
 }
 
+// "safe" is what Enter gives.
+std::string FakeDialogs::Next(SafeAnswer safe) {
+  std::string answer = Next();
+  if (answer == "safe") return safe == SafeAnswer::Yes ? "yes" : "no";
+  return answer;
+}
+
 std::string FakeDialogs::Next() {
   if (Answers.empty()) {
     ADD_FAILURE() << "a question without an answer";
@@ -127,15 +134,15 @@ void FakeDialogs::ShowMessage(BoxIcon icon, const std::string&, const std::strin
   log_.push_back((icon == BoxIcon::Critical ? "critical " : "message ") + text);
 }
 
-YesNoCancel FakeDialogs::AskYesNoCancel(const std::string&, const std::string& text) {
+YesNoCancel FakeDialogs::AskYesNoCancel(const std::string&, const std::string& text, SafeAnswer safe) {
   log_.push_back("question " + text);
-  const std::string answer = Next();
+  const std::string answer = Next(safe);
   return answer == "yes" ? YesNoCancel::Yes : answer == "no" ? YesNoCancel::No : YesNoCancel::Cancel;
 }
 
-bool FakeDialogs::AskYesNo(const std::string&, const std::string& text) {
+bool FakeDialogs::AskYesNo(const std::string&, const std::string& text, SafeAnswer safe) {
   log_.push_back("question " + text);
-  return Next() == "yes";
+  return Next(safe) == "yes";
 }
 
 bool FakeDialogs::AskOkCancel(const std::string& title, const std::string&) {
@@ -147,6 +154,7 @@ std::optional<std::string> FakeDialogs::AskText(const InputDialog& dialog) {
   log_.push_back("input " + dialog.Prompt + " [" + dialog.Proposal + "]");
   if (OnAsk) OnAsk();
   std::string answer = Next();
+  while (answer != "cancel" && dialog.OnOk && !dialog.OnOk(answer)) answer = Next();
   if (answer == "cancel") return std::nullopt;
   return answer;
 }

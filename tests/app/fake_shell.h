@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -28,8 +29,10 @@ class FakeWindow : public MainWindow {
   void Show() override {}
   void SetTitle(std::string_view title) override { log_.push_back("title " + (Title = title)); }
   void SetCaption(MenuId item, std::string_view caption) override { Captions.emplace_back(item, caption); }
-  void SetChecked(MenuId, bool) override {}
+  void SetChecked(MenuId item, bool isChecked) override { Checked[item] = isChecked; }
   void SetItemEnabled(MenuId item, bool isEnabled) override;
+  void SetToolText(ToolIcon button, std::string_view text) override { ToolTexts[button] = text; }
+  void SetToolBarShown(bool isShown) override { IsToolBarShown = isShown; }
   void SetToolTip(StatusField, std::string_view text) override { ToolTips.emplace_back(text); }
   void SetStatus(StatusField field, std::string_view text) override {
     Status[static_cast<std::size_t>(field)] = text;
@@ -79,6 +82,9 @@ class FakeWindow : public MainWindow {
   Log Messages;
   std::vector<std::pair<MenuId, std::string>> Captions;
   std::set<MenuId> Greyed;
+  std::map<MenuId, bool> Checked;
+  std::map<ToolIcon, std::string> ToolTexts;
+  bool IsToolBarShown = false;
   std::vector<std::string> ToolTips, Recent;
   std::optional<WindowPlace> PlaceSet;
   int EditorWidth = -1;
@@ -148,8 +154,8 @@ class FakeDialogs : public Dialogs {
   explicit FakeDialogs(Log& log) : log_(log) {}
 
   void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) override;
-  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text) override;
-  bool AskYesNo(const std::string& title, const std::string& text) override;
+  YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text, SafeAnswer safe) override;
+  bool AskYesNo(const std::string& title, const std::string& text, SafeAnswer safe) override;
   bool AskOkCancel(const std::string& title, const std::string& text) override;
   std::optional<std::string> AskText(const InputDialog& dialog) override;
   std::vector<std::string> ShowOpen(const FileDialog& dialog) override;
@@ -164,7 +170,8 @@ class FakeDialogs : public Dialogs {
   void ShowExport(const ExportDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
-  // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok" or a text.
+  // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok", "safe" or a
+  // text.
   std::deque<std::string> Answers;
   std::vector<std::string> Files;  // what the next file dialogs give; none: cancelled
   std::optional<std::uint32_t> Chosen;
@@ -178,6 +185,7 @@ class FakeDialogs : public Dialogs {
 
  private:
   std::string Next();
+  std::string Next(SafeAnswer safe);
 
   Log& log_;
 };
@@ -209,6 +217,7 @@ class FakePlatform : public Platform {
   bool IsCtrlDown() override { return Ctrl; }
   bool IsNtFamily() override { return true; }
   std::string SystemDescription() override { return "Windows Test"; }
+  std::string LanguageCode() override { return Language; }
   std::string Today() override { return "21/11/2026"; }
   std::uint32_t ProcessId() override { return Process; }
   bool IsRunning(std::uint32_t processId) override { return Running.contains(processId); }
@@ -226,6 +235,7 @@ class FakePlatform : public Platform {
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock
   bool Ctrl = false;
+  std::string Language = "fr-CA";
   std::uint32_t Process = 7;
   std::string EmfFailure;  // in the system's words
   bool HasClipboard = true;

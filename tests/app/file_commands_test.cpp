@@ -158,7 +158,7 @@ TEST(FileCommands, NoticesThatTheFileHasChangedOnTheDisk) {
   shell.CommandWithAnswers(MenuId::Mnu_EnregistrerS, {"cancel"});
   EXPECT_TRUE(shell.Script().TextModified);
   EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
-  shell.Boxes.Answers = {"no"};
+  shell.Boxes.Answers = {"safe"};
   shell.CommandWithFiles(MenuId::Mnu_EnregistrerS, {shell.Path("mine.dat")});
   EXPECT_EQ(shell.Read("dial.dat"), "' somebody else's");
   EXPECT_EQ(shell.Read("mine.dat"), "X = 0,0,1\r\n' mine");

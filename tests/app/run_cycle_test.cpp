@@ -208,7 +208,7 @@ TEST(RunCycle, AsksOnceForThePaperAndTheScreen) {
 
 TEST(RunCycle, ZoomsByTheDialogAndByZoomIni) {
   FakeShell shell("ZoomIni = 2.5\nX = 0,0,1\n");
-  shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("3", " 254/250 "); };
+  shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { EXPECT_FALSE(dialog.OnButton("3", " 254/250 ")); };
   shell.App->KeyDown(Key::F7);
   EXPECT_EQ(shell.View().ScreenZoom, 3);
   EXPECT_EQ(shell.App->Options().Values().Zmm, 1.016);
@@ -216,8 +216,12 @@ TEST(RunCycle, ZoomsByTheDialogAndByZoomIni) {
   EXPECT_EQ(shell.Take({"show"}), Log{"show 2"});
   // What is no number above 0 leaves the values in force.
   for (const char* entry : {"0", "", "abc", "1/0", "-2", "1+", "1E308*10", "1E300", "1E-9"}) {
-    shell.Boxes.OnZoom = [&](const ZoomDialog& dialog) { dialog.OnButton(entry, entry); };
+    shell.Boxes.OnZoom = [&](const ZoomDialog& dialog) {
+      EXPECT_EQ(dialog.OnButton("5", entry), ZoomField::Zmm);
+      EXPECT_EQ(dialog.OnButton(entry, "1"), ZoomField::Factor);
+    };
     shell.App->KeyDown(Key::F7);
+    EXPECT_EQ(shell.Take({"message"}), Log(2, std::string("message Not a usable number: ") + entry));
     EXPECT_EQ(shell.View().ScreenZoom, 3) << entry;
     EXPECT_EQ(shell.App->Options().Values().Zmm, 1.016) << entry;
   }

@@ -143,7 +143,7 @@ TEST(UnsavedText, StaysOnTheDiskUntilItIsCopiedAnew) {
   FakeShell shell;
   shell.Write("Vaxe$5.rec", "Vaxel recovery\t0\t1\t\n' mine");
   fs::create_directory(PathOf(shell.Path("Vaxe$7.rec")));
-  shell.Boxes.Answers = {"yes"};
+  shell.Boxes.Answers = {"safe"};
   shell.StartWith(Line);
   EXPECT_EQ(shell.Editor.Content, "' mine");
   EXPECT_TRUE(shell.Exists("Vaxe$5.rec"));

@@ -1,18 +1,17 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "tests/win32/dialog_driver.h"
 #include "win32/dialog_ids.h"
+#include "win32/dialog_layout.h"
 #include "win32/dialogs.h"
 #include "winbase/wide_text.h"
 
@@ -61,46 +60,106 @@ TEST(WideText, KeepsCharactersAndReplacesHalves) {
 TEST_F(DialogsTest, BoxesGiveTheButtonThatWasPressed) {
   for (const std::string& text : {std::string("Enregistrer ?"), ManyLines(200)}) {
     YesNoCancel three{};
-    const auto askThree = [&] { three = Shown.AskYesNoCancel("T", text); };
+    const auto askThree = [&] { three = Shown.AskYesNoCancel("T", text, SafeAnswer::Yes); };
     Drive(askThree, PressButton(IDNO));
     EXPECT_EQ(three, YesNoCancel::No);
     Drive(askThree, PressKey(VK_ESCAPE));
     EXPECT_EQ(three, YesNoCancel::Cancel);
     Drive(askThree, PressKey(VK_RETURN));
     EXPECT_EQ(three, YesNoCancel::Yes);
+    Drive([&] { three = Shown.AskYesNoCancel("T", text, SafeAnswer::No); }, PressKey(VK_RETURN));
+    EXPECT_EQ(three, YesNoCancel::No);
 
     bool answer = true;
     Drive([&] { answer = Shown.AskOkCancel("T", text); }, PressKey(VK_ESCAPE));
     EXPECT_FALSE(answer);
     Drive([&] { answer = Shown.AskOkCancel("T", text); }, PressKey(VK_RETURN));
     EXPECT_TRUE(answer);
-    Drive([&] { answer = Shown.AskYesNo("T", text); }, PressButton(IDNO));
-    EXPECT_FALSE(answer);
-    // There is nothing that Escape could mean.
-    Drive([&] { answer = Shown.AskYesNo("T", text); },
-          [](const ShownDialog& dialog) {
-            dialog.Key(VK_ESCAPE);
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            AwaitDialog().Press(IDYES);
-          });
+    // Without Cancel, Enter and Escape give the answer that loses nothing.
+    for (const WORD key : {WORD{VK_RETURN}, WORD{VK_ESCAPE}}) {
+      Drive([&] { answer = Shown.AskYesNo("T", text, SafeAnswer::Yes); }, PressKey(key));
+      EXPECT_TRUE(answer);
+      Drive([&] { answer = Shown.AskYesNo("T", text, SafeAnswer::No); }, PressKey(key));
+      EXPECT_FALSE(answer);
+      Drive([&] { Shown.ShowMessage(BoxIcon::Critical, "T", text); }, PressKey(key));
+    }
+    Drive([&] { answer = Shown.AskYesNo("T", text, SafeAnswer::No); }, PressButton(IDYES));
     EXPECT_TRUE(answer);
-    Drive([&] { Shown.ShowMessage(BoxIcon::Critical, "T", text); }, PressKey(VK_ESCAPE));
   }
 }
 
-TEST_F(DialogsTest, ALongMessageScrollsAndStaysOnTheScreen) {
-  const std::string text = ManyLines(1000);
-  Drive([&] { Shown.ShowMessage(BoxIcon::Information, "Variables", text); },
-        [&](const ShownDialog& dialog) {
-          RECT frame{};
-          GetWindowRect(dialog.Window(), &frame);
-          EXPECT_LE(frame.bottom - frame.top, GetSystemMetrics(SM_CYSCREEN));
+TEST_F(DialogsTest, BoxesSpeakTheLanguageOfTheProgram) {
+  const ButtonTexts french{"OK", "Annuler", "&Oui", "&Non"};
+  DialogsWin32 boxes(
+      GetModuleHandleW(nullptr), [this] { return Main.get(); }, [&] { return french; });
+  YesNoCancel answer{};
+  Drive([&] { answer = boxes.AskYesNoCancel("Vaxel", "Enregistrer ?", SafeAnswer::Yes); },
+        [](const ShownDialog& dialog) {
+          EXPECT_EQ(dialog.Text(IDYES), "&Oui");
+          EXPECT_EQ(dialog.Text(IDNO), "&Non");
+          EXPECT_EQ(dialog.Text(IDCANCEL), "Annuler");
+          dialog.AltLetter(L'n');
+        });
+  EXPECT_EQ(answer, YesNoCancel::No);
+}
+
+TEST_F(DialogsTest, BoxesStayOnTheScreen) {
+  const std::string lines = ManyLines(1000), word(3000, 'W'), path = "C:\\" + std::string(90, 'a') + ".dat";
+  for (const std::string& text : {lines, word, path, lines + lines + lines + lines + lines + lines + lines,
+                                  "The file " + path + " cannot be read: " + path}) {
+    Drive([&] { Shown.ShowMessage(BoxIcon::Information, "Variables", text); },
+          [&](const ShownDialog& dialog) {
+            RECT frame{}, work{}, client{}, prompt{};
+            GetWindowRect(dialog.Window(), &frame);
+            SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+            EXPECT_GE(frame.left, work.left);
+            EXPECT_LE(frame.right, work.right);
+            EXPECT_LE(frame.bottom, work.bottom);
+            GetWindowRect(dialog.Control(IDC_PROMPT), &prompt);
+            GetClientRect(dialog.Window(), &client);
+            MapWindowPoints(nullptr, dialog.Window(), reinterpret_cast<POINT*>(&prompt), 2);
+            EXPECT_LE(prompt.right, client.right);
+            EXPECT_EQ(dialog.Focus(), IDOK);
+            dialog.Key(VK_RETURN);
+          });
+  }
+  Drive([&] { Shown.ShowMessage(BoxIcon::Information, "Variables", lines); },
+        [](const ShownDialog& dialog) {
           EXPECT_EQ(dialog.Caption(), "Variables");
           EXPECT_EQ(SendMessageW(dialog.Control(IDC_PROMPT), EM_GETLINECOUNT, 0, 0), 1001);
           EXPECT_TRUE(dialog.Text(IDC_PROMPT).starts_with("%V0\t0\r\n%V1\t1\r\n"));
-          EXPECT_EQ(dialog.Focus(), IDOK);
           dialog.Key(VK_RETURN);
         });
+  // A word that is broken is there to its end.
+  Drive([&] { Shown.ShowMessage(BoxIcon::Information, "T", word); },
+        [&](const ShownDialog& dialog) {
+          EXPECT_EQ(dialog.Text(IDC_PROMPT), word);
+          EXPECT_GT(SendMessageW(dialog.Control(IDC_PROMPT), EM_GETLINECOUNT, 0, 0), 10);
+          dialog.Key(VK_RETURN);
+        });
+}
+
+std::string ClipboardText() {
+  std::string text;
+  if (!OpenClipboard(nullptr)) return text;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    text = Narrow(static_cast<const wchar_t*>(GlobalLock(data)));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+TEST_F(DialogsTest, CtrlCCopiesTheTextOfABox) {
+  for (const std::string& text : {std::string("Ligne 3 & 4\nFichier é.dat"), ManyLines(200)}) {
+    Drive([&] { Shown.ShowMessage(BoxIcon::Information, "T", text); },
+          [&](const ShownDialog& dialog) {
+            dialog.CtrlKey('C');
+            std::string wanted = Narrow(ControlText(text));
+            Await("the text on the clipboard", [&] { return ClipboardText() == wanted; });
+            dialog.Key(VK_RETURN);
+          });
+  }
 }
 
 TEST_F(DialogsTest, AskTextProposesAndReturnsWhatWasTyped) {
@@ -125,6 +184,32 @@ TEST_F(DialogsTest, AskTextProposesAndReturnsWhatWasTyped) {
   EXPECT_EQ(answer, "long");
 }
 
+// It stays with the entry selected until that is taken.
+TEST_F(DialogsTest, AskTextGoesOnAfterAWrongEntry) {
+  InputDialog question{"Vaxel", "Patch", ""};
+  question.OnOk = [this](const std::string& entry) {
+    if (entry == "3") return true;
+    Shown.ShowMessage(BoxIcon::Information, "Wrong", entry);
+    return false;
+  };
+  std::optional<std::string> answer;
+  Drive([&] { answer = Shown.AskText(question); },
+        [](const ShownDialog& dialog) {
+          dialog.Type(IDC_TEXT1, "x");
+          dialog.Key(VK_RETURN);
+          const ShownDialog wrong = AwaitDialog("Wrong");
+          EXPECT_EQ(wrong.Message(), "x");
+          EXPECT_FALSE(IsWindowEnabled(dialog.Window()));
+          wrong.Answer(IDOK);
+          EXPECT_EQ(AwaitDialog().Window(), dialog.Window());
+          dialog.AwaitFocus(IDC_TEXT1);
+          EXPECT_EQ(dialog.Selected(IDC_TEXT1), "x");
+          dialog.Type(IDC_TEXT1, "3");
+          dialog.Key(VK_RETURN);
+        });
+  EXPECT_EQ(answer, "3");
+}
+
 TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
   std::vector<std::pair<std::string, std::string>> entered;
   ZoomDialog zoom;
@@ -134,8 +219,10 @@ TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
   zoom.ZmmLabel = "Facteur de correction pour mm";
   zoom.ZmmText = "1";
   zoom.Button = "Valider - OK";
-  zoom.OnButton = [&](const std::string& factor, const std::string& zmm) {
+  zoom.OnButton = [&](const std::string& factor, const std::string& zmm) -> std::optional<ZoomField> {
+    if (factor == "x" || zmm == "x") return factor == "x" ? ZoomField::Factor : ZoomField::Zmm;
     entered.emplace_back(factor, zmm);
+    return std::nullopt;
   };
   const auto show = [&] { Shown.ShowZoom(zoom); };
   Drive(show, [](const ShownDialog& dialog) {
@@ -146,6 +233,15 @@ TEST_F(DialogsTest, ZoomGivesBothFieldsAndEscapeNone) {
     dialog.Key(VK_TAB);
     dialog.AwaitFocus(IDC_TEXT2);
     EXPECT_EQ(dialog.Selected(IDC_TEXT2), "1");
+    // A wrong entry waits to be typed anew.
+    dialog.Type(IDC_TEXT2, "x");
+    dialog.Press(IDC_COMMAND1);
+    Await("the wrong field", [&] { return dialog.Selected(IDC_TEXT2) == "x"; });
+    EXPECT_EQ(dialog.Focus(), IDC_TEXT2);
+    dialog.Type(IDC_TEXT1, "x");
+    dialog.Key(VK_RETURN);
+    dialog.AwaitFocus(IDC_TEXT1);
+    dialog.Type(IDC_TEXT1, "2");
     dialog.Type(IDC_TEXT2, "254/250");
     dialog.Key(VK_RETURN);
   });
@@ -275,7 +371,7 @@ TEST_F(DialogsTest, TheOwnerKeepsItsState) {
   Main.reset();
   Drive(show, PressKey(VK_ESCAPE));
   bool answer = false;
-  Drive([&] { answer = Shown.AskYesNo("T", "text"); }, PressButton(IDYES));
+  Drive([&] { answer = Shown.AskYesNo("T", "text", SafeAnswer::No); }, PressButton(IDYES));
   EXPECT_TRUE(answer);
 }
 

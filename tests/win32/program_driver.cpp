@@ -273,6 +273,40 @@ void RunningProgram::Resize(int width, int height) const {
   Send(Window(), WM_NULL);
 }
 
+void RunningProgram::ClickTool(int button) const {
+  const HWND bar = Control(ToolBarId);
+  const LRESULT size = Send(bar, TB_GETBUTTONSIZE);
+  RECT frame{};
+  GetWindowRect(bar, &frame);
+  SetCursorPos(frame.left + LOWORD(size) * button + LOWORD(size) / 2, frame.top + HIWORD(size) / 2);
+  INPUT clicks[2]{};
+  for (INPUT& click : clicks) click.type = INPUT_MOUSE;
+  clicks[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+  clicks[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+  if (SendInput(2, clicks, sizeof(INPUT)) != 2) throw DriveFailure("no button can be pressed here");
+}
+
+void RunningProgram::ChooseInMenu(int areaId, int x, int y, char letter) const {
+  PostMessageW(Control(areaId), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(x, y));
+  PostMessageW(Control(areaId), WM_RBUTTONUP, 0, MAKELPARAM(x, y));
+  HWND menu = nullptr;
+  AwaitHere("a menu", [&] {
+    for (const HWND window : Windows()) {
+      if (ClassOf(window) == L"#32768" && IsWindowVisible(window)) menu = window;
+    }
+    return menu != nullptr;
+  });
+  PostMessageW(Window(), WM_CHAR, static_cast<WPARAM>(letter), 1);
+  AwaitHere("the end of the menu", [&] { return !IsWindow(menu) || !IsWindowVisible(menu); });
+}
+
+void RunningProgram::MoveToScreenOf(UINT dpi, const RECT& frame) const {
+  void* const there =
+      VirtualAllocEx(process_.hProcess, nullptr, sizeof frame, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  WriteProcessMemory(process_.hProcess, there, &frame, sizeof frame, nullptr);
+  Send(Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(there));
+}
+
 // Where the system does not count for others, of the objects of the user interface the windows are counted
 // alone.
 ResourceCount RunningProgram::CountResources() const {

@@ -67,6 +67,12 @@ class RunningProgram {
   // Over the graphic area, in its pixels; returns what Text2 shows then.
   std::string MovePointer(int x, int y) const;
   void Resize(int width, int height) const;
+  // Presses the button of the tool bar, counted from 0, with the mouse.
+  void ClickTool(int button) const;
+  // Asks an area for its menu at a place in its pixels, and presses a letter there.
+  void ChooseInMenu(int areaId, int x, int y, char letter) const;
+  // As the system does when the window has come to a screen of another resolution.
+  void MoveToScreenOf(UINT dpi, const RECT& frame) const;
 
   ResourceCount CountResources() const;
   int AwaitExit();

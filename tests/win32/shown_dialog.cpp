@@ -1,5 +1,6 @@
 #include "tests/win32/shown_dialog.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <thread>
@@ -129,6 +130,21 @@ void ShownDialog::Type(int id, const std::string& text) const {
 
 void ShownDialog::Key(WORD key) const {
   PostMessageW(FocusWindow(), WM_KEYDOWN, key, 1);
+}
+
+// The control asks for the state of the keyboard, which posted messages leave alone.
+void ShownDialog::CtrlKey(WORD key) const {
+  const HWND focus = FocusWindow();
+  const DWORD thread = GetWindowThreadProcessId(focus, nullptr), own = GetCurrentThreadId();
+  AttachThreadInput(own, thread, TRUE);
+  BYTE before[256]{}, held[256]{};
+  GetKeyboardState(before);
+  std::copy(std::begin(before), std::end(before), std::begin(held));
+  held[VK_CONTROL] = 0x80;
+  SetKeyboardState(held);
+  Send(focus, WM_KEYDOWN, key, 1);
+  SetKeyboardState(before);
+  AttachThreadInput(own, thread, FALSE);
 }
 
 void ShownDialog::AltLetter(wchar_t letter) const {

@@ -58,6 +58,7 @@ class ShownDialog {
   void Click(int id) const { Send(Control(id), BM_CLICK); }
   // Sent to the control with the focus, as the keyboard does.
   void Key(WORD key) const;
+  void CtrlKey(WORD key) const;
   void AltLetter(wchar_t letter) const;
   void Press(int id) const;
   // As Press; the dialog then closes.

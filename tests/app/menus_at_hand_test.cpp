@@ -1,0 +1,82 @@
+// The tool bar and the menus at the pointer.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/app/fake_shell.h"
+
+namespace vaxel {
+namespace {
+
+using namespace test;
+
+ContextItem Find(const FakeShell& shell, ContextPlace place, const std::string& caption) {
+  for (ContextItem& item : shell.App->ContextMenu(place)) {
+    if (item.Caption == caption) return item;
+  }
+  ADD_FAILURE() << "no item " << caption;
+  return {MenuId::Nowhere};
+}
+
+TEST(MenusAtHand, HaveTheKeysAndTheStateOfTheMenuBar) {
+  FakeShell shell(Dial);
+  EXPECT_TRUE(Find(shell, ContextPlace::Editor, "Help on &Word\tF1").IsEnabled);
+  EXPECT_TRUE(Find(shell, ContextPlace::Editor, "Ru&n the script\tF4").IsEnabled);
+  EXPECT_FALSE(Find(shell, ContextPlace::Editor, "&Syntax\tF2").IsEnabled);
+  EXPECT_TRUE(Find(shell, ContextPlace::Drawing, "&Zoom\tF7").IsEnabled);
+  EXPECT_TRUE(Find(shell, ContextPlace::Drawing, "&Centre the drawing here\tF6").IsEnabled);
+  shell.App->SetItemEnabled(MenuId::Mnu_Visualiser, false);
+  EXPECT_FALSE(Find(shell, ContextPlace::Drawing, "Ru&n the script\tF4").IsEnabled);
+  EXPECT_FALSE(Find(shell, ContextPlace::Drawing, "&Centre the drawing here\tF6").IsEnabled);
+}
+
+// What has a key for the drawing is in its menu, also with Ctrl.
+TEST(MenusAtHand, RunWhatTheirKeysRun) {
+  FakeShell shell("ZoomIni = 2.5\nTrait = 0, 0, 10, 10\n");
+  shell.App->Choose(Find(shell, ContextPlace::Drawing, "Zoom of the &script (ZoomIni)\tCtrl+F7"));
+  EXPECT_EQ(shell.View().ScreenZoom, 2.5);
+  EXPECT_EQ(shell.Take({"zoom dialog"}), Log{});
+  shell.App->Runs().PointerMoved(100, 100);
+  shell.App->Choose(Find(shell, ContextPlace::Drawing, "&Centre the drawing here\tF6"));
+  EXPECT_NE(shell.View().OffX, 0);
+  // Ctrl that is held down meanwhile changes nothing.
+  shell.System.Ctrl = true;
+  shell.App->Choose(Find(shell, ContextPlace::Drawing, "&RefCur\tF8"));
+  EXPECT_EQ(shell.Take({"reference"}), Log{"reference dialog"});
+  shell.System.Ctrl = false;
+  shell.App->Choose(Find(shell, ContextPlace::Drawing, "Drawing in its &usual place\tCtrl+F6"));
+  EXPECT_EQ(shell.View().OffX, 0);
+  shell.Window.OnEvents = [&] {
+    const std::size_t happened = shell.Happened.size();
+    shell.App->Choose(Find(shell, ContextPlace::Drawing, "&Zoom\tF7"));
+    EXPECT_EQ(shell.Happened.size(), happened);
+  };
+  shell.App->KeyDown(Key::F4);
+}
+
+TEST(ToolBar, SaysWhatItsButtonsDo) {
+  FakeShell shell(Dial);
+  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Run], "Run the script (F4)");
+  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Stop], "Stop (Esc)");
+  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Print], "Print (Ctrl+P)");
+  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Export], "Export...");
+}
+
+TEST(ToolBar, StaysHidden) {
+  FakeShell shell(Dial);
+  EXPECT_TRUE(shell.Window.IsToolBarShown);
+  shell.App->Command(MenuId::Mnu_BarreOutils);
+  EXPECT_FALSE(shell.Window.IsToolBarShown);
+  // Also when the program is killed.
+  shell.Restart();
+  ASSERT_TRUE(shell.Start());
+  EXPECT_FALSE(shell.Window.IsToolBarShown);
+  EXPECT_FALSE(shell.Window.Checked[MenuId::Mnu_BarreOutils]);
+  shell.App->Command(MenuId::Mnu_BarreOutils);
+  EXPECT_TRUE(shell.Window.IsToolBarShown);
+}
+
+}  // namespace
+}  // namespace vaxel
