@@ -314,9 +314,12 @@ std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPAR
         editor_.TextChanged();
       }
       return 0;
-    case WM_CONTEXTMENU:
-      ShowContextMenu(reinterpret_cast<HWND>(wParam), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+    case WM_CONTEXTMENU: {
+      const HWND area = reinterpret_cast<HWND>(wParam);
+      if (!HasContextMenu(area)) return std::nullopt;
+      ShowContextMenu(area, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
       return 0;
+    }
     case WM_NOTIFY:
       if (wParam == ToolBarId) return tools_.Notified(*reinterpret_cast<const NMHDR*>(lParam));
       if (wParam == EditorId && reinterpret_cast<const NMHDR*>(lParam)->code == EN_SELCHANGE) {

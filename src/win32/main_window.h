@@ -95,6 +95,7 @@ class MainWindowWin32 : public MainWindow {
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
   void PressedDuringRun(UINT message);
+  bool HasContextMenu(HWND area) const { return area == editor_.Window() || area == graphic_.Window(); }
   bool AsksForContextMenu(const MSG& message);
   void ShowContextMenu(HWND area, POINT place);
 

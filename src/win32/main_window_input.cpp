@@ -69,7 +69,7 @@ void MainWindowWin32::PressedDuringRun(UINT message) {
 
 // Both areas get their menus here, before they make something of the same keys and buttons.
 bool MainWindowWin32::AsksForContextMenu(const MSG& message) {
-  if (message.hwnd != editor_.Window() && message.hwnd != graphic_.Window()) return false;
+  if (!HasContextMenu(message.hwnd)) return false;
   constexpr POINT nowhere = {-1, -1};
   switch (message.message) {
     case WM_RBUTTONDOWN:
@@ -96,7 +96,7 @@ bool MainWindowWin32::AsksForContextMenu(const MSG& message) {
 // The place is on the screen; -1, -1 when the keyboard has asked for it.
 void MainWindowWin32::ShowContextMenu(HWND area, POINT place) {
   const bool isEditor = area == editor_.Window();
-  if (isBusy_ || (!isEditor && area != graphic_.Window())) return;
+  if (isBusy_) return;
   SetFocus(area);
   if (place.x == -1 && place.y == -1) {
     place = isEditor ? CaretOf(area) : MiddleOf(area);

@@ -286,9 +286,17 @@ void RunningProgram::ClickTool(int button) const {
   if (SendInput(2, clicks, sizeof(INPUT)) != 2) throw DriveFailure("no button can be pressed here");
 }
 
-void RunningProgram::ChooseInMenu(int areaId, int x, int y, char letter) const {
+void RunningProgram::ClickRight(int areaId, int x, int y) const {
   PostMessageW(Control(areaId), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(x, y));
   PostMessageW(Control(areaId), WM_RBUTTONUP, 0, MAKELPARAM(x, y));
+}
+
+void RunningProgram::PressMenuKey(int areaId) const {
+  PostMessageW(Control(areaId), WM_KEYDOWN, VK_APPS, 1);
+  PostMessageW(Control(areaId), WM_KEYUP, VK_APPS, static_cast<LPARAM>(0xC0000001));
+}
+
+void RunningProgram::ChooseInMenu(char letter) const {
   HWND menu = nullptr;
   AwaitHere("a menu", [&] {
     for (const HWND window : Windows()) {

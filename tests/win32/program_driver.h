@@ -69,8 +69,11 @@ class RunningProgram {
   void Resize(int width, int height) const;
   // Presses the button of the tool bar, counted from 0, with the mouse.
   void ClickTool(int button) const;
-  // Asks an area for its menu at a place in its pixels, and presses a letter there.
-  void ChooseInMenu(int areaId, int x, int y, char letter) const;
+  // Both ask an area for its menu: at a place in its pixels, and by the key.
+  void ClickRight(int areaId, int x, int y) const;
+  void PressMenuKey(int areaId) const;
+  // Presses a letter in the menu that was asked for.
+  void ChooseInMenu(char letter) const;
   // As the system does when the window has come to a screen of another resolution.
   void MoveToScreenOf(UINT dpi, const RECT& frame) const;
 

@@ -52,13 +52,18 @@ TEST_F(ProgramTest, GivesTheDrawingItsRoomWhenTheToolBarIsHidden) {
 
 TEST_F(ProgramTest, HasMenusAtThePointer) {
   StartWith("Trait = 0, 0, 10, 10");
-  program_->MovePointer(120, 90);
-  program_->ChooseInMenu(GraphicId, 120, 90, 'c');
+  const std::string before = program_->MovePointer(120, 90);
+  program_->ClickRight(GraphicId, 120, 90);
+  program_->ChooseInMenu('c');
   AwaitPlace("0  0");
+  program_->PressMenuKey(GraphicId);
+  program_->ChooseInMenu('u');
+  AwaitPlace(before);
   // The caret goes where the pointer is.
   program_->SetEditorText(Probe);
   EXPECT_EQ(program_->Text(Text1Id), "L 2/2");
-  program_->ChooseInMenu(EditorId, 2, 2, 'n');
+  program_->ClickRight(EditorId, 2, 2);
+  program_->ChooseInMenu('n');
   AwaitEditor(ProbeWasRun);
   EXPECT_EQ(program_->Text(Text1Id), "L 1/2");
   EndWithoutSaving();
