@@ -63,7 +63,7 @@ void RunFormatI(RunContext& run, const Parameters& parameters) {
 }
 
 void RunNPage(RunContext& run, const Parameters&) {
-  if (run.Surface.IsPrinter()) {
+  if (run.Surface.IsPrinter() || run.Surface.Target().KeepsPages) {
     run.Surface.NewPage();
   } else {
     run.Surface.Clear();
