@@ -245,6 +245,7 @@ Result<> ExportCommands::WritePages(const std::vector<std::string>& names, const
     if (IsStopped()) return Failure{.Text = TextId::ExportStopped};
     files.push_back(std::make_unique<OutputFile>(names[page]));
     if (Result<> written = WritePage(drawing, page, *files.back()); !written) return written;
+    if (Result<> finished = files.back()->Finish(); !finished) return finished;
   }
   for (const std::unique_ptr<OutputFile>& file : files) {
     if (Result<> committed = file->Commit(); !committed) return committed;
@@ -278,11 +279,13 @@ void ExportCommands::Export() {
 
 void ExportCommands::CopyDrawing() {
   if (app_.Editor.IsEmpty()) return app_.Tell(BoxIcon::Information, app_.Message(TextId::NothingToExport));
-  const std::size_t shown = runs_.ShownPage();
+  // Counted from the end: the window need not have kept all pages.
+  const DisplayList* const shown = runs_.Drawing();
+  const std::size_t fromEnd = shown ? shown->Pages().size() - runs_.ShownPage() : 1;
   runs_.WhileBusy([&] {
     const std::optional<FileRun> run = DrawToBounds();
     if (!run) return;
-    const std::size_t page = std::min(shown, run->Drawing.Pages().size() - 1);
+    const std::size_t pages = run->Drawing.Pages().size(), page = pages - std::min(pages, fromEnd);
     Memory emf, png;
     if (const Result<> made = app_.Platform.WriteEmf(run->Drawing, page, emf); !made)
       return app_.Tell(BoxIcon::Critical, app_.Message(made.Why()));

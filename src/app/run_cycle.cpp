@@ -249,6 +249,7 @@ void RunCycle::WhileBusy(const std::function<void()>& work) {
 
 std::optional<FileRun> RunCycle::RunForFile(RunTarget target) {
   target.IsPixelDevice = false;
+  target.KeepsPages = true;
   target.Measurer = app_.Platform.Measurer();
   target.Decoder = app_.Platform.Decoder();
   std::vector<std::string> answers;

@@ -97,10 +97,15 @@ void OutputFile::Close() {
   if (failed) Fail(LastFileFailure());
 }
 
-Result<> OutputFile::Commit() {
+Result<> OutputFile::Finish() {
   if (file_ && !failure_ && !temporary_.empty() && !FlushToDisk(file_)) Fail(LastFileFailure());
   Close();
-  if (!failure_ && !temporary_.empty()) {
+  if (failure_) return *failure_;
+  return {};
+}
+
+Result<> OutputFile::Commit() {
+  if (Finish() && !temporary_.empty()) {
     std::error_code error;
     fs::rename(temporary_, target_, error);
     if (error) {

@@ -22,6 +22,9 @@ class OutputFile : public ByteSink {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void Write(std::string_view bytes) override;
+  // Ends the writing and says whether all of it is on the disk: only then are several files put in their
+  // places.
+  Result<> Finish();
   // Puts the file in its place. It fails when that, or anything before, has failed.
   Result<> Commit();
 
