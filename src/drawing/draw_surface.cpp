@@ -77,7 +77,9 @@ void DrawSurface::SetFontSizes(const FontSizeRegisters& sizes) {
 // A script that draws page after page without an end is a film: it shows one picture at a time for as long as
 // its user likes.
 void DrawSurface::NextPage() {
-  isFilm_ = isFilm_ || (!IsPrinter() && !(target_.KeepsPages && list_->HasRoomForPages()));
+  // A file gets all of them.
+  const bool hasRoom = !target_.IsPixelDevice || list_->HasRoomForPages();
+  isFilm_ = isFilm_ || (!IsPrinter() && !(target_.KeepsPages && hasRoom));
   if (isFilm_) {
     list_->Clear();
   } else {

@@ -39,8 +39,12 @@ struct RunTarget {
   // Windows, printers and metafiles draw with their pixels: no stroke is thinner than one, and one with
   // square ends is outlined with it. Else strokes are for files and exactly as wide as they say.
   bool IsPixelDevice = true;
-  // The pages of a screen are kept; else only the last one is.
+  // The pages of a screen are kept, for a pixel device as far as there is room for them; else only the last
+  // one is.
   bool KeepsPages = false;
+  double Zoom = 1;            // screen zoom, or printer zoom; greater than 0
+  double Zmm = 1;             // reported millimetres of the screen that show a true one
+  double OffX = 0, OffY = 0;  // shift of the default screen centre, device mm, y upward
   // Measures all fonts but the standard ones; null: a stand-in. It must outlive the run.
   TextMeasurer* Measurer = nullptr;
   // Decodes pictures; null: they are drawn without a look at their data. It must outlive the run.

@@ -181,6 +181,19 @@ void EditorWin32::SetDpi(UINT dpi) {
   margin_.SetDpi(dpi);
 }
 
+void EditorWin32::SetTheme(const Theme& theme) {
+  plainInk_ = theme.FieldText;
+  colours_.SetInks(theme.FieldText, theme.IsDark, theme.IsHighContrast);
+  margin_.SetTheme(theme);
+  text_.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(theme.Field));
+  text_.SetFormat(SCF_DEFAULT, ColourFormat(plainInk_));
+  {
+    const RichText::Unnoticed unnoticed(text_);
+    text_.SetFormat(SCF_ALL, ColourFormat(plainInk_));
+  }
+  ColourAll();
+}
+
 void EditorWin32::TextChanged() {
   if (text_.IsUnnoticed() || !application_) return;
   ColourNewLines();
@@ -364,9 +377,10 @@ std::string EditorWin32::WordAtCursor() {
   return Narrow(std::wstring_view(text).substr(begin, end - begin));
 }
 
+// Black is the ink of plain text, whatever that is on the ground in use.
 void EditorWin32::SetTypingColour(Colour colour) {
   const RichText::Unnoticed unnoticed(text_);
-  text_.SetFormat(SCF_SELECTION, ColourFormat(colour));
+  text_.SetFormat(SCF_SELECTION, ColourFormat(colour == Black ? plainInk_ : colour));
 }
 
 void EditorWin32::ColourLine(std::size_t line) {

@@ -13,6 +13,7 @@
 #include "win32/editor_colours.h"
 #include "win32/editor_margin.h"
 #include "win32/rich_text.h"
+#include "win32/theme.h"
 #include "win32/window_class.h"
 #include "winbase/handles.h"
 
@@ -30,6 +31,7 @@ class EditorWin32 : public ScriptEditor {
   HDWP Place(HDWP moves, const RECT& box) const;
   void SetVisible(bool isVisible);
   void SetDpi(UINT dpi);
+  void SetTheme(const Theme& theme);
   // The control tells its parent of both.
   void TextChanged();
   void SelectionChanged();
@@ -90,6 +92,7 @@ class EditorWin32 : public ScriptEditor {
   Application* application_ = nullptr;
   std::size_t lines_ = 1;  // when the text was changed last
   DWORD lastTyped_ = 0;    // when, in milliseconds
+  Colour plainInk_ = Black;
   std::optional<std::size_t> paired_;  // the line in which parentheses are marked
   int wheel_ = 0;          // what was turned with Ctrl and is less than a notch
   std::wstring rest_;

@@ -26,13 +26,23 @@ LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_
   while (from < text.size() && Clock::now() < until) {
     const std::size_t end = std::min(text.find(L'\r', from), text.size());
     const LONG place = begin + static_cast<LONG>(from);
-    Set({place, begin + static_cast<LONG>(end)}, Black);
+    Set({place, begin + static_cast<LONG>(end)}, plain_);
+    if (isPlain_) {
+      from = end + 1;
+      continue;
+    }
     for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)))) {
       Set({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
     }
     from = end + 1;
   }
   return begin + static_cast<LONG>(std::min(from, text.size()));
+}
+
+void EditorColours::SetInks(Colour plain, bool isDark, bool isPlain) {
+  plain_ = plain;
+  isDark_ = isDark;
+  isPlain_ = isPlain;
 }
 
 void EditorColours::Lines(std::size_t first, std::size_t last) {

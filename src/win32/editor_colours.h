@@ -29,6 +29,9 @@ class EditorColours {
   // Colours what is seen and has no colours yet. The result says whether any of the text has none.
   bool Seen();
   void Forget() { pending_.reset(); }
+  // The ink of what has no colour of its own, and whether the ground is dark; in plain ink alone where the
+  // user wants no colours.
+  void SetInks(Colour plain, bool isDark, bool isPlain);
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -38,6 +41,8 @@ class EditorColours {
   LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
 
   RichText& text_;
+  Colour plain_ = Black;
+  bool isDark_ = false, isPlain_ = false;
   std::optional<LONG> pending_;              // from where on the colours are yet to come
   std::optional<RichText::LineRange> seen_;  // the lines beyond that place which were coloured last
 };

@@ -52,7 +52,7 @@ void EditorWin32::SetText(std::string_view text) {
     const RichText::Unnoticed unnoticed(text_);
     const SETTEXTEX set = {ST_DEFAULT, Utf16};
     text_.Send(EM_SETTEXTEX, reinterpret_cast<WPARAM>(&set), rest_.substr(0, restAt_).c_str());
-    text_.SetFormat(SCF_ALL, ColourFormat(Black));
+    text_.SetFormat(SCF_ALL, ColourFormat(plainInk_));
   }
   text_.Select({0, 0});
   text_.Send(EM_SCROLLCARET);
@@ -74,7 +74,7 @@ void EditorWin32::LoadSlice(std::size_t lines) {
   {
     const RichText::Unnoticed unnoticed(text_);
     text_.Select({end, end});
-    text_.SetFormat(SCF_SELECTION, ColourFormat(Black));
+    text_.SetFormat(SCF_SELECTION, ColourFormat(plainInk_));
     text_.Send(EM_REPLACESEL, FALSE, rest_.substr(restAt_, slice.Length).c_str());
   }
   colours_.Grown(end);

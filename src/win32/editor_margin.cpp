@@ -18,14 +18,6 @@ constexpr wchar_t ClassName[] = L"VaxelMargin";
 constexpr std::size_t LeastDigits = 3;
 constexpr int Padding = 4;  // 1/96 inch, left and right of the numbers
 
-// A colour of the system between two others.
-COLORREF Between(int first, int second) {
-  const COLORREF a = GetSysColor(first), b = GetSysColor(second);
-  const auto mean = [](int x, int y) { return (x + y) / 2; };
-  return RGB(mean(GetRValue(a), GetRValue(b)), mean(GetGValue(a), GetGValue(b)),
-             mean(GetBValue(a), GetBValue(b)));
-}
-
 }  // namespace
 
 EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFailure)
@@ -60,6 +52,11 @@ void EditorMargin::MakeFont() {
 void EditorMargin::SetFontSize(double points) {
   points_ = points;
   MakeFont();
+}
+
+void EditorMargin::SetTheme(const Theme& theme) {
+  theme_ = theme;
+  InvalidateRect(window_, nullptr, FALSE);
 }
 
 void EditorMargin::SetDpi(UINT dpi) {
@@ -99,7 +96,8 @@ void EditorMargin::Paint() const {
   const HDC context = BeginPaint(window_, &paint);
   RECT client{};
   GetClientRect(window_, &client);
-  FillRect(context, &client, GetSysColorBrush(COLOR_3DFACE));
+  const UniqueGdi<HBRUSH> ground(CreateSolidBrush(theme_.Window)), strip(CreateSolidBrush(theme_.Field));
+  FillRect(context, &client, ground.get());
   const SelectedObject font(context, font_.get());
   SetBkMode(context, TRANSPARENT);
   SetTextAlign(context, TA_RIGHT | TA_TOP);
@@ -107,10 +105,10 @@ void EditorMargin::Paint() const {
   for (const Row& row : look_.Rows) {
     const bool isCurrent = row.Line == look_.CurrentLine;
     if (isCurrent) {
-      const RECT strip = {0, row.Top, client.right, row.Top + rowHeight_};
-      FillRect(context, &strip, GetSysColorBrush(COLOR_WINDOW));
+      const RECT box = {0, row.Top, client.right, row.Top + rowHeight_};
+      FillRect(context, &box, strip.get());
     }
-    SetTextColor(context, isCurrent ? GetSysColor(COLOR_WINDOWTEXT) : Between(COLOR_3DFACE, COLOR_BTNTEXT));
+    SetTextColor(context, isCurrent ? theme_.FieldText : theme_.GreyText);
     const std::wstring number = std::to_wstring(row.Line + 1);
     TextOutW(context, right, row.Top, number.c_str(), static_cast<int>(number.size()));
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "win32/rich_text.h"
+#include "win32/theme.h"
 #include "win32/window_class.h"
 #include "winbase/gdi_handles.h"
 
@@ -25,6 +26,7 @@ class EditorMargin {
   int Width() const;
   void SetFontSize(double points);
   void SetDpi(UINT dpi);
+  void SetTheme(const Theme& theme);
   // To be called when the text may have been scrolled or changed, or the cursor moved.
   void Follow();
 
@@ -55,6 +57,7 @@ class EditorMargin {
   UniqueGdi<HFONT> font_;
   double points_ = 10;
   UINT dpi_ = 96;
+  Theme theme_ = SystemTheme();
   int digitWidth_ = 8, rowHeight_ = 16;
   std::size_t digits_ = 3;
   Look look_;
