@@ -85,7 +85,7 @@ TEST(Application, NamesMenusInTheLanguageOfHelp) {
   shell.Boxes.OnLanguages = [](const LanguageDialog& dialog) { dialog.OnHelp(1); };  // and Escape
   shell.App->Command(MenuId::Mnu_Langue);
   EXPECT_EQ(shell.Window.Captions.back().second, "A propos de &Vaxel");
-  EXPECT_EQ(shell.Window.Captions[32 + 14].second, "&Zoom (F7)");
+  EXPECT_EQ(shell.Window.Captions[39 + 14].second, "&Zoom (F7)");
 }
 
 TEST(Application, NamesKeysBehindTheCaptions) {
