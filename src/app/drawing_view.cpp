@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view SheetName = "Feuille", RulersName = "Regles";
 // Units of 1/96 inch.
-constexpr double FitMargin = 12, LeastMarkDistance = 4;
+constexpr double FitMargin = 12, LeastMarkDistance = 3;
 
 double PixelsPerUnit(const GraphicArea& area) {
   return MillimetresPerInch / 96 / area.PixelMm;
