@@ -5,29 +5,11 @@
 #include <vector>
 
 #include "app/line_editing.h"
+#include "app/utf16_offsets.h"
 #include "base/text.h"
 #include "base/utf8.h"
 
 namespace vaxel {
-namespace {
-
-// The places of the editor at which bytes of a text lie, asked for in their order.
-class PlacesInOrder {
- public:
-  explicit PlacesInOrder(std::string_view text) : text_(text) {}
-
-  std::size_t Of(std::size_t byte) {
-    place_ += Utf16Length(text_.substr(byte_, byte - byte_));
-    byte_ = byte;
-    return place_;
-  }
-
- private:
-  std::string_view text_;
-  std::size_t byte_ = 0, place_ = 0;
-};
-
-}  // namespace
 
 void EditingCommands::Undo() {
   app_.Editor.Undo();
@@ -157,10 +139,10 @@ void EditingCommands::GoToLine() {
 
 std::vector<EditingCommands::Match> EditingCommands::MatchesIn(const std::string& text,
                                                               const SearchEntry& entry) const {
-  PlacesInOrder places(text);
+  UnitCounter places(text);
   std::vector<Match> matches;
   for (const TextPart& part : FindAll(text, entry.Wanted, {entry.MatchesCase, entry.WholeWords})) {
-    const std::size_t begin = places.Of(part.Begin), end = places.Of(part.End);
+    const std::size_t begin = places.UnitsAt(part.Begin), end = places.UnitsAt(part.End);
     const bool counts = !entry.InSelection || !within_ || (begin >= within_->Begin && end <= within_->End);
     if (counts) matches.push_back({part, {begin, end}});
   }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/script_tokens.h"
 #include "drawing/colour.h"
 
 namespace vaxel {
@@ -15,8 +16,8 @@ struct ColouredRange {
   Colour Ink = Black;
 };
 
-// The ranges that are not black, in order: known keywords, labels and variables that are assigned to at the
-// line's start, the keywords after THEN, GOTO and THEN themselves, and comments.
-std::vector<ColouredRange> ColoursOfLine(std::string_view line);
+// The ranges that are not in the ink of plain text, in order.
+std::vector<ColouredRange> ColoursOfLine(std::string_view line, const LineContext& context = {},
+                                         bool isDark = false);
 
 }  // namespace vaxel

@@ -46,6 +46,7 @@ void DrawArcSupport(RunContext& run, Colour colour) {
 
 void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
   const Point origin = run.Surface.Origin();
+  run.SupportPivot = origin;
   if (!IsNotDrawn(parameters, 4)) {
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
@@ -67,6 +68,7 @@ void RunArc(RunContext& run, const Parameters& parameters) {
     RequireFinite(derived);
   }
   run.Support = support;
+  run.SupportPivot = run.Surface.Origin();
   if (!IsNotDrawn(parameters, 4)) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }
 

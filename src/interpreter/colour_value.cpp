@@ -13,11 +13,6 @@
 namespace vaxel {
 namespace {
 
-struct NamedColour {
-  std::string_view Name;
-  Colour Value;
-};
-
 constexpr std::array<NamedColour, 28> NamedColours = {{
     {"NOIR", Black},
     {"BLACK", Black},
@@ -106,6 +101,10 @@ std::optional<Colour> HexColour(std::string_view text, const Separators& separat
 }
 
 }  // namespace
+
+std::span<const NamedColour> ColourNames() {
+  return NamedColours;
+}
 
 bool BeginsColourParts(std::string_view text) {
   const std::string_view beginning = text.substr(0, 3);

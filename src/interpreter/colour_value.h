@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,13 @@
 #include "interpreter/variables.h"
 
 namespace vaxel {
+
+// The names of colours, in upper case; several may have one value.
+struct NamedColour {
+  std::string_view Name;
+  Colour Value;
+};
+std::span<const NamedColour> ColourNames();
 
 // What a text says of a colour.
 struct ColourReading {

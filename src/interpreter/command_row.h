@@ -80,6 +80,8 @@ struct CommandRules {
   // The language did not always have it: the manual says which these are, and "Keyword :" stays a label.
   bool IsAddition = false;
   BlockEdge Block = BlockEdge::None;
+  // What the parameters are, for those who help to write a line; what runs it asks its handler.
+  std::string_view Takes{};
 };
 
 // One keyword of the language.

@@ -1,6 +1,7 @@
 // What is written by habit from other languages, and what is said here instead.
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "interpreter/script_fault.h"
@@ -8,6 +9,14 @@
 namespace vaxel {
 
 struct RunContext;
+
+// A word by which something is called elsewhere, in upper case and without accents.
+struct Habit {
+  std::string_view Word;
+  std::string_view Instead;  // how it is written here
+};
+// The words for commands, in the languages of the program's users.
+std::span<const Habit> CommandHabits();
 
 // The fault of a line whose keyword is none. Where it can be told what was meant, it says how that is
 // written.

@@ -91,6 +91,7 @@ struct RunContext {
   const StringTable& Strings;
   DrawSurface Surface;
   ScaleSupport Support;
+  Point SupportPivot;       // in surface coordinates, where the line that made the support has left it
   ValueFormat PlainValues;  // how values without a notation of their own are written
 
   std::array<ScriptLevel, MaxLevels> Levels;

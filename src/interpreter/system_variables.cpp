@@ -70,6 +70,15 @@ bool IsSystemVariable(std::string_view name) {
   return FindRow(name) != nullptr;
 }
 
+std::span<const std::string_view> SystemVariableNames() {
+  static const auto names = [] {
+    std::array<std::string_view, Rows.size()> all;
+    std::transform(Rows.begin(), Rows.end(), all.begin(), [](const SystemRow& row) { return row.Name; });
+    return all;
+  }();
+  return names;
+}
+
 std::optional<std::string> RunVariables::Find(std::string_view name) const {
   const SystemRow* row = FindRow(name);
   return row ? std::optional(row->Value(run_)) : std::nullopt;

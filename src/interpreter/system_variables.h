@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,8 @@ namespace vaxel {
 struct RunContext;
 
 bool IsSystemVariable(std::string_view name);
+// Their names in upper case.
+std::span<const std::string_view> SystemVariableNames();
 
 // The values as they are now, with the current script level's file. The context must outlive the object.
 class RunVariables : public SystemVariables {

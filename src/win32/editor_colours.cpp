@@ -31,7 +31,7 @@ LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_
       from = end + 1;
       continue;
     }
-    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)))) {
+    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)), {}, isDark_)) {
       Set({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
     }
     from = end + 1;

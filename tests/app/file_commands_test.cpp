@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <string>
 
-#include "app/script_colours.h"
 #include "base/files.h"
 #include "tests/app/fake_shell.h"
 
@@ -291,37 +290,6 @@ TEST(RunBridge, WritesCommentsBehindTheirLines) {
   shell.Editor.Content.replace(8, 1, "5");
   shell.App->KeyDown(Key::F4);
   EXPECT_NE(shell.Editor.Content.find("' where  ' 10, 20\n"), std::string::npos);
-}
-
-TEST(ScriptColours, FollowTheCommandTable) {
-  const Colour keyword = MakeColour(0, 0, 192), label = MakeColour(160, 0, 160),
-               comment = MakeColour(0, 112, 0);
-  struct Case {
-    const char* Line;
-    std::vector<ColouredRange> Ranges;
-  };
-  const Case cases[] = {{"  trait = 1, 2 ' é", {{2, 7, keyword}, {15, 18, comment}}},
-                        {"Trate = 1", {}},
-                        {"Texte = 0,0,,,L'eau", {{0, 5, keyword}}},
-                        {"' 😀 x", {{0, 6, comment}}},
-                        {"Début: ' 1", {{0, 7, label}, {7, 10, comment}}},
-                        {"%A = 5 ' x", {{0, 2, keyword}, {7, 10, comment}}},
-                        {"IF %A < 3 THEN Arc = 1 ' x",
-                         {{0, 2, keyword}, {10, 14, keyword}, {15, 18, keyword}, {23, 26, comment}}},
-                        {"Si %A < 3 then X = 1", {{0, 2, keyword}, {10, 14, keyword}, {15, 16, keyword}}},
-                        {"IF %A < 3 GOTO Fin ' x", {{0, 2, keyword}, {10, 14, keyword}, {19, 22, comment}}},
-                        {"IF %A <", {{0, 2, keyword}}},
-                        {"NPage ' x = 3", {{0, 5, keyword}, {6, 13, comment}}},
-                        {"", {}}};
-  for (const Case& c : cases) {
-    const std::vector<ColouredRange> ranges = ColoursOfLine(c.Line);
-    ASSERT_EQ(ranges.size(), c.Ranges.size()) << c.Line;
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-      EXPECT_EQ(ranges[i].Begin, c.Ranges[i].Begin) << c.Line << " " << i;
-      EXPECT_EQ(ranges[i].End, c.Ranges[i].End) << c.Line << " " << i;
-      EXPECT_EQ(ranges[i].Ink, c.Ranges[i].Ink) << c.Line << " " << i;
-    }
-  }
 }
 
 }  // namespace
