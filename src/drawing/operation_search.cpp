@@ -203,7 +203,7 @@ bool IsMeantByItsInside(const Operation& operation) {
 std::optional<FoundOperation> OperationAt(const DisplayList& list, std::size_t page, Point point,
                                           double tolerance) {
   if (page >= list.Pages().size()) return std::nullopt;
-  const auto [width, height, first, count] = list.Pages()[page];
+  const std::size_t first = list.Pages()[page].First, count = list.Pages()[page].Count;
   Looker looker(list);
   std::optional<FoundOperation> found;
   // A stroke right at the point is at 0; a figure that merely lies there comes behind all strokes nearby.
@@ -229,7 +229,7 @@ std::vector<OperationOutline> OutlinesOfLine(const DisplayList& list, std::size_
                                              std::size_t most) {
   std::vector<OperationOutline> outlines;
   if (page >= list.Pages().size()) return outlines;
-  const auto [width, height, first, count] = list.Pages()[page];
+  const std::size_t first = list.Pages()[page].First, count = list.Pages()[page].Count;
   Looker looker(list);
   for (std::size_t i = first; i < first + count && outlines.size() < most; ++i) {
     const Operation& operation = list.At(i);
