@@ -9,6 +9,7 @@
 #include "app/main_window.h"
 #include "app/platform.h"
 #include "app/script_editor.h"
+#include "app/writing_aid_view.h"
 #include "base/result.h"
 #include "resources/string_table.h"
 
@@ -21,6 +22,7 @@ struct Shell {
   vaxel::Dialogs& Dialogs;
   vaxel::Printers& Printers;
   vaxel::Platform& Platform;
+  WritingAidView& Aid;
 };
 
 struct AppContext : Shell {
@@ -44,6 +46,9 @@ struct AppContext : Shell {
     return Strings.Text(LangBase, id, value, second);
   }
   std::string Message(const Failure& why) const { return Strings.Text(LangBase, why); }
+  std::string MenuText(TextId id, std::string_view value) const {
+    return Strings.Text(HelpLangBase, id, value);
+  }
   std::string MenuText(TextId id) const { return std::string(Strings.Text(HelpLangBase, id)); }
 
   void Tell(BoxIcon icon, const std::string& text) { Dialogs.ShowMessage(icon, "Vaxel", text); }

@@ -92,6 +92,7 @@ void Application::AfficheMenus() {
       {StatusField::Message, TextId::MessageToolTip},
   }};
   for (const auto& [field, text] : toolTips) app_.Window.SetToolTip(field, app_.MenuText(text));
+  aid_.ShowCaptions();
   for (const ToolRow& row : ToolRows()) app_.Window.SetToolText(row.Icon, ToolText(app_, row));
   runs_.Shown().ShowStatus();
 }
@@ -143,7 +144,8 @@ void Application::Command(MenuId item) {
 void Application::Run(MenuId item, bool withCtrl) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
-  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, withCtrl});
+  aid_.HideOffers();
+  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, aid_, withCtrl});
 }
 
 std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
@@ -173,6 +175,7 @@ void Application::OpenDropped(const std::string& fileName) {
 }
 
 bool Application::KeyDown(Key key, bool withShift) {
+  if (!runs_.IsRunning() && aid_.KeyDown(key)) return true;
   if (key == Key::Escape) {
     runs_.RequestAbort(true);
     return true;
@@ -188,6 +191,12 @@ void Application::KeyUp(Key key) {
 }
 
 void Application::EditorChanged() {
+  if (!runs_.IsWritingComments()) {
+    isDrawingOld_ = true;
+    livePatience_ = LiveTry;
+    app_.Window.AwaitPause();
+  }
+  aid_.TextChanged();
   files_.TextChanged(runs_.IsWritingComments());
   recovery_.TextChanged();
   runs_.LineChanged(app_.Editor.Place().Line);
@@ -198,6 +207,37 @@ void Application::EditorChanged() {
 void Application::CursorMoved() {
   runs_.CursorIn(app_.Editor.Place().Line);
   app_.ShowPlace();
+  aid_.CursorMoved();
+}
+
+void Application::Typed() {
+  if (!runs_.IsRunning()) aid_.Typed();
+}
+
+void Application::TypingPaused() {
+  if (runs_.IsRunning()) return;
+  aid_.Paused();
+  if (isDrawingOld_ && settings_.DrawsLive()) DrawLive();
+}
+
+// A run that a key has ended comes again at the next pause; one that took too long gets more time, and in the
+// end waits for F4.
+void Application::DrawLive() {
+  switch (runs_.DrawLive(livePatience_)) {
+    case RunCycle::LiveEnd::Interrupted:
+      return app_.Window.AwaitPause();
+    case RunCycle::LiveEnd::TooLong:
+      livePatience_ *= 4;
+      if (livePatience_ <= LongestLiveTry) return app_.Window.AwaitPause();
+      app_.Window.SetStatus(StatusField::Message, app_.Message(TextId::LiveStopped));
+      break;
+    case RunCycle::LiveEnd::Drawn:
+    case RunCycle::LiveEnd::Failed:
+      aid_.SetProblems(runs_.Problems(), false);
+      runs_.ShowMessage();
+      break;
+  }
+  isDrawingOld_ = false;
 }
 
 void Application::EditorWidthChanged(int width) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <bitset>
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "app/recovery.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
+#include "app/writing_aid.h"
 
 namespace vaxel {
 
@@ -57,6 +59,12 @@ class Application {
   void GraphicAreaChanged() { runs_.Shown().AreaChanged(); }
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
+  // A character was typed or taken back; that it has changed the text was told before.
+  void Typed();
+  // The user has not typed for a moment, a quarter of a second.
+  void TypingPaused();
+  // The list beside the cursor, the list of problems and the panel's captions were clicked.
+  WritingAid& Aid() { return aid_; }
   // The wheel was turned over the editor with Ctrl held down.
   void CodeSizeStepped(int points) { settings_.StepFontSize(points); }
   // The window has come to the front, and no dialog of it is open.
@@ -86,6 +94,9 @@ class Application {
   std::string Message(TextId id) const { return app_.Message(id); }
 
  private:
+  static constexpr std::chrono::milliseconds LiveTry{250}, LongestLiveTry{1000};
+
+  void DrawLive();
   void Run(MenuId item, bool withCtrl);
   void Debut(const StartOptions& options);  // start-up after the printer check
   void OfferRecovery();
@@ -99,9 +110,12 @@ class Application {
   RecentFiles recent_{app_, settings_};
   FileCommands files_{app_, runs_, recent_, script_};
   EditingCommands editing_{app_};
+  WritingAid aid_{app_, script_};
   ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
+  bool isDrawingOld_ = false;                        // the text has changed since it was drawn
+  std::chrono::milliseconds livePatience_{LiveTry};  // of the next run while the script is written
   std::bitset<MenuItems> disabled_;
 };
 

@@ -6,11 +6,14 @@
 namespace vaxel {
 
 // A letter is the code of its capital, Key{'S'}, a digit that of its sign; function keys are counted from F1.
-// Tab is told only where it is a command: in an editor in which lines are selected.
+// Tab and Return are told only where they are commands: in an editor in which lines are selected, or where offers
+// are shown beside the cursor.
 enum class Key : std::uint8_t {
   None,
   Escape,
   Tab,
+  Return,
+  Space,
   Up,
   Down,
   PageUp,

@@ -77,6 +77,12 @@ class MainWindow {
   // Shows the last page while a run is under way: the drawing grows, and what would take long may be left
   // out.
   virtual void ShowDrawingSoFar(const DisplayList& drawing) = 0;
+  // Whether the drawing is that of an older text: it is shown paler.
+  virtual void SetDrawingOld(bool isOld) = 0;
+  // Whether the user has pressed a key or a button that was not handled yet.
+  virtual bool HasInput() = 0;
+  // Asks for Application::TypingPaused once the user has not typed for a moment.
+  virtual void AwaitPause() = 0;
   // Shows the drawing enlarged and moved.
   virtual void SetView(const GraphicView& view) = 0;
   // The sheet of paper that is shown behind the page, and the rulers at the edges of the graphic area.

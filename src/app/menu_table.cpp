@@ -9,6 +9,7 @@
 #include "app/run_cycle.h"
 #include "app/settings.h"
 #include "app/simple_commands.h"
+#include "app/writing_aid.h"
 #include "resources/string_table.h"
 
 namespace vaxel {
@@ -30,6 +31,11 @@ void Editing(const CommandTargets& on) {
 template <void (ExportCommands::*Command)()>
 void Exports(const CommandTargets& on) {
   (on.Exports.*Command)();
+}
+
+template <void (WritingAid::*Command)()>
+void Aid(const CommandTargets& on) {
+  if (on.Options.IsEditorShown()) (on.Aid.*Command)();
 }
 
 template <void (Settings::*Command)()>
@@ -136,7 +142,8 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Descendre, TextId::MenuMoveDown, Mnu_Edition, Editing<&EditingCommands::MoveDown>,
      {{{Key::Down, Held::CtrlShift}}}, "Mnu_sep9"},
     {Mnu_Recolorer, TextId::MenuColourText, Mnu_Edition, Editing<&EditingCommands::ColourAll>, Ctrl('K')},
-    {Mnu_Syntaxe, TextId::MenuSyntax, Bar, nullptr, {{{Key::F2}}}},
+    {Mnu_Completer, TextId::MenuComplete, Mnu_Edition, Aid<&WritingAid::Complete>, Ctrl(Key::Space)},
+    {Mnu_Syntaxe, TextId::MenuSyntax, Bar, Aid<&WritingAid::ToggleHelp>, {{{Key::F2}}}},
     {Mnu_Visualiser, TextId::MenuView, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
     {Mnu_Zoom, TextId::MenuZoom, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
     {Mnu_RefCurseur, TextId::MenuReference, Bar, Runs<&RunCycle::Reference>, {{{Key::F8}}}},
@@ -149,6 +156,7 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_PageSuivante, TextId::MenuNextPage, Mnu_Dessin, Views<&DrawingView::NextPage>, Ctrl(Key::PageDown)},
     {Mnu_Options, TextId::MenuOptions, Bar},
     {Mnu_DblClick, TextId::MenuDoubleClick, Mnu_Options, Options<&Settings::ToggleDoubleClick>},
+    {Mnu_DessinDirect, TextId::MenuLiveDrawing, Mnu_Options, Options<&Settings::ToggleLiveDrawing>},
     {Mnu_Code, TextId::MenuCode, Mnu_Options, Options<&Settings::ToggleEditor>},
     {Mnu_AgrandirCode, TextId::MenuWidenCode, Mnu_Options, Options<&Settings::WidenEditor>},
     {Mnu_IniCode, TextId::MenuResetCode, Mnu_Options, Options<&Settings::ResetEditor>},
@@ -172,6 +180,8 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_AideMot, TextId::MenuHelpOnWord, Mnu_Help, HelpOnWord, {{{Key::F1, Held::NoShift}}}, "Mnu_sep5"},
     {Mnu_AProposDe, TextId::MenuAbout, Mnu_Help, Simple<ShowAbout>},
     {Positionner, TextId::None, Nowhere, Place, {{{Key::F6}, {Key::F12}}}},
+    {Mnu_ErreurSuivante, TextId::None, Nowhere, Aid<&WritingAid::NextProblem>, {{{Key::F9, Held::NoShift}}}},
+    {Mnu_ErreurPrecedente, TextId::None, Nowhere, Aid<&WritingAid::PreviousProblem>, {{{Key::F9, Held::Shift}}}},
 });
 
 constexpr bool RowsStandAtTheirItems() {
@@ -243,6 +253,8 @@ std::string NameOf(Key key) {
   switch (key) {
     case Key::Tab:
       return "Tab";
+    case Key::Space:
+      return "Space";
     case Key::Up:
       return "↑";
     case Key::Down:

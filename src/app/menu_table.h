@@ -47,6 +47,7 @@ enum class MenuId : std::uint8_t {
   Mnu_Monter,
   Mnu_Descendre,
   Mnu_Recolorer,
+  Mnu_Completer,
   Mnu_Syntaxe,
   Mnu_Visualiser,
   Mnu_Zoom,
@@ -58,6 +59,7 @@ enum class MenuId : std::uint8_t {
   Mnu_PageSuivante,
   Mnu_Options,
   Mnu_DblClick,
+  Mnu_DessinDirect,
   Mnu_Code,
   Mnu_AgrandirCode,
   Mnu_IniCode,
@@ -75,7 +77,9 @@ enum class MenuId : std::uint8_t {
   Mnu_Aide,
   Mnu_AideMot,
   Mnu_AProposDe,
-  Positionner,  // has keys alone
+  Positionner,         // these have keys alone
+  Mnu_ErreurSuivante,
+  Mnu_ErreurPrecedente,
   // No items, but places: the bar itself, where the popups stand, and none at all.
   Bar,
   Nowhere
@@ -90,6 +94,7 @@ class ExportCommands;
 class FileCommands;
 class RunCycle;
 class Settings;
+class WritingAid;
 
 // What commands work on.
 struct CommandTargets {
@@ -100,6 +105,7 @@ struct CommandTargets {
   ExportCommands& Exports;
   RunCycle& Runs;
   Settings& Options;
+  WritingAid& Aid;
   bool WithCtrl;  // Ctrl was held down when the command was given
 };
 

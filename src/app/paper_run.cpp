@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "app/silent_bridge.h"
 #include "commands/command_table.h"
 #include "interpreter/run.h"
 
@@ -14,36 +15,6 @@ namespace {
 
 // What takes longer would be felt behind every run.
 constexpr auto Patience = std::chrono::milliseconds(300);
-
-class SilentBridge : public RunBridge {
- public:
-  SilentBridge(AppContext& app, const EditedScript& script, RunSession& session,
-               std::vector<std::string>& answers)
-      : RunBridge(app, script, session, nullptr, answers),
-        answers_(answers),
-        platform_(app.Platform),
-        end_(platform_.Now() + Patience) {}
-
-  void ShowError(const ErrorReport&) override {}
-  RunSignal ProcessPendingEvents() override {
-    return platform_.Now() < end_ ? RunSignal::GoOn : RunSignal::TimeUp;
-  }
-  void WriteComment(std::string_view, std::uint32_t, std::string_view) override {}
-  void ShowNotice(std::string_view, std::uint32_t, std::string_view) override {}
-  bool Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view, std::string_view) override {
-    return true;
-  }
-  Answer Ask(std::string_view, std::uint32_t, std::string_view, std::string_view) override {
-    if (asked_ == answers_.size()) return {Answer::Kind::Unavailable};
-    return {Answer::Kind::Given, answers_[asked_++]};
-  }
-
- private:
-  const std::vector<std::string>& answers_;
-  Platform& platform_;
-  std::chrono::steady_clock::time_point end_;
-  std::size_t asked_ = 0;
-};
 
 Page MiddleOf(const RunTarget& printer) {
   return {printer.WidthMm, printer.HeightMm, 0, 0, Point{printer.WidthMm, printer.HeightMm} * 0.5};
@@ -55,7 +26,8 @@ std::vector<Page> PaperRun::PrintedPages(RunTarget target) {
   target.Kind = TargetKind::Printer;
   target.Measurer = app_.Platform.Measurer();
   target.Decoder = app_.Platform.Decoder();
-  SilentBridge bridge(app_, script_, session_, answers_);
+  SilentBridge bridge(app_, script_, session_, answers_, {Patience, false, {}});
+  bridge.KeepsProblems(false);
   DisplayList list;
   RunContext run(bridge, AllCommands(), app_.Strings, list);
   run.LangBase = app_.LangBase;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/byte_sink.h"
 #include "base/result.h"
@@ -68,6 +69,8 @@ class Platform {
   // Opens the help file, or where there is no viewer for it the manual, at a word, which may be empty. The
   // result says whether something was opened.
   virtual bool OpenHelp(const std::string& helpFile, const std::string& word) = 0;
+  // The names of the fonts that scripts can use, sorted.
+  virtual std::vector<std::string> FontNames() = 0;
   // What measures fonts and decodes pictures for a screen or a printer; both may be null.
   virtual TextMeasurer* Measurer() = 0;
   virtual PictureDecoder* Decoder() = 0;

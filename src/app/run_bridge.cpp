@@ -124,6 +124,7 @@ void RunBridge::ShowError(const ErrorReport& report) {
   const std::string name = report.FileName.empty() ? app_.Message(TextId::UnsavedScript)
                                                    : std::string(NameWithoutFolder(report.FileName));
   const std::string line = app_.Message(TextId::LineOfError, std::to_string(report.LineNumber), name);
+  KeepProblem(Problem::Kind::Error, report.FileName, report.LineNumber, report.Text);
   const std::string text = report.LineNumber > 0 ? report.Text + "\n\n" + line : report.Text;
   if (session_.Errors.insert(text).second) {
     app_.Window.SetPointer(PointerShape::Normal);
@@ -144,7 +145,18 @@ void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber
 }
 
 void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
+  KeepProblem(Problem::Kind::Notice, fileName, lineNumber, text);
   Note(NoticeAtPlace(app_, fileName, lineNumber, text));
+}
+
+// Of an included script the line that includes it is the editor's.
+void RunBridge::KeepProblem(Problem::Kind kind, std::string_view fileName, std::uint32_t line,
+                            std::string_view text) {
+  if (!keepsProblems_ || session_.Problems.size() >= ProblemList::Most) return;
+  const std::uint32_t included = run_ ? run_->Levels[0].Line.Number : 0;
+  const std::string_view firstLine = text.substr(0, text.find('\n'));
+  session_.Problems.push_back({kind, std::string(firstLine), std::string(fileName), line,
+                               IsOfEditor(fileName) ? line : included});
 }
 
 void RunBridge::Note(std::string notice) {

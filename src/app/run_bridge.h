@@ -10,6 +10,7 @@
 
 #include "app/app_context.h"
 #include "app/edited_script.h"
+#include "app/problem_list.h"
 #include "drawing/display_list.h"
 #include "interpreter/run_context.h"
 #include "interpreter/run_host.h"
@@ -24,6 +25,7 @@ struct RunSession {
   std::vector<std::string> Notices;  // of the runs that belong together, not shown yet
   std::set<std::string> Told;        // those that were shown last
   std::set<std::string> Errors;      // of the runs that belong together, shown already
+  std::vector<Problem> Problems;     // of the runs that belong together
 };
 
 class RunBridge : public RunHost {
@@ -52,8 +54,13 @@ class RunBridge : public RunHost {
   std::chrono::milliseconds Worked() const;
   // To be called when the run is over: writes the comments into the editor.
   void Finish();
+  // Whether what is wrong goes into the session's list.
+  void KeepsProblems(bool keeps) { keepsProblems_ = keeps; }
   // The names of the files that the script has read, with their folders.
   const std::set<std::string>& FilesRead() const { return filesRead_; }
+
+ protected:
+  void KeepProblem(Problem::Kind kind, std::string_view fileName, std::uint32_t line, std::string_view text);
 
  private:
   class Waiting;
@@ -73,6 +80,7 @@ class RunBridge : public RunHost {
   std::chrono::steady_clock::time_point lastEvents_, lastShown_, started_;
   std::chrono::steady_clock::duration waited_{};  // for the user
   bool hadEvents_ = false;
+  bool keepsProblems_ = true;
   bool isLong_ = false;                            // the user was told so
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
   std::set<std::string> filesRead_;

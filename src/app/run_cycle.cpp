@@ -8,6 +8,7 @@
 #include "app/paper_run.h"
 #include "app/raised_flag.h"
 #include "app/script_file.h"
+#include "app/silent_bridge.h"
 #include "base/number_text.h"
 #include "base/text.h"
 #include "commands/command_table.h"
@@ -59,6 +60,7 @@ class RunCycle::BusyWindow {
  public:
   explicit BusyWindow(RunCycle& cycle) : running_(cycle.session_.IsRunning), window_(cycle.app_.Window) {
     cycle.session_.Errors.clear();
+    cycle.session_.Problems.clear();
     window_.SetPointer(PointerShape::Hourglass);
     window_.SetWindowEnabled(false);
     window_.ProcessEvents();
@@ -139,9 +141,41 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
     throw;
   }
   keep(std::move(sheets));
+  app_.Window.SetDrawingOld(false);
   app_.Window.SetStatus(StatusField::Message, MessageOf(lastOnScreen_, app_));
   TellNotices();
   return end;
+}
+
+void RunCycle::ShowMessage() const {
+  app_.Window.SetStatus(StatusField::Message, MessageOf(lastOnScreen_, app_));
+}
+
+RunCycle::LiveEnd RunCycle::DrawLive(std::chrono::milliseconds patience) {
+  const RaisedFlag running(session_.IsRunning);
+  const std::vector<Problem> before = std::exchange(session_.Problems, {});
+  auto list = std::make_unique<DisplayList>();
+  SilentBridge bridge(app_, script_, session_, lastAnswers_,
+                      {patience, true, [this] { return app_.Window.HasInput(); }});
+  RunContext run(bridge, AllCommands(), app_.Strings, *list);
+  bridge.Follow(run);
+  run.LangBase = app_.LangBase;
+  const RunEnd end = RunScript(run, ScreenTarget(), app_.Editor.Text(), script_.CurrentFile);
+  if (bridge.WasEnded() || bridge.WasTooLong()) {
+    session_.Problems = before;
+    return bridge.WasEnded() ? LiveEnd::Interrupted : LiveEnd::TooLong;
+  }
+  const bool isDrawn = end == RunEnd::Completed || end == RunEnd::Aborted;
+  app_.Window.SetDrawingOld(!isDrawn && end != RunEnd::Empty);
+  if (end == RunEnd::Empty) return LiveEnd::Drawn;
+  lastOnScreen_ = {end, bridge.Worked(), list->Size(), run.Levels[0].Line.Number};
+  if (!isDrawn || list->Pages().empty()) return isDrawn ? LiveEnd::Drawn : LiveEnd::Failed;
+  if (run.NextZoom) state_.NextZoom = *run.NextZoom;
+  shown_.RunEnded(run.Surface);
+  std::vector<PaperOutline> sheets = FindSheets(*list);
+  std::swap(drawing_, list);
+  shown_.Show(*drawing_, std::move(sheets));
+  return LiveEnd::Drawn;
 }
 
 // Where printing puts the drawing is known when it is drawn for paper, too: where that takes no time.

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
@@ -43,6 +45,14 @@ class RunCycle {
   void Zoom(bool withCtrl);       // Mnu_Zoom
   void Reference(bool withCtrl);  // Mnu_RefCurseur
   void Positionner(bool withCtrl);
+  // Runs the script while it is written, without a box, a question or a comment. What fails leaves the drawing
+  // of before; so does a key, and a run that takes longer than patience.
+  enum class LiveEnd : std::uint8_t { Drawn, Failed, Interrupted, TooLong };
+  LiveEnd DrawLive(std::chrono::milliseconds patience);
+  // Writes what the last run onto the screen came to into the status line.
+  void ShowMessage() const;
+  // What the last runs that belong together have found wrong.
+  const std::vector<Problem>& Problems() const { return session_.Problems; }
   void ShowTrueSize();  // Mnu_TailleReelle
   void ToggleSheet();   // Mnu_Feuille
 

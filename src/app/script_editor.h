@@ -31,6 +31,8 @@ class ScriptEditor {
 
   virtual std::string Text() = 0;
   virtual bool IsEmpty() = 0;
+  // UTF-16 units of the whole text.
+  virtual std::size_t Size() = 0;
   // Replaces everything; the cursor goes to the start and there is nothing to undo.
   virtual void SetText(std::string_view text) = 0;
   // Inserts at the cursor instead of what is selected.

@@ -25,6 +25,7 @@ constexpr double SmallestFontSize = 4, LargestFontSize = 72;  // points
 constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
+constexpr std::string_view LiveDrawingName = "DessinDirect";
 constexpr std::string_view RecentName = "Recent";
 constexpr std::string_view ToolBarName = "BarreOutils";
 constexpr std::string_view LanguagePrefix = "VAXEL_", LanguageExtension = ".LNG";
@@ -176,6 +177,8 @@ void Settings::ShowOptions() {
   if (values_.CodeFontSize > 0) app_.Editor.SetFontSize(values_.CodeFontSize);
   isToolBarShown_ = UpperCase(values_.OwnKey(ToolBarName).value_or("")) != "NON";
   app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
+  drawsLive_ = values_.OwnKey(LiveDrawingName) != "Non";
+  app_.Window.SetChecked(MenuId::Mnu_DessinDirect, drawsLive_);
   app_.Window.SetChecked(MenuId::Mnu_Code, isEditorShown_);
   app_.Window.SetChecked(MenuId::Mnu_BarreOutils, isToolBarShown_);
   app_.Window.SetToolBarShown(isToolBarShown_);
@@ -330,6 +333,12 @@ void Settings::StepFontSize(int points) {
 void Settings::WriteFontSize() {
   if (std::exchange(isFontSizeNew_, false))
     WriteLines({{std::string(CodeFontSizeKey), " " + NumberText(values_.CodeFontSize)}});
+}
+
+void Settings::ToggleLiveDrawing() {
+  drawsLive_ = !drawsLive_;
+  app_.Window.SetChecked(MenuId::Mnu_DessinDirect, drawsLive_);
+  WriteLines({OwnLine(LiveDrawingName, drawsLive_ ? "Oui" : "Non")});
 }
 
 void Settings::ToggleDoubleClick() {

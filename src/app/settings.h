@@ -44,6 +44,9 @@ class Settings {
   // By points, as the wheel turns. It is written when the wheel rests.
   void StepFontSize(int points);
   void WriteFontSize();
+  // Whether the script is drawn while it is written (Mnu_DessinDirect).
+  bool DrawsLive() const { return drawsLive_; }
+  void ToggleLiveDrawing();
   void ToggleDoubleClick();
   void ToggleEditor();             // Mnu_Code
   void WidenEditor();              // Mnu_AgrandirCode
@@ -81,6 +84,7 @@ class Settings {
   std::optional<ConfigurationFile> file_;  // once the program's folder is known
   bool isFailureTold_ = false;
   std::string helpFile_ = "Vaxel.hlp";
+  bool drawsLive_ = true;
   bool isFontSizeNew_ = false;  // since it was written
   bool isEditorShown_ = true;
   bool isToolBarShown_ = true;

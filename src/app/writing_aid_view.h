@@ -30,13 +30,14 @@ class WritingAidView {
  public:
   virtual ~WritingAidView() = default;
 
-  // A list beside the cursor, which takes no keys.
-  virtual void ShowOffers(const std::vector<Offer>& offers, std::size_t chosen) = 0;
+  // A list beside a place of the text, which takes no keys; the first offer is chosen.
+  virtual void ShowOffers(const std::vector<Offer>& offers, std::size_t place) = 0;
+  virtual void ChooseOffer(std::size_t index) = 0;
   virtual void HideOffers() = 0;
   // They fill their pages, whether these are shown or not.
   virtual void SetHelp(const AidHelp& help) = 0;
   virtual void SetProblems(const std::vector<std::string>& problems) = 0;
-  virtual void ChooseProblem(std::optional<std::size_t> index) = 0;
+  virtual void ChooseProblem(std::size_t index) = 0;
   virtual void ShowPage(AidPage page) = 0;
   // The captions of the pages.
   virtual void SetPageCaptions(const std::string& help, const std::string& problems) = 0;

@@ -42,6 +42,7 @@ AidPanel::AidPanel(HINSTANCE instance, HWND parent, FailureHandler onFailure)
   if (!help_ || !problems_) throw std::runtime_error("the panel of the editor could not be made");
   helpText_ = RichText(help_);
   SetDpi(GetDpiForWindow(window_));
+  SetTheme(theme_);
 }
 
 int AidPanel::Pixels(int length) const {
@@ -68,6 +69,17 @@ void AidPanel::SetDpi(UINT dpi) {
   Layout();
 }
 
+void AidPanel::SetTheme(const Theme& theme) {
+  theme_ = theme;
+  field_.reset(CreateSolidBrush(theme.Field));
+  helpText_.Send(EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(theme.Field));
+  CHARFORMAT2W format = FormatOf(CFM_COLOR);
+  format.crTextColor = theme.FieldText;
+  helpText_.SetFormat(SCF_ALL, format);
+  InvalidateRect(problems_, nullptr, TRUE);
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
 int AidPanel::Height() const {
   return page_ == AidPage::None ? 0 : CaptionHeight() + Lines * textHeight_ + Pixels(Padding);
 }
@@ -86,7 +98,7 @@ void AidPanel::SetHelp(const AidHelp& help) {
   const std::wstring text = ToControl(help.Text);
   SetWindowTextW(help_, text.c_str());
   CHARFORMAT2W format = FormatOf(CFM_BOLD | CFM_COLOR);
-  format.crTextColor = GetSysColor(COLOR_WINDOWTEXT);
+  format.crTextColor = theme_.FieldText;
   helpText_.SetFormat(SCF_ALL, format);
   format.dwEffects = CFE_BOLD;
   for (const EditorRange& range : help.Strong) {
@@ -115,8 +127,8 @@ void AidPanel::SetProblems(const std::vector<std::string>& problems) {
   InvalidateRect(problems_, nullptr, TRUE);
 }
 
-void AidPanel::ChooseProblem(std::optional<std::size_t> index) {
-  SendMessageW(problems_, LB_SETCURSEL, index ? *index : static_cast<WPARAM>(-1), 0);
+void AidPanel::ChooseProblem(std::size_t index) {
+  SendMessageW(problems_, LB_SETCURSEL, index, 0);
 }
 
 void AidPanel::SetCaptions(const std::string& help, const std::string& problems) {
@@ -157,18 +169,18 @@ void AidPanel::Paint() const {
   const SelectedObject font(context, font_.get());
   RECT strip = InParent(window_);
   strip.bottom = CaptionHeight();
-  FillRect(context, &strip, GetSysColorBrush(COLOR_3DFACE));
+  const UniqueGdi<HBRUSH> ground(CreateSolidBrush(theme_.Window));
+  FillRect(context, &strip, ground.get());
   SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
   constexpr UINT format = DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX;
   for (std::size_t i = 0; i < captions_.size(); ++i) {
     RECT box = CaptionBox(i);
     const bool isShown = page_ == (i == 0 ? AidPage::Help : AidPage::Problems);
-    if (isShown) FillRect(context, &box, GetSysColorBrush(COLOR_WINDOW));
-    SetTextColor(context, GetSysColor(isShown ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
+    if (isShown) FillRect(context, &box, field_.get());
+    SetTextColor(context, isShown ? theme_.FieldText : theme_.Text);
     DrawTextW(context, captions_[i].c_str(), -1, &box, format);
   }
-  SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+  SetTextColor(context, theme_.Text);
   RECT close = CloseBox();
   DrawTextW(context, Cross, -1, &close, format);
   EndPaint(window_, &paint);
@@ -196,6 +208,12 @@ std::optional<LRESULT> AidPanel::Handle(UINT message, WPARAM wParam, LPARAM lPar
     case WM_LBUTTONDOWN:
       if (OnPage) Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
       return 0;
+    case WM_CTLCOLORLISTBOX: {
+      const auto context = reinterpret_cast<HDC>(wParam);
+      SetTextColor(context, theme_.FieldText);
+      SetBkColor(context, theme_.Field);
+      return reinterpret_cast<LRESULT>(field_.get());
+    }
     case WM_COMMAND: {
       const LRESULT chosen = SendMessageW(problems_, LB_GETCURSEL, 0, 0);
       const bool isChosen = LOWORD(wParam) == ProblemsId && HIWORD(wParam) == LBN_SELCHANGE && chosen >= 0;

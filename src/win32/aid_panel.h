@@ -12,6 +12,7 @@
 
 #include "app/writing_aid_view.h"
 #include "win32/rich_text.h"
+#include "win32/theme.h"
 #include "win32/window_class.h"
 #include "winbase/gdi_handles.h"
 #include "winbase/handles.h"
@@ -26,9 +27,10 @@ class AidPanel {
   // Pixels; 0 when no page is shown.
   int Height() const;
   void SetDpi(UINT dpi);
+  void SetTheme(const Theme& theme);
   void SetHelp(const AidHelp& help);
   void SetProblems(const std::vector<std::string>& problems);
-  void ChooseProblem(std::optional<std::size_t> index);
+  void ChooseProblem(std::size_t index);
   void ShowPage(AidPage page);
   void SetCaptions(const std::string& help, const std::string& problems);
   // A problem was clicked.
@@ -58,6 +60,8 @@ class AidPanel {
   AidPage page_ = AidPage::None;
   UniqueGdi<HFONT> font_;
   UINT dpi_ = 96;
+  Theme theme_ = SystemTheme();
+  UniqueGdi<HBRUSH> field_;
   int textHeight_ = 16;
 };
 

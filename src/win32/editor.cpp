@@ -71,7 +71,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
   // However the text was scrolled or changed, it is painted then.
   if (message == WM_PAINT) self.margin_.Follow();
   if (message == WM_SIZE) self.InsetText();
-  if (message == WM_CHAR && wParam == L'\r') self.EndStep();
+  if (message == WM_CHAR) self.AfterCharacter(wParam);
   return result;
 }
 
@@ -122,6 +122,17 @@ bool EditorWin32::TakesCharacter(WPARAM character) {
   if (isCommand || isShiftReturn) return true;
   if (character >= L' ' || character == L'\r' || character == L'\t') BeforeTyping(character);
   return false;
+}
+
+// The control has put the character into the text.
+void EditorWin32::AfterCharacter(WPARAM character) {
+  if (character == L'\r') EndStep();
+  if (!application_ || (character < L' ' && character != L'\b' && character != L'\r')) return;
+  try {
+    application_->Typed();
+  } catch (...) {
+    onFailure_();
+  }
 }
 
 // What is typed next is another step to undo.
@@ -254,6 +265,18 @@ std::string EditorWin32::Text() {
 
 bool EditorWin32::IsEmpty() {
   return !IsLoading() && GetWindowTextLengthW(window_) == 0;
+}
+
+std::size_t EditorWin32::Size() {
+  return static_cast<std::size_t>(text_.Length()) + (IsLoading() ? rest_.size() - restAt_ : 0);
+}
+
+RECT EditorWin32::LineBox(std::size_t place) const {
+  POINTL corner{};
+  text_.Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&corner), static_cast<LPARAM>(place));
+  RECT box = {corner.x, corner.y, corner.x + 1, corner.y + margin_.RowHeight()};
+  MapWindowPoints(window_, nullptr, reinterpret_cast<POINT*>(&box), 2);
+  return box;
 }
 
 void EditorWin32::ReplaceSelection(std::string_view text) {

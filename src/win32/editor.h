@@ -35,11 +35,14 @@ class EditorWin32 : public ScriptEditor {
   // The control tells its parent of both.
   void TextChanged();
   void SelectionChanged();
+  // The box of a place's line, on the screen.
+  RECT LineBox(std::size_t place) const;
   // Whether the TAB key is the command that moves lines.
   bool HasLinesSelected() const;
 
   std::string Text() override;
   bool IsEmpty() override;
+  std::size_t Size() override;
   void SetText(std::string_view text) override;
   void ReplaceSelection(std::string_view text) override;
   void ReplaceLine(std::size_t line, std::string_view text) override;
@@ -70,6 +73,7 @@ class EditorWin32 : public ScriptEditor {
   bool TakesCharacter(WPARAM character);
   void TurnWheel(WPARAM wParam);
   void EndStep();
+  void AfterCharacter(WPARAM character);
   void BeforeTyping(WPARAM character);
   void ColourNewLines();
   void MarkParentheses();

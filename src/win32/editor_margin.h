@@ -24,6 +24,7 @@ class EditorMargin {
   HWND Window() const { return window_; }
   // Pixels, which are enough for the numbers of this text.
   int Width() const;
+  int RowHeight() const { return rowHeight_; }
   void SetFontSize(double points);
   void SetDpi(UINT dpi);
   void SetTheme(const Theme& theme);

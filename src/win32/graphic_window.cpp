@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
@@ -51,6 +52,15 @@ bool HasUserActed() {
 
 POINT PixelOf(LPARAM lParam) {
   return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+// Half way to white.
+void Pale(GdiBitmap& bitmap) {
+  GdiFlush();
+  std::uint32_t* const pixels = bitmap.Pixels();
+  for (std::size_t i = 0; i < bitmap.PixelCount(); ++i) {
+    pixels[i] = 0xFF000000U | ((pixels[i] & 0xFEFEFEU) / 2 + 0x7F7F7FU);
+  }
 }
 
 class PaintScope {
@@ -150,6 +160,10 @@ std::size_t GraphicWindow::ShownPage() const {
   return isGrowing_ ? last : std::min(page_, last);
 }
 
+void GraphicWindow::SetOld(bool isOld) {
+  if (std::exchange(isOld_, isOld) != isOld) Invalidate();
+}
+
 void GraphicWindow::Invalidate() {
   isStale_ = true;
   InvalidateRect(window_, nullptr, FALSE);
@@ -198,6 +212,7 @@ bool GraphicWindow::DrawFirst(std::size_t operations) {
     return operation < operations && !isBroken;
   };
   bitmap_ = picture_->Draw(ShownPage(), frame, goOn);
+  if (isOld_ && bitmap_) Pale(bitmap_);
   drawMs_ = MillisecondsSince(start);
   // Small drawings take as long as their pixels do.
   if (!isBroken && drawMs_ > SoFar / 2) perMs_ = std::max(5.0, static_cast<double>(operations) / drawMs_);

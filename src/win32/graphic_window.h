@@ -34,6 +34,7 @@ class GraphicWindow {
   void SetView(const GraphicView& view);
   void SetSheet(const std::optional<PaperOutline>& sheet);
   void SetRulers(const std::optional<Rulers>& rulers);
+  void SetOld(bool isOld);
   void SetPointer(PointerShape shape) { pointer_ = shape; }
   GraphicArea Area() const;
 
@@ -75,6 +76,7 @@ class GraphicWindow {
   SIZE lastSize_{1, 1};
   PointerShape pointer_ = PointerShape::Normal;
   bool isStale_ = true;        // the bitmap
+  bool isOld_ = false;         // the drawing, which is shown paler then
   bool mayWait_ = false;       // there is something to show while it is stale
   bool isBroken_ = false;      // the bitmap shows a part alone, as the user had something to do
   bool isGrowing_ = false;     // the list

@@ -56,7 +56,7 @@ int Run(HINSTANCE instance) {
   };
   DialogsWin32 dialogs(
       instance, [&window] { return window.Window(); }, buttons);
-  Application application({window, window.Editor(), dialogs, printers, platform});
+  Application application({window, window.Editor(), dialogs, printers, platform, window});
   running = &application;
   window.Attach(application);
 

@@ -19,6 +19,9 @@ namespace {
 constexpr wchar_t ClassName[] = L"Vaxel";
 constexpr UINT_PTR TickTimer = 1;
 constexpr UINT TickMilliseconds = 2000;
+// A user who has not typed for so long waits for what comes of it.
+constexpr UINT_PTR PauseTimer = 2;
+constexpr UINT PauseMilliseconds = 250;
 // Units of 1/96 inch.
 constexpr int DividerWidth = 6, LeastGraphicWidth = 80;
 constexpr int LeastWidth = 420, LeastHeight = 280;
@@ -56,6 +59,8 @@ MainWindowWin32::MainWindowWin32(HINSTANCE instance, PictureDecoder* decoder)
       dpi_(GetDpiForWindow(window_.get())),
       tools_(instance, window_.get()),
       editor_(instance, window_.get(), [this] { Failed(); }),
+      offers_(instance, window_.get(), [this] { Failed(); }),
+      panel_(instance, window_.get(), [this] { Failed(); }),
       graphic_(instance, window_.get(), decoder, [this] { Failed(); }),
       status_(instance, window_.get()) {
   SetMenu(window_.get(), menus_.Handle());
@@ -72,6 +77,9 @@ void MainWindowWin32::Attach(Application& application) {
   editor_.Attach(application);
   graphic_.Attach(application);
   focus_ = editor_.Window();
+  offers_.OnTaken = [this](std::size_t index) { application_->Aid().TakeOffer(index); };
+  panel_.OnProblem = [this](std::size_t index) { application_->Aid().GoToProblem(index); };
+  panel_.OnPage = [this](AidPage page) { application_->Aid().ShowPage(page); };
   Layout();
   SetTimer(window_.get(), TickTimer, TickMilliseconds, nullptr);
 }
@@ -172,6 +180,7 @@ void MainWindowWin32::SetEditorWidth(int width) {
   // The keys must not go to what is hidden.
   if (width <= 0 && GetFocus() == editor_.Window()) SetFocus(graphic_.Window());
   editor_.SetVisible(width > 0);
+  if (width <= 0 && panel_.Height() > 0) application_->Aid().ShowPage(AidPage::None);
   Layout();
 }
 
@@ -202,8 +211,13 @@ void MainWindowWin32::Layout() {
   const int height = std::max(0L, client.bottom - status_.Height() - top);
   const int editor = EditorPixels(client.right);
   const int graphic = editor > 0 ? editor + ToPixels(DividerWidth, Dpi()) : 0;
+  const int panel = std::min(panel_.Height(), height / 2);
   // All move at once, so that none is seen over another.
-  HDWP moves = editor_.Place(BeginDeferWindowPos(3), {0, top, editor, top + height});
+  HDWP moves = editor_.Place(BeginDeferWindowPos(4), {0, top, editor, top + height - panel});
+  if (moves) {
+    moves = DeferWindowPos(moves, panel_.Window(), nullptr, 0, top + height - panel, editor, panel,
+                           SWP_NOZORDER | SWP_NOACTIVATE);
+  }
   if (moves) {
     moves = DeferWindowPos(moves, graphic_.Window(), nullptr, graphic, top,
                            std::max(0L, client.right - graphic), height, SWP_NOZORDER | SWP_NOACTIVATE);
@@ -220,7 +234,35 @@ void MainWindowWin32::ChangeDpi(UINT dpi, const RECT& suggested) {
   tools_.SetDpi(Dpi());
   status_.SetDpi(Dpi());
   editor_.SetDpi(Dpi());
+  panel_.SetDpi(Dpi());
   if (!isPlacing_) SetFrame(window_.get(), suggested);
+  Layout();
+}
+
+bool MainWindowWin32::HasInput() {
+  return HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0;
+}
+
+void MainWindowWin32::AwaitPause() {
+  SetTimer(window_.get(), PauseTimer, PauseMilliseconds, nullptr);
+}
+
+void MainWindowWin32::TimerEnds(WPARAM timer) {
+  if (timer == TickTimer) return application_->Tick();
+  // A dialog, or a run, is no pause.
+  if (timer != PauseTimer || !IsWindowEnabled(window_.get())) return;
+  KillTimer(window_.get(), PauseTimer);
+  application_->TypingPaused();
+}
+
+void MainWindowWin32::ShowOffers(const std::vector<Offer>& offers, std::size_t place) {
+  offers_.Show(offers, editor_.LineBox(place));
+}
+
+void MainWindowWin32::ShowPage(AidPage page) {
+  // The keys must not go to what is hidden.
+  if (page == AidPage::None && IsChild(panel_.Window(), GetFocus())) SetFocus(editor_.Window());
+  panel_.ShowPage(page);
   Layout();
 }
 
@@ -328,7 +370,7 @@ std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPAR
       }
       return std::nullopt;
     case WM_TIMER:
-      application_->Tick();
+      TimerEnds(wParam);
       return 0;
     case WM_DROPFILES:
       OpenDropped(reinterpret_cast<HDROP>(wParam));

@@ -12,9 +12,11 @@
 
 #include "app/application.h"
 #include "app/main_window.h"
+#include "win32/aid_panel.h"
 #include "win32/editor.h"
 #include "win32/graphic_window.h"
 #include "win32/menu_bar.h"
+#include "win32/offer_list.h"
 #include "win32/status_bar.h"
 #include "win32/theme.h"
 #include "win32/tool_bar_window.h"
@@ -24,7 +26,7 @@ namespace vaxel {
 
 // The main window with its editor, graphic area, status fields and menus. Its messages are decoded here and
 // go to the application.
-class MainWindowWin32 : public MainWindow {
+class MainWindowWin32 : public MainWindow, public WritingAidView {
  public:
   // The window is hidden at first. The constructor throws when the system refuses it. decoder is for the
   // drawing's pictures and must outlive the window.
@@ -66,6 +68,21 @@ class MainWindowWin32 : public MainWindow {
   void SetSheet(const std::optional<PaperOutline>& sheet) override { graphic_.SetSheet(sheet); }
   void SetRulers(const std::optional<Rulers>& rulers) override { graphic_.SetRulers(rulers); }
 
+  void SetDrawingOld(bool isOld) override { graphic_.SetOld(isOld); }
+  bool HasInput() override;
+  void AwaitPause() override;
+
+  void ShowOffers(const std::vector<Offer>& offers, std::size_t place) override;
+  void ChooseOffer(std::size_t index) override { offers_.Choose(index); }
+  void HideOffers() override { offers_.Hide(); }
+  void SetHelp(const AidHelp& help) override { panel_.SetHelp(help); }
+  void SetProblems(const std::vector<std::string>& problems) override { panel_.SetProblems(problems); }
+  void ChooseProblem(std::size_t index) override { panel_.ChooseProblem(index); }
+  void ShowPage(AidPage page) override;
+  void SetPageCaptions(const std::string& help, const std::string& problems) override {
+    panel_.SetCaptions(help, problems);
+  }
+
   bool IsComplete() const { return application_ && window_; }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   // To be called where an exception was caught.
@@ -96,6 +113,7 @@ class MainWindowWin32 : public MainWindow {
   void Number(int id);
   void PressedDuringRun(UINT message);
   bool HasContextMenu(HWND area) const { return area == editor_.Window() || area == graphic_.Window(); }
+  void TimerEnds(WPARAM timer);
   bool AsksForContextMenu(const MSG& message);
   void ShowContextMenu(HWND area, POINT place);
 
@@ -108,6 +126,8 @@ class MainWindowWin32 : public MainWindow {
   MenuBar menus_;
   ToolBarWindow tools_;
   EditorWin32 editor_;
+  OfferList offers_;
+  AidPanel panel_;
   GraphicWindow graphic_;
   StatusBar status_;
   HWND focus_ = nullptr;  // where the keys went when the window was active

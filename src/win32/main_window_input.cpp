@@ -21,6 +21,8 @@ Key KeyOf(WPARAM key) {
   if (key == VK_UP) return Key::Up;
   if (key == VK_DOWN) return Key::Down;
   if (key == VK_TAB) return Key::Tab;
+  if (key == VK_RETURN) return Key::Return;
+  if (key == VK_SPACE) return Key::Space;
   if (key >= VK_F1 && key <= VK_F12) return static_cast<Key>(static_cast<WPARAM>(Key::F1) + key - VK_F1);
   if (key == VK_PRIOR) return Key::PageUp;
   if (key == VK_NEXT) return Key::PageDown;
@@ -133,6 +135,7 @@ void MainWindowWin32::Activate(bool isActive) {
   }
   const HWND focus = GetFocus();
   if (focus && Belongs(focus) && focus != window_.get()) focus_ = focus;
+  application_->Aid().HideOffers();
   application_->KeyUp(Key::Escape);
 }
 
@@ -147,7 +150,8 @@ bool MainWindowWin32::TakesKey(const MSG& message) {
     return true;
   }
   if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_.get())) return false;
-  const bool isOfLines = message.hwnd == editor_.Window() && editor_.HasLinesSelected();
+  const bool isOfLines =
+      application_->Aid().HasOffers() || (message.hwnd == editor_.Window() && editor_.HasLinesSelected());
   if (message.wParam == VK_TAB && !isOfLines) return false;
   return application_->KeyDown(KeyOf(message.wParam), IsDown(VK_SHIFT));
 }

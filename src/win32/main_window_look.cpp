@@ -25,6 +25,7 @@ void MainWindowWin32::UseTheme(const Theme& theme) {
   background_.reset(CreateSolidBrush(theme.Window));
   tools_.SetTheme(theme);
   editor_.SetTheme(theme);
+  panel_.SetTheme(theme);
   DarkenFrame(window_.get(), theme.IsDark && !theme.IsHighContrast);
   RedrawWindow(window_.get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }

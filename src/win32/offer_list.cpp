@@ -51,7 +51,12 @@ void OfferList::ScrollTo(std::size_t row) {
   if (row >= first_ + VisibleRows()) first_ = row + 1 - VisibleRows();
 }
 
-void OfferList::Show(const std::vector<Offer>& offers, std::size_t chosen, const RECT& line) {
+void OfferList::Choose(std::size_t index) {
+  ScrollTo(std::min(index, rows_.size() - 1));
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void OfferList::Show(const std::vector<Offer>& offers, const RECT& line) {
   MakeFont();
   rows_.clear();
   const UniqueDc context(CreateCompatibleDC(nullptr));
@@ -73,7 +78,7 @@ void OfferList::Show(const std::vector<Offer>& offers, std::size_t chosen, const
   }
   shownWidth_ = std::min(shownWidth_, Pixels(MostShown));
   first_ = 0;
-  ScrollTo(std::min(chosen, rows_.size() - 1));
+  ScrollTo(0);
   const int width =
       std::clamp(shownWidth_ + explanation + 4 * Pixels(Padding), Pixels(LeastWidth), Pixels(MostWidth));
   const int height = static_cast<int>(VisibleRows()) * rowHeight_ + 2;

@@ -20,8 +20,9 @@ class OfferList {
  public:
   OfferList(HINSTANCE instance, HWND owner, FailureHandler onFailure);
 
-  // Below, or where there is no room above, the box of a line on the screen.
-  void Show(const std::vector<Offer>& offers, std::size_t chosen, const RECT& line);
+  // Below, or where there is no room above, the box of a line on the screen. The first offer is chosen.
+  void Show(const std::vector<Offer>& offers, const RECT& line);
+  void Choose(std::size_t index);
   void Hide();
   // An offer was clicked.
   std::function<void(std::size_t index)> OnTaken;

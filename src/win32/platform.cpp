@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "app/script_file.h"
@@ -17,6 +18,7 @@
 #include "render/gdi/export.h"
 #include "win32/clipboard.h"
 #include "win32/input_state.h"
+#include "winbase/gdi_handles.h"
 #include "winbase/handles.h"
 #include "winbase/wide_text.h"
 
@@ -157,6 +159,21 @@ std::string PlatformWin32::TimeForNames() {
   std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u.%02u", unsigned{now.wYear},
                 unsigned{now.wMonth}, unsigned{now.wDay}, unsigned{now.wHour}, unsigned{now.wMinute});
   return text.data();
+}
+
+std::vector<std::string> PlatformWin32::FontNames() {
+  std::set<std::string> names;
+  LOGFONTW wanted{};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  const UniqueDc context(CreateCompatibleDC(nullptr));
+  const FONTENUMPROCW take = [](const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM result) {
+    // The others are for vertical writing.
+    if (font->lfFaceName[0] != L'@')
+      reinterpret_cast<std::set<std::string>*>(result)->insert(Narrow(font->lfFaceName));
+    return 1;
+  };
+  EnumFontFamiliesExW(context.get(), &wanted, take, reinterpret_cast<LPARAM>(&names), 0);
+  return {names.begin(), names.end()};
 }
 
 // Windows has had no viewer for such files of its own since Vista.

@@ -30,6 +30,7 @@ class PlatformWin32 : public Platform {
   std::string TimeForNames() override;
   void SetWorkingFolder(const std::string& folder) override;
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
+  std::vector<std::string> FontNames() override;
   TextMeasurer* Measurer() override { return &measurer_; }
   PictureDecoder* Decoder() override { return &decoder_; }
   Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) override;

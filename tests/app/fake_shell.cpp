@@ -63,6 +63,7 @@ void FakeEditor::SetText(std::string_view text) {
 void FakeEditor::ReplaceSelection(std::string_view text) {
   Content += text;
   Line = Place().Lines;
+  Selected = {Content.size(), Content.size()};
   Owner->EditorChanged();
 }
 
@@ -254,7 +255,7 @@ void FakeShell::Restart() {
   Editor.Content.clear();
   Editor.Line = 1;
   Window.Forget();
-  App.emplace(Shell{Window, Editor, Boxes, Printer, System});
+  App.emplace(Shell{Window, Editor, Boxes, Printer, System, Aid});
   Editor.Owner = &*App;
 }
 

@@ -56,6 +56,9 @@ class FakeWindow : public MainWindow {
     ShowDrawing(drawing, drawing.Pages().size() - 1);
   }
   void SetView(const GraphicView& view) override { View = view; }
+  void SetDrawingOld(bool isOld) override { IsDrawingOld = isOld; }
+  bool HasInput() override { return OnInput && OnInput(); }
+  void AwaitPause() override { ++AwaitedPauses; }
   void SetSheet(const std::optional<PaperOutline>& sheet) override { Sheet = sheet; }
   void SetRulers(const std::optional<Rulers>& rulers) override { RulersSet = rulers; }
 
@@ -93,7 +96,9 @@ class FakeWindow : public MainWindow {
   std::size_t Page = 0;
   std::optional<PaperOutline> Sheet;
   std::optional<Rulers> RulersSet;
-  bool IsEnabled = true;
+  bool IsEnabled = true, IsDrawingOld = false;
+  int AwaitedPauses = 0;
+  std::function<bool()> OnInput;
   std::function<void()> OnEvents;  // what the user does meanwhile
   std::function<void(const DisplayList&)> OnShow;
 
@@ -108,6 +113,7 @@ class FakeEditor : public ScriptEditor {
 
   std::string Text() override { return Content; }
   bool IsEmpty() override { return Content.empty(); }
+  std::size_t Size() override { return Content.size(); }
   void SetText(std::string_view text) override;
   void ReplaceSelection(std::string_view text) override;
   void ReplaceLine(std::size_t line, std::string_view text) override;
@@ -190,6 +196,31 @@ class FakeDialogs : public Dialogs {
   Log& log_;
 };
 
+class FakeAid : public WritingAidView {
+ public:
+  void ShowOffers(const std::vector<Offer>& offers, std::size_t place) override {
+    Offers.clear();
+    for (const Offer& offer : offers) Offers.push_back(offer.Shown);
+    Place = place;
+    Chosen = 0;
+  }
+  void ChooseOffer(std::size_t index) override { Chosen = index; }
+  void HideOffers() override { Offers.clear(); }
+  void SetHelp(const AidHelp& help) override { Help = help; }
+  void SetProblems(const std::vector<std::string>& problems) override { Problems = problems; }
+  void ChooseProblem(std::size_t index) override { Problem = index; }
+  void ShowPage(AidPage page) override { Page = page; }
+  void SetPageCaptions(const std::string& help, const std::string& problems) override {
+    Captions = help + ", " + problems;
+  }
+
+  std::vector<std::string> Offers, Problems;
+  std::size_t Place = 0, Chosen = 0, Problem = 0;
+  AidHelp Help;
+  AidPage Page = AidPage::None;
+  std::string Captions;
+};
+
 class FakePrinters : public Printers {
  public:
   explicit FakePrinters(Log& log) : log_(log) {}
@@ -226,6 +257,7 @@ class FakePlatform : public Platform {
   bool CanWriteIn(const std::string& folder) override { return !ReadOnly.contains(folder); }
   std::string TimeForNames() override { return "2026-11-22 14.05"; }
   bool OpenHelp(const std::string& helpFile, const std::string& word) override;
+  std::vector<std::string> FontNames() override { return {"Arial", "Courier New", "Times New Roman"}; }
   TextMeasurer* Measurer() override { return nullptr; }
   PictureDecoder* Decoder() override { return nullptr; }
   Result<> WritePng(const DisplayList& drawing, std::size_t page, double dpi, ByteSink& sink) override;
@@ -280,6 +312,7 @@ class FakeShell {
   FakeDialogs Boxes{Happened};
   FakePrinters Printer{Happened};
   FakePlatform System{Happened};
+  FakeAid Aid;
   std::optional<Application> App;
 
  private:

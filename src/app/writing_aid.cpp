@@ -1,0 +1,254 @@
+#include "app/writing_aid.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "app/command_search.h"
+#include "app/keyword_spelling.h"
+#include "app/line_surroundings.h"
+#include "app/syntax_help.h"
+#include "base/files.h"
+#include "commands/command_table.h"
+#include "base/utf8.h"
+
+namespace vaxel {
+namespace {
+
+// A script up to this size is read anew at every key that needs it; a longer one when the user pauses.
+constexpr std::size_t ReadAtOnce = 100'000;
+
+}  // namespace
+
+// What cannot be read offers nothing.
+std::vector<std::string> WritingAid::Outside::FilesIn(std::string_view folder, std::size_t most) {
+  namespace fs = std::filesystem;
+  const fs::path base = PathOf(FolderOf(owner_.script_.CurrentFile));
+  std::vector<std::string> names;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder.empty() && base.empty() ? fs::path(".") : base / PathOf(folder), error),
+       end;
+       !error && entry != end && names.size() < most; entry.increment(error)) {
+    std::error_code ignored;
+    std::string name = NameOf(entry->path().filename());
+    if (entry->is_directory(ignored)) name += static_cast<char>(fs::path::preferred_separator);
+    names.push_back(std::move(name));
+  }
+  return names;
+}
+
+std::span<const std::string> WritingAid::Outside::Fonts() {
+  if (!fonts_) fonts_ = owner_.app_.Platform.FontNames();
+  return *fonts_;
+}
+
+std::string WritingAid::LineOf(std::size_t line) {
+  return app_.Editor.TextOf(app_.Editor.RangeOfLines(line, line));
+}
+
+WritingAid::Cursor WritingAid::CursorNow() {
+  Cursor cursor;
+  cursor.Line = app_.Editor.Place().Line;
+  const EditorRange range = app_.Editor.RangeOfLines(cursor.Line, cursor.Line);
+  cursor.LineBegin = range.Begin;
+  cursor.Column = app_.Editor.Selection().Begin - range.Begin;
+  cursor.Text = app_.Editor.TextOf(range);
+  return cursor;
+}
+
+void WritingAid::RefreshSurvey() {
+  if (!std::exchange(isSurveyOld_, false)) return;
+  survey_.Read(app_.Editor.Text());
+}
+
+void WritingAid::TextChanged() {
+  isSurveyOld_ = true;
+}
+
+// What was typed is spelled as users see it, which is a step of its own to undo. The cursor stays.
+void WritingAid::SpellLeftLine() {
+  const auto line = std::exchange(leftLine_, std::nullopt);
+  if (!line || *line > app_.Editor.Place().Lines) return;
+  const EditorRange range = app_.Editor.RangeOfLines(*line, *line);
+  const LineSurroundings surroundings(survey_, *line, [this](std::size_t number) { return LineOf(number); });
+  const auto edit = SpellKeywords(app_.Editor.TextOf(range), surroundings.Context());
+  if (!edit) return;
+  const EditorRange selection = app_.Editor.Selection();
+  const EditorRange replaced{range.Begin + edit->Begin, range.Begin + edit->End};
+  app_.Editor.Replace(replaced, edit->Text);
+  const std::size_t length = Utf16Length(edit->Text);
+  const auto moved = [&](std::size_t place) {
+    return place >= replaced.End ? place + length - (replaced.End - replaced.Begin) : place;
+  };
+  app_.Editor.Select({moved(selection.Begin), moved(selection.End)});
+}
+
+void WritingAid::TextReplaced() {
+  typedLine_.reset();
+  leftLine_.reset();
+  isSurveyOld_ = true;
+  HideOffers();
+  SetProblems({}, false);
+}
+
+void WritingAid::Paused() {
+  SpellLeftLine();
+  RefreshSurvey();
+  if (page_ == AidPage::Help) ShowHelp();
+}
+
+void WritingAid::Offer(bool isAsked) {
+  const Cursor cursor = CursorNow();
+  if (isAsked || app_.Editor.Size() <= ReadAtOnce) RefreshSurvey();
+  const LineSurroundings surroundings(survey_, cursor.Line, [this](std::size_t line) { return LineOf(line); });
+  offers_ = vaxel::Complete({cursor.Text, cursor.Column, cursor.Line, isAsked},
+                            {surroundings.Context(), survey_, outside_, {app_.Strings, app_.HelpLangBase}});
+  offersLine_ = cursor.Line;
+  chosen_ = 0;
+  if (offers_.List.empty()) return app_.Aid.HideOffers();
+  std::vector<vaxel::Offer> shown;
+  for (const Completion& offer : offers_.List) shown.push_back({offer.Shown, offer.Explanation, offer.Sample});
+  app_.Aid.ShowOffers(std::move(shown), cursor.LineBegin + offers_.Begin);
+}
+
+void WritingAid::Complete() {
+  Offer(true);
+}
+
+void WritingAid::Typed() {
+  SpellLeftLine();
+  typedLine_ = app_.Editor.Place().Line;
+  Offer(false);
+  if (page_ == AidPage::Help) ShowHelp();
+}
+
+void WritingAid::HideOffers() {
+  if (offers_.List.empty()) return;
+  offers_ = {};
+  app_.Aid.HideOffers();
+}
+
+// The cursor goes before the text is told to have changed; offers stay as long as it is at their word.
+void WritingAid::CursorMoved() {
+  const std::size_t line = app_.Editor.Place().Line;
+  // The control is still at work on what has moved the cursor.
+  if (typedLine_ && *typedLine_ != line) {
+    leftLine_ = std::exchange(typedLine_, std::nullopt);
+    app_.Window.AwaitPause();
+  }
+  if (page_ == AidPage::Help) ShowHelp();
+  if (!HasOffers()) return;
+  const std::size_t begin = app_.Editor.RangeOfLines(line, line).Begin;
+  const EditorRange selection = app_.Editor.Selection();
+  const bool isAtWord = line == offersLine_ && selection.IsEmpty() && selection.Begin >= begin + offers_.Begin &&
+                        selection.Begin <= begin + offers_.End + 1;
+  if (!isAtWord) HideOffers();
+}
+
+bool WritingAid::KeyDown(Key key) {
+  if (!HasOffers()) return false;
+  const std::size_t last = offers_.List.size() - 1;
+  switch (key) {
+    case Key::Up:
+      chosen_ = chosen_ == 0 ? last : chosen_ - 1;
+      break;
+    case Key::Down:
+      chosen_ = chosen_ == last ? 0 : chosen_ + 1;
+      break;
+    case Key::Tab:
+    case Key::Return:
+      TakeOffer(chosen_);
+      return true;
+    case Key::Escape:
+      HideOffers();
+      return true;
+    default:
+      return false;
+  }
+  app_.Aid.ChooseOffer(chosen_);
+  return true;
+}
+
+void WritingAid::TakeOffer(std::size_t index) {
+  if (index >= offers_.List.size()) return;
+  const std::string text = offers_.List[index].Inserted;
+  const std::size_t begin = app_.Editor.RangeOfLines(offersLine_, offersLine_).Begin;
+  const EditorRange replaced{begin + offers_.Begin, begin + offers_.End};
+  HideOffers();
+  app_.Editor.Replace(replaced, text);
+}
+
+void WritingAid::ToggleHelp() {
+  ShowPage(page_ == AidPage::Help ? AidPage::None : AidPage::Help);
+}
+
+void WritingAid::ShowPage(AidPage page) {
+  page_ = page;
+  if (page == AidPage::Help) {
+    RefreshSurvey();
+    ShowHelp();
+  }
+  app_.Aid.ShowPage(page);
+}
+
+void WritingAid::ShowCaptions() {
+  app_.Aid.SetPageCaptions(app_.MenuText(TextId::HelpPage), app_.MenuText(TextId::ProblemsPage));
+}
+
+void WritingAid::ShowHelp() {
+  const Cursor cursor = CursorNow();
+  const LineSurroundings surroundings(survey_, cursor.Line, [this](std::size_t line) { return LineOf(line); });
+  const HelpLanguage language{app_.Strings, app_.HelpLangBase};
+  const SyntaxHelp found = HelpForLine(cursor.Text, cursor.Column, surroundings.Context(), language);
+  AidHelp help;
+  help.Text = found.Text;
+  if (const auto& part = found.PartName ? found.PartName : found.Name)
+    help.Strong.push_back({part->Begin, part->End});
+  if (!found.Default.empty()) help.Text += "\n" + found.Default;
+  for (const CommandRow* row : found.Commands) {
+    help.Text += "\n" + std::string(row->Spelling()) + "  " +
+                 std::string(PurposeOf(*row, app_.Strings, app_.HelpLangBase));
+  }
+  app_.Aid.SetHelp(help);
+}
+
+void WritingAid::SetProblems(std::vector<Problem> problems, bool show) {
+  problems_.Replace(std::move(problems));
+  std::vector<std::string> rows;
+  for (const Problem& problem : problems_.All()) {
+    std::string row = problem.Line > 0 ? std::to_string(problem.Line) + ": " : std::string();
+    if (problem.EditorLine != problem.Line || problem.File != script_.CurrentFile)
+      row.insert(0, std::string(NameWithoutFolder(problem.File)) + ":");
+    rows.push_back(row + problem.Message);
+  }
+  app_.Aid.SetProblems(rows);
+  if (show && !rows.empty()) {
+    ShowPage(AidPage::Problems);
+  } else if (rows.empty() && page_ == AidPage::Problems) {
+    ShowPage(AidPage::None);
+  }
+}
+
+void WritingAid::GoToProblem(std::size_t index) {
+  if (index >= problems_.All().size()) return;
+  app_.Aid.ChooseProblem(index);
+  const std::uint32_t line = problems_.All()[index].EditorLine;
+  if (line > 0 && line <= app_.Editor.Place().Lines) app_.Editor.GoToLine(line);
+}
+
+void WritingAid::NextProblem() {
+  ChooseProblem(problems_.After(static_cast<std::uint32_t>(app_.Editor.Place().Line)));
+}
+
+void WritingAid::PreviousProblem() {
+  ChooseProblem(problems_.Before(static_cast<std::uint32_t>(app_.Editor.Place().Line)));
+}
+
+void WritingAid::ChooseProblem(std::optional<std::size_t> index) {
+  if (!index) return;
+  if (page_ != AidPage::Problems) ShowPage(AidPage::Problems);
+  GoToProblem(*index);
+}
+
+}  // namespace vaxel

@@ -1,0 +1,94 @@
+// Helps while a script is written: the help of the cursor's line, what may be meant by what is typed, and the
+// list of what the last run found wrong.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/app_context.h"
+#include "app/completion.h"
+#include "app/edited_script.h"
+#include "app/keys.h"
+#include "app/problem_list.h"
+#include "app/script_survey.h"
+#include "app/writing_aid_view.h"
+
+namespace vaxel {
+
+class WritingAid {
+ public:
+  // Both must outlive it.
+  WritingAid(AppContext& app, const EditedScript& script) : app_(app), script_(script), outside_(*this) {}
+
+  void ToggleHelp();       // Mnu_Syntaxe
+  void Complete();         // Mnu_Completer
+  void NextProblem();      // Mnu_ErreurSuivante
+  void PreviousProblem();  // Mnu_ErreurPrecedente
+  void ShowPage(AidPage page);
+  // Names the pages in the language of menus.
+  void ShowCaptions();
+
+  // The text has changed; and, after that, a character was typed or taken back.
+  void TextChanged();
+  void Typed();
+  void CursorMoved();
+  // Another text has come into the editor.
+  void TextReplaced();
+  // The user has not typed for a moment.
+  void Paused();
+
+  // Whether offers are shown, which take Up, Down, Tab, Return and Escape.
+  bool HasOffers() const { return !offers_.List.empty(); }
+  bool KeyDown(Key key);
+  void TakeOffer(std::size_t index);
+  void HideOffers();
+
+  // What a run has found takes the place of what the one before found. With show, anything is brought to the
+  // user's eyes.
+  void SetProblems(std::vector<Problem> problems, bool show);
+  void GoToProblem(std::size_t index);
+
+ private:
+  // What the system tells for completion, kept for a while.
+  class Outside : public CompletionSource {
+   public:
+    explicit Outside(WritingAid& owner) : owner_(owner) {}
+    std::vector<std::string> FilesIn(std::string_view folder, std::size_t most) override;
+    std::span<const std::string> Fonts() override;
+
+   private:
+    WritingAid& owner_;
+    std::optional<std::vector<std::string>> fonts_;
+  };
+  // The cursor's line and the column in it.
+  struct Cursor {
+    std::size_t Line = 1, Column = 0, LineBegin = 0;
+    std::string Text;
+  };
+
+  Cursor CursorNow();
+  std::string LineOf(std::size_t line);
+  void Offer(bool isAsked);
+  void ShowHelp();
+  void RefreshSurvey();
+  void SpellLeftLine();
+  void ChooseProblem(std::optional<std::size_t> index);
+
+  AppContext& app_;
+  const EditedScript& script_;
+  Outside outside_;
+  ScriptSurvey survey_;
+  bool isSurveyOld_ = true;
+  std::optional<std::size_t> typedLine_;  // in which something was typed, while the cursor is in it
+  std::optional<std::size_t> leftLine_;   // the one before, until its keywords are spelled
+  AidPage page_ = AidPage::None;
+  Completions offers_;  // none is shown while the list is empty
+  std::size_t offersLine_ = 0, chosen_ = 0;
+  ProblemList problems_;
+};
+
+}  // namespace vaxel

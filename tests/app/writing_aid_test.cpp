@@ -1,0 +1,168 @@
+// What helps while a script is written: offers, help, spelling, the list of problems, drawing as one types.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "tests/app/fake_shell.h"
+
+namespace vaxel::test {
+namespace {
+
+// As at the keyboard, key by key.
+void Type(FakeShell& shell, std::string_view text) {
+  for (const char key : text) {
+    if (key == '\n' && shell.App->KeyDown(Key::Return)) continue;
+    shell.Editor.Type({&key, 1});
+    shell.App->Typed();
+  }
+}
+
+bool Offers(const FakeShell& shell, const std::string& name) {
+  return std::ranges::find(shell.Aid.Offers, name) != shell.Aid.Offers.end();
+}
+
+TEST(WritingAid, OffersWhatABeginningMayMean) {
+  FakeShell shell("Arc = 0, 0, 40, 45, 135\n");
+  Type(shell, "C");
+  EXPECT_TRUE(shell.Aid.Offers.empty());
+  Type(shell, "er");
+  EXPECT_TRUE(Offers(shell, "Cercle"));
+  EXPECT_EQ(shell.Aid.Place, 24U);
+  EXPECT_TRUE(shell.App->KeyDown(Key::Escape));
+  EXPECT_FALSE(shell.App->Runs().IsAbortRequested());
+  EXPECT_TRUE(shell.Aid.Offers.empty());
+  // Another letter asks again; the first offer is taken, in one step.
+  Type(shell, "c");
+  ASSERT_FALSE(shell.Aid.Offers.empty());
+  EXPECT_EQ(shell.Aid.Offers.front(), "Cercle");
+  EXPECT_TRUE(shell.App->KeyDown(Key::Tab));
+  EXPECT_EQ(shell.Editor.Content, "Arc = 0, 0, 40, 45, 135\nCercle = ");
+  EXPECT_EQ(shell.Editor.Replacements, 1);
+  EXPECT_TRUE(shell.Aid.Offers.empty());
+  // Without offers the keys are the editor's.
+  for (const Key key : {Key::Tab, Key::Return, Key::Up}) EXPECT_FALSE(shell.App->KeyDown(key));
+}
+
+TEST(WritingAid, OffersWhatTheCursorHasLeftNoMore) {
+  FakeShell shell("%Rayon = 40\n");
+  Type(shell, "Trait = %R");
+  EXPECT_TRUE(Offers(shell, "%Rayon"));
+  shell.Editor.GoToLine(1);
+  shell.App->CursorMoved();
+  EXPECT_TRUE(shell.Aid.Offers.empty());
+  shell.Editor.Selected = {shell.Editor.Content.size(), shell.Editor.Content.size()};
+  shell.Editor.Line = 2;
+  shell.App->Command(MenuId::Mnu_Completer);
+  EXPECT_TRUE(Offers(shell, "%Rayon"));
+}
+
+TEST(WritingAid, HelpFollowsTheCursor) {
+  FakeShell shell("");
+  shell.App->KeyDown(Key::F2);
+  EXPECT_EQ(shell.Aid.Page, AidPage::Help);
+  Type(shell, "Cercle = 1, 2, ");
+  const AidHelp& help = shell.Aid.Help;
+  EXPECT_TRUE(help.Text.starts_with("Cercle")) << help.Text;
+  ASSERT_EQ(help.Strong.size(), 1U);
+  EXPECT_EQ(help.Text.substr(help.Strong[0].Begin, help.Strong[0].End - help.Strong[0].Begin), "radius");
+  shell.App->KeyDown(Key::F2);
+  EXPECT_EQ(shell.Aid.Page, AidPage::None);
+}
+
+TEST(WritingAid, SpellsTheLineThatIsLeft) {
+  FakeShell shell("trait = 0,0,1,1\n");
+  Type(shell, "trait = 0, 0, 5, 5 ' trait");
+  shell.App->TypingPaused();
+  EXPECT_TRUE(shell.Editor.Content.ends_with("\ntrait = 0, 0, 5, 5 ' trait"));
+  Type(shell, "\nTr");
+  EXPECT_EQ(shell.Editor.Content, "trait = 0,0,1,1\nTrait = 0, 0, 5, 5 ' trait\nTr");
+  EXPECT_EQ(shell.Editor.Selected.Begin, shell.Editor.Content.size());
+  EXPECT_EQ(shell.Editor.Replacements, 1);
+}
+
+TEST(WritingAid, DrawsWhileOneTypes) {
+  FakeShell shell(Dial);
+  const std::size_t before = shell.App->Runs().Drawing()->Size();
+  shell.Happened.clear();
+  Type(shell, "Trait = 0, 0, 5, 5\n?\n");
+  EXPECT_GT(shell.Window.AwaitedPauses, 0);
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before);
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before + 1);
+  EXPECT_TRUE(shell.Editor.Content.ends_with("?\n"));  // no comment is written
+  // A script that fails keeps the drawing, which is said to be old; no box tells of it.
+  Type(shell, "Foo = 1\n");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before + 1);
+  EXPECT_TRUE(shell.Window.IsDrawingOld);
+  ASSERT_EQ(shell.Aid.Problems.size(), 1U);
+  EXPECT_TRUE(shell.Aid.Problems[0].starts_with("6: ")) << shell.Aid.Problems[0];
+  EXPECT_EQ(shell.Aid.Page, AidPage::None);
+  EXPECT_EQ(shell.Take({"critical", "message", "hourglass", "disable"}), Log{});
+  // The next problem is gone to by its key.
+  shell.Editor.GoToLine(1);
+  shell.App->KeyDown(Key::F9);
+  EXPECT_EQ(shell.Aid.Page, AidPage::Problems);
+  EXPECT_EQ(shell.Editor.Line, 6U);
+  // What is mended is drawn again.
+  shell.Editor.Replace(shell.Editor.RangeOfLines(6, 6), "' none");
+  shell.App->TypingPaused();
+  EXPECT_FALSE(shell.Window.IsDrawingOld);
+  EXPECT_TRUE(shell.Aid.Problems.empty());
+}
+
+TEST(WritingAid, AKeyEndsDrawing) {
+  FakeShell shell(Dial);
+  const std::size_t before = shell.App->Runs().Drawing()->Size();
+  Type(shell, "Trait = 0, 0, 5, 5\n");
+  shell.Window.OnInput = [] { return true; };
+  shell.Window.AwaitedPauses = 0;
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before);
+  EXPECT_EQ(shell.Window.AwaitedPauses, 1);
+  shell.Window.OnInput = nullptr;
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before + 1);
+  // One that is drawn is not drawn again.
+  shell.Happened.clear();
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.Take({"show"}), Log{});
+}
+
+TEST(WritingAid, WhatTakesTooLongWaitsForF4) {
+  FakeShell shell(Dial);
+  Type(shell, "Again:\nGoto Again\n");
+  shell.System.Step = std::chrono::milliseconds(20);
+  shell.Window.AwaitedPauses = 0;
+  for (int pause = 0; pause < 3; ++pause) shell.App->TypingPaused();
+  EXPECT_EQ(shell.Window.AwaitedPauses, 1);  // for a second try
+  EXPECT_NE(shell.Window.Status[static_cast<std::size_t>(StatusField::Message)].find("F4"), std::string::npos);
+}
+
+TEST(WritingAid, NothingIsDrawnWhereThatIsNotWanted) {
+  FakeShell shell(Dial);
+  shell.App->Command(MenuId::Mnu_DessinDirect);
+  EXPECT_NE(shell.Read("Vaxel.cfg").find("DessinDirect = Non\r\n"), std::string::npos);
+  const std::size_t before = shell.App->Runs().Drawing()->Size();
+  Type(shell, "Trait = 0, 0, 5, 5\n");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before);
+  shell.Restart();
+  ASSERT_TRUE(shell.Start());
+  EXPECT_FALSE(shell.App->Options().DrawsLive());
+}
+
+TEST(WritingAid, QuestionsTakeTheLastAnswer) {
+  FakeShell shell("%N = 3\nInput = How many, %N\nTrait = 0, 0, %N, 0\n");
+  shell.Boxes.Answers = {"7"};
+  shell.App->KeyDown(Key::F4);
+  shell.Happened.clear();
+  Type(shell, "' more\n");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.Take({"input"}), Log{});
+  EXPECT_FALSE(shell.Window.IsDrawingOld);
+}
+
+}  // namespace
+}  // namespace vaxel::test
