@@ -84,6 +84,7 @@ struct SearchDialog {
   bool HasSelection = false;
   std::vector<Button> Buttons;  // the first one is what Enter presses
   std::string CloseButton;
+};
 
 // How a drawing is exported. OnButton takes the numbers of the entries that are chosen, from 0, and the
 // field as it stands, and says whether the dialog closes.

@@ -236,7 +236,7 @@ constexpr bool EveryCaptionHasAccelerator() {
 constexpr bool AcceleratorsAreUnique(std::size_t language) {
   for (std::size_t i = 0; i < Rows.size(); ++i) {
     for (std::size_t other = 0; other < i; ++other) {
-      if (Rows[i].Place != Rows[other].Place) continue;
+      if (Rows[i].Place != Rows[other].Place || Rows[i].Place == Nowhere) continue;
       if (AcceleratorOf(Rows[i], language) == AcceleratorOf(Rows[other], language)) return false;
     }
   }

@@ -8,6 +8,7 @@
 #include "app/command_search.h"
 #include "app/keyword_spelling.h"
 #include "app/line_surroundings.h"
+#include "app/script_file.h"
 #include "app/syntax_help.h"
 #include "base/files.h"
 #include "commands/command_table.h"
