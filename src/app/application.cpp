@@ -56,6 +56,7 @@ bool Application::Start(const StartOptions& options) {
   Debut(options);
   OfferRecovery();
   files_.DrawUnchanged();
+  RunsSettled();
   return true;
 }
 
@@ -146,6 +147,7 @@ void Application::Run(MenuId item, bool withCtrl) {
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
   aid_.HideOffers();
   row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, aid_, withCtrl});
+  RunsSettled();
 }
 
 std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
@@ -160,6 +162,8 @@ std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
     // What ends with a run onto the screen is not there without one.
     const bool needsRun = shown.Item == MenuId::Positionner;
     item.IsEnabled = row.Run && IsEnabled(shown.Item) && (!needsRun || IsEnabled(MenuId::Mnu_Visualiser));
+    if (shown.Item == MenuId::Mnu_PageSuivante) item.IsEnabled = runs_.Shown().HasNextPage();
+    if (shown.Item == MenuId::Mnu_PagePrecedente) item.IsEnabled = runs_.Shown().HasPreviousPage();
     item.EndsGroup = shown.EndsGroup;
     items.push_back(std::move(item));
   }
@@ -167,11 +171,15 @@ std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
 }
 
 void Application::OpenRecent(std::size_t index) {
-  if (!runs_.IsRunning()) files_.OpenRecent(index);
+  if (runs_.IsRunning()) return;
+  files_.OpenRecent(index);
+  RunsSettled();
 }
 
 void Application::OpenDropped(const std::string& fileName) {
-  if (!runs_.IsRunning()) files_.OpenFile(fileName);
+  if (runs_.IsRunning()) return;
+  files_.OpenFile(fileName);
+  RunsSettled();
 }
 
 bool Application::KeyDown(Key key, bool withShift) {
@@ -214,6 +222,16 @@ void Application::Typed() {
   if (!runs_.IsRunning()) aid_.Typed();
 }
 
+void Application::RunsSettled() {
+  if (std::exchange(seenRuns_, runs_.ScreenRuns()) == runs_.ScreenRuns()) return;
+  isDrawingOld_ = false;
+  aid_.SetProblems(runs_.Problems(), false);
+}
+
+void Application::ScreenChanged() {
+  if (!runs_.IsRunning() && runs_.Drawing()) runs_.DrawLive(LongestLiveTry);
+}
+
 void Application::TypingPaused() {
   if (runs_.IsRunning()) return;
   aid_.Paused();
@@ -249,6 +267,7 @@ void Application::Activated() {
   if (runs_.IsRunning() || isFollowingDisk_) return;
   const RaisedFlag following(isFollowingDisk_);
   if (files_.FollowDisk()) recovery_.TextChanged();
+  RunsSettled();
 }
 
 void Application::Tick() {

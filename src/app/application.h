@@ -57,6 +57,8 @@ class Application {
   void CursorMoved();
   // The graphic area has another size.
   void GraphicAreaChanged() { runs_.Shown().AreaChanged(); }
+  // The window is on a screen with pixels of another size: what was drawn with them is drawn anew.
+  void ScreenChanged();
   // The divider was dragged: the editor's width in units of 1/96 inch.
   void EditorWidthChanged(int width);
   // A character was typed or taken back; that it has changed the text was told before.
@@ -97,6 +99,8 @@ class Application {
   static constexpr std::chrono::milliseconds LiveTry{250}, LongestLiveTry{1000};
 
   void DrawLive();
+  // To be called behind what may have run the script.
+  void RunsSettled();
   void Run(MenuId item, bool withCtrl);
   void Debut(const StartOptions& options);  // start-up after the printer check
   void OfferRecovery();
@@ -114,6 +118,7 @@ class Application {
   ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
+  std::size_t seenRuns_ = 0;
   bool isDrawingOld_ = false;                        // the text has changed since it was drawn
   std::chrono::milliseconds livePatience_{LiveTry};  // of the next run while the script is written
   std::bitset<MenuItems> disabled_;

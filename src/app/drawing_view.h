@@ -57,6 +57,8 @@ class DrawingView {
 
   // The page that is shown, from 0.
   std::size_t ShownPage() const;
+  bool HasNextPage() const { return drawing_ && ShownPage() < LastPage(); }
+  bool HasPreviousPage() const { return drawing_ && ShownPage() > 0; }
 
  private:
   std::size_t LastPage() const;

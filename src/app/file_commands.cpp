@@ -91,6 +91,7 @@ void FileCommands::TextChanged(bool isComment) {
 // another would be saved over it.
 void FileCommands::SetScript(const ScriptFile& script, std::string fileName) {
   app_.Editor.SetText(script.Text);
+  ++script_.Texts;
   script_.CurrentFile = std::move(fileName);
   script_.Encoding = script.Bytes.Encoding;
   script_.LoadedHash = script.Bytes.Hash;

@@ -122,6 +122,7 @@ RunTarget RunCycle::ScreenTarget() const {
 }
 
 RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
+  ++screenRuns_;
   auto list = std::make_unique<DisplayList>();
   const auto keep = [&](std::vector<PaperOutline> sheets) {
     if (list->Pages().empty()) return;

@@ -51,6 +51,8 @@ class RunCycle {
   LiveEnd DrawLive(std::chrono::milliseconds patience);
   // Writes what the last run onto the screen came to into the status line.
   void ShowMessage() const;
+  // How many runs onto the screen were asked for.
+  std::size_t ScreenRuns() const { return screenRuns_; }
   // What the last runs that belong together have found wrong.
   const std::vector<Problem>& Problems() const { return session_.Problems; }
   void ShowTrueSize();  // Mnu_TailleReelle
@@ -86,6 +88,7 @@ class RunCycle {
   // The page of it that is shown, from 0.
   std::size_t ShownPage() const { return shown_.ShownPage(); }
   DrawingView& Shown() { return shown_; }
+  const DrawingView& Shown() const { return shown_; }
   const ViewState& View() const { return state_; }
 
  private:
@@ -114,6 +117,7 @@ class RunCycle {
   std::unique_ptr<DisplayList> drawing_;
   RunOutcome lastOnScreen_;
   std::vector<std::string> lastAnswers_;
+  std::size_t screenRuns_ = 0;
   std::size_t cursorLine_ = 1;
   bool isLineChanged_ = false;  // the cursor's, since it was last coloured
 };

@@ -59,7 +59,8 @@ WritingAid::Cursor WritingAid::CursorNow() {
 }
 
 void WritingAid::RefreshSurvey() {
-  if (!std::exchange(isSurveyOld_, false)) return;
+  const bool isOfAnother = std::exchange(surveyed_, script_.Texts) != script_.Texts;
+  if (!std::exchange(isSurveyOld_, false) && !isOfAnother) return;
   survey_.Read(app_.Editor.Text());
 }
 
@@ -70,7 +71,8 @@ void WritingAid::TextChanged() {
 // What was typed is spelled as users see it, which is a step of its own to undo. The cursor stays.
 void WritingAid::SpellLeftLine() {
   const auto line = std::exchange(leftLine_, std::nullopt);
-  if (!line || *line > app_.Editor.Place().Lines) return;
+  const bool isOfThisText = typedText_ == script_.Texts;
+  if (!line || !isOfThisText || *line > app_.Editor.Place().Lines) return;
   const EditorRange range = app_.Editor.RangeOfLines(*line, *line);
   const LineSurroundings surroundings(survey_, *line, [this](std::size_t number) { return LineOf(number); });
   const auto edit = SpellKeywords(app_.Editor.TextOf(range), surroundings.Context());
@@ -83,14 +85,6 @@ void WritingAid::SpellLeftLine() {
     return place >= replaced.End ? place + length - (replaced.End - replaced.Begin) : place;
   };
   app_.Editor.Select({moved(selection.Begin), moved(selection.End)});
-}
-
-void WritingAid::TextReplaced() {
-  typedLine_.reset();
-  leftLine_.reset();
-  isSurveyOld_ = true;
-  HideOffers();
-  SetProblems({}, false);
 }
 
 void WritingAid::Paused() {
@@ -118,8 +112,11 @@ void WritingAid::Complete() {
 }
 
 void WritingAid::Typed() {
+  const std::size_t line = app_.Editor.Place().Line;
+  if (typedLine_ && *typedLine_ != line) leftLine_ = typedLine_;
   SpellLeftLine();
-  typedLine_ = app_.Editor.Place().Line;
+  typedLine_ = line;
+  typedText_ = script_.Texts;
   Offer(false);
   if (page_ == AidPage::Help) ShowHelp();
 }

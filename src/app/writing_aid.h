@@ -36,8 +36,6 @@ class WritingAid {
   void TextChanged();
   void Typed();
   void CursorMoved();
-  // Another text has come into the editor.
-  void TextReplaced();
   // The user has not typed for a moment.
   void Paused();
 
@@ -83,8 +81,10 @@ class WritingAid {
   Outside outside_;
   ScriptSurvey survey_;
   bool isSurveyOld_ = true;
+  std::uint64_t surveyed_ = 0;  // which text the survey is of
   std::optional<std::size_t> typedLine_;  // in which something was typed, while the cursor is in it
   std::optional<std::size_t> leftLine_;   // the one before, until its keywords are spelled
+  std::uint64_t typedText_ = 0;           // which text these lines are of
   AidPage page_ = AidPage::None;
   Completions offers_;  // none is shown while the list is empty
   std::size_t offersLine_ = 0, chosen_ = 0;

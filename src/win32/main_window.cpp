@@ -237,6 +237,7 @@ void MainWindowWin32::ChangeDpi(UINT dpi, const RECT& suggested) {
   panel_.SetDpi(Dpi());
   if (!isPlacing_) SetFrame(window_.get(), suggested);
   Layout();
+  application_->ScreenChanged();
 }
 
 bool MainWindowWin32::HasInput() {
@@ -264,6 +265,15 @@ void MainWindowWin32::ShowPage(AidPage page) {
   if (page == AidPage::None && IsChild(panel_.Window(), GetFocus())) SetFocus(editor_.Window());
   panel_.ShowPage(page);
   Layout();
+}
+
+// Of an item whose caption says little.
+void MainWindowWin32::ShowHint(int id, UINT flags) {
+  const int item = id - FirstCommandId;
+  const bool isItem = (flags & (MF_POPUP | MF_SEPARATOR)) == 0 && item >= 0 && item < static_cast<int>(MenuItems);
+  if (!isItem) return;
+  const std::string hint = application_->Hint(static_cast<MenuId>(item));
+  if (!hint.empty()) status_.SetText(StatusField::Message, hint);
 }
 
 void MainWindowWin32::OpenDropped(HDROP drop) {
@@ -362,6 +372,9 @@ std::optional<LRESULT> MainWindowWin32::Handle(UINT message, WPARAM wParam, LPAR
       ShowContextMenu(area, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
       return 0;
     }
+    case WM_MENUSELECT:
+      ShowHint(LOWORD(wParam), HIWORD(wParam));
+      return 0;
     case WM_NOTIFY:
       if (wParam == ToolBarId) return tools_.Notified(*reinterpret_cast<const NMHDR*>(lParam));
       if (wParam == EditorId && reinterpret_cast<const NMHDR*>(lParam)->code == EN_SELCHANGE) {

@@ -111,6 +111,7 @@ class MainWindowWin32 : public MainWindow, public WritingAidView {
   bool TakesKey(const MSG& message);
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
+  void ShowHint(int id, UINT flags);
   void PressedDuringRun(UINT message);
   bool HasContextMenu(HWND area) const { return area == editor_.Window() || area == graphic_.Window(); }
   void TimerEnds(WPARAM timer);

@@ -230,7 +230,7 @@ TEST(Application, TakesKeysWithWhatIsHeldDown) {
   EXPECT_FALSE(press(Key{'N'}, false, false));
   EXPECT_FALSE(press(Key{'N'}, true, true));
   EXPECT_FALSE(press(Key::F1, false, true));
-  EXPECT_FALSE(press(Key::F3, false, false));
+  EXPECT_FALSE(press(Key::F5, false, false));
   EXPECT_EQ(shell.Take(), Log{});
   EXPECT_TRUE(press(Key::F1, true, false));
   EXPECT_EQ(shell.Take({"help"}).size(), 1U);
@@ -373,11 +373,10 @@ TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell(Dial);
   EXPECT_EQ(shell.Window.Greyed,
             (std::set<MenuId>{MenuId::Mnu_OuvrirMeter, MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
-                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Syntaxe, MenuId::Mnu_Polices,
+                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Polices,
                               // There is one page.
                               MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
-  EXPECT_FALSE(shell.App->KeyDown(Key::F2));
   EXPECT_EQ(shell.Take(), Log{});
   shell.Boxes.Chosen = 255;
   shell.App->Command(MenuId::Mnu_Couleur);

@@ -240,14 +240,14 @@ TEST(DrawingView, ShowsTheSheetWherePrintingPutsTheDrawing) {
   shell.App->Command(MenuId::Mnu_Feuille);
   ASSERT_TRUE(shell.Window.Sheet);
   ExpectBox(shell.Window.Sheet->Printable, {-20, -83.5}, {180, 203.5});
-  ExpectBox(shell.Window.Sheet->Paper, {-25, -89.5}, {185, 207.5});
+  ExpectBox(shell.Window.Sheet->Paper, {-26, -86.5}, {184, 210.5});
   EXPECT_TRUE(shell.Read("Vaxel.cfg").find("\r\nFeuille = 1\r\n") != std::string::npos);
   shell.Editor.Content = "FormatI = Paysage\nCentreE = 5, 0, N\nCentreI = 10, 20, N\nX = 0,0,1\n";
   shell.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("2", "1"); };
   shell.App->KeyDown(Key::F7);
   // The centre lies at 90, 60 on the screen and, counted downward, at 10, 180 on the paper.
   ExpectBox(shell.Window.Sheet->Printable, {90 - 20, 60 - 360}, {90 + 2 * 277, 60 + 40});
-  ExpectBox(shell.Window.Sheet->Paper, {70 - 12, -300 - 10}, {58 + 594, -310 + 420});
+  ExpectBox(shell.Window.Sheet->Paper, {70 - 14, -300 - 8}, {56 + 594, -308 + 420});
   shell.App->Command(MenuId::Mnu_Feuille);
   EXPECT_FALSE(shell.Window.Sheet);
 }

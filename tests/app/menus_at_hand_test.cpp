@@ -24,7 +24,7 @@ TEST(MenusAtHand, HaveTheKeysAndTheStateOfTheMenuBar) {
   FakeShell shell(Dial);
   EXPECT_TRUE(Find(shell, ContextPlace::Editor, "Help on &Word\tF1").IsEnabled);
   EXPECT_TRUE(Find(shell, ContextPlace::Editor, "Ru&n the script\tF4").IsEnabled);
-  EXPECT_FALSE(Find(shell, ContextPlace::Editor, "&Syntax\tF2").IsEnabled);
+  EXPECT_FALSE(Find(shell, ContextPlace::Drawing, "&Next page\tCtrl+PgDn").IsEnabled);
   EXPECT_TRUE(Find(shell, ContextPlace::Drawing, "&Zoom\tF7").IsEnabled);
   EXPECT_TRUE(Find(shell, ContextPlace::Drawing, "&Centre the drawing here\tF6").IsEnabled);
   shell.App->SetItemEnabled(MenuId::Mnu_Visualiser, false);
@@ -43,7 +43,7 @@ TEST(MenusAtHand, RunWhatTheirKeysRun) {
   EXPECT_NE(shell.View().OffX, 0);
   // Ctrl that is held down meanwhile changes nothing.
   shell.System.Ctrl = true;
-  shell.App->Choose(Find(shell, ContextPlace::Drawing, "&RefCur\tF8"));
+  shell.App->Choose(Find(shell, ContextPlace::Drawing, "Reference &point\tF8"));
   EXPECT_EQ(shell.Take({"reference"}), Log{"reference dialog"});
   shell.System.Ctrl = false;
   shell.App->Choose(Find(shell, ContextPlace::Drawing, "Drawing in its &usual place\tCtrl+F6"));

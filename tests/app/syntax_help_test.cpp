@@ -97,7 +97,7 @@ TEST(SyntaxHelp, KnowsSeparatorsAndLinesBefore) {
 }
 
 TEST(SyntaxHelp, TellsOfWhatIsNoCommand) {
-  EXPECT_EQ(Told("Fin|:", French).substr(0, 10), "Etiquette:");
+  EXPECT_EQ(Told("Fin|:", French).substr(0, 11), "Étiquette:");
   EXPECT_EQ(Told("' x|", French).substr(0, 13), "' Commentaire");
   EXPECT_EQ(Told("Trait = 1 ' x|", French).substr(0, 13), "' Commentaire");
   const SyntaxHelp unknown = HelpForLine("Triat = 3", 9, {}, {Strings(), French});

@@ -41,7 +41,7 @@ TEST(WritingAid, OffersWhatABeginningMayMean) {
   EXPECT_EQ(shell.Editor.Replacements, 1);
   EXPECT_TRUE(shell.Aid.Offers.empty());
   // Without offers the keys are the editor's.
-  for (const Key key : {Key::Tab, Key::Return, Key::Up}) EXPECT_FALSE(shell.App->KeyDown(key));
+  for (const Key key : {Key::Return, Key::Up}) EXPECT_FALSE(shell.App->KeyDown(key));
 }
 
 TEST(WritingAid, OffersWhatTheCursorHasLeftNoMore) {
@@ -79,6 +79,24 @@ TEST(WritingAid, SpellsTheLineThatIsLeft) {
   EXPECT_EQ(shell.Editor.Content, "trait = 0,0,1,1\nTrait = 0, 0, 5, 5 ' trait\nTr");
   EXPECT_EQ(shell.Editor.Selected.Begin, shell.Editor.Content.size());
   EXPECT_EQ(shell.Editor.Replacements, 1);
+  // A text that was loaded is as it was written, also in the line that was typed last.
+  shell.Write("other.dat", "a:\nb:\ntrait = 1,1,2,2\n");
+  shell.Editor.Line = 3;
+  shell.App->Typed();
+  shell.Boxes.Answers = {"no"};
+  shell.App->OpenDropped(shell.Path("other.dat"));
+  shell.App->CursorMoved();
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.Editor.Content, "a:\nb:\ntrait = 1,1,2,2\n");
+}
+
+TEST(WritingAid, ListsWhatARunHasFoundWrong) {
+  FakeShell shell("Couleur = Rot\n" + std::string(Dial));
+  EXPECT_EQ(shell.Aid.Problems.size(), 1U);
+  shell.Editor.Content = "Foo = 1\nCouleur = Blau\n";
+  shell.App->KeyDown(Key::F4);
+  ASSERT_EQ(shell.Aid.Problems.size(), 1U);
+  EXPECT_TRUE(shell.Aid.Problems[0].starts_with("1: ")) << shell.Aid.Problems[0];
 }
 
 TEST(WritingAid, DrawsWhileOneTypes) {
@@ -154,7 +172,8 @@ TEST(WritingAid, NothingIsDrawnWhereThatIsNotWanted) {
 }
 
 TEST(WritingAid, QuestionsTakeTheLastAnswer) {
-  FakeShell shell("%N = 3\nInput = How many, %N\nTrait = 0, 0, %N, 0\n");
+  FakeShell shell(Dial);
+  shell.Editor.Content = "%N = 3\nInput = How many, %N\nTrait = 0, 0, %N, 0\n";
   shell.Boxes.Answers = {"7"};
   shell.App->KeyDown(Key::F4);
   shell.Happened.clear();

@@ -33,7 +33,7 @@ inline std::string Header() {
 
 inline std::string SettingsWith(const std::string& language, const std::string& script) {
   return Header() + "Langue = " + language + "\r\nLangueAide = " + language + "\r\nFichierDat = " + script +
-         "\r\nDoubleClic = Non\r\nZmm = 1\r\nPatchs = 0\r\n";
+         "\r\nDoubleClic = Non\r\nDessinDirect = Non\r\nZmm = 1\r\nPatchs = 0\r\n";
 }
 
 // Of a saved script; the name of a new one is empty.
