@@ -138,7 +138,7 @@ void EditingCommands::GoToLine() {
 }
 
 std::vector<EditingCommands::Match> EditingCommands::MatchesIn(const std::string& text,
-                                                              const SearchEntry& entry) const {
+                                                               const SearchEntry& entry) const {
   UnitCounter places(text);
   std::vector<Match> matches;
   for (const TextPart& part : FindAll(text, entry.Wanted, {entry.MatchesCase, entry.WholeWords})) {

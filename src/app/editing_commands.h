@@ -26,11 +26,11 @@ class EditingCommands {
   void Paste();      // Mnu_Coller
   void SelectAll();  // Mnu_ToutSelectionner
 
-  void Search();          // Mnu_Chercher: the dialog
+  void Search();  // Mnu_Chercher: the dialog
   // Mnu_Suivant and Mnu_Precedent: without it, once something was looked for.
   void SearchNext() { SearchOn(true); }
   void SearchPrevious() { SearchOn(false); }
-  void GoToLine();        // Mnu_AllerLigne
+  void GoToLine();  // Mnu_AllerLigne
 
   // On the lines in which something is selected, or on the cursor's. A selection that ends at a line's start
   // has nothing of that line.

@@ -6,8 +6,8 @@
 namespace vaxel {
 
 // A letter is the code of its capital, Key{'S'}, a digit that of its sign; function keys are counted from F1.
-// Tab and Return are told only where they are commands: in an editor in which lines are selected, or where offers
-// are shown beside the cursor.
+// Tab and Return are told only where they are commands: in an editor in which lines are selected, or where
+// offers are shown beside the cursor.
 enum class Key : std::uint8_t {
   None,
   Escape,

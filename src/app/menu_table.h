@@ -77,7 +77,7 @@ enum class MenuId : std::uint8_t {
   Mnu_Aide,
   Mnu_AideMot,
   Mnu_AProposDe,
-  Positionner,         // these have keys alone
+  Positionner,  // these have keys alone
   Mnu_ErreurSuivante,
   Mnu_ErreurPrecedente,
   // No items, but places: the bar itself, where the popups stand, and none at all.

@@ -155,8 +155,8 @@ void RunBridge::KeepProblem(Problem::Kind kind, std::string_view fileName, std::
   if (!keepsProblems_ || session_.Problems.size() >= ProblemList::Most) return;
   const std::uint32_t included = run_ ? run_->Levels[0].Line.Number : 0;
   const std::string_view firstLine = text.substr(0, text.find('\n'));
-  session_.Problems.push_back({kind, std::string(firstLine), std::string(fileName), line,
-                               IsOfEditor(fileName) ? line : included});
+  session_.Problems.push_back(
+      {kind, std::string(firstLine), std::string(fileName), line, IsOfEditor(fileName) ? line : included});
 }
 
 void RunBridge::Note(std::string notice) {

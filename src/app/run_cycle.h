@@ -1,9 +1,9 @@
 // Runs on the screen and on the printer, and what moves and measures the drawing.
 #pragma once
 
-#include <functional>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -45,8 +45,8 @@ class RunCycle {
   void Zoom(bool withCtrl);       // Mnu_Zoom
   void Reference(bool withCtrl);  // Mnu_RefCurseur
   void Positionner(bool withCtrl);
-  // Runs the script while it is written, without a box, a question or a comment. What fails leaves the drawing
-  // of before; so does a key, and a run that takes longer than patience.
+  // Runs the script while it is written, without a box, a question or a comment. What fails leaves the
+  // drawing of before; so does a key, and a run that takes longer than patience.
   enum class LiveEnd : std::uint8_t { Drawn, Failed, Interrupted, TooLong };
   LiveEnd DrawLive(std::chrono::milliseconds patience);
   // Writes what the last run onto the screen came to into the status line.

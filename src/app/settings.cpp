@@ -302,8 +302,10 @@ void Settings::ChoosePatches() {
 
 void Settings::ChooseFontSize() {
   const std::string present = values_.CodeFontSize > 0 ? NumberText(values_.CodeFontSize) : std::string();
-  InputDialog dialog{"Vaxel", app_.Message(TextId::FontSizePrompt, NumberText(SmallestFontSize), NumberText(LargestFontSize)),
-                     present};
+  InputDialog dialog{
+      "Vaxel",
+      app_.Message(TextId::FontSizePrompt, NumberText(SmallestFontSize), NumberText(LargestFontSize)),
+      present};
   double size = 0;
   dialog.OnOk = [&](const std::string& entry) {
     if (Trim(entry).empty()) return true;

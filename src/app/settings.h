@@ -34,7 +34,6 @@ class Settings {
 
   bool IsEditorShown() const { return isEditorShown_; }
 
-
   // Writes lines of the kind of OwnLine, of which others know what they mean.
   void Keep(const std::vector<ConfigurationLine>& ownLines) { WriteLines(ownLines); }
   void SetZmm(double zmm);

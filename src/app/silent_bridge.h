@@ -16,9 +16,9 @@ namespace vaxel {
 class SilentBridge : public RunBridge {
  public:
   struct Limits {
-    std::chrono::milliseconds Patience;     // after which the run is ended
-    bool TakesProposals = false;            // else a question without an answer ends the run
-    std::function<bool()> EndsRun = {};     // asked from time to time; null: never
+    std::chrono::milliseconds Patience;  // after which the run is ended
+    bool TakesProposals = false;         // else a question without an answer ends the run
+    std::function<bool()> EndsRun = {};  // asked from time to time; null: never
   };
 
   // All must outlive it.

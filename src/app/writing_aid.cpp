@@ -11,8 +11,8 @@
 #include "app/script_file.h"
 #include "app/syntax_help.h"
 #include "base/files.h"
-#include "commands/command_table.h"
 #include "base/utf8.h"
+#include "commands/command_table.h"
 
 namespace vaxel {
 namespace {
@@ -28,7 +28,8 @@ std::vector<std::string> WritingAid::Outside::FilesIn(std::string_view folder, s
   const fs::path base = PathOf(FolderOf(owner_.script_.CurrentFile));
   std::vector<std::string> names;
   std::error_code error;
-  for (fs::directory_iterator entry(folder.empty() && base.empty() ? fs::path(".") : base / PathOf(folder), error),
+  for (fs::directory_iterator
+           entry(folder.empty() && base.empty() ? fs::path(".") : base / PathOf(folder), error),
        end;
        !error && entry != end && names.size() < most; entry.increment(error)) {
     std::error_code ignored;
@@ -96,14 +97,16 @@ void WritingAid::Paused() {
 void WritingAid::Offer(bool isAsked) {
   const Cursor cursor = CursorNow();
   if (isAsked || app_.Editor.Size() <= ReadAtOnce) RefreshSurvey();
-  const LineSurroundings surroundings(survey_, cursor.Line, [this](std::size_t line) { return LineOf(line); });
+  const LineSurroundings surroundings(survey_, cursor.Line,
+                                      [this](std::size_t line) { return LineOf(line); });
   offers_ = vaxel::Complete({cursor.Text, cursor.Column, cursor.Line, isAsked},
                             {surroundings.Context(), survey_, outside_, {app_.Strings, app_.HelpLangBase}});
   offersLine_ = cursor.Line;
   chosen_ = 0;
   if (offers_.List.empty()) return app_.Aid.HideOffers();
   std::vector<vaxel::Offer> shown;
-  for (const Completion& offer : offers_.List) shown.push_back({offer.Shown, offer.Explanation, offer.Sample});
+  for (const Completion& offer : offers_.List)
+    shown.push_back({offer.Shown, offer.Explanation, offer.Sample});
   app_.Aid.ShowOffers(std::move(shown), cursor.LineBegin + offers_.Begin);
 }
 
@@ -139,7 +142,8 @@ void WritingAid::CursorMoved() {
   if (!HasOffers()) return;
   const std::size_t begin = app_.Editor.RangeOfLines(line, line).Begin;
   const EditorRange selection = app_.Editor.Selection();
-  const bool isAtWord = line == offersLine_ && selection.IsEmpty() && selection.Begin >= begin + offers_.Begin &&
+  const bool isAtWord = line == offersLine_ && selection.IsEmpty() &&
+                        selection.Begin >= begin + offers_.Begin &&
                         selection.Begin <= begin + offers_.End + 1;
   if (!isAtWord) HideOffers();
 }
@@ -196,7 +200,8 @@ void WritingAid::ShowCaptions() {
 
 void WritingAid::ShowHelp() {
   const Cursor cursor = CursorNow();
-  const LineSurroundings surroundings(survey_, cursor.Line, [this](std::size_t line) { return LineOf(line); });
+  const LineSurroundings surroundings(survey_, cursor.Line,
+                                      [this](std::size_t line) { return LineOf(line); });
   const HelpLanguage language{app_.Strings, app_.HelpLangBase};
   const SyntaxHelp found = HelpForLine(cursor.Text, cursor.Column, surroundings.Context(), language);
   AidHelp help;

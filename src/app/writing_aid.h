@@ -81,7 +81,7 @@ class WritingAid {
   Outside outside_;
   ScriptSurvey survey_;
   bool isSurveyOld_ = true;
-  std::uint64_t surveyed_ = 0;  // which text the survey is of
+  std::uint64_t surveyed_ = 0;            // which text the survey is of
   std::optional<std::size_t> typedLine_;  // in which something was typed, while the cursor is in it
   std::optional<std::size_t> leftLine_;   // the one before, until its keywords are spelled
   std::uint64_t typedText_ = 0;           // which text these lines are of

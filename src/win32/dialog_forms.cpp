@@ -198,8 +198,8 @@ DialogForm SearchForm(const SearchDialog& dialog, const DialogFont& font) {
     const auto* const button = std::ranges::find(SearchButtons, id);
     if (button == std::end(SearchButtons)) return id == IDCANCEL;
     const auto isChecked = [window](int check) { return IsDlgButtonChecked(window, check) == BST_CHECKED; };
-    const SearchEntry entry{FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2),
-                            isChecked(IDC_CHECK1), isChecked(IDC_CHECK2), isChecked(IDC_CHECK3)};
+    const SearchEntry entry{FieldText(window, IDC_TEXT1), FieldText(window, IDC_TEXT2), isChecked(IDC_CHECK1),
+                            isChecked(IDC_CHECK2), isChecked(IDC_CHECK3)};
     const auto index = static_cast<std::size_t>(button - SearchButtons);
     SetDlgItemTextW(window, IDC_STATUS, ControlText(dialog.Buttons[index].OnPressed(entry)).c_str());
     return false;
@@ -240,8 +240,7 @@ DialogForm LanguageForm(const LanguageDialog& dialog, const DialogFont& font) {
 }
 
 // The field keeps the focus when it is refused.
-DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons,
-                      const DialogFont& font) {
+DialogForm ExportForm(const ExportDialog& dialog, const ButtonTexts& buttons, const DialogFont& font) {
   const auto texts = [](const std::vector<std::string>& entries) {
     std::vector<std::wstring> wide;
     for (const std::string& entry : entries) wide.push_back(WithoutAccelerator(entry));

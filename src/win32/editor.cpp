@@ -240,8 +240,8 @@ void EditorWin32::MarkParentheses() {
   constexpr LONG longest = 2000;  // of a line that is looked through at every key
   const CHARRANGE range = text_.RangeOfLine(line);
   if (selection.cpMin != selection.cpMax || range.cpMax - range.cpMin > longest) return;
-  const auto pair = ParenthesesAt(Narrow(text_.TextOf(range)),
-                                  static_cast<std::size_t>(selection.cpMin - range.cpMin));
+  const auto pair =
+      ParenthesesAt(Narrow(text_.TextOf(range)), static_cast<std::size_t>(selection.cpMin - range.cpMin));
   if (!pair) return;
   paired_ = line;
   const RichText::Unnoticed unnoticed(text_);
@@ -254,8 +254,7 @@ void EditorWin32::MarkParentheses() {
 
 bool EditorWin32::HasLinesSelected() const {
   const CHARRANGE selection = text_.Selection();
-  return selection.cpMin != selection.cpMax &&
-         text_.LineAt(selection.cpMin) != text_.LineAt(selection.cpMax);
+  return selection.cpMin != selection.cpMax && text_.LineAt(selection.cpMin) != text_.LineAt(selection.cpMax);
 }
 
 std::string EditorWin32::Text() {

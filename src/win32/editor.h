@@ -98,7 +98,7 @@ class EditorWin32 : public ScriptEditor {
   DWORD lastTyped_ = 0;    // when, in milliseconds
   Colour plainInk_ = Black;
   std::optional<std::size_t> paired_;  // the line in which parentheses are marked
-  int wheel_ = 0;          // what was turned with Ctrl and is less than a notch
+  int wheel_ = 0;                      // what was turned with Ctrl and is less than a notch
   std::wstring rest_;
   std::size_t restAt_ = 0;     // what lies before is in the control
   std::size_t restLines_ = 0;  // line ends behind it

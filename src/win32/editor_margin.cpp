@@ -23,8 +23,8 @@ constexpr int Padding = 4;  // 1/96 inch, left and right of the numbers
 EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)) {
   RegisterWindowClass<EditorMargin>(instance, ClassName, nullptr, nullptr);
-  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent, nullptr, instance,
-                            this);
+  window_ =
+      CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent, nullptr, instance, this);
   if (!window_) throw std::runtime_error("the margin of the editor could not be made");
   dpi_ = GetDpiForWindow(window_);
   MakeFont();

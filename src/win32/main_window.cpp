@@ -270,7 +270,8 @@ void MainWindowWin32::ShowPage(AidPage page) {
 // Of an item whose caption says little.
 void MainWindowWin32::ShowHint(int id, UINT flags) {
   const int item = id - FirstCommandId;
-  const bool isItem = (flags & (MF_POPUP | MF_SEPARATOR)) == 0 && item >= 0 && item < static_cast<int>(MenuItems);
+  const bool isItem =
+      (flags & (MF_POPUP | MF_SEPARATOR)) == 0 && item >= 0 && item < static_cast<int>(MenuItems);
   if (!isItem) return;
   const std::string hint = application_->Hint(static_cast<MenuId>(item));
   if (!hint.empty()) status_.SetText(StatusField::Message, hint);

@@ -135,7 +135,8 @@ std::optional<LRESULT> OfferList::Handle(UINT message, WPARAM wParam, LPARAM lPa
     case WM_MOUSEACTIVATE:
       return MA_NOACTIVATE;
     case WM_LBUTTONDOWN: {
-      const std::size_t row = first_ + static_cast<std::size_t>(std::max(0, GET_Y_LPARAM(lParam)) / rowHeight_);
+      const std::size_t row =
+          first_ + static_cast<std::size_t>(std::max(0, GET_Y_LPARAM(lParam)) / rowHeight_);
       if (row < rows_.size() && OnTaken) OnTaken(row);
       return 0;
     }

@@ -155,7 +155,8 @@ TEST(WritingAid, WhatTakesTooLongWaitsForF4) {
   shell.Window.AwaitedPauses = 0;
   for (int pause = 0; pause < 3; ++pause) shell.App->TypingPaused();
   EXPECT_EQ(shell.Window.AwaitedPauses, 1);  // for a second try
-  EXPECT_NE(shell.Window.Status[static_cast<std::size_t>(StatusField::Message)].find("F4"), std::string::npos);
+  EXPECT_NE(shell.Window.Status[static_cast<std::size_t>(StatusField::Message)].find("F4"),
+            std::string::npos);
 }
 
 TEST(WritingAid, NothingIsDrawnWhereThatIsNotWanted) {
