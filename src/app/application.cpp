@@ -222,6 +222,10 @@ void Application::Typed() {
   if (!runs_.IsRunning()) aid_.Typed();
 }
 
+void Application::DoubleClicked() {
+  if (settings_.Values().DoubleClick && !runs_.IsRunning()) aid_.ShowPage(AidPage::Help);
+}
+
 void Application::RunsSettled() {
   if (std::exchange(seenRuns_, runs_.ScreenRuns()) == runs_.ScreenRuns()) return;
   isDrawingOld_ = false;

@@ -63,6 +63,8 @@ class Application {
   void EditorWidthChanged(int width);
   // A character was typed or taken back; that it has changed the text was told before.
   void Typed();
+  // A word of the text was clicked twice.
+  void DoubleClicked();
   // The user has not typed for a moment, a quarter of a second.
   void TypingPaused();
   // The list beside the cursor, the list of problems and the panel's captions were clicked.

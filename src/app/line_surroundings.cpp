@@ -1,8 +1,16 @@
 #include "app/line_surroundings.h"
 
 #include "base/text.h"
+#include "interpreter/line_reader.h"
 
 namespace vaxel {
+
+bool AppendContinued(std::string& before, std::string_view line) {
+  if (!IsContinued(line)) return false;
+  if (line.ends_with('_')) line.remove_suffix(1);
+  before += DropLastCharacter(line);
+  return true;
+}
 
 LineSurroundings::LineSurroundings(const ScriptSurvey& survey, std::size_t line,
                                    const ScriptSurvey::LineOf& lineOf) {
@@ -11,9 +19,7 @@ LineSurroundings::LineSurroundings(const ScriptSurvey& survey, std::size_t line,
   constexpr std::size_t longest = 20'000;
   const std::size_t first = survey.FirstLineOf(line);
   for (std::size_t before = first; before < line && before_.size() < longest; ++before) {
-    std::string text = lineOf(before);
-    if (text.ends_with('_')) text.pop_back();
-    before_ += DropLastCharacter(text);
+    AppendContinued(before_, lineOf(before));
   }
   if (before_.size() >= longest) before_.clear();
   context_.Separators = survey.SeparatorsAt(first);

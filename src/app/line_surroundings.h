@@ -3,11 +3,16 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "app/script_survey.h"
 #include "app/script_tokens.h"
 
 namespace vaxel {
+
+// Puts a line that goes on in the next one behind those before it, without its mark. The result is false, and
+// nothing is put, for a line that does not go on.
+bool AppendContinued(std::string& before, std::string_view line);
 
 class LineSurroundings {
  public:

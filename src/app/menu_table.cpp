@@ -201,7 +201,7 @@ constexpr auto Rows = std::to_array<MenuRow>({
      "Mnu_sep6"},
     {Mnu_BarreOutils, TextId::MenuToolBar, Mnu_Options, Options<&Settings::ToggleToolBar>},
     {Mnu_Help, TextId::MenuHelp, Bar},
-    {Mnu_Aide, TextId::MenuHelpFile, Mnu_Help, GeneralHelp},
+    {Mnu_Aide, TextId::MenuHelpFile, Mnu_Help, GeneralHelp, {{{Key::F1, Held::Shift}}}},
     {Mnu_AideMot, TextId::MenuHelpOnWord, Mnu_Help, HelpOnWord, {{{Key::F1, Held::NoShift}}}, "Mnu_sep5"},
     {Mnu_AProposDe, TextId::MenuAbout, Mnu_Help, Simple<ShowAbout>},
     {Positionner, TextId::None, Nowhere, Place, {{{Key::F6}, {Key::F12}}}},

@@ -219,13 +219,16 @@ void WritingAid::ShowHelp() {
 void WritingAid::SetProblems(std::vector<Problem> problems, bool show) {
   problems_.Replace(std::move(problems));
   std::vector<std::string> rows;
+  std::vector<std::size_t> wrong;
   for (const Problem& problem : problems_.All()) {
+    if (problem.What == Problem::Kind::Error && problem.EditorLine > 0) wrong.push_back(problem.EditorLine);
     std::string row = problem.Line > 0 ? std::to_string(problem.Line) + ": " : std::string();
     if (problem.EditorLine != problem.Line || problem.File != script_.CurrentFile)
       row.insert(0, std::string(NameWithoutFolder(problem.File)) + ":");
     rows.push_back(row + problem.Message);
   }
   app_.Aid.SetProblems(rows);
+  app_.Aid.MarkLines(wrong);
   if (show && !rows.empty()) {
     ShowPage(AidPage::Problems);
   } else if (rows.empty() && page_ == AidPage::Problems) {

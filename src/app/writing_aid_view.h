@@ -37,6 +37,8 @@ class WritingAidView {
   // They fill their pages, whether these are shown or not.
   virtual void SetHelp(const AidHelp& help) = 0;
   virtual void SetProblems(const std::vector<std::string>& problems) = 0;
+  // The lines of the text, from 1, that are in error.
+  virtual void MarkLines(const std::vector<std::size_t>& lines) = 0;
   virtual void ChooseProblem(std::size_t index) = 0;
   virtual void ShowPage(AidPage page) = 0;
   // The captions of the pages.

@@ -91,6 +91,9 @@ void AidPanel::Layout() {
     SetWindowPos(child, nullptr, 0, top, client.right, std::max(0L, client.bottom - top),
                  SWP_NOZORDER | SWP_NOACTIVATE);
   }
+  RECT text = InParent(help_);
+  text.left += Pixels(Padding);
+  helpText_.Send(EM_SETRECT, 0, &text);
   InvalidateRect(window_, nullptr, FALSE);
 }
 

@@ -72,6 +72,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
   if (message == WM_PAINT) self.margin_.Follow();
   if (message == WM_SIZE) self.InsetText();
   if (message == WM_CHAR) self.AfterCharacter(wParam);
+  if (message == WM_LBUTTONDBLCLK) self.AfterDoubleClick();
   return result;
 }
 
@@ -130,6 +131,14 @@ void EditorWin32::AfterCharacter(WPARAM character) {
   if (!application_ || (character < L' ' && character != L'\b' && character != L'\r')) return;
   try {
     application_->Typed();
+  } catch (...) {
+    onFailure_();
+  }
+}
+
+void EditorWin32::AfterDoubleClick() {
+  try {
+    if (application_) application_->DoubleClicked();
   } catch (...) {
     onFailure_();
   }

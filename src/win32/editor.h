@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "app/application.h"
 #include "app/script_editor.h"
@@ -35,6 +37,7 @@ class EditorWin32 : public ScriptEditor {
   // The control tells its parent of both.
   void TextChanged();
   void SelectionChanged();
+  void MarkLines(std::vector<std::size_t> lines) { margin_.MarkLines(std::move(lines)); }
   // The box of a place's line, on the screen.
   RECT LineBox(std::size_t place) const;
   // Whether the TAB key is the command that moves lines.
@@ -74,6 +77,7 @@ class EditorWin32 : public ScriptEditor {
   void TurnWheel(WPARAM wParam);
   void EndStep();
   void AfterCharacter(WPARAM character);
+  void AfterDoubleClick();
   void BeforeTyping(WPARAM character);
   void ColourNewLines();
   void MarkParentheses();

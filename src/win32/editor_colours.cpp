@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "app/line_surroundings.h"
 #include "app/script_colours.h"
 #include "win32/rich_format.h"
 #include "winbase/wide_text.h"
@@ -21,8 +22,21 @@ void EditorColours::Set(CHARRANGE range, Colour colour) const {
   text_.SetFormat(SCF_SELECTION, ColourFormat(colour));
 }
 
+std::string EditorColours::Before(LONG begin) const {
+  constexpr std::size_t most = 100;
+  std::size_t first = text_.LineAt(begin);
+  const std::size_t line = first;
+  const auto textOf = [this](std::size_t number) { return Narrow(text_.TextOf(text_.RangeOfLine(number))); };
+  std::string before;
+  while (first > 0 && line - first < most && AppendContinued(before, textOf(first - 1))) --first;
+  before.clear();
+  for (; first < line; ++first) AppendContinued(before, textOf(first));
+  return before;
+}
+
 LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const {
   std::size_t from = 0;
+  std::string before = Before(begin);
   while (from < text.size() && Clock::now() < until) {
     const std::size_t end = std::min(text.find(L'\r', from), text.size());
     const LONG place = begin + static_cast<LONG>(from);
@@ -31,9 +45,15 @@ LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_
       from = end + 1;
       continue;
     }
-    for (const ColouredRange& range : ColoursOfLine(Narrow(text.substr(from, end - from)), {}, isDark_)) {
+    const std::string line = Narrow(text.substr(from, end - from));
+    LineContext context;
+    context.Before = before;
+    for (const ColouredRange& range : ColoursOfLine(line, context, isDark_)) {
       Set({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
     }
+    // A command that goes on for ever is not read anew for each of its lines.
+    constexpr std::size_t longest = 20'000;
+    if (!AppendContinued(before, line) || before.size() > longest) before.clear();
     from = end + 1;
   }
   return begin + static_cast<LONG>(std::min(from, text.size()));

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "drawing/colour.h"
@@ -37,6 +38,8 @@ class EditorColours {
   using Clock = std::chrono::steady_clock;
 
   void Set(CHARRANGE range, Colour colour) const;
+  // What the line that begins there goes on from.
+  std::string Before(LONG begin) const;
   // Colours the lines of a part of the text, which begins with one, and returns where the time was over.
   LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
 

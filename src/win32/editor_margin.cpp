@@ -16,7 +16,9 @@ namespace {
 
 constexpr wchar_t ClassName[] = L"VaxelMargin";
 constexpr std::size_t LeastDigits = 3;
-constexpr int Padding = 4;  // 1/96 inch, left and right of the numbers
+constexpr COLORREF ErrorInk = RGB(208, 32, 32);
+constexpr int MarkWidth = 3;  // 1/96 inch, of what marks a line that is in error
+constexpr int Padding = 4;    // 1/96 inch, left and right of the numbers
 
 }  // namespace
 
@@ -64,6 +66,11 @@ void EditorMargin::SetDpi(UINT dpi) {
   MakeFont();
 }
 
+void EditorMargin::MarkLines(std::vector<std::size_t> lines) {
+  marked_ = std::move(lines);
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
 EditorMargin::Look EditorMargin::LookNow() const {
   Look look;
   look.CurrentLine = text_->LineAt(text_->Selection().cpMin);
@@ -109,6 +116,11 @@ void EditorMargin::Paint() const {
       FillRect(context, &box, strip.get());
     }
     SetTextColor(context, isCurrent ? theme_.FieldText : theme_.GreyText);
+    if (std::ranges::find(marked_, row.Line + 1) != marked_.end()) {
+      const UniqueGdi<HBRUSH> mark(CreateSolidBrush(theme_.IsHighContrast ? theme_.Hot : ErrorInk));
+      const RECT box = {0, row.Top, ToPixels(MarkWidth, dpi_), row.Top + rowHeight_};
+      FillRect(context, &box, mark.get());
+    }
     const std::wstring number = std::to_wstring(row.Line + 1);
     TextOutW(context, right, row.Top, number.c_str(), static_cast<int>(number.size()));
   }

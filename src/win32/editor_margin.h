@@ -28,6 +28,8 @@ class EditorMargin {
   void SetFontSize(double points);
   void SetDpi(UINT dpi);
   void SetTheme(const Theme& theme);
+  // The lines, from 1, that are in error; in order.
+  void MarkLines(std::vector<std::size_t> lines);
   // To be called when the text may have been scrolled or changed, or the cursor moved.
   void Follow();
 
@@ -62,6 +64,7 @@ class EditorMargin {
   int digitWidth_ = 8, rowHeight_ = 16;
   std::size_t digits_ = 3;
   Look look_;
+  std::vector<std::size_t> marked_;
 };
 
 }  // namespace vaxel

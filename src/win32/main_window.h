@@ -77,6 +77,7 @@ class MainWindowWin32 : public MainWindow, public WritingAidView {
   void HideOffers() override { offers_.Hide(); }
   void SetHelp(const AidHelp& help) override { panel_.SetHelp(help); }
   void SetProblems(const std::vector<std::string>& problems) override { panel_.SetProblems(problems); }
+  void MarkLines(const std::vector<std::size_t>& lines) override { editor_.MarkLines(lines); }
   void ChooseProblem(std::size_t index) override { panel_.ChooseProblem(index); }
   void ShowPage(AidPage page) override;
   void SetPageCaptions(const std::string& help, const std::string& problems) override {

@@ -208,6 +208,7 @@ class FakeAid : public WritingAidView {
   void HideOffers() override { Offers.clear(); }
   void SetHelp(const AidHelp& help) override { Help = help; }
   void SetProblems(const std::vector<std::string>& problems) override { Problems = problems; }
+  void MarkLines(const std::vector<std::size_t>& lines) override { Marked = lines; }
   void ChooseProblem(std::size_t index) override { Problem = index; }
   void ShowPage(AidPage page) override { Page = page; }
   void SetPageCaptions(const std::string& help, const std::string& problems) override {
@@ -215,6 +216,7 @@ class FakeAid : public WritingAidView {
   }
 
   std::vector<std::string> Offers, Problems;
+  std::vector<std::size_t> Marked;
   std::size_t Place = 0, Chosen = 0, Problem = 0;
   AidHelp Help;
   AidPage Page = AidPage::None;

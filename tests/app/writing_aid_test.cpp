@@ -70,6 +70,15 @@ TEST(WritingAid, HelpFollowsTheCursor) {
   EXPECT_EQ(shell.Aid.Page, AidPage::None);
 }
 
+TEST(WritingAid, ADoubleClickShowsHelpWhereThatIsWanted) {
+  FakeShell shell(Dial);
+  shell.App->DoubleClicked();
+  EXPECT_EQ(shell.Aid.Page, AidPage::None);
+  shell.App->Command(MenuId::Mnu_DblClick);
+  shell.App->DoubleClicked();
+  EXPECT_EQ(shell.Aid.Page, AidPage::Help);
+}
+
 TEST(WritingAid, SpellsTheLineThatIsLeft) {
   FakeShell shell("trait = 0,0,1,1\n");
   Type(shell, "trait = 0, 0, 5, 5 ' trait");
@@ -116,6 +125,7 @@ TEST(WritingAid, DrawsWhileOneTypes) {
   EXPECT_TRUE(shell.Window.IsDrawingOld);
   ASSERT_EQ(shell.Aid.Problems.size(), 1U);
   EXPECT_TRUE(shell.Aid.Problems[0].starts_with("6: ")) << shell.Aid.Problems[0];
+  EXPECT_EQ(shell.Aid.Marked, std::vector<std::size_t>{6});
   EXPECT_EQ(shell.Aid.Page, AidPage::None);
   EXPECT_EQ(shell.Take({"critical", "message", "hourglass", "disable"}), Log{});
   // The next problem is gone to by its key.
@@ -128,6 +138,7 @@ TEST(WritingAid, DrawsWhileOneTypes) {
   shell.App->TypingPaused();
   EXPECT_FALSE(shell.Window.IsDrawingOld);
   EXPECT_TRUE(shell.Aid.Problems.empty());
+  EXPECT_TRUE(shell.Aid.Marked.empty());
 }
 
 TEST(WritingAid, AKeyEndsDrawing) {
