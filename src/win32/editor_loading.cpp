@@ -88,8 +88,9 @@ void EditorWin32::LoadSlice(std::size_t lines) {
   margin_.Follow();
 }
 
-// The messages of timers come when there are no others.
+// The messages of timers come when there are no others. A run must not wait for what it has read already.
 void EditorWin32::LoadWhileIdle() {
+  if (application_ && application_->Runs().IsRunning()) return;
   if (!IsLoading()) {
     KillTimer(window_, LoadTimer);
     return;

@@ -12,7 +12,8 @@ namespace {
 TEST_F(ProgramTest, UndoesInSteps) {
   StartWith("");
   program_->TypeIntoEditor("' ab");
-  program_->TypeIntoEditor("\r");
+  program_->Key(VK_RETURN);
+  AwaitEditor("' ab\n");
   program_->TypeIntoEditor("' cd");
   AwaitEditor("' ab\n' cd");
   program_->Command(MenuId::Mnu_Annuler);
@@ -56,12 +57,11 @@ TEST_F(ProgramTest, FindsAndReplaces) {
   const ShownDialog search = program_->CommandWithDialog(MenuId::Mnu_Chercher);
   search.Type(IDC_TEXT1, "one");
   search.Type(IDC_TEXT2, "1");
-  search.Answer(IDC_COMMAND1);
+  search.Press(IDC_COMMAND1);
   Await("what was found", [&] { return program_->Text(Text1Id) == "L 1/3"; });
-  search.Answer(IDC_COMMAND3);
+  search.Press(IDC_COMMAND3);
   Await("what the dialog says", [&] { return search.Text(IDC_STATUS) == "Replaced: 3"; });
   search.Answer(IDCANCEL);
-  search.AwaitClosed();
   AwaitEditor("' 1\n' two 1\n' n1");
   program_->Command(MenuId::Mnu_Annuler);
   AwaitEditor("' one\n' two ONE\n' none");
@@ -71,11 +71,11 @@ TEST_F(ProgramTest, FindsAndReplaces) {
 // A long script comes into the control by and by. Who saves it meanwhile saves all of it.
 TEST_F(ProgramTest, HasAllOfALongScriptAtOnce) {
   std::string script = "Stop\r\n";
-  constexpr int lines = 6000;
+  constexpr int lines = 30000;
   for (int line = 2; line < lines; ++line) script += "' line " + std::to_string(line) + "\r\n";
   script += "' the end";
   StartWith(script);
-  EXPECT_EQ(program_->Text(Text1Id), "L 1/6000");
+  EXPECT_EQ(program_->Text(Text1Id), "L 1/30000");
   program_->TypeIntoEditor("'");
   program_->Command(MenuId::Mnu_EnregistrerS);
   const bool isWhole = program_->EditorText().ends_with("' the end");
@@ -83,12 +83,12 @@ TEST_F(ProgramTest, HasAllOfALongScriptAtOnce) {
   EXPECT_FALSE(isWhole) << "the text was there before it was saved: this shows nothing";
   Await("the whole text", [&] { return program_->EditorText().ends_with("' the end"); });
   const ShownDialog line = program_->CommandWithDialog(MenuId::Mnu_AllerLigne);
-  line.Type(IDC_TEXT1, "5999");
+  line.Type(IDC_TEXT1, "29999");
   line.Answer(IDOK);
-  Await("the line", [&] { return program_->Text(Text1Id) == "L 5999/6000"; });
+  Await("the line", [&] { return program_->Text(Text1Id) == "L 29999/30000"; });
   program_->Command(MenuId::Mnu_SupprimerLignes);
   program_->Command(MenuId::Mnu_EnregistrerS);
-  EXPECT_TRUE(folder_.Read("dial.dat").ends_with("' line 5998\r\n' the end"));
+  EXPECT_TRUE(folder_.Read("dial.dat").ends_with("' line 29998\r\n' the end"));
   EndUnasked();
 }
 

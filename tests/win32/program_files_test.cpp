@@ -244,8 +244,12 @@ TEST_F(ProgramTest, Exports) {
   StartWith("Trait = 0, 0, 10, 10\r\nTexte = 0, 0, , , 10 kΩ");
   const std::vector<std::pair<std::string, std::string>> formats = {
       {"a.svg", "<svg"}, {"a.png", "\x89PNG"}, {"a.emf", std::string("\1\0\0\0", 4)}};
+  int format = 0;
   for (const auto& [name, begin] : formats) {
-    program_->CommandWithDialog(MenuId::Mnu_Exporter).AnswerFile(name);
+    const ShownDialog how = program_->CommandWithDialog(MenuId::Mnu_Exporter);
+    how.Click(IDC_OPTION1_FIRST + format++);
+    how.Answer(IDOK);
+    program_->AwaitDialog().AnswerFile(name);
     Await("the export " + name, [&name = name, this] { return folder_.Has(name); });
     program_->AwaitIdle();
     EXPECT_TRUE(folder_.Read(name).starts_with(begin)) << name;

@@ -63,8 +63,8 @@ TEST_F(ProgramTest, HasMenusAtThePointer) {
   program_->SetEditorText(Probe);
   EXPECT_EQ(program_->Text(Text1Id), "L 2/2");
   program_->ClickRight(EditorId, 2, 2);
-  program_->ChooseInMenu('n');
-  AwaitEditor(ProbeWasRun);
+  program_->ChooseInMenu('m');
+  AwaitEditor("'" + std::string(Probe));
   EXPECT_EQ(program_->Text(Text1Id), "L 1/2");
   EndWithoutSaving();
 }
