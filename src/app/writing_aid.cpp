@@ -69,11 +69,14 @@ void WritingAid::TextChanged() {
   isSurveyOld_ = true;
 }
 
-// What was typed is spelled as users see it, which is a step of its own to undo. The cursor stays.
+// What was typed is spelled as users see it, which is a step of its own to undo. The cursor stays. The survey
+// must know the lines before: what goes on from one of them is no keyword.
 void WritingAid::SpellLeftLine() {
+  if (!leftLine_) return;
+  RefreshSurvey();
   const auto line = std::exchange(leftLine_, std::nullopt);
   const bool isOfThisText = typedText_ == script_.Texts;
-  if (!line || !isOfThisText || *line > app_.Editor.Place().Lines) return;
+  if (!isOfThisText || *line > app_.Editor.Place().Lines) return;
   const EditorRange range = app_.Editor.RangeOfLines(*line, *line);
   const LineSurroundings surroundings(survey_, *line, [this](std::size_t number) { return LineOf(number); });
   const auto edit = SpellKeywords(app_.Editor.TextOf(range), surroundings.Context());
@@ -117,7 +120,7 @@ void WritingAid::Complete() {
 void WritingAid::Typed() {
   const std::size_t line = app_.Editor.Place().Line;
   if (typedLine_ && *typedLine_ != line) leftLine_ = typedLine_;
-  SpellLeftLine();
+  if (app_.Editor.Size() <= ReadAtOnce) SpellLeftLine();
   typedLine_ = line;
   typedText_ = script_.Texts;
   Offer(false);

@@ -99,6 +99,15 @@ TEST(WritingAid, SpellsTheLineThatIsLeft) {
   EXPECT_EQ(shell.Editor.Content, "a:\nb:\ntrait = 1,1,2,2\n");
 }
 
+// To read a long script takes longer than a key may.
+TEST(WritingAid, SpellsInALongScriptAtAPause) {
+  FakeShell shell(std::string(120'000, '\'') + "\n");
+  Type(shell, "trait = 0, 0, 5, 5\nTr");
+  EXPECT_TRUE(shell.Editor.Content.ends_with("\ntrait = 0, 0, 5, 5\nTr"));
+  shell.App->TypingPaused();
+  EXPECT_TRUE(shell.Editor.Content.ends_with("\nTrait = 0, 0, 5, 5\nTr"));
+}
+
 TEST(WritingAid, ListsWhatARunHasFoundWrong) {
   FakeShell shell("Couleur = Rot\n" + std::string(Dial));
   EXPECT_EQ(shell.Aid.Problems.size(), 1U);
