@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <exception>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -51,18 +52,45 @@ std::string Recovery::OwnName() const {
   return folders_.front() + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
 }
 
-bool Recovery::Write(Clock::time_point now, const RecoveryCopy& copy) {
+bool Recovery::IsDue(Clock::time_point now) {
+  if (writing_.valid() && writing_.wait_for(std::chrono::seconds(0)) != std::future_status::timeout)
+    FinishWriting();
+  return changed_ && now - written_ >= Interval;
+}
+
+void Recovery::BeginWriting(Clock::time_point now, RecoveryCopy copy) {
+  FinishWriting();
   written_ = now;
-  OutputFile file(OwnName());
-  file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
-             std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
-  file.Write(copy.Text);
-  if (!file.Commit()) return false;
   changed_ = false;
-  return exists_ = true;
+  constexpr auto ifThreadsCanBeHad = std::launch::async | std::launch::deferred;
+  writing_ = std::async(ifThreadsCanBeHad, [name = OwnName(), copy = std::move(copy)] {
+    OutputFile file(name);
+    file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
+               std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
+    file.Write(copy.Text);
+    return static_cast<bool>(file.Commit());
+  });
+}
+
+bool Recovery::FinishWriting() {
+  if (!writing_.valid()) return true;
+  bool isWritten = false;
+  try {
+    isWritten = writing_.get();
+  } catch (const std::exception&) {
+  }
+  exists_ = exists_ || isWritten;
+  changed_ = changed_ || !isWritten;
+  return isWritten;
+}
+
+bool Recovery::Write(Clock::time_point now, RecoveryCopy copy) {
+  BeginWriting(now, std::move(copy));
+  return FinishWriting();
 }
 
 void Recovery::Remove() {
+  FinishWriting();
   changed_ = false;
   if (std::exchange(exists_, false)) RemoveFile(OwnName());
 }

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,10 +34,14 @@ class Recovery {
   Recovery(std::vector<std::string> folders, std::uint32_t processId);
 
   // Whether a copy of text that has changed since the last one is due.
-  bool IsDue(Clock::time_point now) const { return changed_ && now - written_ >= Interval; }
+  bool IsDue(Clock::time_point now);
   void TextChanged() { changed_ = true; }
-  // Writes the copy and returns whether that could be done; else it is tried again after the interval.
-  bool Write(Clock::time_point now, const RecoveryCopy& copy);
+  // Writes the copy and returns whether that could be done.
+  bool Write(Clock::time_point now, RecoveryCopy copy);
+  // The same while the user goes on; where it cannot be done it is tried again after the interval.
+  void BeginWriting(Clock::time_point now, RecoveryCopy copy);
+  // Waits until what was begun has come to its end, and returns whether that was good.
+  bool FinishWriting();
   // Removes the own copy: the text is saved, or is given up.
   void Remove();
 
@@ -67,6 +72,7 @@ class Recovery {
   bool changed_ = false;
   bool exists_ = false;
   Clock::time_point written_{};
+  std::future<bool> writing_;  // whose end waits for it
 };
 
 }  // namespace vaxel
