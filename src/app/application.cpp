@@ -94,6 +94,14 @@ void Application::AfficheMenus() {
   }};
   for (const auto& [field, text] : toolTips) app_.Window.SetToolTip(field, app_.MenuText(text));
   aid_.ShowCaptions();
+  constexpr std::array<std::pair<WindowPart, TextId>, 5> parts = {{
+      {WindowPart::Editor, TextId::EditorName},
+      {WindowPart::Margin, TextId::MarginName},
+      {WindowPart::Drawing, TextId::DrawingName},
+      {WindowPart::Aid, TextId::AidName},
+      {WindowPart::Offers, TextId::OffersName},
+  }};
+  for (const auto& [part, text] : parts) app_.Window.SetPartName(part, app_.MenuText(text));
   for (const ToolRow& row : ToolRows()) app_.Window.SetToolText(row.Icon, ToolText(app_, row));
   runs_.Shown().ShowStatus();
 }
@@ -227,9 +235,29 @@ void Application::DoubleClicked() {
 }
 
 void Application::RunsSettled() {
-  if (std::exchange(seenRuns_, runs_.ScreenRuns()) == runs_.ScreenRuns()) return;
-  isDrawingOld_ = false;
-  aid_.SetProblems(runs_.Problems(), false);
+  if (std::exchange(seenTimes_, runs_.TimesBusy()) == runs_.TimesBusy()) return;
+  if (std::exchange(seenRuns_, runs_.ScreenRuns()) != runs_.ScreenRuns()) isDrawingOld_ = false;
+  aid_.SetProblems(runs_.Problems(), runs_.HasNews());
+  aid_.ReadNames();
+}
+
+std::optional<WordHelp> Application::WordAt(std::size_t place) {
+  if (runs_.IsRunning()) return std::nullopt;
+  return aid_.WordAt(place);
+}
+
+void Application::ProblemClicked(std::size_t index) {
+  if (runs_.IsRunning()) return;
+  aid_.GoToProblem(index);
+  const Problem* const problem = aid_.ProblemOfOtherFile(index);
+  if (!problem) return;
+  const std::string file = problem->File;
+  const std::size_t line = problem->Line;
+  const std::string question = app_.Message(TextId::OpenToSeeProblem, NameWithoutFolder(file));
+  if (!app_.AskYesNo(question, SafeAnswer::No)) return;
+  OpenDropped(file);
+  if (script_.CurrentFile == file && line > 0 && line <= app_.Editor.Place().Lines)
+    app_.Editor.GoToLine(line);
 }
 
 void Application::ScreenChanged() {
@@ -278,11 +306,13 @@ void Application::Tick() {
   settings_.WriteFontSize();
   if (!script_.TextModified) return recovery_.Remove();
   // A run does not keep the copy from being written: one that never ends is what programs are ended for.
-  if (recovery_.IsDue(app_.Platform.Now())) WriteRecoveryCopy();
+  if (recovery_.IsDue(app_.Platform.Now())) BeginRecoveryCopy();
 }
 
 void Application::SessionEnds() {
-  if (script_.TextModified) WriteRecoveryCopy();
+  if (!script_.TextModified) return;
+  BeginRecoveryCopy();
+  FinishCopy();
 }
 
 void Application::SessionHasEnded() {
@@ -291,9 +321,9 @@ void Application::SessionHasEnded() {
   if (settings_.Values().LangIndex != 0) settings_.WriteAtEnd(files_.StartupFile());
 }
 
-void Application::WriteRecoveryCopy() {
-  recovery_.Write(app_.Platform.Now(),
-                  {{}, script_.CurrentFile, script_.Encoding, script_.LoadedHash, app_.Editor.Text()});
+void Application::BeginRecoveryCopy() {
+  recovery_.BeginWriting(app_.Platform.Now(),
+                         {{}, script_.CurrentFile, script_.Encoding, script_.LoadedHash, app_.Editor.Text()});
 }
 
 void Application::TellException() {

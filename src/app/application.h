@@ -5,7 +5,9 @@
 #include <bitset>
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/app_context.h"
@@ -67,7 +69,11 @@ class Application {
   void DoubleClicked();
   // The user has not typed for a moment, a quarter of a second.
   void TypingPaused();
-  // The list beside the cursor, the list of problems and the panel's captions were clicked.
+  // What is said of the word at a place of the text on which the pointer rests.
+  std::optional<WordHelp> WordAt(std::size_t place);
+  // A message of the list was clicked.
+  void ProblemClicked(std::size_t index);
+  // The list beside the cursor and the panel's captions were clicked.
   WritingAid& Aid() { return aid_; }
   // The wheel was turned over the editor with Ctrl held down.
   void CodeSizeStepped(int points) { settings_.StepFontSize(points); }
@@ -79,6 +85,8 @@ class Application {
   // that may still come to nothing, the second when it does not.
   void SessionEnds();
   void SessionHasEnded();
+  // Waits until the recovery copy that is being written is on the disk.
+  void FinishCopy() { recovery_.FinishWriting(); }
 
   // To be called where an exception was caught: tells the user of it.
   void TellException();
@@ -107,7 +115,7 @@ class Application {
   void Debut(const StartOptions& options);  // start-up after the printer check
   void OfferRecovery();
   void KeepCopy(const RecoveryCopy& copy, const std::string& scriptName);
-  void WriteRecoveryCopy();
+  void BeginRecoveryCopy();
 
   AppContext app_;
   EditedScript script_;
@@ -116,11 +124,11 @@ class Application {
   RecentFiles recent_{app_, settings_};
   FileCommands files_{app_, runs_, recent_, script_};
   EditingCommands editing_{app_};
-  WritingAid aid_{app_, script_};
+  WritingAid aid_{app_, script_, [this](std::string_view name) { return runs_.ValueOf(name); }};
   ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
-  std::size_t seenRuns_ = 0;
+  std::size_t seenTimes_ = 0, seenRuns_ = 0;
   bool isDrawingOld_ = false;                        // the text has changed since it was drawn
   std::chrono::milliseconds livePatience_{LiveTry};  // of the next run while the script is written
   std::bitset<MenuItems> disabled_;

@@ -24,6 +24,9 @@ enum class PointerShape : std::uint8_t { Normal, Hourglass, Cross };
 enum class StatusField : std::uint8_t { Text1, Text2, Zoom, Page, Message };
 inline constexpr std::size_t StatusFields = 5;
 
+// What screen readers tell apart.
+enum class WindowPart : std::uint8_t { Editor, Margin, Drawing, Aid, Offers };
+
 // Screen coordinates in pixels, y downward.
 struct ScreenPoint {
   int X = 0, Y = 0;
@@ -51,6 +54,8 @@ class MainWindow {
   virtual void SetToolText(ToolIcon button, std::string_view text) = 0;
   virtual void SetToolBarShown(bool isShown) = 0;
   virtual void SetToolTip(StatusField field, std::string_view text) = 0;
+  // What screen readers call a part.
+  virtual void SetPartName(WindowPart part, std::string_view name) = 0;
   virtual void SetStatus(StatusField field, std::string_view text) = 0;
   virtual void SetRecentFiles(const std::vector<std::string>& names) = 0;
 

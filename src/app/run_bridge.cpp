@@ -140,13 +140,12 @@ void RunBridge::WriteComment(std::string_view fileName, std::uint32_t lineNumber
   if (IsOfEditor(fileName)) {
     comments_[lineNumber] = comment;
   } else {
-    Note(AtPlace(app_, fileName, lineNumber, Trim(comment)));
+    KeepProblem(Problem::Kind::Notice, fileName, lineNumber, Trim(comment));
   }
 }
 
 void RunBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
   KeepProblem(Problem::Kind::Notice, fileName, lineNumber, text);
-  Note(NoticeAtPlace(app_, fileName, lineNumber, text));
 }
 
 // Of an included script the line that includes it is the editor's.
@@ -157,14 +156,6 @@ void RunBridge::KeepProblem(Problem::Kind kind, std::string_view fileName, std::
   const std::string_view firstLine = text.substr(0, text.find('\n'));
   session_.Problems.push_back(
       {kind, std::string(firstLine), std::string(fileName), line, IsOfEditor(fileName) ? line : included});
-}
-
-void RunBridge::Note(std::string notice) {
-  constexpr std::size_t mostKept = 1000;
-  std::vector<std::string>& kept = session_.Notices;
-  if (kept.size() < mostKept && std::find(kept.begin(), kept.end(), notice) == kept.end()) {
-    kept.push_back(std::move(notice));
-  }
 }
 
 bool RunBridge::Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view title,
@@ -202,7 +193,10 @@ Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t m
   return ReadWholeFile(fileName, maxBytes);
 }
 
+// Comments that stand close to each other are one step to undo; to put thousands of lines anew for two
+// comments takes the editor's control too long.
 void RunBridge::Finish() {
+  constexpr std::uint32_t mostAtOnce = 500;
   if (comments_.empty()) return;
   const RaisedFlag writing(session_.IsWritingComments);
   const std::string text = app_.Editor.Text();
@@ -210,28 +204,28 @@ void RunBridge::Finish() {
   // lost.
   const bool areSameLines = CountOf(text, "\n") + 1 == app_.Editor.Place().Lines;
   LinesInOrder lines(text);
+  std::uint32_t first = 0;
+  std::vector<std::string> changed;  // from the first line to the last that gets a comment
+  const auto write = [&] {
+    if (!changed.empty()) app_.Editor.ReplaceLines(first, std::exchange(changed, {}));
+  };
   for (const auto& [number, comment] : comments_) {
     if (!areSameLines) {
-      Note(AtPlace(app_, script_.CurrentFile, number, Trim(comment)));
+      KeepProblem(Problem::Kind::Notice, script_.CurrentFile, number, Trim(comment));
       continue;
     }
+    if (!changed.empty() && number - first >= mostAtOnce) write();
+    if (!changed.empty()) {
+      for (auto between = first + static_cast<std::uint32_t>(changed.size()); between < number; ++between)
+        changed.emplace_back(lines.Line(between));
+    }
     const std::string_view line = lines.Line(number);
-    const std::string commented = WithComment(line, comment);
-    if (commented != line) app_.Editor.ReplaceLine(number, commented);
+    std::string commented = WithComment(line, comment);
+    if (changed.empty() && commented == line) continue;
+    if (changed.empty()) first = number;
+    changed.push_back(std::move(commented));
   }
-}
-
-std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
-                    std::string_view text) {
-  std::string placed(fileName);
-  if (placed.empty() && lineNumber > 0) placed = app.Message(TextId::UnsavedScript);
-  if (lineNumber > 0) placed += ":" + std::to_string(lineNumber) + ": ";
-  return placed.append(text);
-}
-
-std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
-                          std::string_view text) {
-  return AtPlace(app, fileName, lineNumber, app.Message(TextId::NoticeWord).append(": ").append(text));
+  write();
 }
 
 std::string WithComment(std::string_view line, std::string_view comment) {

@@ -19,13 +19,11 @@ namespace vaxel {
 
 // What lasts from run to run.
 struct RunSession {
-  bool IsRunning = false;            // a run is under way
-  bool AbortRequested = false;       // Escape is held down
-  bool IsWritingComments = false;    // a run writes its comments into the text
-  std::vector<std::string> Notices;  // of the runs that belong together, not shown yet
-  std::set<std::string> Told;        // those that were shown last
-  std::set<std::string> Errors;      // of the runs that belong together, shown already
-  std::vector<Problem> Problems;     // of the runs that belong together
+  bool IsRunning = false;          // a run is under way
+  bool AbortRequested = false;     // Escape is held down
+  bool IsWritingComments = false;  // a run writes its comments into the text
+  std::set<std::string> Errors;    // of the runs that belong together, shown already
+  std::vector<Problem> Problems;   // of the runs that belong together
 };
 
 class RunBridge : public RunHost {
@@ -67,7 +65,6 @@ class RunBridge : public RunHost {
 
   void ShowSoFar();
   void TellThatItTakesLong();
-  void Note(std::string notice);
   bool IsOfEditor(std::string_view fileName) const;
 
   AppContext& app_;
@@ -85,13 +82,6 @@ class RunBridge : public RunHost {
   std::map<std::uint32_t, std::string> comments_;  // the last one of each line of the main script
   std::set<std::string> filesRead_;
 };
-
-// What is told about a line, behind its place: "FILE:LINE: text".
-std::string AtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
-                    std::string_view text);
-// The same for a notice.
-std::string NoticeAtPlace(const AppContext& app, std::string_view fileName, std::uint32_t lineNumber,
-                          std::string_view text);
 
 // The line with a comment of numbers at its end, in place of one that a run has written before.
 std::string WithComment(std::string_view line, std::string_view comment);

@@ -59,6 +59,7 @@ std::optional<double> FieldValue(std::string_view text) {
 class RunCycle::BusyWindow {
  public:
   explicit BusyWindow(RunCycle& cycle) : running_(cycle.session_.IsRunning), window_(cycle.app_.Window) {
+    ++cycle.timesBusy_;
     cycle.session_.Errors.clear();
     cycle.session_.Problems.clear();
     window_.SetPointer(PointerShape::Hourglass);
@@ -99,6 +100,7 @@ RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<
   if (onScreen && end != RunEnd::Empty) {
     shown_.RunEnded(run.Surface);
     lastOnScreen_ = {end, bridge.Worked(), list.Size(), run.Levels[0].Line.Number};
+    lastVariables_ = std::move(run.Levels[0].Variables);
   }
   bridge.Finish();
   return end;
@@ -144,8 +146,12 @@ RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   keep(std::move(sheets));
   app_.Window.SetDrawingOld(false);
   app_.Window.SetStatus(StatusField::Message, MessageOf(lastOnScreen_, app_));
-  TellNotices();
   return end;
+}
+
+std::optional<std::string> RunCycle::ValueOf(std::string_view name) const {
+  const std::string* const value = lastVariables_.Find(name);
+  return value ? std::optional(*value) : std::nullopt;
 }
 
 void RunCycle::ShowMessage() const {
@@ -170,6 +176,7 @@ RunCycle::LiveEnd RunCycle::DrawLive(std::chrono::milliseconds patience) {
   app_.Window.SetDrawingOld(!isDrawn && end != RunEnd::Empty);
   if (end == RunEnd::Empty) return LiveEnd::Drawn;
   lastOnScreen_ = {end, bridge.Worked(), list->Size(), run.Levels[0].Line.Number};
+  lastVariables_ = std::move(run.Levels[0].Variables);
   if (!isDrawn || list->Pages().empty()) return isDrawn ? LiveEnd::Drawn : LiveEnd::Failed;
   if (run.NextZoom) state_.NextZoom = *run.NextZoom;
   shown_.RunEnded(run.Surface);
@@ -199,20 +206,15 @@ void RunCycle::ShowTrueSize() {
   Visualise();
 }
 
-// A notice that the user has seen after the run before is no news: a view of the same script shows it again
-// and again.
-void RunCycle::TellNotices() {
-  constexpr std::size_t most = 20;
-  const std::vector<std::string> notices = std::exchange(session_.Notices, {});
-  const std::set<std::string> before = std::exchange(session_.Told, {notices.begin(), notices.end()});
-  std::string all;
-  std::size_t told = 0;
-  for (const std::string& notice : notices) {
-    if (before.contains(notice) || ++told > most) continue;
-    all += (all.empty() ? "" : "\n") + notice;
+bool RunCycle::HasNews() {
+  std::set<std::string> notices;
+  for (const Problem& problem : session_.Problems) {
+    if (problem.What == Problem::Kind::Notice)
+      notices.insert(problem.File + ":" + std::to_string(problem.Line) + ":" + problem.Message);
   }
-  if (told > most) all += "\n…";
-  if (!all.empty()) app_.Tell(BoxIcon::Information, all);
+  const bool isNews = !std::ranges::includes(told_, notices);
+  told_ = std::move(notices);
+  return isNews;
 }
 
 RunEnd RunCycle::RunOnScreen() {
@@ -273,7 +275,8 @@ std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answ
 
 void RunCycle::NoteBeyondSheet(const DisplayList& drawing) {
   for (const SheetNotice& notice : SheetNotices(drawing, app_.Strings, app_.LangBase)) {
-    session_.Notices.push_back(NoticeAtPlace(app_, script_.CurrentFile, notice.LineNumber, notice.Text));
+    session_.Problems.push_back(
+        {Problem::Kind::Notice, notice.Text, script_.CurrentFile, notice.LineNumber, notice.LineNumber});
   }
 }
 
@@ -300,7 +303,6 @@ std::optional<FileRun> RunCycle::RunForFile(RunTarget target) {
   } else if (target.Kind == TargetKind::Printer) {
     NoteBeyondSheet(drawn->Drawing);
   }
-  TellNotices();
   return drawn;
 }
 

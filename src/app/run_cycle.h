@@ -21,6 +21,7 @@
 #include "app/view_state.h"
 #include "drawing/display_list.h"
 #include "interpreter/run.h"
+#include "interpreter/variables.h"
 
 namespace vaxel {
 
@@ -51,10 +52,16 @@ class RunCycle {
   LiveEnd DrawLive(std::chrono::milliseconds patience);
   // Writes what the last run onto the screen came to into the status line.
   void ShowMessage() const;
-  // How many runs onto the screen were asked for.
+  // How many runs onto the screen were asked for, and how many times there were runs at all.
   std::size_t ScreenRuns() const { return screenRuns_; }
+  std::size_t TimesBusy() const { return timesBusy_; }
   // What the last runs that belong together have found wrong.
   const std::vector<Problem>& Problems() const { return session_.Problems; }
+  // Whether there are notices among it that were not there when this was asked last: a view of the same
+  // script finds the same again and again.
+  bool HasNews();
+  // What a variable of the script was worth at the end of the last run onto the screen.
+  std::optional<std::string> ValueOf(std::string_view name) const;
   void ShowTrueSize();  // Mnu_TailleReelle
   void ToggleSheet();   // Mnu_Feuille
 
@@ -99,7 +106,6 @@ class RunCycle {
   RunEnd RunOnScreen();
   std::optional<DisplayList> RunOnPrinter(std::vector<std::string>& answers);
   void NoteBeyondSheet(const DisplayList& drawing);
-  void TellNotices();
   void PrintDocument(const DisplayList& drawing);
   void TellNotPrinted(const Failure& why);
   RunTarget ScreenTarget() const;
@@ -117,7 +123,9 @@ class RunCycle {
   std::unique_ptr<DisplayList> drawing_;
   RunOutcome lastOnScreen_;
   std::vector<std::string> lastAnswers_;
-  std::size_t screenRuns_ = 0;
+  VariableTable lastVariables_;
+  std::set<std::string> told_;  // the notices
+  std::size_t screenRuns_ = 0, timesBusy_ = 0;
   std::size_t cursorLine_ = 1;
   bool isLineChanged_ = false;  // the cursor's, since it was last coloured
 };

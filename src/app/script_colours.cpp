@@ -12,4 +12,11 @@ std::vector<ColouredRange> ColoursOfLine(std::string_view line, const LineContex
   return ranges;
 }
 
+std::optional<Colour> ColourNamedIn(std::string_view line) {
+  for (const ScriptToken& token : TokensOfLine(line, {})) {
+    if (token.Meant) return token.Meant;
+  }
+  return std::nullopt;
+}
+
 }  // namespace vaxel

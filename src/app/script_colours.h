@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -19,5 +20,8 @@ struct ColouredRange {
 // The ranges that are not in the ink of plain text, in order.
 std::vector<ColouredRange> ColoursOfLine(std::string_view line, const LineContext& context = {},
                                          bool isDark = false);
+
+// The first colour that a line names; none where it names none.
+std::optional<Colour> ColourNamedIn(std::string_view line);
 
 }  // namespace vaxel

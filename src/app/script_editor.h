@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "app/script_survey.h"
 #include "drawing/colour.h"
 
 namespace vaxel {
@@ -37,8 +39,9 @@ class ScriptEditor {
   virtual void SetText(std::string_view text) = 0;
   // Inserts at the cursor instead of what is selected.
   virtual void ReplaceSelection(std::string_view text) = 0;
-  // Replaces a line, without its end, and colours it; selection and scroll position stay.
-  virtual void ReplaceLine(std::size_t line, std::string_view text) = 0;
+  // Replaces lines from the first on, which is one step to undo, and colours them; selection and scroll
+  // position stay.
+  virtual void ReplaceLines(std::size_t first, const std::vector<std::string>& lines) = 0;
   virtual EditorPlace Place() = 0;
   virtual EditorRange Selection() = 0;
   // Selects a part and scrolls to it; what lies behind the end of the text is left out.
@@ -61,6 +64,9 @@ class ScriptEditor {
   // The word under the cursor; it is empty where there is none.
   virtual std::string WordAtCursor() = 0;
   virtual void SetTypingColour(Colour colour) = 0;
+  // Lines are coloured by the names and separators of a survey from now on, what is seen at once; SetText
+  // ends that. The survey must live until then, or until another one is set, and may be read anew.
+  virtual void SetSurvey(const ScriptSurvey* survey) = 0;
   // Colours a line, or all of them (Cmd_Ctrl_K), as ColoursOfLine says; selection and scroll position stay,
   // and undoing does not see it.
   virtual void ColourLine(std::size_t line) = 0;

@@ -220,6 +220,15 @@ bool ScriptSurvey::HasVariable(std::string_view name) const {
   return found != index_.end() && uses_[found->second] > 0;
 }
 
+bool ScriptSurvey::ColoursAs(const ScriptSurvey& other) const {
+  const auto isSameChange = [](const Change& a, const Change& b) {
+    return a.Line == b.Line && a.From.First == b.From.First && a.From.Second == b.From.Second;
+  };
+  const auto isThere = [&other](const std::string& name) { return other.HasVariable(name); };
+  return names_.size() == other.names_.size() && std::ranges::all_of(names_, isThere) &&
+         std::ranges::equal(changes_, other.changes_, isSameChange);
+}
+
 Separators ScriptSurvey::SeparatorsAt(std::size_t line) const {
   for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) {
     if (change->Line < line) return change->From;

@@ -45,8 +45,11 @@ class ScriptSurvey {
   std::vector<Named> VariablesUpTo(std::size_t line) const;
   // Whether some line gives the variable a value. Names are compared without regard to case.
   bool HasVariable(std::string_view name) const;
-  // The separators in force before a line.
+  // Whether lines get the same colours by both: the same names stand in both, and the same separators.
+  bool ColoursAs(const ScriptSurvey& other) const;
+  // The separators in force before a line, and whether any line sets them.
   Separators SeparatorsAt(std::size_t line) const;
+  bool HasOwnSeparators() const { return !changes_.empty(); }
   // The first line of the command of which a line is a part.
   std::size_t FirstLineOf(std::size_t line) const;
 

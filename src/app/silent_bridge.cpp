@@ -16,10 +16,6 @@ void SilentBridge::ShowError(const ErrorReport& report) {
   KeepProblem(Problem::Kind::Error, report.FileName, report.LineNumber, report.Text);
 }
 
-void SilentBridge::ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) {
-  KeepProblem(Problem::Kind::Notice, fileName, lineNumber, text);
-}
-
 RunSignal SilentBridge::ProcessPendingEvents() {
   if (limits_.EndsRun && limits_.EndsRun()) {
     wasEnded_ = true;

@@ -28,7 +28,6 @@ class SilentBridge : public RunBridge {
   void ShowError(const ErrorReport& report) override;
   RunSignal ProcessPendingEvents() override;
   void WriteComment(std::string_view, std::uint32_t, std::string_view) override {}
-  void ShowNotice(std::string_view fileName, std::uint32_t lineNumber, std::string_view text) override;
   bool Confirm(BoxKind, std::string_view, std::uint32_t, std::string_view, std::string_view) override {
     return true;
   }

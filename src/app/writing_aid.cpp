@@ -19,19 +19,24 @@ namespace {
 
 // A script up to this size is read anew at every key that needs it; a longer one when the user pauses.
 constexpr std::size_t ReadAtOnce = 100'000;
+constexpr auto FilesAreKept = std::chrono::seconds(5);
 
 }  // namespace
 
-// What cannot be read offers nothing.
+// What cannot be read offers nothing. A folder is not read at every key: that of a network may take long.
 std::vector<std::string> WritingAid::Outside::FilesIn(std::string_view folder, std::size_t most) {
   namespace fs = std::filesystem;
   const fs::path base = PathOf(FolderOf(owner_.script_.CurrentFile));
-  std::vector<std::string> names;
+  const fs::path whole = folder.empty() && base.empty() ? fs::path(".") : base / PathOf(folder);
+  const auto now = owner_.app_.Platform.Now();
+  if (asked_ && now - *asked_ < FilesAreKept && NameOf(whole) == folder_) return files_;
+  asked_ = now;
+  folder_ = NameOf(whole);
+  std::vector<std::string>& names = files_;
+  names.clear();
   std::error_code error;
-  for (fs::directory_iterator
-           entry(folder.empty() && base.empty() ? fs::path(".") : base / PathOf(folder), error),
-       end;
-       !error && entry != end && names.size() < most; entry.increment(error)) {
+  for (fs::directory_iterator entry(whole, error), end; !error && entry != end && names.size() < most;
+       entry.increment(error)) {
     std::error_code ignored;
     std::string name = NameOf(entry->path().filename());
     if (entry->is_directory(ignored)) name += static_cast<char>(fs::path::preferred_separator);
@@ -62,7 +67,27 @@ WritingAid::Cursor WritingAid::CursorNow() {
 void WritingAid::RefreshSurvey() {
   const bool isOfAnother = std::exchange(surveyed_, script_.Texts) != script_.Texts;
   if (!std::exchange(isSurveyOld_, false) && !isOfAnother) return;
-  survey_.Read(app_.Editor.Text());
+  ScriptSurvey fresh;
+  fresh.Read(app_.Editor.Text());
+  areNamesNew_ = areNamesNew_ || isOfAnother || !fresh.ColoursAs(survey_);
+  survey_ = std::move(fresh);
+}
+
+void WritingAid::ReadNames() {
+  RefreshSurvey();
+  if (std::exchange(areNamesNew_, false)) app_.Editor.SetSurvey(&survey_);
+}
+
+std::optional<WordHelp> WritingAid::WordAt(std::size_t place) {
+  const std::size_t line = app_.Editor.LineAt(place);
+  const EditorRange range = app_.Editor.RangeOfLines(line, line);
+  if (place < range.Begin || place >= range.End) return std::nullopt;
+  RefreshSurvey();
+  const LineSurroundings surroundings(survey_, line, [this](std::size_t number) { return LineOf(number); });
+  auto help = HelpForWord(app_.Editor.TextOf(range), place - range.Begin, surroundings.Context(),
+                          {survey_, {app_.Strings, app_.HelpLangBase}, valueOf_});
+  if (help) help->Word = {help->Word.Begin + range.Begin, help->Word.End + range.Begin};
+  return help;
 }
 
 void WritingAid::TextChanged() {
@@ -93,7 +118,7 @@ void WritingAid::SpellLeftLine() {
 
 void WritingAid::Paused() {
   SpellLeftLine();
-  RefreshSurvey();
+  ReadNames();
   if (page_ == AidPage::Help) ShowHelp();
 }
 
@@ -244,6 +269,12 @@ void WritingAid::GoToProblem(std::size_t index) {
   app_.Aid.ChooseProblem(index);
   const std::uint32_t line = problems_.All()[index].EditorLine;
   if (line > 0 && line <= app_.Editor.Place().Lines) app_.Editor.GoToLine(line);
+}
+
+const Problem* WritingAid::ProblemOfOtherFile(std::size_t index) const {
+  if (index >= problems_.All().size()) return nullptr;
+  const Problem& problem = problems_.All()[index];
+  return problem.File.empty() || problem.File == script_.CurrentFile ? nullptr : &problem;
 }
 
 void WritingAid::NextProblem() {

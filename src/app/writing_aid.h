@@ -2,11 +2,14 @@
 // list of what the last run found wrong.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/app_context.h"
@@ -15,14 +18,19 @@
 #include "app/keys.h"
 #include "app/problem_list.h"
 #include "app/script_survey.h"
+#include "app/word_help.h"
 #include "app/writing_aid_view.h"
 
 namespace vaxel {
 
 class WritingAid {
  public:
+  // What a variable was worth in the last run; there is none where it had no value.
+  using ValueOf = std::function<std::optional<std::string>(std::string_view name)>;
+
   // Both must outlive it.
-  WritingAid(AppContext& app, const EditedScript& script) : app_(app), script_(script), outside_(*this) {}
+  WritingAid(AppContext& app, const EditedScript& script, ValueOf valueOf)
+      : app_(app), script_(script), valueOf_(std::move(valueOf)), outside_(*this) {}
 
   void ToggleHelp();       // Mnu_Syntaxe
   void Complete();         // Mnu_Completer
@@ -38,6 +46,10 @@ class WritingAid {
   void CursorMoved();
   // The user has not typed for a moment.
   void Paused();
+  // The text is another one, or was run: what the editor knows of its names is read anew.
+  void ReadNames();
+  // What is said of the word at a place, whose range is in the text; none where there is nothing to say.
+  std::optional<WordHelp> WordAt(std::size_t place);
 
   // Whether offers are shown, which take Up, Down, Tab, Return and Escape.
   bool HasOffers() const { return !offers_.List.empty(); }
@@ -49,6 +61,8 @@ class WritingAid {
   // user's eyes.
   void SetProblems(std::vector<Problem> problems, bool show);
   void GoToProblem(std::size_t index);
+  // The problem of that place in the list, when it is one of a file that the script includes; else null.
+  const Problem* ProblemOfOtherFile(std::size_t index) const;
 
  private:
   // What the system tells for completion, kept for a while.
@@ -61,6 +75,9 @@ class WritingAid {
    private:
     WritingAid& owner_;
     std::optional<std::vector<std::string>> fonts_;
+    std::string folder_;  // whose files were asked for last, and when
+    std::optional<std::chrono::steady_clock::time_point> asked_;
+    std::vector<std::string> files_;
   };
   // The cursor's line and the column in it.
   struct Cursor {
@@ -78,9 +95,11 @@ class WritingAid {
 
   AppContext& app_;
   const EditedScript& script_;
+  ValueOf valueOf_;
   Outside outside_;
   ScriptSurvey survey_;
   bool isSurveyOld_ = true;
+  bool areNamesNew_ = false;              // the editor does not know them yet
   std::uint64_t surveyed_ = 0;            // which text the survey is of
   std::optional<std::size_t> typedLine_;  // in which something was typed, while the cursor is in it
   std::optional<std::size_t> leftLine_;   // the one before, until its keywords are spelled

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "win32/accessible_name.h"
 #include "win32/pixels.h"
 #include "win32/rich_format.h"
 #include "winbase/wide_text.h"
@@ -132,6 +133,10 @@ void AidPanel::SetProblems(const std::vector<std::string>& problems) {
 
 void AidPanel::ChooseProblem(std::size_t index) {
   SendMessageW(problems_, LB_SETCURSEL, index, 0);
+}
+
+void AidPanel::SetName(std::string_view name) const {
+  for (HWND window : {window_, help_, problems_}) SetAccessibleName(window, name);
 }
 
 void AidPanel::SetCaptions(const std::string& help, const std::string& problems) {

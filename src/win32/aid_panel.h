@@ -32,6 +32,8 @@ class AidPanel {
   void SetProblems(const std::vector<std::string>& problems);
   void ChooseProblem(std::size_t index);
   void ShowPage(AidPage page);
+  // What screen readers call it.
+  void SetName(std::string_view name) const;
   void SetCaptions(const std::string& help, const std::string& problems);
   // A problem was clicked.
   std::function<void(std::size_t index)> OnProblem;

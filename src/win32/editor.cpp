@@ -54,6 +54,7 @@ EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailu
   text_.SetFormat(SCF_ALL, format);
   SetFontSize(UsualCodeFontSize);
   text_.Send(EM_SETEVENTMASK, 0, LPARAM{ENM_CHANGE | ENM_SELCHANGE});
+  tip_.emplace(window_);
   SetWindowSubclass(window_, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -62,7 +63,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
   auto& self = *reinterpret_cast<EditorWin32*>(editor);
   if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, 0);
   try {
-    if (const std::optional<LRESULT> result = self.Handle(message, wParam)) return *result;
+    if (const std::optional<LRESULT> result = self.Handle(message, wParam, lParam)) return *result;
   } catch (...) {
     self.onFailure_();
     return 0;
@@ -76,7 +77,8 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
   return result;
 }
 
-std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam) {
+std::optional<LRESULT> EditorWin32::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  FollowPointer(message, lParam);
   switch (message) {
     case WM_PASTE:
       Paste();
@@ -291,26 +293,36 @@ void EditorWin32::ReplaceSelection(std::string_view text) {
   text_.ReplaceSelection(ToControl(text));
 }
 
-// The cursor stays in its line and, as far as that is long enough, in its column.
-void EditorWin32::ReplaceLine(std::size_t line, std::string_view text) {
-  LoadToLine(line);
-  const CHARRANGE old = text_.RangeOfLine(line - 1);
-  const std::wstring wide = ToControl(text);
-  const LONG newEnd = old.cpMin + static_cast<LONG>(wide.size());
+// Both ends of the selection stay in their lines and, as far as these are long enough, in their columns.
+void EditorWin32::ReplaceLines(std::size_t first, const std::vector<std::string>& lines) {
+  LoadToLine(first + lines.size() - 1);
+  const CHARRANGE old = {text_.RangeOfLine(first - 1).cpMin,
+                         text_.RangeOfLine(first + lines.size() - 2).cpMax};
+  std::wstring wide;
+  std::vector<LONG> begins, ends;
+  for (const std::string& line : lines) {
+    if (!begins.empty()) wide += L'\r';
+    begins.push_back(old.cpMin + static_cast<LONG>(wide.size()));
+    wide += ToControl(line);
+    ends.push_back(old.cpMin + static_cast<LONG>(wide.size()));
+  }
   const auto moved = [&](LONG place) {
     if (place <= old.cpMin) return place;
-    return place > old.cpMax ? place + newEnd - old.cpMax : std::min(place, newEnd);
+    if (place > old.cpMax) return place + ends.back() - old.cpMax;
+    const std::size_t line = text_.LineAt(place), i = line - (first - 1);
+    return std::min(begins[i] + place - text_.RangeOfLine(line).cpMin, ends[i]);
   };
-  const CHARRANGE selection = text_.Selection();
+  const CHARRANGE selection = text_.Selection(), kept = {moved(selection.cpMin), moved(selection.cpMax)};
   POINT scroll{};
   text_.Send(EM_GETSCROLLPOS, 0, &scroll);
+  EndStep();
   text_.BeginUnnoticed();
   text_.Select(old);
   text_.ReplaceSelection(wide);
-  text_.Select({moved(selection.cpMin), moved(selection.cpMax)});
+  text_.Select(kept);
   text_.EndUnnoticed();
   text_.Send(EM_SETSCROLLPOS, 0, &scroll);
-  ColourLine(line);
+  colours_.Lines(first - 1, first + lines.size() - 2);
   if (application_) application_->EditorChanged();
 }
 
@@ -412,6 +424,11 @@ std::string EditorWin32::WordAtCursor() {
 void EditorWin32::SetTypingColour(Colour colour) {
   const RichText::Unnoticed unnoticed(text_);
   text_.SetFormat(SCF_SELECTION, ColourFormat(colour == Black ? plainInk_ : colour));
+}
+
+void EditorWin32::SetSurvey(const ScriptSurvey* survey) {
+  colours_.SetSurvey(survey);
+  SetTimer(window_, ColourTimer, BetweenLooks, nullptr);
 }
 
 void EditorWin32::ColourLine(std::size_t line) {

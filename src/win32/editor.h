@@ -17,6 +17,7 @@
 #include "win32/rich_text.h"
 #include "win32/theme.h"
 #include "win32/window_class.h"
+#include "win32/word_tip.h"
 #include "winbase/handles.h"
 
 namespace vaxel {
@@ -29,6 +30,7 @@ class EditorWin32 : public ScriptEditor {
 
   void Attach(Application& application) { application_ = &application; }
   HWND Window() const { return window_; }
+  HWND MarginWindow() const { return margin_.Window(); }
   // Adds the places of margin and control within the box to what the parent's windows are moved by.
   HDWP Place(HDWP moves, const RECT& box) const;
   void SetVisible(bool isVisible);
@@ -48,7 +50,7 @@ class EditorWin32 : public ScriptEditor {
   std::size_t Size() override;
   void SetText(std::string_view text) override;
   void ReplaceSelection(std::string_view text) override;
-  void ReplaceLine(std::size_t line, std::string_view text) override;
+  void ReplaceLines(std::size_t first, const std::vector<std::string>& lines) override;
   EditorPlace Place() override;
   EditorRange Selection() override;
   void Select(EditorRange range) override;
@@ -64,6 +66,7 @@ class EditorWin32 : public ScriptEditor {
   void GoToLine(std::size_t line) override;
   std::string WordAtCursor() override;
   void SetTypingColour(Colour colour) override;
+  void SetSurvey(const ScriptSurvey* survey) override;
   void ColourLine(std::size_t line) override;
   void ColourAll() override;
   void SetFontSize(double points) override;
@@ -71,7 +74,7 @@ class EditorWin32 : public ScriptEditor {
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                     DWORD_PTR editor);
-  std::optional<LRESULT> Handle(UINT message, WPARAM wParam);
+  std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   bool TakesKey(WPARAM key);
   bool TakesCharacter(WPARAM character);
   void TurnWheel(WPARAM wParam);
@@ -81,6 +84,8 @@ class EditorWin32 : public ScriptEditor {
   void BeforeTyping(WPARAM character);
   void ColourNewLines();
   void MarkParentheses();
+  void FollowPointer(UINT message, LPARAM lParam);
+  void ExplainWordAt(POINT pixel);
   void InsetText() const;
 
   // The text that is not in the control yet.
@@ -97,6 +102,8 @@ class EditorWin32 : public ScriptEditor {
   RichText text_;
   EditorColours colours_{text_};
   EditorMargin margin_;
+  std::optional<WordTip> tip_;
+  CHARRANGE explained_{};  // the word that it is about
   Application* application_ = nullptr;
   std::size_t lines_ = 1;  // when the text was changed last
   DWORD lastTyped_ = 0;    // when, in milliseconds

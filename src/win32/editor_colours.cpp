@@ -48,6 +48,10 @@ LONG EditorColours::ColourLines(std::wstring_view text, LONG begin, Clock::time_
     const std::string line = Narrow(text.substr(from, end - from));
     LineContext context;
     context.Before = before;
+    if (survey_) {
+      context.IsVariable = [this](std::string_view name) { return survey_->HasVariable(name); };
+      if (survey_->HasOwnSeparators()) context.Separators = survey_->SeparatorsAt(text_.LineAt(place) + 1);
+    }
     for (const ColouredRange& range : ColoursOfLine(line, context, isDark_)) {
       Set({place + static_cast<LONG>(range.Begin), place + static_cast<LONG>(range.End)}, range.Ink);
     }
@@ -90,6 +94,13 @@ void EditorColours::Grown(LONG from) {
 
 void EditorColours::ChangedFrom(std::size_t line) {
   if (pending_) pending_ = std::min(*pending_, text_.RangeOfLine(line).cpMin);
+}
+
+void EditorColours::SetSurvey(const ScriptSurvey* survey) {
+  survey_ = survey;
+  pending_ = 0;
+  seen_.reset();
+  Seen();
 }
 
 bool EditorColours::Seen() {

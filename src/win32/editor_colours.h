@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/script_survey.h"
 #include "drawing/colour.h"
 #include "win32/rich_text.h"
 
@@ -29,7 +30,12 @@ class EditorColours {
   void ChangedFrom(std::size_t line);
   // Colours what is seen and has no colours yet. The result says whether any of the text has none.
   bool Seen();
-  void Forget() { pending_.reset(); }
+  void Forget() {
+    pending_.reset();
+    survey_ = nullptr;
+  }
+  // The names and separators by which lines are coloured from now on; what is seen is coloured at once.
+  void SetSurvey(const ScriptSurvey* survey);
   // The ink of what has no colour of its own, and whether the ground is dark; in plain ink alone where the
   // user wants no colours.
   void SetInks(Colour plain, bool isDark, bool isPlain);
@@ -44,6 +50,7 @@ class EditorColours {
   LONG ColourLines(std::wstring_view text, LONG begin, Clock::time_point until) const;
 
   RichText& text_;
+  const ScriptSurvey* survey_ = nullptr;
   Colour plain_ = Black;
   bool isDark_ = false, isPlain_ = false;
   std::optional<LONG> pending_;              // from where on the colours are yet to come

@@ -8,8 +8,11 @@
 #include <string>
 #include <utility>
 
+#include "app/script_colours.h"
+#include "win32/fill_box.h"
 #include "win32/pixels.h"
 #include "win32/rich_format.h"
+#include "winbase/wide_text.h"
 
 namespace vaxel {
 namespace {
@@ -19,6 +22,9 @@ constexpr std::size_t LeastDigits = 3;
 constexpr COLORREF ErrorInk = RGB(208, 32, 32);
 constexpr int MarkWidth = 3;  // 1/96 inch, of what marks a line that is in error
 constexpr int Padding = 4;    // 1/96 inch, left and right of the numbers
+constexpr int SampleSide = 9;
+// A line that is longer names its colours before that, or not at all in the margin.
+constexpr LONG MostUnits = 500;
 
 }  // namespace
 
@@ -33,7 +39,8 @@ EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFai
 }
 
 int EditorMargin::Width() const {
-  return static_cast<int>(digits_) * digitWidth_ + 2 * ToPixels(Padding, dpi_);
+  const int sample = ToPixels(MarkWidth + SampleSide + 1, dpi_);
+  return sample + static_cast<int>(digits_) * digitWidth_ + 2 * ToPixels(Padding, dpi_);
 }
 
 void EditorMargin::MakeFont() {
@@ -80,7 +87,9 @@ EditorMargin::Look EditorMargin::LookNow() const {
     const LRESULT begin = text_->Send(EM_LINEINDEX, line);
     if (begin < 0) break;
     text_->Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), static_cast<LPARAM>(begin));
-    look.Rows.push_back({static_cast<int>(place.y), line});
+    CHARRANGE range = text_->RangeOfLine(line);
+    range.cpMax = std::min(range.cpMax, range.cpMin + MostUnits);
+    look.Rows.push_back({static_cast<int>(place.y), line, ColourNamedIn(Narrow(text_->TextOf(range)))});
   }
   return look;
 }
@@ -103,28 +112,31 @@ void EditorMargin::Paint() const {
   const HDC context = BeginPaint(window_, &paint);
   RECT client{};
   GetClientRect(window_, &client);
-  const UniqueGdi<HBRUSH> ground(CreateSolidBrush(theme_.Window)), strip(CreateSolidBrush(theme_.Field));
-  FillRect(context, &client, ground.get());
+  FillBox(context, client, theme_.Window);
   const SelectedObject font(context, font_.get());
   SetBkMode(context, TRANSPARENT);
   SetTextAlign(context, TA_RIGHT | TA_TOP);
-  const int right = client.right - ToPixels(Padding, dpi_);
-  for (const Row& row : look_.Rows) {
-    const bool isCurrent = row.Line == look_.CurrentLine;
-    if (isCurrent) {
-      const RECT box = {0, row.Top, client.right, row.Top + rowHeight_};
-      FillRect(context, &box, strip.get());
-    }
-    SetTextColor(context, isCurrent ? theme_.FieldText : theme_.GreyText);
-    if (std::ranges::find(marked_, row.Line + 1) != marked_.end()) {
-      const UniqueGdi<HBRUSH> mark(CreateSolidBrush(theme_.IsHighContrast ? theme_.Hot : ErrorInk));
-      const RECT box = {0, row.Top, ToPixels(MarkWidth, dpi_), row.Top + rowHeight_};
-      FillRect(context, &box, mark.get());
-    }
-    const std::wstring number = std::to_wstring(row.Line + 1);
-    TextOutW(context, right, row.Top, number.c_str(), static_cast<int>(number.size()));
-  }
+  for (const Row& row : look_.Rows) PaintRow(context, row, client.right);
   EndPaint(window_, &paint);
+}
+
+void EditorMargin::PaintRow(HDC context, const Row& row, int width) const {
+  const bool isCurrent = row.Line == look_.CurrentLine;
+  const int bottom = row.Top + rowHeight_, markWidth = ToPixels(MarkWidth, dpi_);
+  if (isCurrent) FillBox(context, {0, row.Top, width, bottom}, theme_.Field);
+  if (std::ranges::find(marked_, row.Line + 1) != marked_.end())
+    FillBox(context, {0, row.Top, markWidth, bottom}, theme_.IsHighContrast ? theme_.Hot : ErrorInk);
+  if (row.Sample) {
+    const int side = ToPixels(SampleSide, dpi_), top = row.Top + (rowHeight_ - side) / 2;
+    RECT box = {markWidth + 1, top, markWidth + 1 + side, top + side};
+    FillBox(context, box, theme_.GreyText);
+    InflateRect(&box, -1, -1);
+    FillBox(context, box, *row.Sample);
+  }
+  SetTextColor(context, isCurrent ? theme_.FieldText : theme_.GreyText);
+  const std::wstring number = std::to_wstring(row.Line + 1);
+  TextOutW(context, width - ToPixels(Padding, dpi_), row.Top, number.c_str(),
+           static_cast<int>(number.size()));
 }
 
 void EditorMargin::SelectLineAt(int y) const {

@@ -5,8 +5,10 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
+#include "drawing/colour.h"
 #include "win32/rich_text.h"
 #include "win32/theme.h"
 #include "win32/window_class.h"
@@ -41,7 +43,8 @@ class EditorMargin {
   // What is seen of it.
   struct Row {
     int Top = 0;
-    std::size_t Line = 0;  // from 0
+    std::size_t Line = 0;          // from 0
+    std::optional<Colour> Sample;  // of the first colour that the line names
     bool operator==(const Row&) const = default;
   };
   struct Look {
@@ -52,6 +55,7 @@ class EditorMargin {
   Look LookNow() const;
   void MakeFont();
   void Paint() const;
+  void PaintRow(HDC context, const Row& row, int width) const;
   void SelectLineAt(int y) const;
 
   FailureHandler onFailure_;

@@ -78,7 +78,7 @@ void MainWindowWin32::Attach(Application& application) {
   graphic_.Attach(application);
   focus_ = editor_.Window();
   offers_.OnTaken = [this](std::size_t index) { application_->Aid().TakeOffer(index); };
-  panel_.OnProblem = [this](std::size_t index) { application_->Aid().GoToProblem(index); };
+  panel_.OnProblem = [this](std::size_t index) { application_->ProblemClicked(index); };
   panel_.OnPage = [this](AidPage page) { application_->Aid().ShowPage(page); };
   Layout();
   SetTimer(window_.get(), TickTimer, TickMilliseconds, nullptr);

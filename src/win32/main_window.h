@@ -58,6 +58,7 @@ class MainWindowWin32 : public MainWindow, public WritingAidView {
   void Close() override;
   WindowPlace Place() override;
   void SetPlace(const WindowPlace& place) override;
+  void SetPartName(WindowPart part, std::string_view name) override;
   GraphicArea Graphic() override { return graphic_.Area(); }
   ScreenRectangle EditorRectangle() override;
   void MovePointer(ScreenPoint place) override { SetCursorPos(place.X, place.Y); }

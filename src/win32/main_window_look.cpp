@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "win32/accessible_name.h"
+#include "win32/fill_box.h"
 #include "win32/main_window.h"
 #include "win32/pixels.h"
 
@@ -12,11 +14,6 @@ namespace {
 
 // Units of 1/96 inch.
 constexpr int GripDot = 2, GripStep = 6, GripDots = 5;
-
-void FillBox(HDC context, const RECT& box, COLORREF colour) {
-  const UniqueGdi<HBRUSH> brush(CreateSolidBrush(colour));
-  FillRect(context, &box, brush.get());
-}
 
 }  // namespace
 
@@ -28,6 +25,21 @@ void MainWindowWin32::UseTheme(const Theme& theme) {
   panel_.SetTheme(theme);
   DarkenFrame(window_.get(), theme.IsDark && !theme.IsHighContrast);
   RedrawWindow(window_.get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+void MainWindowWin32::SetPartName(WindowPart part, std::string_view name) {
+  switch (part) {
+    case WindowPart::Editor:
+      return SetAccessibleName(editor_.Window(), name);
+    case WindowPart::Margin:
+      return SetAccessibleName(editor_.MarginWindow(), name);
+    case WindowPart::Drawing:
+      return SetAccessibleName(graphic_.Window(), name);
+    case WindowPart::Aid:
+      return panel_.SetName(name);
+    case WindowPart::Offers:
+      return SetAccessibleName(offers_.Window(), name);
+  }
 }
 
 // A line with a grip in its middle, by which it is seen that it can be moved.

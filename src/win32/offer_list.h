@@ -20,6 +20,8 @@ class OfferList {
  public:
   OfferList(HINSTANCE instance, HWND owner, FailureHandler onFailure);
 
+  HWND Window() const { return window_; }
+
   // Below, or where there is no room above, the box of a line on the screen. The first offer is chosen.
   void Show(const std::vector<Offer>& offers, const RECT& line);
   void Choose(std::size_t index);

@@ -60,7 +60,7 @@ TEST_F(ChangedOnDisk, StaysAsItIsInTheEditor) {
   EXPECT_EQ(Activate(), Log{});
   EXPECT_EQ(shell_.Editor.Content, Line);
   EXPECT_TRUE(shell_.Script().TextModified);
-  shell_.App->Tick();
+  shell_.Tick();
   EXPECT_TRUE(shell_.Exists("Vaxe$7.rec"));
   shell_.Write("dial.dat", "X = 9,9,12\n");
   EXPECT_EQ(Activate({"no"}), Log{Question("\nYour unsaved changes would be lost.")});

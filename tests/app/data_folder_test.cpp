@@ -50,7 +50,7 @@ TEST_F(DataFolder, HoldsWhatTheProgramWrites) {
   shell_.App->Command(MenuId::Mnu_Langue);
   EXPECT_EQ(Own("Vaxel.DaN"), "' English template\r\n");
   shell_.Editor.Type("' unsaved");
-  shell_.App->Tick();
+  shell_.Tick();
   EXPECT_TRUE(Own("Vaxe$7.rec").ends_with("' unsaved"));
   shell_.Boxes.OnZoom = [](const ZoomDialog& dialog) { dialog.OnButton("1", "1.5"); };
   shell_.App->KeyDown(Key::F7);

@@ -67,10 +67,12 @@ void FakeEditor::ReplaceSelection(std::string_view text) {
   Owner->EditorChanged();
 }
 
-void FakeEditor::ReplaceLine(std::size_t line, std::string_view text) {
-  std::size_t from = 0;
-  for (std::size_t i = 1; i < line; ++i) from = Content.find('\n', from) + 1;
-  Content.replace(from, std::min(Content.find('\n', from), Content.size()) - from, text);
+void FakeEditor::ReplaceLines(std::size_t first, const std::vector<std::string>& lines) {
+  const EditorRange range = RangeOfLines(first, first + lines.size() - 1);
+  std::string text;
+  for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
+  Content.replace(range.Begin, range.End - range.Begin, text);
+  ++Replacements;
   Owner->EditorChanged();
 }
 

@@ -59,6 +59,7 @@ class FakeWindow : public MainWindow {
   void SetDrawingOld(bool isOld) override { IsDrawingOld = isOld; }
   bool HasInput() override { return OnInput && OnInput(); }
   void AwaitPause() override { ++AwaitedPauses; }
+  void SetPartName(WindowPart part, std::string_view name) override { PartNames[part] = name; }
   void SetSheet(const std::optional<PaperOutline>& sheet) override { Sheet = sheet; }
   void SetRulers(const std::optional<Rulers>& rulers) override { RulersSet = rulers; }
 
@@ -87,6 +88,7 @@ class FakeWindow : public MainWindow {
   std::set<MenuId> Greyed;
   std::map<MenuId, bool> Checked;
   std::map<ToolIcon, std::string> ToolTexts;
+  std::map<WindowPart, std::string> PartNames;
   bool IsToolBarShown = false;
   std::vector<std::string> ToolTips, Recent;
   std::optional<WindowPlace> PlaceSet;
@@ -116,7 +118,7 @@ class FakeEditor : public ScriptEditor {
   std::size_t Size() override { return Content.size(); }
   void SetText(std::string_view text) override;
   void ReplaceSelection(std::string_view text) override;
-  void ReplaceLine(std::size_t line, std::string_view text) override;
+  void ReplaceLines(std::size_t first, const std::vector<std::string>& lines) override;
   // A vertical tab ends a line too, as in the control of Windows.
   EditorPlace Place() override;
   void GoToLine(std::size_t line) override;
@@ -136,6 +138,7 @@ class FakeEditor : public ScriptEditor {
   void Paste() override { log_.emplace_back("paste"); }
   std::string WordAtCursor() override { return "Arc"; }
   void SetTypingColour(Colour colour) override { log_.push_back("typing colour " + std::to_string(colour)); }
+  void SetSurvey(const ScriptSurvey*) override { ++NamesSet; }
   void ColourLine(std::size_t line) override { log_.push_back("colour line " + std::to_string(line)); }
   void ColourAll() override { log_.push_back("colour all"); }
   void SetFontSize(double points) override { FontSize = points; }
@@ -147,6 +150,7 @@ class FakeEditor : public ScriptEditor {
   std::size_t Line = 1;
   EditorRange Selected;
   int Replacements = 0;  // each of which is a step to undo
+  int NamesSet = 0;      // how often
   double FontSize = 0;
   Application* Owner = nullptr;
   bool IsFull = false;  // takes no text for want of memory
@@ -296,6 +300,11 @@ class FakeShell {
   void CommandWithAnswers(MenuId item, std::deque<std::string> answers);
   void StartWith(std::string_view script);
 
+  // As the window's timer does, and waits for what that has begun.
+  void Tick() {
+    App->Tick();
+    App->FinishCopy();
+  }
   std::string Path(const std::string& name) const { return folder_.NameOf(name); }
   void Write(const std::string& name, std::string_view bytes) const { folder_.Write(name, bytes); }
   std::string Read(const std::string& name) const { return folder_.Read(name); }

@@ -225,14 +225,14 @@ TEST(FileCommands, InsertsNamesAsScriptsGiveThem) {
 TEST(Recovery, BringsBackWhatWasNotSaved) {
   FakeShell shell(Line);
   shell.Editor.Type("' unsaved");
-  shell.App->Tick();
+  shell.Tick();
   EXPECT_TRUE(shell.Exists("Vaxe$7.rec"));
   // Not again before some seconds have passed.
   shell.Editor.Type(" é");
-  shell.App->Tick();
+  shell.Tick();
   EXPECT_EQ(shell.Read("Vaxe$7.rec").find("é"), std::string::npos);
   shell.System.Time += std::chrono::seconds(11);
-  shell.App->Tick();
+  shell.Tick();
   EXPECT_NE(shell.Read("Vaxe$7.rec").find("é"), std::string::npos);
   // Another program in the same folder leaves it alone while this one runs.
   shell.System.Process = 8;
@@ -255,11 +255,11 @@ TEST(Recovery, BringsBackWhatWasNotSaved) {
   EXPECT_TRUE(shell.Exists("Vaxe$8.rec"));
   // Saved, and then ended: nothing is left.
   shell.App->Command(MenuId::Mnu_EnregistrerS);
-  shell.App->Tick();
+  shell.Tick();
   EXPECT_FALSE(shell.Exists("Vaxe$8.rec"));
   shell.Editor.Type("x");
   shell.System.Time += std::chrono::seconds(11);
-  shell.App->Tick();
+  shell.Tick();
   shell.Boxes.Answers = {"no"};
   EXPECT_TRUE(shell.App->Quit());
   EXPECT_FALSE(shell.Exists("Vaxe$8.rec"));
@@ -285,6 +285,7 @@ TEST(RunBridge, WritesCommentsBehindTheirLines) {
   const std::string commented =
       "Trait = 0, 0, 10, 20\n? ' where  ' 10, 20\nEpaisT = 2\nEpaisT  '  2 pixels, 0.5mm\n";
   EXPECT_EQ(shell.Editor.Content, commented);
+  EXPECT_EQ(shell.Editor.Replacements, 1);
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Editor.Content, commented);
   shell.Editor.Content.replace(8, 1, "5");

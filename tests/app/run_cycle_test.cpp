@@ -90,26 +90,26 @@ TEST(RunCycle, TellsWhereARunFails) {
                 ":1: Fichier = part.dat\n\nLine 2 of part.dat"});
 }
 
-// The box comes when there is a drawing to look at, and not again for a view of the same script.
-TEST(RunCycle, TellsNoticesBehindTheDrawing) {
+// No box: the list below the editor comes up, and not again for a view of the same script.
+TEST(RunCycle, ListsNotices) {
   FakeShell shell(Dial);
-  const std::string place = shell.Path("dial.dat");
   shell.Editor.Content = "Couleur = Rot\n%I = 0\nI:\n%I == %I + 1\nX = 0,0,%I,Blau\nIF %I < 3 GOTO I\n";
   shell.App->KeyDown(Key::F4);
-  EXPECT_EQ(shell.Take({"show", "message"}),
-            (Log{"show 6", "message " + place + ":1: notice: unknown colour: Rot\n" + place +
-                               ":5: notice: unknown colour: Blau"}));
+  EXPECT_EQ(shell.Aid.Problems, (Log{"1: unknown colour: Rot", "5: unknown colour: Blau"}));
+  EXPECT_EQ(shell.Aid.Page, AidPage::Problems);
+  shell.App->Aid().ShowPage(AidPage::None);
   shell.App->KeyDown(Key::F7);
-  EXPECT_EQ(shell.Take({"message"}), Log{});
+  EXPECT_EQ(shell.Aid.Problems.size(), 2U);
+  EXPECT_EQ(shell.Aid.Page, AidPage::None);
   shell.Editor.Content = "Couleur = Rot\nCouleur = Blau\nTrait = 0,0,500,0\n";
   shell.App->Command(MenuId::Mnu_Visualiser);
-  EXPECT_EQ(shell.Take({"message"}), Log{"message " + place + ":2: notice: unknown colour: Blau"});
+  EXPECT_EQ(shell.Aid.Page, AidPage::Problems);
   // The paper is a sheet, and so is a file; the window's area is none.
   shell.App->Command(MenuId::Mnu_Imprimer);
-  const Log printed = shell.Take({"message"});
-  ASSERT_EQ(printed.size(), 1U);
-  EXPECT_TRUE(printed[0].starts_with("message " + place + ":3: notice: the drawing reaches beyond the sheet"))
-      << printed[0];
+  ASSERT_EQ(shell.Aid.Problems.size(), 3U);
+  EXPECT_TRUE(shell.Aid.Problems[2].starts_with("3: the drawing reaches beyond the sheet"))
+      << shell.Aid.Problems[2];
+  EXPECT_EQ(shell.Take({"message"}), Log{});
 }
 
 TEST(RunCycle, EscapeEndsALoop) {

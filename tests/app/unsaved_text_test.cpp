@@ -75,7 +75,7 @@ TEST(UnsavedText, IsCopiedWhileARunDoesNotEnd) {
   FakeShell shell(Line);
   shell.Editor.Type("A:\nGoto A");
   shell.Window.OnEvents = [&] {
-    shell.App->Tick();
+    shell.Tick();
     shell.App->KeyDown(Key::Escape);
   };
   shell.App->KeyDown(Key::F4);
@@ -210,7 +210,7 @@ TEST(UnsavedText, StaysWholeWhereTheEditorCountsOtherLines) {
   shell.Editor.Content = script;
   shell.App->KeyDown(Key::F4);
   EXPECT_EQ(shell.Editor.Content, script);
-  EXPECT_EQ(shell.Take({"message"}), Log{"message " + shell.Path("dial.dat") + ":3: ' 10, 20"});
+  EXPECT_EQ(shell.Aid.Problems, Log{"3: ' 10, 20"});
 }
 
 // On the disk the script has other lines than in the editor.

@@ -117,6 +117,57 @@ TEST(WritingAid, ListsWhatARunHasFoundWrong) {
   EXPECT_TRUE(shell.Aid.Problems[0].starts_with("1: ")) << shell.Aid.Problems[0];
 }
 
+TEST(WritingAid, OffersToOpenTheFileOfAMessage) {
+  FakeShell shell(Dial);
+  shell.Write("part.dat", "' part\nTrait = 1/0\n");
+  shell.Editor.Content = "\nFichier = part.dat\n";
+  shell.App->KeyDown(Key::F4);
+  ASSERT_EQ(shell.Aid.Problems.size(), 1U);
+  shell.App->KeyDown(Key::F9);
+  EXPECT_EQ(shell.Editor.Line, 2U);
+  EXPECT_EQ(shell.App->Script().CurrentFile, shell.Path("dial.dat"));
+  shell.Boxes.Answers = {"safe"};
+  shell.App->ProblemClicked(0);
+  EXPECT_EQ(shell.App->Script().CurrentFile, shell.Path("dial.dat"));
+  shell.Boxes.Answers = {"yes"};
+  shell.App->ProblemClicked(0);
+  EXPECT_EQ(shell.App->Script().CurrentFile, shell.Path("part.dat"));
+  EXPECT_EQ(shell.Editor.Line, 2U);
+}
+
+// What the editor colours lines by changes with the names in the script, not with every key.
+TEST(WritingAid, TellsTheEditorOfNewNames) {
+  FakeShell shell("%Rayon = 40\n");
+  shell.Editor.NamesSet = 0;
+  Type(shell, "Cercle = 0, 0, %Rayon\n");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.Editor.NamesSet, 0);
+  Type(shell, "%Pas = 2");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.Editor.NamesSet, 1);
+}
+
+TEST(WritingAid, SaysWhatTheWordAtThePointerIs) {
+  FakeShell shell("%Rayon = 40/2\nCercle = 0, 0, %{Rayon} + %Loin + %FCMM\n' Cercle\n");
+  const std::string text = shell.Editor.Content;
+  const auto said = [&](std::string_view word) {
+    const auto help = shell.App->WordAt(text.find(word) + 1);
+    return help ? text.substr(help->Word.Begin, help->Word.End - help->Word.Begin) + "|" + help->Text : "";
+  };
+  EXPECT_TRUE(said("Cercle").starts_with("Cercle|")) << said("Cercle");
+  EXPECT_EQ(said("%{Rayon}"), "%{Rayon}|%Rayon = 40/2 (last run)");
+  EXPECT_EQ(said("%FCMM"), "%FCMM|%FCMM: system variable");
+  EXPECT_EQ(said("%Loin"), "%Loin|No line of this script gives %Loin a value.");
+  EXPECT_EQ(said("0, 0"), "");
+  EXPECT_EQ(said("' Cercle"), "");
+  shell.Editor.Content = "Couleur = Rouge\n";
+  shell.App->EditorChanged();
+  const auto colour = shell.App->WordAt(12);
+  ASSERT_TRUE(colour && colour->Sample);
+  EXPECT_EQ(colour->Text, "red 255, green 0, blue 0");
+  EXPECT_EQ(*colour->Sample, MakeColour(255, 0, 0));
+}
+
 TEST(WritingAid, DrawsWhileOneTypes) {
   FakeShell shell(Dial);
   const std::size_t before = shell.App->Runs().Drawing()->Size();

@@ -1,0 +1,75 @@
+// How soon the real program's editor answers. Times are measured, not asserted, so nothing runs this by
+// itself:
+//
+//   scripts/wine-with-printer build/windows/bin/program_tests.exe --gtest_also_run_disabled_tests
+//     --gtest_filter=*Latency*
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/win32/program_fixture.h"
+
+namespace vaxel {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double MsSince(Clock::time_point start) {
+  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+void TellMs(const char* what, double ms) {
+  std::printf("%-40s %8.1f ms\n", what, ms);
+}
+
+void WaitUntil(const std::function<bool()>& condition) {
+  const auto start = Clock::now();
+  while (!condition() && MsSince(start) < 120'000) Sleep(1);
+}
+
+// Each key is handled wholly before the call comes back; what it has caused beyond that comes in the pause.
+void TypeKeys(HWND editor, const char* what, const std::wstring& keys, DWORD pauseMs) {
+  std::vector<double> times;
+  for (const wchar_t key : keys) {
+    const auto start = Clock::now();
+    SendMessageW(editor, WM_CHAR, key, 1);
+    times.push_back(MsSince(start));
+    Sleep(pauseMs);
+  }
+  std::ranges::sort(times);
+  std::printf("%-40s %8.1f ms, worst of %zu: %.1f ms\n", what, times[times.size() / 2], times.size(),
+              times.back());
+}
+
+TEST_F(ProgramTest, DISABLED_LatencyInALongScript) {
+  constexpr int lines = 50'000;
+  std::string script = "Stop\r\n";
+  for (int line = 2; line < lines; ++line)
+    script += line % 3 == 0 ? "Trait = 0, 0, 10, 20, Rouge\r\n" : "%Rayon = 40 ' line\r\n";
+  folder_.Write("dial.dat", script + "' the end");
+  folder_.Write("Vaxel.cfg", SettingsWith("English", folder_.NameOf("dial.dat")));
+  const auto start = Clock::now();
+  program_.emplace(folder_);
+  WaitUntil([this] { return program_->Window() && IsWindowVisible(program_->Window()); });
+  const HWND editor = program_->Control(EditorId);
+  WaitUntil([editor] { return GetWindowTextLengthW(editor) > 100; });
+  TellMs("first lines", MsSince(start));
+  WaitUntil([this] { return program_->EditorText().ends_with("' the end"); });
+  TellMs("whole text in the control", MsSince(start));
+  program_->SelectInEditor(0, 0);
+  TypeKeys(editor, "key of a comment", L"' abcdefghij klmnopqrst", 20);
+  TypeKeys(editor, "key of a keyword, with offers", L"\rCercle", 20);
+  TypeKeys(editor, "key, the copy being written meanwhile", std::wstring(150, L'x'), 100);
+  const auto saving = Clock::now();
+  program_->Command(MenuId::Mnu_EnregistrerS);
+  TellMs("saving", MsSince(saving));
+  EndUnasked();
+}
+
+}  // namespace
+}  // namespace vaxel
