@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/help_syntax.h"
+#include "app/name_matches.h"
 #include "base/folded_text.h"
 #include "base/text.h"
 #include "commands/command_table.h"
@@ -17,10 +18,6 @@ namespace {
 constexpr std::size_t LeastForHelp = 3;
 
 enum Rank : int { Exact, Prefix, Called, HelpWord, CalledPrefix, HelpPrefix, Within };
-
-bool IsWordCharacter(char c) {
-  return IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
-}
 
 // How the word stands in a text: as a word of it, as the beginning of one, or not.
 std::optional<bool> FindWhole(std::string_view text, std::string_view word) {

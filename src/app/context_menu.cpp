@@ -10,7 +10,7 @@ using enum ContextPlace;
 
 constexpr bool WithCtrl = true, EndsGroup = true;
 
-constexpr auto Rows = std::to_array<ContextRow>({
+constexpr auto MenusAtHand = std::to_array<ContextRow>({
     {Editor, Mnu_Annuler},
     {Editor, Mnu_Refaire, TextId::None, false, EndsGroup},
     {Editor, Mnu_Couper},
@@ -51,7 +51,7 @@ constexpr auto Rows = std::to_array<ContextRow>({
 }  // namespace
 
 std::span<const ContextRow> ContextRows() {
-  return Rows;
+  return MenusAtHand;
 }
 
 }  // namespace vaxel

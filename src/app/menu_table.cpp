@@ -278,7 +278,7 @@ static_assert(EveryCaptionHasAccelerator(), "every caption has one accelerator")
 // The French captions are those that users know by heart, with letters that two of them share.
 static_assert(AcceleratorsAreUnique(1) && AcceleratorsAreUnique(2), "no letter twice in a menu");
 
-std::string NameOf(Key key) {
+std::string NameOfKey(Key key) {
   switch (key) {
     case Key::Tab:
       return "Tab";
@@ -302,7 +302,7 @@ std::string NameOf(Key key) {
 std::string TextOf(const Keystroke& stroke) {
   const bool withCtrl = stroke.Held == Held::Ctrl || stroke.Held == Held::CtrlShift;
   const bool withShift = stroke.Held == Held::Shift || stroke.Held == Held::CtrlShift;
-  return std::string(withCtrl ? "Ctrl+" : "") + (withShift ? "Shift+" : "") + NameOf(stroke.Key);
+  return std::string(withCtrl ? "Ctrl+" : "") + (withShift ? "Shift+" : "") + NameOfKey(stroke.Key);
 }
 
 }  // namespace

@@ -17,25 +17,25 @@ char UpperAscii(char c) {
 }
 
 // Whether a text, in any case, begins with a folded one.
-bool BeginsWith(std::string_view text, std::string_view folded) {
+bool BeginsFolded(std::string_view text, std::string_view folded) {
   return text.size() >= folded.size() && std::equal(folded.begin(), folded.end(), text.begin(),
                                                     [](char a, char b) { return a == UpperAscii(b); });
 }
 
-bool IsWordCharacter(char c) {
-  return IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
-}
-
 std::optional<NameMatch> MatchFolded(std::string_view name, std::string_view folded) {
-  if (BeginsWith(name, folded)) return name.size() == folded.size() ? NameMatch::Exact : NameMatch::Prefix;
+  if (BeginsFolded(name, folded)) return name.size() == folded.size() ? NameMatch::Exact : NameMatch::Prefix;
   for (std::size_t i = 1; i + folded.size() <= name.size(); ++i) {
     const bool begins = IsWordCharacter(name[i]) && !IsWordCharacter(name[i - 1]);
-    if (begins && BeginsWith(name.substr(i), folded)) return NameMatch::Word;
+    if (begins && BeginsFolded(name.substr(i), folded)) return NameMatch::Word;
   }
   return std::nullopt;
 }
 
 }  // namespace
+
+bool IsWordCharacter(char c) {
+  return IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
+}
 
 TypedName::TypedName(std::string_view typed) : folded_(FoldedText(typed)) {}
 

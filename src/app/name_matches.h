@@ -11,6 +11,9 @@
 
 namespace vaxel {
 
+// A letter, a digit or a part of a character beyond ASCII.
+bool IsWordCharacter(char c);
+
 enum class NameMatch : std::uint8_t {
   Exact,   // but for case and accents
   Prefix,  // the name begins so

@@ -72,33 +72,34 @@ struct ChoiceRow {
   ParameterChoices Choices;
 };
 
-constexpr auto Rows = std::to_array<ChoiceRow>({{ParameterKind::TextLetters, {TextLetters, true}},
-                                                {ParameterKind::ArcTextLetters, {ArcTextLetters, true}},
-                                                {ParameterKind::FontSize, {StyleLetters, true}},
-                                                {ParameterKind::Multiplier, {StyleLetters, true}},
-                                                {ParameterKind::FontChange, {StyleLetters, true}},
-                                                {ParameterKind::Orientation, {OrientationLetters, true}},
-                                                {ParameterKind::PicturePosition, {PositionLetters, true}},
-                                                {ParameterKind::PenEnds, {Ends}},
-                                                {ParameterKind::ColourOrNone, {NotDrawn}},
-                                                {ParameterKind::CornerForm, {Corners}},
-                                                {ParameterKind::DovetailEnds, {Pins}},
-                                                {ParameterKind::PictureScale, {PictureForms}},
-                                                {ParameterKind::PictureBox, {PictureForms}},
-                                                {ParameterKind::PicturePixels, {PictureForms}},
-                                                {ParameterKind::PageForm, {Pages}},
-                                                {ParameterKind::ShapeOfMark, {Shapes}},
-                                                {ParameterKind::Step, {Steps}},
-                                                {ParameterKind::Notation, {Notations}},
-                                                {ParameterKind::TableWord, {Tables}},
-                                                {ParameterKind::ListWord, {Tables}},
-                                                {ParameterKind::StraightMark, {Straight}},
-                                                {ParameterKind::LogLetter, {Logarithmic}}});
+constexpr auto ChoiceTable =
+    std::to_array<ChoiceRow>({{ParameterKind::TextLetters, {TextLetters, true}},
+                              {ParameterKind::ArcTextLetters, {ArcTextLetters, true}},
+                              {ParameterKind::FontSize, {StyleLetters, true}},
+                              {ParameterKind::Multiplier, {StyleLetters, true}},
+                              {ParameterKind::FontChange, {StyleLetters, true}},
+                              {ParameterKind::Orientation, {OrientationLetters, true}},
+                              {ParameterKind::PicturePosition, {PositionLetters, true}},
+                              {ParameterKind::PenEnds, {Ends}},
+                              {ParameterKind::ColourOrNone, {NotDrawn}},
+                              {ParameterKind::CornerForm, {Corners}},
+                              {ParameterKind::DovetailEnds, {Pins}},
+                              {ParameterKind::PictureScale, {PictureForms}},
+                              {ParameterKind::PictureBox, {PictureForms}},
+                              {ParameterKind::PicturePixels, {PictureForms}},
+                              {ParameterKind::PageForm, {Pages}},
+                              {ParameterKind::ShapeOfMark, {Shapes}},
+                              {ParameterKind::Step, {Steps}},
+                              {ParameterKind::Notation, {Notations}},
+                              {ParameterKind::TableWord, {Tables}},
+                              {ParameterKind::ListWord, {Tables}},
+                              {ParameterKind::StraightMark, {Straight}},
+                              {ParameterKind::LogLetter, {Logarithmic}}});
 
 }  // namespace
 
 ParameterChoices ChoicesOf(ParameterKind kind) {
-  for (const ChoiceRow& row : Rows) {
+  for (const ChoiceRow& row : ChoiceTable) {
     if (row.Kind == kind) return row.Choices;
   }
   return {};

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 // A printer that has not written anything more for so long has come to its end.
-constexpr auto Patience = 30s;
+constexpr auto GrowthPause = 30s;
 constexpr auto BetweenLooks = 20ms;
 constexpr std::size_t LargestFile = std::size_t{1} << 30;
 
@@ -67,7 +67,7 @@ Result<std::string> AwaitWhole(AppContext& app, const Draft& draft, const std::f
         return bytes;
     }
     if (now != size) lastGrowth = app.Platform.Now();
-    if (app.Platform.Now() - lastGrowth > Patience) return Failure{.Text = TextId::PdfNotWritten};
+    if (app.Platform.Now() - lastGrowth > GrowthPause) return Failure{.Text = TextId::PdfNotWritten};
     size = now;
     std::this_thread::sleep_for(BetweenLooks);
   }

@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view Prefix = "Vaxe$", Extension = ".rec";
-constexpr std::string_view Header = "Vaxel recovery";
+constexpr std::string_view CopyPrefix = "Vaxe$", CopyExtension = ".rec";
+constexpr std::string_view CopyHeader = "Vaxel recovery";
 
 template <class Number>
 std::optional<Number> ReadNumber(std::string_view digits) {
@@ -49,7 +49,7 @@ Recovery::Recovery(std::vector<std::string> folders, std::uint32_t processId) : 
 }
 
 std::string Recovery::OwnName() const {
-  return folders_.front() + std::string(Prefix) + std::to_string(processId_) + std::string(Extension);
+  return folders_.front() + std::string(CopyPrefix) + std::to_string(processId_) + std::string(CopyExtension);
 }
 
 bool Recovery::IsDue(Clock::time_point now) {
@@ -65,7 +65,7 @@ void Recovery::BeginWriting(Clock::time_point now, RecoveryCopy copy) {
   constexpr auto ifThreadsCanBeHad = std::launch::async | std::launch::deferred;
   writing_ = std::async(ifThreadsCanBeHad, [name = OwnName(), copy = std::move(copy)] {
     OutputFile file(name);
-    file.Write(std::string(Header) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
+    file.Write(std::string(CopyHeader) + "\t" + std::to_string(static_cast<int>(copy.Encoding)) + "\t" +
                std::to_string(copy.LoadedHash) + "\t" + copy.ScriptName + "\n");
     file.Write(copy.Text);
     return static_cast<bool>(file.Commit());
@@ -100,9 +100,9 @@ void Recovery::AddCopies(const std::string& folder, std::vector<NumberedCopy>& c
   for (fs::directory_iterator entry(PathOf(folder), error), end; !error && entry != end;
        entry.increment(error)) {
     const std::string name = NameOf(entry->path().filename());
-    if (!name.starts_with(Prefix) || !name.ends_with(Extension)) continue;
-    const std::size_t digits = name.size() - Prefix.size() - Extension.size();
-    const auto number = ReadNumber<std::uint32_t>(std::string_view(name).substr(Prefix.size(), digits));
+    if (!name.starts_with(CopyPrefix) || !name.ends_with(CopyExtension)) continue;
+    const std::size_t digits = name.size() - CopyPrefix.size() - CopyExtension.size();
+    const auto number = ReadNumber<std::uint32_t>(std::string_view(name).substr(CopyPrefix.size(), digits));
     if (number) copies.emplace_back(folder + name, *number);
   }
 }
@@ -120,7 +120,7 @@ std::optional<RecoveryCopy> Recovery::Read(const std::string& name) {
   if (!bytes) return std::nullopt;
   std::string_view rest = *bytes;
   std::string_view head = TakeUntil(rest, '\n');
-  if (TakeUntil(head, '\t') != Header) return std::nullopt;
+  if (TakeUntil(head, '\t') != CopyHeader) return std::nullopt;
   const auto encoding = ReadNumber<int>(TakeUntil(head, '\t'));
   const auto hash = ReadNumber<std::uint64_t>(TakeUntil(head, '\t'));
   if (!encoding || *encoding < 0 || *encoding > static_cast<int>(TextEncoding::Windows1252) || !hash)

@@ -56,7 +56,7 @@ void ReadCommands(std::string_view text, const Separators& separators, ScriptLin
       parts.Comment = text.substr(WithoutComment(text).size());
       return;
     }
-    const CommandLine cut = SplitCommand(text, AllCommands());
+    const CutCommand cut = SplitCommand(text, AllCommands());
     CommandInLine command{cut.Keyword, AllCommands().Find(cut.Keyword), text.substr(text.size()), {}, {}};
     std::string_view next;
     const std::string_view behind = cut.Parameters.data() ? cut.Parameters : text.substr(text.size());

@@ -9,7 +9,7 @@ namespace {
 
 using enum MenuId;
 
-constexpr auto Rows = std::to_array<ToolRow>({
+constexpr auto Buttons = std::to_array<ToolRow>({
     {ToolIcon::Run, Mnu_Visualiser, TextId::RunScript},
     {ToolIcon::Stop, Nowhere, TextId::StopRun},
     {ToolIcon::Fit, Mnu_Ajuster},
@@ -20,7 +20,7 @@ constexpr auto Rows = std::to_array<ToolRow>({
 }  // namespace
 
 std::span<const ToolRow> ToolRows() {
-  return Rows;
+  return Buttons;
 }
 
 std::string ToolText(const AppContext& app, const ToolRow& row) {

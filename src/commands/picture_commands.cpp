@@ -70,7 +70,7 @@ bool AsksForSize(const Parameters& parameters) {
   return EqualIgnoringCase(Trim(SizeParts(parameters)[0]), "V");
 }
 
-double AboveZero(double value) {
+double PositiveSize(double value) {
   if (!(value > 0)) throw ScriptFault(FaultReason::BadPictureSize, NumberText(value));
   return value;
 }
@@ -81,14 +81,14 @@ Point ReadSize(const RunContext& run, const Parameters& parameters, Point natura
   const auto part = [&](std::size_t i) {
     const auto value = i < parts.size() ? NumberOf(run.Substitute(parts[i]), run.Separators) : std::nullopt;
     if (!value) throw ScriptFault(FaultReason::IncompleteParameter, Shorten(parameters.Trimmed(4), 40));
-    return AboveZero(*value);
+    return PositiveSize(*value);
   };
   const std::string form = UpperCase(Trim(parts[0]));
   if (form == "X") return natural * (part(1) / natural.X);
   if (form == "Y") return natural * (part(1) / natural.Y);
   if (form == "Z") return {part(1), part(2)};
   if (form == "A") return natural * std::min(part(1) / natural.X, part(2) / natural.Y);
-  if (parts.size() == 1) return natural * AboveZero(parameters.NumberOr(4, 1));
+  if (parts.size() == 1) return natural * PositiveSize(parameters.NumberOr(4, 1));
   throw ScriptFault(FaultReason::UnknownOption, Shorten(parameters.Trimmed(4), 40));
 }
 

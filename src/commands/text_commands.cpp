@@ -19,7 +19,7 @@ constexpr std::string_view TextLetters = "R#GBISUCXYDHV";
 constexpr std::string_view ArcTextLetters = "GBISUX";
 constexpr std::string_view StyleLetters = "GBISU";
 
-double AboveZero(double value) {
+double PositiveHeight(double value) {
   if (!(value > 0)) throw ScriptFault(FaultReason::BadFontSize, NumberText(value));
   return value;
 }
@@ -106,9 +106,9 @@ void SetSizeAndStyle(RunContext& run, std::string_view text) {
   DrawSurface& surface = run.Surface;
   FontSizeRegisters sizes = surface.FontSizes;
   if (parts.Size.starts_with('*')) {
-    sizes.Multiplier = AboveZero(ReadTextOptions(parts.Size, {}, run.Separators).Multiplier);
+    sizes.Multiplier = PositiveHeight(ReadTextOptions(parts.Size, {}, run.Separators).Multiplier);
   } else if (const auto size = StrictValue(parts.Size, run.Separators)) {
-    sizes.Standard = AboveZero(*size);
+    sizes.Standard = PositiveHeight(*size);
     sizes.Multiplier = 1;
   }
   surface.SetFontSizes(sizes);
@@ -122,7 +122,7 @@ void SetSizeAndStyle(RunContext& run, std::string_view text) {
 
 void RunPolice(RunContext& run, const Parameters& parameters) {
   FontSizeRegisters sizes = run.Surface.FontSizes;
-  sizes.Coefficient = AboveZero(parameters.NumberOr(2, 1));
+  sizes.Coefficient = PositiveHeight(parameters.NumberOr(2, 1));
   const std::string name = DrawableText(Shorten(parameters.Trimmed(1), MaxFontName));
   if (!name.empty()) run.Surface.Font.Name = name;
   run.Surface.SetFontSizes(sizes);

@@ -13,11 +13,11 @@ constexpr double HeadSide = 0.25;         // of an arrow of strokes, of its leng
 constexpr double HeadWidth = 3;           // of an arrow with a width, in shafts
 constexpr double WholeTurnMargin = 1e-4;  // degrees: the rounded constants must not make nothing of a turn
 
-struct Box {
+struct BoxSides {
   double Left, Bottom, Right, Top, Radius;
 };
 
-Box BoxOf(Point corner, Point opposite, double radius) {
+BoxSides SidesOf(Point corner, Point opposite, double radius) {
   const auto [left, right] = std::minmax(corner.X, opposite.X);
   const auto [bottom, top] = std::minmax(corner.Y, opposite.Y);
   return {left, bottom, right, top, std::min({std::abs(radius), (right - left) / 2, (top - bottom) / 2})};
@@ -85,7 +85,7 @@ Point PointInDirection(Point from, double direction, double length) {
 }
 
 std::array<ContourArc, 4> RoundedBox(Point corner, Point opposite, double radius) {
-  const Box box = BoxOf(corner, opposite, radius);
+  const BoxSides box = SidesOf(corner, opposite, radius);
   const auto rounding = [&](double x, double y, int quarter) {
     return ContourArc{{x, y}, box.Radius, quarter * QuarterTurn, QuarterTurn};
   };
@@ -96,7 +96,7 @@ std::array<ContourArc, 4> RoundedBox(Point corner, Point opposite, double radius
 }
 
 std::array<Point, 8> CutBox(Point corner, Point opposite, double radius) {
-  const auto [left, bottom, right, top, cut] = BoxOf(corner, opposite, radius);
+  const auto [left, bottom, right, top, cut] = SidesOf(corner, opposite, radius);
   return {{{right, top - cut},
            {right - cut, top},
            {left + cut, top},

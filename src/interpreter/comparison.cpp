@@ -16,7 +16,7 @@
 namespace vaxel {
 namespace {
 
-constexpr std::size_t ShownLength = 60;
+constexpr std::size_t ShownSide = 60;
 
 struct RelationRow {
   std::string_view Sign;
@@ -36,12 +36,12 @@ constexpr std::array<RelationRow, 9> Relations = {{{"<", Relation::Less},
 // A side of a comparison that is no number: it compares as what it begins with.
 void NoticeSide(RunContext& run, std::string_view side, double value) {
   const TextId text = HasDecimalComma(side) ? TextId::SideHasComma : TextId::SideIsNoExpression;
-  run.Notice(text, Shorten(side, ShownLength), NumberText(value));
+  run.Notice(text, Shorten(side, ShownSide), NumberText(value));
 }
 
 double SideValue(RunContext& run, std::string_view side, std::string_view condition) {
   const Evaluation evaluation = Evaluate(side, run.Separators.First);
-  if (!evaluation.HasValue) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
+  if (!evaluation.HasValue) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownSide));
   if (!evaluation.Complete) NoticeSide(run, side, evaluation.Value);
   return evaluation.Value;
 }
@@ -120,7 +120,7 @@ bool IsTrue(RunContext& run, std::string_view condition, bool asText) {
   if (Trim(condition).empty()) return false;
   condition = TrimText(condition);
   const auto comparison = SplitComparison(condition);
-  if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownLength));
+  if (!comparison) throw ScriptFault(FaultReason::BadComparison, Shorten(condition, ShownSide));
   if (asText) return Holds(comparison->How, comparison->Left, comparison->Right);
   const double left = SideValue(run, comparison->Left, condition);
   return Holds(comparison->How, left, SideValue(run, comparison->Right, condition));

@@ -152,7 +152,7 @@ void CompiledLine::Compile(RunContext& run, std::string_view line) {
     command_ = std::make_unique<VariableLine>(line);
     return;
   }
-  const CommandLine command = SplitCommand(line, run.Commands);
+  const CutCommand command = SplitCommand(line, run.Commands);
   const CommandRow* const row = RowOf(run, command.Keyword, line);
   if (!row || !Applies(run, row->Rules.Where)) return;
   text_ = row->TakesComments() ? WithoutComment(command.Parameters) : command.Parameters;

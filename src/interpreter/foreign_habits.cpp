@@ -194,7 +194,7 @@ constexpr auto Branches = std::to_array<std::string_view>(
 constexpr auto CommentMarks =
     std::to_array<std::string_view>({"//", "#", ";", "/*", "--", "!", "*", "REM", "\""});
 
-constexpr auto Functions = std::to_array<Habit>(
+constexpr auto ForeignFunctions = std::to_array<Habit>(
     {{"SQRT", "SQR"},         {"RACINE", "SQR"},    {"RAC", "SQR"},     {"TRUNC", "FIX"},
      {"FLOOR", "INT"},        {"CEIL", "-INT(-x)"}, {"ENT", "INT"},     {"ROUND", "RND"},
      {"ARRONDI", "RND"},      {"SIGN", "SGN"},      {"SIGNE", "SGN"},   {"ATN", "ATAN"},
@@ -293,7 +293,7 @@ std::span<const Habit> CommandHabits() {
 }
 
 std::string_view FunctionInstead(std::string_view name) {
-  if (const std::string_view instead = InsteadOf(Functions, name); !instead.empty()) return instead;
+  if (const std::string_view instead = InsteadOf(ForeignFunctions, name); !instead.empty()) return instead;
   if (IsFunctionName(name)) return {};
   const auto* const near = std::find_if(Known.begin(), Known.end(),
                                         [&](std::string_view known) { return IsOneSlip(name, known); });

@@ -95,7 +95,7 @@ std::string_view WithoutComment(std::string_view text) {
   return text.substr(0, text.find('\''));
 }
 
-CommandLine SplitCommand(std::string_view line, const CommandSet& commands) {
+CutCommand SplitCommand(std::string_view line, const CommandSet& commands) {
   std::size_t split = WithoutComment(line).find('=');
   if (split != std::string_view::npos && !BeginsCondition(line, commands)) {
     return {Trim(line.substr(0, split)), line.substr(split + 1)};

@@ -63,13 +63,13 @@ bool IsContinued(std::string_view line);
 // Whether nothing of the line is to be run: it is empty or a comment.
 bool IsBlankOrComment(std::string_view line);
 
-struct CommandLine {
+struct CutCommand {
   std::string_view Keyword;     // trimmed, as written
   std::string_view Parameters;  // all after the "=" or the blank, a trailing comment included
 };
 
 // A "=" after an apostrophe belongs to a comment and separates nothing. The line has no leading blanks.
-CommandLine SplitCommand(std::string_view line, const CommandSet& commands);
+CutCommand SplitCommand(std::string_view line, const CommandSet& commands);
 
 // The text before its first apostrophe.
 std::string_view WithoutComment(std::string_view text);

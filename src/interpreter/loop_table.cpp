@@ -37,7 +37,7 @@ bool BeginsWithName(std::string_view text, std::string_view name) {
 // A line that begins or ends a loop. Notes after the last command of a script may begin with the same words:
 // without a "=" or a variable's name they make no loop.
 std::optional<LoopLine> ReadLoopLine(std::string_view line, const CommandSet& commands) {
-  const CommandLine command = SplitCommand(line, commands);
+  const CutCommand command = SplitCommand(line, commands);
   const CommandRow* const row = commands.Find(command.Keyword);
   if (!row || row->Rules.Block == BlockEdge::None) return std::nullopt;
   const bool begins = row->Rules.Block == BlockEdge::Begin;

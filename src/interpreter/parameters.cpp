@@ -17,7 +17,7 @@ namespace vaxel {
 namespace {
 
 constexpr std::string_view DegreeSign = "°";
-constexpr std::size_t ShownLength = 60;
+constexpr std::size_t ShownParameter = 60;
 
 // Whether the text ends in the name of a number.
 bool EndsInConstant(std::string_view text) {
@@ -74,7 +74,7 @@ void AddInstead(ScriptFault& fault, std::string_view text, std::size_t place) {
   if (HasDecimalComma(text)) {
     std::string number(text);
     std::replace(number.begin(), number.end(), ',', '.');
-    fault.Add(TextId::DecimalMark, Shorten(number, ShownLength));
+    fault.Add(TextId::DecimalMark, Shorten(number, ShownParameter));
     return;
   }
   const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsLetter);
@@ -303,7 +303,7 @@ std::optional<double> StrictValue(std::string_view expression, const Separators&
 void FailExpression(std::string_view shown, std::string_view expression) {
   shown = Trim(shown);
   expression = expression.empty() ? shown : Trim(expression);
-  ScriptFault fault(FaultReason::Expression, Shorten(shown, ShownLength));
+  ScriptFault fault(FaultReason::Expression, Shorten(shown, ShownParameter));
   const std::size_t stop = EndOfExpression(expression, ",");
   const std::size_t before = shown.find(expression);
   // What was taken off as a unit mark may be the end of a word.

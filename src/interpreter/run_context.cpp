@@ -11,7 +11,7 @@
 namespace vaxel {
 namespace {
 
-constexpr std::size_t ShownLength = 60;
+constexpr std::size_t ShownWord = 60;
 
 std::size_t CharacterCount(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(
@@ -32,7 +32,7 @@ void RunContext::SetPen(const Pen& pen) {
 
 Colour RunContext::ColourOr(std::string_view text, Colour otherwise) {
   const ColourReading colour = ReadColour(text, Separators);
-  if (colour.IsDoubtful) Notice(TextId::UnknownColour, Shorten(Trim(text), ShownLength));
+  if (colour.IsDoubtful) Notice(TextId::UnknownColour, Shorten(Trim(text), ShownWord));
   return colour.Value.value_or(otherwise);
 }
 
@@ -41,7 +41,7 @@ void RunContext::NoteOrder(std::int16_t after) {
   if (OrderState <= 0) OrderSteps.clear();
   OrderState = after;
   const LogicalLine& line = Levels[0].Line;
-  OrderSteps.push_back({after, line.Number, Shorten(line.Text, ShownLength)});
+  OrderSteps.push_back({after, line.Number, Shorten(line.Text, ShownWord)});
 }
 
 std::string RunContext::ReadFile(std::string_view fileName, const std::string& shown) const {

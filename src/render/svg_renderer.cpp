@@ -11,8 +11,8 @@
 namespace vaxel {
 namespace {
 
-constexpr int Decimals = 4;
-constexpr std::size_t FlushSize = 1U << 16;
+constexpr int SvgDecimals = 4;
+constexpr std::size_t SvgFlushSize = 1U << 16;
 // Millimetres that these decimals write as 0: a box or a circle without a width is not drawn, a line is.
 constexpr double LeastSize = 0.00005;
 
@@ -88,7 +88,7 @@ bool HasBlanksToKeep(std::string_view text) {
 }  // namespace
 
 void SvgRenderer::Number(double value) {
-  AppendShort(text_, value, Decimals);
+  AppendShort(text_, value, SvgDecimals);
 }
 
 void SvgRenderer::Attribute(const char* name, double value) {
@@ -143,7 +143,7 @@ void SvgRenderer::Finish(const Operation& operation, const Fill& inside) {
   text_ += " data-line=\"";
   AppendFixed(text_, operation.SourceLine, 0);
   text_ += "\"/>\n";
-  if (text_.size() >= FlushSize) Flush();
+  if (text_.size() >= SvgFlushSize) Flush();
 }
 
 void SvgRenderer::Line(const Operation& operation, const LineShape& line) {
@@ -274,7 +274,7 @@ void SvgRenderer::Text(const Operation& operation, const TextShape& shape, std::
   text_ += "\">";
   AppendEscaped(text_, text);
   text_ += "</text>\n";
-  if (text_.size() >= FlushSize) Flush();
+  if (text_.size() >= SvgFlushSize) Flush();
 }
 
 void SvgRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
@@ -293,7 +293,7 @@ void SvgRenderer::Image(const Operation& operation, const PictureShape& shape, c
     const std::size_t length = std::min(rest.size(), Base64Stretch);
     AppendBase64(text_, rest.substr(0, length));
     rest.remove_prefix(length);
-    if (text_.size() >= FlushSize) Flush();
+    if (text_.size() >= SvgFlushSize) Flush();
   }
   text_ += "\"/>\n";
 }

@@ -6,7 +6,7 @@
 namespace vaxel {
 namespace {
 
-constexpr double WholeTurn = 2 * std::numbers::pi;
+constexpr double FullCircle = 2 * std::numbers::pi;
 // Radians: the rounded constants must not keep a scale of 360 degrees from being a ring.
 constexpr double TurnMargin = 1e-6;
 
@@ -18,7 +18,7 @@ ContourArc EdgeBetween(const ScaleSupport& support, double startPlace, double en
   return {{0, -support.CentreOffset},
           std::abs(radius),
           radius < 0 ? start + Pi : start,
-          std::abs(sweep) > WholeTurn ? std::copysign(WholeTurn, sweep) : sweep};
+          std::abs(sweep) > FullCircle ? std::copysign(FullCircle, sweep) : sweep};
 }
 
 }  // namespace
@@ -28,8 +28,8 @@ Sector SectorBetween(const ScaleSupport& support, double startPlace, double endP
   if (support.Kind() == SupportKind::Arc && !support.IsStraightArc()) {
     // Beyond a turn the band would cover itself.
     const double sweep = endPlace - startPlace;
-    const bool isRing = std::abs(sweep) >= WholeTurn - TurnMargin;
-    const double end = isRing ? startPlace + std::copysign(WholeTurn, sweep) : endPlace;
+    const bool isRing = std::abs(sweep) >= FullCircle - TurnMargin;
+    const double end = isRing ? startPlace + std::copysign(FullCircle, sweep) : endPlace;
     return {isRing ? Sector::Form::Ring : Sector::Form::Band,
             {EdgeBetween(support, startPlace, end, nearDistance),
              EdgeBetween(support, end, startPlace, farDistance)}};
