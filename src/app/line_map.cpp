@@ -58,8 +58,7 @@ std::vector<std::size_t> LineMarks(std::string_view text) {
   return marks;
 }
 
-LineMap::LineMap(const Marks& drawn, const Marks& now) : isSame_(drawn.size() == now.size()) {
-  // Lines were changed in their places, as far as can be told.
+LineMap::LineMap(const Marks& drawn, const Marks& now) : isSame_(drawn == now) {
   if (isSame_) return;
   const auto [drawnAt, nowAt] = std::mismatch(drawn.begin(), drawn.end(), now.begin(), now.end());
   const auto begin = static_cast<std::size_t>(drawnAt - drawn.begin());

@@ -8,7 +8,7 @@ namespace {
 
 // Of the ink, where the glow is strongest: what lies under it must still be seen.
 constexpr int MostInk = 150;  // of 255
-constexpr std::size_t MostLooks = 30'000'000;
+constexpr std::size_t MostLooks = 8'000'000;
 constexpr double PieceLength = 24;  // pixels: the box of a longer slanting piece would be mostly empty
 
 // The part of a way, from 0 to 1, in which a coordinate lies between two bounds.
@@ -30,6 +30,7 @@ Halo::Halo(const std::vector<OperationOutline>& outlines, const HaloFrame& frame
       strengths_(static_cast<std::size_t>(frame.Width) * static_cast<std::size_t>(frame.Height)) {
   const auto at = [&](Point point) { return frame.Corner + point * frame.PixelsPerMm; };
   for (const OperationOutline& outline : outlines) {
+    if (left_ == 0) break;
     const double half = outline.Width * frame.PixelsPerMm / 2;
     const std::vector<Point>& points = outline.Points;
     for (std::size_t i = 1; i < points.size(); ++i) AddStroke(at(points[i - 1]), at(points[i]), half);
@@ -67,7 +68,10 @@ void Halo::AddPiece(Point from, Point to, double half) {
   const int top = pixel(std::min(from.Y, to.Y) - margin, height_);
   const int bottom = pixel(std::max(from.Y, to.Y) + margin + 1, height_);
   const std::size_t looks = static_cast<std::size_t>(right - left) * static_cast<std::size_t>(bottom - top);
-  if (looks > left_) return;
+  if (looks > left_) {
+    left_ = 0;
+    return;
+  }
   left_ -= looks;
   const Point way = to - from;
   const double square = way.X * way.X + way.Y * way.Y;
@@ -77,8 +81,9 @@ void Halo::AddPiece(Point from, Point to, double half) {
       const Point seen = Point{x + 0.5, y + 0.5} - from;
       const double along = square > 0 ? (seen.X * way.X + seen.Y * way.Y) / square : 0;
       const Point off = seen - way * std::clamp(along, 0.0, 1.0);
-      const double beyond = std::hypot(off.X, off.Y) - half;
-      if (beyond >= reach_) continue;
+      const double away = off.X * off.X + off.Y * off.Y;
+      if (away >= margin * margin) continue;
+      const double beyond = std::sqrt(away) - half;
       // Half of the way at full strength: a thin stroke must be seen to be marked.
       const double fade = std::min(1.0, 2 * (1 - std::max(0.0, beyond) / reach_));
       row[x] = std::max(row[x], static_cast<std::uint8_t>(std::lround(255 * fade)));

@@ -69,6 +69,7 @@ TEST(LineMap, FindsLinesAgainInAChangedText) {
   EXPECT_EQ(lines("a\nb\nc\nd", "X\na\nb\nc\nY\nd"), "2346");
   EXPECT_EQ(lines("a\nb\nc\nd", "X\na\nB\nc\nY\nd"), "2346");  // and one changed between them
   EXPECT_EQ(lines("r\nr\nr\ns", "X\nr\nr\nr\ns"), "2345");     // lines that repeat
+  EXPECT_EQ(lines("a\nb\nc\nd", "X\na\nc\nd"), "2-34");        // one more and one less
   EXPECT_EQ(lines("a\nb", ""), "--");
   EXPECT_EQ(LineMap(LineMarks("a\nc"), LineMarks("a\nb\nc")).InDrawing(2), std::nullopt);
   EXPECT_EQ(LineMap().InText(7), 7U);
@@ -192,7 +193,7 @@ TEST_F(LinkOfIncluded, ClickGoesToTheLineThatIncludes) {
 }
 
 TEST_F(LinkOfIncluded, CtrlClickOpensTheIncludedFileAtItsLine) {
-  shell_.Editor.Replace({0, 5}, "' A ");
+  shell_.Editor.Replace({0, 5}, "' A");
   shell_.Boxes.Answers = {"cancel"};
   Click(shell_, 5, 20, true);
   EXPECT_TRUE(shell_.Editor.Content.starts_with("' A whole"));

@@ -30,7 +30,7 @@ TEST(Measuring, ReadsTheNearestOfSeveralScalesOnThePageThatIsShown) {
   FakeShell shell(
       "Arc = 0,180,20\nArc = 0,90,40\nCT = 0,-40\nDroite = -50,50,0\nEchelle = 0, 200\n"
       "NPage\nCentreE = 0,0\nDroiteV = -20,20,0");
-  EXPECT_EQ(ReadingAt(shell, -30, 10), "value 55 %");
+  EXPECT_EQ(ReadingAt(shell, -30, 10), "value 150");
   shell.App->Command(MenuId::Mnu_PagePrecedente);
   EXPECT_EQ(ReadingAt(shell, 0, 25), "value 50 %, angle 90°, radius 25");
   EXPECT_EQ(ReadingAt(shell, 0, 38), "value 100 %, angle 90°, radius 38");

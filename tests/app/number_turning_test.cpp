@@ -32,7 +32,7 @@ TEST(NumberTurning, KeepsTheNumbersWayOfWriting) {
         << expected.Number << " by " << expected.Tenths;
   }
   // More digits than a number has are not made up.
-  for (const char* number : {"1234567890123456", "1E99", "1e-15"})
+  for (const char* number : {"1234567890123456", "1E99", "1e-16"})
     EXPECT_FALSE(NumberTurned(number, 10)) << number;
 }
 
@@ -69,21 +69,21 @@ class TurnedNumber : public testing::Test {
   void Turn(Key key, bool withShift = false) { EXPECT_TRUE(shell_.App->KeyDown(key, withShift, true)); }
   const std::string& Text() const { return shell_.Editor.Content; }
 
-  FakeShell shell_{"Cercle = 9,-2"};
+  FakeShell shell_{"Cercle = 9,-2,3"};
 };
 
 TEST_F(TurnedNumber, SeriesIsOneStepAndTheDrawingFollowsAtOnce) {
   shell_.Happened.clear();
   Turn(Key::Up);
-  EXPECT_EQ(Text(), "Cercle = 10,-2");
+  EXPECT_EQ(Text(), "Cercle = 10,-2,3");
   EXPECT_EQ(shell_.Take({"show"}), (Log{"show 1"}));
   Turn(Key::Up, true);
   Turn(Key::Down);
   Turn(Key::Down);
-  EXPECT_EQ(Text(), "Cercle = 8.1,-2");
+  EXPECT_EQ(Text(), "Cercle = 8.1,-2,3");
   EXPECT_EQ(shell_.Editor.Selected, (EditorRange{12, 12}));
   shell_.Editor.Undo();
-  EXPECT_EQ(Text(), "Cercle = 9,-2");
+  EXPECT_EQ(Text(), "Cercle = 9,-2,3");
   EXPECT_FALSE(shell_.Window.IsDrawingOld);
 }
 
@@ -91,13 +91,13 @@ TEST_F(TurnedNumber, SeriesEndsWhereSomethingElseIsDone) {
   Turn(Key::Up);
   Put(13);
   Turn(Key::Up);
-  EXPECT_EQ(Text(), "Cercle = 10,-1");
+  EXPECT_EQ(Text(), "Cercle = 10,-1,3");
   Put(11);
   shell_.Editor.Replace({0, 6}, "Cerclf");  // elsewhere in the text, the cursor goes along
   Put(11);
   Turn(Key::Down);
-  EXPECT_EQ(Text(), "Cerclf = 9,-1");
-  for (const char* before : {"Cerclf = 10,-1", "Cercle = 10,-1", "Cercle = 10,-2", "Cercle = 9,-2"}) {
+  EXPECT_EQ(Text(), "Cerclf = 9,-1,3");
+  for (const char* before : {"Cerclf = 10,-1,3", "Cercle = 10,-1,3", "Cercle = 10,-2,3", "Cercle = 9,-2,3"}) {
     shell_.Editor.Undo();
     EXPECT_EQ(Text(), before);
   }
@@ -106,23 +106,23 @@ TEST_F(TurnedNumber, SeriesEndsWhereSomethingElseIsDone) {
 TEST_F(TurnedNumber, GoesBackToWhatItWasAndOn) {
   Turn(Key::Up);
   Turn(Key::Down);
-  EXPECT_EQ(Text(), "Cercle = 9,-2");
+  EXPECT_EQ(Text(), "Cercle = 9,-2,3");
   Turn(Key::Down);
-  EXPECT_EQ(Text(), "Cercle = 8,-2");
+  EXPECT_EQ(Text(), "Cercle = 8,-2,3");
   shell_.Editor.Undo();
-  EXPECT_EQ(Text(), "Cercle = 9,-2");
+  EXPECT_EQ(Text(), "Cercle = 9,-2,3");
 }
 
 TEST_F(TurnedNumber, LeavesEverythingAloneWhereThereIsNoNumberOrNoEditor) {
   Put(3);
   shell_.Happened.clear();
   Turn(Key::Up);
-  EXPECT_EQ(Text(), "Cercle = 9,-2");
+  EXPECT_EQ(Text(), "Cercle = 9,-2,3");
   EXPECT_TRUE(shell_.Take({"show"}).empty());
   Put(10);
   shell_.App->Command(MenuId::Mnu_Code);
   Turn(Key::Up);
-  EXPECT_EQ(Text(), "Cercle = 9,-2");
+  EXPECT_EQ(Text(), "Cercle = 9,-2,3");
   // With Alt there are no other commands.
   EXPECT_FALSE(shell_.App->KeyDown(Key::F4, false, true));
 }
