@@ -93,7 +93,9 @@ void LineLink::TextChanged() {
 
 void LineLink::CursorMoved() {
   const std::size_t line = settings_.IsEditorShown() ? app_.Editor.Place().Line : 0;
-  if (std::exchange(haloLine_, line) == line || !runs_.Drawing()) return;
+  const bool isSameText = std::exchange(haloTexts_, script_.Texts) == script_.Texts;
+  const bool isSameLine = std::exchange(haloLine_, line) == line;
+  if ((isSameText && isSameLine) || !runs_.Drawing()) return;
   if (!isMapOld_ && runs_.Drawing()->Size() <= FoundAtOnce) return ShowHalo();
   isHaloDue_ = true;
   app_.Window.AwaitPause();
@@ -116,6 +118,7 @@ void LineLink::SetHalo(std::vector<OperationOutline> outlines) {
 void LineLink::ShowHalo() {
   isHaloDue_ = false;
   haloLine_ = settings_.IsEditorShown() ? app_.Editor.Place().Line : 0;
+  haloTexts_ = script_.Texts;
   if (haloLine_ == 0 || !BelongsTogether()) return SetHalo({});
   const auto drawn = Map().InDrawing(FirstLineOf(haloLine_));
   if (!drawn) return SetHalo({});

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -61,6 +62,7 @@ class LineLink {
   bool isHaloDue_ = false;
   bool hasHalo_ = false;
   std::size_t haloLine_ = 0;  // the cursor's; 0: the editor was hidden
+  std::uint64_t haloTexts_ = 0;
 };
 
 }  // namespace vaxel

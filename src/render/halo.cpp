@@ -8,7 +8,7 @@ namespace {
 
 // Of the ink, where the glow is strongest: what lies under it must still be seen.
 constexpr int MostInk = 150;  // of 255
-constexpr std::size_t MostLooks = 8'000'000;
+constexpr std::size_t MostLooks = 4'000'000;
 constexpr double PieceLength = 24;  // pixels: the box of a longer slanting piece would be mostly empty
 
 // The part of a way, from 0 to 1, in which a coordinate lies between two bounds.
@@ -78,6 +78,7 @@ void Halo::AddPiece(Point from, Point to, double half) {
   for (int y = top; y < bottom; ++y) {
     std::uint8_t* const row = &strengths_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_)];
     for (int x = left; x < right; ++x) {
+      if (row[x] == 255) continue;
       const Point seen = Point{x + 0.5, y + 0.5} - from;
       const double along = square > 0 ? (seen.X * way.X + seen.Y * way.Y) / square : 0;
       const Point off = seen - way * std::clamp(along, 0.0, 1.0);
@@ -86,7 +87,7 @@ void Halo::AddPiece(Point from, Point to, double half) {
       const double beyond = std::sqrt(away) - half;
       // Half of the way at full strength: a thin stroke must be seen to be marked.
       const double fade = std::min(1.0, 2 * (1 - std::max(0.0, beyond) / reach_));
-      row[x] = std::max(row[x], static_cast<std::uint8_t>(std::lround(255 * fade)));
+      row[x] = std::max(row[x], static_cast<std::uint8_t>(255 * fade + 0.5));
     }
   }
 }

@@ -206,6 +206,13 @@ TEST_F(LinkOfIncluded, CtrlClickOpensTheIncludedFileAtItsLine) {
   EXPECT_EQ(shell_.Editor.Line, 2U);
 }
 
+TEST(LineLink, HaloGoesWithItsScript) {
+  FakeShell shell("Trait = -10,10, 10,10");
+  ExpectHaloAt(shell, {10});
+  shell.App->Command(MenuId::Mnu_Nouveau);  // the cursor is in the first line as before
+  EXPECT_TRUE(shell.Window.Halo.empty());
+}
+
 // Nothing is asked of a script while it runs.
 TEST(LineLink, KeepsStillDuringARun) {
   FakeShell shell(Strokes);
