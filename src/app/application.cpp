@@ -43,7 +43,9 @@ std::string VersionTextOf(int major, int minor, int revision) {
   return text += revision == 0 ? ' ' : static_cast<char>('a' + revision - 1);
 }
 
-Application::Application(const Shell& shell) : app_(shell), recovery_({{}}, shell.Platform.ProcessId()) {}
+Application::Application(const Shell& shell) : app_(shell), recovery_({{}}, shell.Platform.ProcessId()) {
+  runs_.Shown().OnShown = [this] { link_.DrawingShown(); };
+}
 
 bool Application::Start(const StartOptions& options) {
   const std::string printer = app_.Printers.CurrentPrinter();
@@ -90,6 +92,7 @@ void Application::AfficheMenus() {
       {StatusField::Text2, TextId::PlaceToolTip},
       {StatusField::Zoom, TextId::ZoomToolTip},
       {StatusField::Page, TextId::PageToolTip},
+      {StatusField::Reading, TextId::ReadingToolTip},
       {StatusField::Message, TextId::MessageToolTip},
   }};
   for (const auto& [field, text] : toolTips) app_.Window.SetToolTip(field, app_.MenuText(text));
@@ -156,6 +159,7 @@ void Application::Run(MenuId item, bool withCtrl) {
   aid_.HideOffers();
   row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, aid_, withCtrl});
   RunsSettled();
+  link_.CursorMoved();
 }
 
 std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
@@ -190,13 +194,13 @@ void Application::OpenDropped(const std::string& fileName) {
   RunsSettled();
 }
 
-bool Application::KeyDown(Key key, bool withShift) {
-  if (!runs_.IsRunning() && aid_.KeyDown(key)) return true;
+bool Application::KeyDown(Key key, bool withShift, bool withAlt) {
+  if (!runs_.IsRunning() && !withAlt && aid_.KeyDown(key)) return true;
   if (key == Key::Escape) {
     runs_.RequestAbort(true);
     return true;
   }
-  const MenuRow* const row = MenuRowOf(key, app_.Platform.IsCtrlDown(), withShift);
+  const MenuRow* const row = MenuRowOf(key, {app_.Platform.IsCtrlDown(), withShift, withAlt});
   if (!row || !row->Run) return false;
   Command(row->Item);
   return true;
@@ -213,6 +217,8 @@ void Application::EditorChanged() {
     app_.Window.AwaitPause();
   }
   aid_.TextChanged();
+  link_.TextChanged();
+  numbers_.TextChanged();
   files_.TextChanged(runs_.IsWritingComments());
   recovery_.TextChanged();
   runs_.LineChanged(app_.Editor.Place().Line);
@@ -224,6 +230,7 @@ void Application::CursorMoved() {
   runs_.CursorIn(app_.Editor.Place().Line);
   app_.ShowPlace();
   aid_.CursorMoved();
+  link_.CursorMoved();
 }
 
 void Application::Typed() {
@@ -236,7 +243,8 @@ void Application::DoubleClicked() {
 
 void Application::RunsSettled() {
   if (std::exchange(seenTimes_, runs_.TimesBusy()) == runs_.TimesBusy()) return;
-  if (std::exchange(seenRuns_, runs_.ScreenRuns()) != runs_.ScreenRuns()) isDrawingOld_ = false;
+  if (std::exchange(seenRuns_, runs_.ScreenRuns()) != runs_.ScreenRuns())
+    isDrawingOld_ = followsNumber_ = false;
   aid_.SetProblems(runs_.Problems(), runs_.HasNews());
   aid_.ReadNames();
 }
@@ -267,7 +275,24 @@ void Application::ScreenChanged() {
 void Application::TypingPaused() {
   if (runs_.IsRunning()) return;
   aid_.Paused();
-  if (isDrawingOld_ && settings_.DrawsLive()) DrawLive();
+  if (isDrawingOld_ && (settings_.DrawsLive() || followsNumber_)) DrawLive();
+  link_.Paused();
+}
+
+void Application::TurnNumber(int tenths) {
+  if (!numbers_.Turn(tenths)) return;
+  followsNumber_ = true;
+  if (isDrawingOld_) DrawLive();
+}
+
+void Application::DrawingRested(Point pixel) {
+  if (!runs_.IsRunning()) link_.PointerRested(pixel);
+}
+
+void Application::DrawingClicked(Point pixel, bool withCtrl) {
+  if (runs_.IsRunning()) return;
+  link_.Clicked(pixel, withCtrl);
+  RunsSettled();
 }
 
 // A run that a key has ended comes again at the next pause; one that took too long gets more time, and in the
@@ -287,7 +312,7 @@ void Application::DrawLive() {
       runs_.ShowMessage();
       break;
   }
-  isDrawingOld_ = false;
+  isDrawingOld_ = followsNumber_ = false;
 }
 
 void Application::EditorWidthChanged(int width) {

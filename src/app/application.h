@@ -17,7 +17,9 @@
 #include "app/export_commands.h"
 #include "app/file_commands.h"
 #include "app/keys.h"
+#include "app/line_link.h"
 #include "app/menu_hints.h"
+#include "app/number_turning.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
@@ -51,7 +53,7 @@ class Application {
   void OpenDropped(const std::string& fileName);
   // A key was pressed in the window or in the editor. The result says whether it was handled; the editor then
   // does not get it.
-  bool KeyDown(Key key, bool withShift = false);
+  bool KeyDown(Key key, bool withShift = false, bool withAlt = false);
   void KeyUp(Key key);
 
   // The editor's text has changed, in the cursor's line; or the cursor alone.
@@ -75,6 +77,11 @@ class Application {
   void ProblemClicked(std::size_t index);
   // The list beside the cursor and the panel's captions were clicked.
   WritingAid& Aid() { return aid_; }
+  // The pointer rests over the drawing, or has clicked on it, at a pixel of the graphic area.
+  void DrawingRested(Point pixel);
+  void DrawingClicked(Point pixel, bool withCtrl);
+  // The number under the cursor grows by so many tenths, and the drawing follows.
+  void TurnNumber(int tenths);
   // The wheel was turned over the editor with Ctrl held down.
   void CodeSizeStepped(int points) { settings_.StepFontSize(points); }
   // The window has come to the front, and no dialog of it is open.
@@ -125,11 +132,14 @@ class Application {
   FileCommands files_{app_, runs_, recent_, script_};
   EditingCommands editing_{app_};
   WritingAid aid_{app_, script_, [this](std::string_view name) { return runs_.ValueOf(name); }};
+  LineLink link_{app_, runs_, files_, settings_, script_};
+  NumberTurner numbers_{app_};
   ExportCommands exports_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
   std::size_t seenTimes_ = 0, seenRuns_ = 0;
   bool isDrawingOld_ = false;                        // the text has changed since it was drawn
+  bool followsNumber_ = false;                       // it is to be drawn, whether live or not
   std::chrono::milliseconds livePatience_{LiveTry};  // of the next run while the script is written
   std::bitset<MenuItems> disabled_;
 };

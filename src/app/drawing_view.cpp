@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "app/measuring.h"
 #include "base/number_text.h"
 #include "drawing/page_bounds.h"
 
@@ -99,6 +100,7 @@ void DrawingView::ShowPage() {
   // The sheet comes first, as the page is drawn at once.
   app_.Window.SetSheet(page < sheets_.size() ? std::optional(sheets_[page]) : std::nullopt);
   app_.Window.ShowDrawing(*drawing_, page);
+  if (OnShown) OnShown();
 }
 
 void DrawingView::ShowSheets(std::vector<PaperOutline> sheets) {
@@ -196,7 +198,7 @@ void DrawingView::ShowRulers() {
 Rulers DrawingView::MakeRulers() const {
   const GraphicArea area = app_.Window.Graphic();
   const Point corner = view_.ToDrawing(Point{} - area.MiddlePx()) * area.PixelMm;
-  const double perPixel = area.PixelMm / (view_.Scale * state_.GraphicScale);
+  const double perPixel = UnitsPerPixel();
   const double distance = LeastMarkDistance * PixelsPerUnit(area);
   const double left = (state_.GraphicWidthMm / 2 + corner.X) / state_.GraphicScale - state_.RefX;
   const double top = (state_.GraphicHeightMm / 2 - corner.Y) / state_.GraphicScale - state_.RefY;
@@ -218,6 +220,49 @@ void DrawingView::ShowMouse() {
   state_.MouseY = static_cast<float>((state_.GraphicHeightMm / 2 - place.Y) / state_.GraphicScale);
   app_.Window.SetStatus(StatusField::Text2, PointerText(double{state_.MouseX} - state_.RefX,
                                                         double{state_.MouseY} - state_.RefY));
+  const Point fromMiddle = Point{place.X, -place.Y} * (1 / state_.GraphicScale);
+  if (measuredFrom_) {
+    ShowMeasuring(fromMiddle);
+  } else {
+    ShowReading(fromMiddle);
+  }
+}
+
+double DrawingView::UnitsPerPixel() const {
+  return app_.Window.Graphic().PixelMm / (view_.Scale * state_.GraphicScale);
+}
+
+void DrawingView::ShowReading(Point place) {
+  const auto reading = ReadNearestScale(scales_, ShownPage(), place);
+  app_.Window.SetStatus(StatusField::Reading,
+                        reading ? ReadingText(app_, *reading, UnitsPerPixel()) : std::string());
+}
+
+// The line begins at its place in the drawing, however that is moved meanwhile.
+void DrawingView::ShowMeasuring(Point place) {
+  const GraphicArea area = app_.Window.Graphic();
+  const auto toPixel = [&](Point units) {
+    return area.MiddlePx() + view_.ToPixel(Point{units.X, -units.Y} * (state_.GraphicScale / area.PixelMm));
+  };
+  const std::string text = MeasureText(app_, place - *measuredFrom_, UnitsPerPixel());
+  app_.Window.SetStatus(StatusField::Reading, text);
+  app_.Window.ShowMeasuring(MeasuringLine{toPixel(*measuredFrom_), toPixel(place), text});
+}
+
+void DrawingView::BeginMeasuring(Point pixel) {
+  const GraphicArea area = app_.Window.Graphic();
+  const Point place = view_.ToDrawing(pixel - area.MiddlePx()) * (area.PixelMm / state_.GraphicScale);
+  measuredFrom_ = Point{place.X, -place.Y};
+}
+
+void DrawingView::EndMeasuring() {
+  if (!std::exchange(measuredFrom_, std::nullopt)) return;
+  app_.Window.ShowMeasuring(std::nullopt);
+}
+
+std::optional<PagePlace> DrawingView::ShownPlace() const {
+  if (!drawing_ || drawing_->Pages().empty()) return std::nullopt;
+  return PlaceOf(view_, drawing_->Pages()[ShownPage()], app_.Window.Graphic());
 }
 
 void DrawingView::WheelTurned(Point pixel, double notches) {

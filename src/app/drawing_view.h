@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/app_context.h"
@@ -14,6 +16,7 @@
 #include "app/view_state.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
+#include "scale/drawn_scales.h"
 
 namespace vaxel {
 
@@ -31,6 +34,10 @@ class DrawingView {
   // the last one unless the user has turned to another. sheets: those of its first pages, on which no others
   // follow where they are not known.
   void Show(const DisplayList& drawing, std::vector<PaperOutline> sheets);
+  // The scales of the drawing that is shown next.
+  void SetScales(std::vector<DrawnScale> scales) { scales_ = std::move(scales); }
+  // Is called when another drawing, or another page of it, is shown.
+  std::function<void()> OnShown;
   void ShowSheets(std::vector<PaperOutline> sheets);
   // The graphic area has another size.
   void AreaChanged();
@@ -45,6 +52,12 @@ class DrawingView {
   void PointerMoved(Point pixel);
   void WheelTurned(Point pixel, double notches);
   void Dragged(Point byPixels);
+  // From here on the way to the pointer is measured, until the end.
+  void BeginMeasuring(Point pixel);
+  void EndMeasuring();
+  // Where the page that is shown lies; none before a drawing is shown.
+  std::optional<PagePlace> ShownPlace() const;
+  const DisplayList* Drawing() const { return drawing_; }
 
   void Fit();           // Mnu_Ajuster
   void NextPage();      // Mnu_PageSuivante
@@ -67,6 +80,9 @@ class DrawingView {
   void ShowRulers();
   void ShowPage();
   void ShowMouse();
+  void ShowReading(Point place);
+  void ShowMeasuring(Point place);
+  double UnitsPerPixel() const;
   Rulers MakeRulers() const;
 
   AppContext& app_;
@@ -77,6 +93,9 @@ class DrawingView {
   std::vector<PaperOutline> sheets_;
   std::optional<std::size_t> chosenPage_;  // none: the last one
   std::optional<Point> pointer_;           // where it was last, in pixels of the area
+  std::vector<DrawnScale> scales_;
+  // In drawing units from the middle of the page.
+  std::optional<Point> measuredFrom_;
   bool showsRulers_ = false, showsSheet_ = false;
 };
 

@@ -21,6 +21,7 @@ struct PagePlace {
   Point Corner;  // the page's upper-left one
 
   Point ToPixels(Point millimetres) const { return Corner + millimetres * PixelsPerMm; }
+  Point ToMillimetres(Point pixel) const { return (pixel - Corner) * (1 / PixelsPerMm); }
 };
 
 // The default view has the page's middle in the middle of the area. All that a script draws on the screen is
@@ -35,6 +36,7 @@ struct GraphicView {
   // The place in the drawing, in pixels of the default view from the page's middle, that is shown at a pixel,
   // which is counted from the area's middle too.
   Point ToDrawing(Point pixel) const { return (pixel - Offset) * (1 / Scale); }
+  Point ToPixel(Point drawing) const { return Offset + drawing * Scale; }
   // Enlarges by the factor; what is at the pixel, counted from the area's middle, stays there.
   void ZoomAt(Point pixel, double factor);
   void Move(Point byPixels) { Offset = Offset + byPixels; }

@@ -32,32 +32,46 @@ enum class Key : std::uint8_t {
   F12
 };
 
-// What must be held down together with a key. Letters and digits always need one: alone they are text.
+// What must be held down together with a key. Letters and digits always need one: alone they are text. With
+// Alt the system has keys of its own, so that none but those below are told.
 enum class Held : std::uint8_t {
   Anything,  // or nothing; what Ctrl changes then is decided by the command
   NoShift,
   Ctrl,   // alone
   Shift,  // alone
-  CtrlShift
+  CtrlShift,
+  Alt,  // alone
+  AltShift
+};
+
+// What is held down.
+struct HeldKeys {
+  bool Ctrl = false, Shift = false, Alt = false;
 };
 
 struct Keystroke {
   vaxel::Key Key = vaxel::Key::None;
   vaxel::Held Held = vaxel::Held::Anything;
 
-  constexpr bool IsPressedBy(vaxel::Key key, bool withCtrl, bool withShift) const {
+  constexpr bool IsPressedBy(vaxel::Key key, const HeldKeys& held) const {
     if (key != Key || key == vaxel::Key::None) return false;
+    if (held.Alt) {
+      return !held.Ctrl && Held == (held.Shift ? vaxel::Held::AltShift : vaxel::Held::Alt);
+    }
     switch (Held) {
       case vaxel::Held::Anything:
         return true;
       case vaxel::Held::NoShift:
-        return !withShift;
+        return !held.Shift;
       case vaxel::Held::Ctrl:
-        return withCtrl && !withShift;
+        return held.Ctrl && !held.Shift;
       case vaxel::Held::Shift:
-        return withShift && !withCtrl;
+        return held.Shift && !held.Ctrl;
       case vaxel::Held::CtrlShift:
-        return withCtrl && withShift;
+        return held.Ctrl && held.Shift;
+      case vaxel::Held::Alt:
+      case vaxel::Held::AltShift:
+        break;
     }
     return false;
   }

@@ -13,16 +13,25 @@
 #include "app/paper_outline.h"
 #include "app/rulers.h"
 #include "app/tool_bar.h"
+#include "base/point.h"
 #include "drawing/display_list.h"
+#include "drawing/operation_search.h"
 
 namespace vaxel {
 
 enum class PointerShape : std::uint8_t { Normal, Hourglass, Cross };
 
 // The fields of the status line, from the left: Text1 and Text2 tell the cursor's line and the pointer's
-// place, the others how large the drawing is shown, which page of it, and what came of the last run.
-enum class StatusField : std::uint8_t { Text1, Text2, Zoom, Page, Message };
-inline constexpr std::size_t StatusFields = 5;
+// place, the others how large the drawing is shown, which page of it, what is measured at the pointer, and
+// what came of the last run.
+enum class StatusField : std::uint8_t { Text1, Text2, Zoom, Page, Reading, Message };
+inline constexpr std::size_t StatusFields = 6;
+
+// What is being measured: a line between two places of the graphic area, in its pixels, and its figures.
+struct MeasuringLine {
+  Point From, To;
+  std::string Text;
+};
 
 // What screen readers tell apart.
 enum class WindowPart : std::uint8_t { Editor, Margin, Drawing, Aid, Offers };
@@ -84,6 +93,11 @@ class MainWindow {
   virtual void ShowDrawingSoFar(const DisplayList& drawing) = 0;
   // Whether the drawing is that of an older text: it is shown paler.
   virtual void SetDrawingOld(bool isOld) = 0;
+  // Marks elements of the page that is shown, in the window alone. Places are millimetres of the page.
+  virtual void SetHalo(std::vector<OperationOutline> outlines) = 0;
+  // Shows a text beside the pointer until that moves; an empty one hides it.
+  virtual void ShowTip(std::string_view text) = 0;
+  virtual void ShowMeasuring(const std::optional<MeasuringLine>& line) = 0;
   // Whether the user has pressed a key or a button that was not handled yet.
   virtual bool HasInput() = 0;
   // Asks for Application::TypingPaused once the user has not typed for a moment.

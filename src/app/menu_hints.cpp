@@ -8,6 +8,8 @@ namespace vaxel {
 namespace {
 
 constexpr auto Hints = std::to_array<std::pair<MenuId, TextId>>({
+    {MenuId::Mnu_NombrePlus, TextId::HintTurnNumber},
+    {MenuId::Mnu_NombreMoins, TextId::HintTurnNumber},
     {MenuId::Mnu_Visualiser, TextId::HintRun},
     {MenuId::Mnu_Zoom, TextId::HintZoom},
     {MenuId::Mnu_RefCurseur, TextId::HintReference},

@@ -94,6 +94,12 @@ constexpr std::array<Keystroke, 2> Ctrl(char sign) {
   return Ctrl(static_cast<Key>(sign));
 }
 
+// The number under the cursor grows by so many tenths.
+template <int Tenths>
+void TurnNumber(const CommandTargets& on) {
+  if (on.Options.IsEditorShown()) on.Owner.TurnNumber(Tenths);
+}
+
 constexpr std::array<Keystroke, 2> CtrlShift(char letter) {
   return {Keystroke{static_cast<Key>(letter), Held::CtrlShift}};
 }
@@ -167,7 +173,10 @@ constexpr auto Rows = std::to_array<MenuRow>({
      {{{Key::Down, Held::CtrlShift}}},
      "Mnu_sep9"},
     {Mnu_Recolorer, TextId::MenuColourText, Mnu_Edition, Editing<&EditingCommands::ColourAll>, Ctrl('K')},
-    {Mnu_Completer, TextId::MenuComplete, Mnu_Edition, Aid<&WritingAid::Complete>, Ctrl(Key::Space)},
+    {Mnu_Completer, TextId::MenuComplete, Mnu_Edition, Aid<&WritingAid::Complete>, Ctrl(Key::Space),
+     "Mnu_sep10"},
+    {Mnu_NombrePlus, TextId::MenuNumberUp, Mnu_Edition, TurnNumber<10>, {{{Key::Up, Held::Alt}}}},
+    {Mnu_NombreMoins, TextId::MenuNumberDown, Mnu_Edition, TurnNumber<-10>, {{{Key::Down, Held::Alt}}}},
     {Mnu_Syntaxe, TextId::MenuSyntax, Bar, Aid<&WritingAid::ToggleHelp>, {{{Key::F2}}}},
     {Mnu_Visualiser, TextId::MenuView, Bar, Runs<&RunCycle::Visualise>, {{{Key::F4}}}},
     {Mnu_Zoom, TextId::MenuZoom, Bar, Runs<&RunCycle::Zoom>, {{{Key::F7}}}},
@@ -211,7 +220,16 @@ constexpr auto Rows = std::to_array<MenuRow>({
      Nowhere,
      Aid<&WritingAid::PreviousProblem>,
      {{{Key::F9, Held::Shift}}}},
+    {Mnu_NombrePlusFin, TextId::None, Nowhere, TurnNumber<1>, {{{Key::Up, Held::AltShift}}}},
+    {Mnu_NombreMoinsFin, TextId::None, Nowhere, TurnNumber<-1>, {{{Key::Down, Held::AltShift}}}},
 });
+
+// What must be held down, and nothing more.
+constexpr HeldKeys HeldFor(const Keystroke& stroke) {
+  return {stroke.Held == Held::Ctrl || stroke.Held == Held::CtrlShift,
+          stroke.Held == Held::Shift || stroke.Held == Held::CtrlShift || stroke.Held == Held::AltShift,
+          stroke.Held == Held::Alt || stroke.Held == Held::AltShift};
+}
 
 constexpr bool RowsStandAtTheirItems() {
   for (std::size_t i = 0; i < Rows.size(); ++i) {
@@ -226,11 +244,8 @@ constexpr bool KeysAreUnique() {
     for (const MenuRow& other : Rows) {
       if (&row == &other) continue;
       for (const Keystroke& key : row.Keys) {
-        const bool withBoth = key.Held == Held::CtrlShift;
-        const bool withCtrl = withBoth || key.Held == Held::Ctrl;
-        const bool withShift = withBoth || key.Held == Held::Shift;
         for (const Keystroke& taken : other.Keys) {
-          if (taken.IsPressedBy(key.Key, withCtrl, withShift)) return false;
+          if (taken.IsPressedBy(key.Key, HeldFor(key))) return false;
         }
       }
     }
@@ -300,9 +315,9 @@ std::string NameOfKey(Key key) {
 }
 
 std::string TextOf(const Keystroke& stroke) {
-  const bool withCtrl = stroke.Held == Held::Ctrl || stroke.Held == Held::CtrlShift;
-  const bool withShift = stroke.Held == Held::Shift || stroke.Held == Held::CtrlShift;
-  return std::string(withCtrl ? "Ctrl+" : "") + (withShift ? "Shift+" : "") + NameOfKey(stroke.Key);
+  const HeldKeys held = HeldFor(stroke);
+  return std::string(held.Ctrl ? "Ctrl+" : "") + (held.Alt ? "Alt+" : "") + (held.Shift ? "Shift+" : "") +
+         NameOfKey(stroke.Key);
 }
 
 }  // namespace
@@ -315,10 +330,8 @@ const MenuRow& MenuRowOf(MenuId item) {
   return Rows[static_cast<std::size_t>(item)];
 }
 
-const MenuRow* MenuRowOf(Key key, bool withCtrl, bool withShift) {
-  const auto isPressed = [&](const Keystroke& stroke) {
-    return stroke.IsPressedBy(key, withCtrl, withShift);
-  };
+const MenuRow* MenuRowOf(Key key, const HeldKeys& held) {
+  const auto isPressed = [&](const Keystroke& stroke) { return stroke.IsPressedBy(key, held); };
   const auto* const row =
       std::ranges::find_if(Rows, [&](const MenuRow& r) { return std::ranges::any_of(r.Keys, isPressed); });
   return row == Rows.end() ? nullptr : row;

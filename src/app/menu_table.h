@@ -48,6 +48,8 @@ enum class MenuId : std::uint8_t {
   Mnu_Descendre,
   Mnu_Recolorer,
   Mnu_Completer,
+  Mnu_NombrePlus,
+  Mnu_NombreMoins,
   Mnu_Syntaxe,
   Mnu_Visualiser,
   Mnu_Zoom,
@@ -80,6 +82,8 @@ enum class MenuId : std::uint8_t {
   Positionner,  // these have keys alone
   Mnu_ErreurSuivante,
   Mnu_ErreurPrecedente,
+  Mnu_NombrePlusFin,
+  Mnu_NombreMoinsFin,
   // No items, but places: the bar itself, where the popups stand, and none at all.
   Bar,
   Nowhere
@@ -123,7 +127,7 @@ struct MenuRow {
 std::span<const MenuRow> MenuRows();
 const MenuRow& MenuRowOf(MenuId item);
 // The row of the command that a key runs; it is null when no command has the key.
-const MenuRow* MenuRowOf(Key key, bool withCtrl, bool withShift);
+const MenuRow* MenuRowOf(Key key, const HeldKeys& held);
 
 bool IsPopup(MenuId item);
 // The key that is shown for an item: "Ctrl+S". Empty when it has none.

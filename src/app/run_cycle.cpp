@@ -98,6 +98,8 @@ RunEnd RunCycle::RunFor(const RunTarget& target, DisplayList& list, std::vector<
   const RunEnd end = RunScript(run, target, app_.Editor.Text(), script_.CurrentFile);
   if (run.NextZoom) state_.NextZoom = *run.NextZoom;
   if (onScreen && end != RunEnd::Empty) {
+    run.Scales.Keep(run.Support);
+    shown_.SetScales(run.Scales.All());
     shown_.RunEnded(run.Surface);
     lastOnScreen_ = {end, bridge.Worked(), list.Size(), run.Levels[0].Line.Number};
     lastVariables_ = std::move(run.Levels[0].Variables);
@@ -123,27 +125,34 @@ RunTarget RunCycle::ScreenTarget() const {
   return target;
 }
 
+// The old drawing lives until the window has let it go; a window that fails meanwhile asks for the new one.
+void RunCycle::ShowDrawn(std::unique_ptr<DisplayList>& drawing, std::string_view text,
+                         std::vector<PaperOutline> sheets) {
+  drawnText_ = {LineMarks(text), script_.Texts};
+  std::swap(drawing_, drawing);
+  shown_.Show(*drawing_, std::move(sheets));
+}
+
 RunEnd RunCycle::RunOnScreen(std::vector<std::string>& answers) {
   ++screenRuns_;
   auto list = std::make_unique<DisplayList>();
-  const auto keep = [&](std::vector<PaperOutline> sheets) {
-    if (list->Pages().empty()) return;
-    // The old one lives until the window has let it go; a window that fails meanwhile asks for the new one.
-    std::swap(drawing_, list);
-    shown_.Show(*drawing_, std::move(sheets));
+  const auto keep = [&](std::string_view text, std::vector<PaperOutline> sheets) {
+    if (!list->Pages().empty()) ShowDrawn(list, text, std::move(sheets));
   };
   RunEnd end = RunEnd::Failed;
   std::vector<PaperOutline> sheets;
+  std::string text;
   try {
     end = RunFor(ScreenTarget(), *list, answers);
     lastAnswers_ = answers;
     sheets = FindSheets(*list);
+    text = app_.Editor.Text();  // with the comments of the run
   } catch (...) {
-    keep({});  // the window may show it already
+    keep({}, {});  // the window may show it already
     app_.Window.SetStatus(StatusField::Message, {});
     throw;
   }
-  keep(std::move(sheets));
+  keep(text, std::move(sheets));
   app_.Window.SetDrawingOld(false);
   app_.Window.SetStatus(StatusField::Message, MessageOf(lastOnScreen_, app_));
   return end;
@@ -167,7 +176,8 @@ RunCycle::LiveEnd RunCycle::DrawLive(std::chrono::milliseconds patience) {
   RunContext run(bridge, AllCommands(), app_.Strings, *list);
   bridge.Follow(run);
   run.LangBase = app_.LangBase;
-  const RunEnd end = RunScript(run, ScreenTarget(), app_.Editor.Text(), script_.CurrentFile);
+  const std::string text = app_.Editor.Text();
+  const RunEnd end = RunScript(run, ScreenTarget(), text, script_.CurrentFile);
   if (bridge.WasEnded() || bridge.WasTooLong()) {
     session_.Problems = before;
     return bridge.WasEnded() ? LiveEnd::Interrupted : LiveEnd::TooLong;
@@ -179,10 +189,10 @@ RunCycle::LiveEnd RunCycle::DrawLive(std::chrono::milliseconds patience) {
   lastVariables_ = std::move(run.Levels[0].Variables);
   if (!isDrawn || list->Pages().empty()) return isDrawn ? LiveEnd::Drawn : LiveEnd::Failed;
   if (run.NextZoom) state_.NextZoom = *run.NextZoom;
+  run.Scales.Keep(run.Support);
+  shown_.SetScales(run.Scales.All());
   shown_.RunEnded(run.Surface);
-  std::vector<PaperOutline> sheets = FindSheets(*list);
-  std::swap(drawing_, list);
-  shown_.Show(*drawing_, std::move(sheets));
+  ShowDrawn(list, text, FindSheets(*list));
   return LiveEnd::Drawn;
 }
 

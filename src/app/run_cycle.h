@@ -15,6 +15,7 @@
 #include "app/app_context.h"
 #include "app/drawing_view.h"
 #include "app/edited_script.h"
+#include "app/line_map.h"
 #include "app/run_bridge.h"
 #include "app/run_outcome.h"
 #include "app/settings.h"
@@ -92,6 +93,8 @@ class RunCycle {
   void Dragged(double dxPx, double dyPx) { shown_.Dragged({dxPx, dyPx}); }
   // The drawing that is shown; it is null before the first.
   const DisplayList* Drawing() const { return drawing_.get(); }
+  // The text that it was made of.
+  const DrawnText& TextOfDrawing() const { return drawnText_; }
   // The page of it that is shown, from 0.
   std::size_t ShownPage() const { return shown_.ShownPage(); }
   DrawingView& Shown() { return shown_; }
@@ -109,6 +112,8 @@ class RunCycle {
   void PrintDocument(const DisplayList& drawing);
   void TellNotPrinted(const Failure& why);
   RunTarget ScreenTarget() const;
+  void ShowDrawn(std::unique_ptr<DisplayList>& drawing, std::string_view text,
+                 std::vector<PaperOutline> sheets);
   std::vector<PaperOutline> FindSheets(const DisplayList& drawing);
   std::optional<ZoomField> AcceptZoom(const std::string& factor, const std::string& zmm);
   bool AcceptReference(const std::string& text);
@@ -121,6 +126,7 @@ class RunCycle {
   DrawingView shown_{app_, settings_, state_};
   std::string printerName_;
   std::unique_ptr<DisplayList> drawing_;
+  DrawnText drawnText_;
   RunOutcome lastOnScreen_;
   std::vector<std::string> lastAnswers_;
   VariableTable lastVariables_;

@@ -61,6 +61,8 @@ class ScriptEditor {
   virtual void Copy() = 0;
   virtual void Paste() = 0;
   virtual void GoToLine(std::size_t line) = 0;
+  // The keys go to it from now on, unless it is hidden.
+  virtual void TakeKeys() = 0;
   // The word under the cursor; it is empty where there is none.
   virtual std::string WordAtCursor() = 0;
   virtual void SetTypingColour(Colour colour) = 0;

@@ -11,8 +11,8 @@ struct FieldSpan {
   int Left = 0, Width = 0;  // a field without width is not shown
 };
 
-// In units of 1/96 inch. The field for messages gets what the others leave; that for pages has a place while
-// it says something.
-std::array<FieldSpan, StatusFields> StatusSpans(int width, bool hasPages);
+// In units of 1/96 inch. The field for messages gets what the others leave; those for pages and for what is
+// measured have a place while they say something.
+std::array<FieldSpan, StatusFields> StatusSpans(int width, bool hasPages, bool hasReading);
 
 }  // namespace vaxel

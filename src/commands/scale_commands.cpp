@@ -46,7 +46,6 @@ void DrawArcSupport(RunContext& run, Colour colour) {
 
 void DrawLineSupport(RunContext& run, Point from, Point to, const Parameters& parameters) {
   const Point origin = run.Surface.Origin();
-  run.SupportPivot = origin;
   if (!IsNotDrawn(parameters, 4)) {
     DrawLine(run, run.Level().CurrentPen, origin + from, origin + to, run.ColourOr(parameters.Rest(4)));
   }
@@ -67,12 +66,13 @@ void RunArc(RunContext& run, const Parameters& parameters) {
        {support.StartDistance, support.EndDistance, support.StartDirection, support.EndDirection}) {
     RequireFinite(derived);
   }
+  run.BeginScale();
   run.Support = support;
-  run.SupportPivot = run.Surface.Origin();
   if (!IsNotDrawn(parameters, 4)) DrawArcSupport(run, run.ColourOr(parameters.Rest(4)));
 }
 
 void RunDroite(RunContext& run, const Parameters& parameters) {
+  run.BeginScale();
   ScaleSupport& support = run.Support;
   support.SetHorizontal(parameters.RequiredNumber(1), parameters.RequiredNumber(2),
                         parameters.NumberOr(3, 0));
@@ -80,6 +80,7 @@ void RunDroite(RunContext& run, const Parameters& parameters) {
 }
 
 void RunDroiteV(RunContext& run, const Parameters& parameters) {
+  run.BeginScale();
   ScaleSupport& support = run.Support;
   support.SetVertical(parameters.RequiredNumber(1), parameters.RequiredNumber(2), parameters.NumberOr(3, 0));
   DrawLineSupport(run, {support.LinePos, support.YStart}, {support.LinePos, support.YEnd}, parameters);

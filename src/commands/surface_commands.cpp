@@ -64,7 +64,10 @@ void RunFormatI(RunContext& run, const Parameters& parameters) {
 }
 
 void RunNPage(RunContext& run, const Parameters&) {
+  const std::size_t page = run.Surface.PageIndex();
   run.Surface.NextPage();
+  // The pages before are gone, and with them what was drawn on them.
+  if (run.Surface.PageIndex() <= page) run.Scales.Clear();
   run.OrderState = 0;
   run.LastText.reset();
 }

@@ -1,6 +1,7 @@
 #include "drawing/display_list.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "drawing/drawing_fault.h"
@@ -96,6 +97,7 @@ void DisplayList::FramePage(std::size_t page, Point corner, double width, double
 
 void DisplayList::Clear() {
   operations_.clear();
+  origins_.clear();
   corners_.clear();
   pieces_.clear();
   texts_.clear();
@@ -115,8 +117,27 @@ bool DisplayList::HasRoomForPages() const {
          textBytes_ < MaxTextBytes / share && pictureBytes_ < MaxPictureBytes / share;
 }
 
+void DisplayList::ComesFromFile(std::string_view name) {
+  now_ = {};
+  if (name.empty()) return;
+  const auto known = std::find(originFiles_.begin(), originFiles_.end(), name);
+  now_.File = static_cast<std::uint32_t>(known - originFiles_.begin()) + 1;
+  if (known == originFiles_.end()) originFiles_.emplace_back(name);
+}
+
+std::optional<IncludedPlace> DisplayList::IncludedAt(std::size_t index) const {
+  const auto behind = std::upper_bound(origins_.begin(), origins_.end(), index,
+                                       [](std::size_t i, const OriginFrom& from) { return i < from.First; });
+  if (behind == origins_.begin()) return std::nullopt;
+  const Origin& place = std::prev(behind)->Place;
+  if (place.File == 0) return std::nullopt;
+  return IncludedPlace{originFiles_[place.File - 1], place.Line};
+}
+
 void DisplayList::Add(const Operation& operation) {
   if (operations_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
+  if (now_ != (origins_.empty() ? Origin{} : origins_.back().Place))
+    origins_.push_back({operations_.size(), now_});
   operations_.push_back(operation);
   ++pages_.back().Count;
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -122,6 +123,12 @@ struct Page {
   Point Origin{};                    // the graphic centre of the main script, as it was at the end
 };
 
+// Where in an included script an operation was drawn.
+struct IncludedPlace {
+  std::string File;        // as the run names it
+  std::uint32_t Line = 0;  // from 1
+};
+
 // The largest magnitude, in device millimetres: beyond it DrawSurface throws a DrawingFault, so that every
 // renderer gets numbers that its format can hold.
 inline constexpr double MaxCoordinate = 100'000;
@@ -153,6 +160,13 @@ class DisplayList {
   // The object is the same for the same picture drawn again.
   const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
 
+  // The line of an included script that drew an operation; there is none for the main script's own.
+  std::optional<IncludedPlace> IncludedAt(std::size_t index) const;
+
+  // Names the script whose lines draw from now on, and the line. An empty name is the main script's, whose
+  // lines the operations know.
+  void ComesFromFile(std::string_view name);
+  void ComesFromLine(std::uint32_t line) { now_.Line = now_.File == 0 ? 0 : line; }
   // Begins a page; the operations that follow belong to it. Its origin is that of the page before.
   void BeginPage(double width, double height);
   // Gives the page being drawn another size.
@@ -178,8 +192,21 @@ class DisplayList {
   std::uint32_t IndexOf(const FontFace& face);
   void Move(Shape& figure, Point way);
 
+  // A line of an included script; the file is counted from 1, and 0 is the main script.
+  struct Origin {
+    std::uint32_t File = 0, Line = 0;
+    bool operator==(const Origin&) const = default;
+  };
+  struct OriginFrom {
+    std::size_t First;  // the operation from which on it holds
+    Origin Place;
+  };
+
   std::vector<Page> pages_;
   ChunkedVector<Operation> operations_;
+  std::vector<OriginFrom> origins_;
+  std::vector<std::string> originFiles_;
+  Origin now_;
   ChunkedVector<Point> corners_;
   ChunkedVector<ContourArc> pieces_;
   ChunkedVector<std::string> texts_;

@@ -137,6 +137,11 @@ class DrawSurface {
   Point Origin() const { return Centre() + Shift(); }
   // The graphic centre is now that of the main script, which the list keeps with the page.
   void MarkCentre() { list_->PlaceOrigin({CentreX * scaleX_, (CentreY - size_.Y) * scaleY_}); }
+  // The included script and its line that draw from now on, as DisplayList::ComesFromFile has them.
+  void ComesFromFile(std::string_view name) { list_->ComesFromFile(name); }
+  void ComesFromLine(std::uint32_t line) { list_->ComesFromLine(line); }
+  // The page that is being drawn, from 0.
+  std::size_t PageIndex() const { return list_->Pages().size() - 1; }
   // The current point in script coordinates.
   Point CurrentScriptPoint() const { return Current() - Origin(); }
   void MoveTo(Point surfacePoint) {

@@ -28,6 +28,10 @@ void CompileLine(RunContext& run, ScriptLine& line) {
   line.Version = run.SeparatorsVersion;
 }
 
+void NameOrigin(RunContext& run) {
+  run.Surface.ComesFromFile(run.InMainScript() ? std::string_view() : run.Level().FileName);
+}
+
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   ScriptLines& lines = *level.Lines;
@@ -35,10 +39,12 @@ void RunLevel(RunContext& run) {
   level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators);
   lines.Reader.Seek(0, 1);
   level.Loops.Collect(level.Text, run.Commands, level.Line);
+  NameOrigin(run);
   while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
     // What an included script draws belongs to the line that includes it.
     if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
+    run.Surface.ComesFromLine(level.Line.Number);
     if (++run.LinesWithoutEvents >= LinesBetweenEvents) HandleEvents(run);
     if (line->Version != run.SeparatorsVersion) CompileLine(run, *line);
     line->Command.Run(run);
@@ -143,6 +149,7 @@ void Reset(RunContext& run) {
     run.Notice(TextId::CharacterLacks, character);
   };
   run.Support = {};
+  run.Scales.Clear();
   run.PlainValues = {};
   run.NextZoom.reset();
   run.LastText.reset();
@@ -262,6 +269,8 @@ void RunIncluded(RunContext& run, Inclusion inclusion) {
   run.Surface.CTX = run.Surface.CTY = 0;
   RunLevel(run);
   --run.CurrentLevel;
+  NameOrigin(run);
+  run.Surface.ComesFromLine(run.Level().Line.Number);
   level.Variables = {};
   includer.PutBack();
 }

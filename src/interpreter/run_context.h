@@ -28,6 +28,7 @@
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"
 #include "resources/string_table.h"
+#include "scale/drawn_scales.h"
 #include "scale/scale_support.h"
 #include "scale/value_text.h"
 
@@ -91,7 +92,7 @@ struct RunContext {
   const StringTable& Strings;
   DrawSurface Surface;
   ScaleSupport Support;
-  Point SupportPivot;       // in surface coordinates, where the line that made the support has left it
+  DrawnScales Scales;       // those before Support, and the pivot of its own
   ValueFormat PlainValues;  // how values without a notation of their own are written
 
   std::array<ScriptLevel, MaxLevels> Levels;
@@ -132,6 +133,11 @@ struct RunContext {
   void AddOrder(std::int16_t bits) {
     const auto after = static_cast<std::int16_t>(OrderState | bits);
     if (after != OrderState) NoteOrder(after);
+  }
+  // A line makes another support, whose pivot is the script's 0,0: to be called before it does.
+  void BeginScale() {
+    Scales.Keep(Support);
+    Scales.Begin(Surface.PageIndex(), Surface.Origin() - Surface.Middle());
   }
   void WriteComment(std::string_view comment);
   // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is

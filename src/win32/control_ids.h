@@ -6,8 +6,9 @@ namespace vaxel {
 inline constexpr int EditorId = 1001;   // RTB1
 inline constexpr int GraphicId = 1002;  // Picture1
 // The fields of the status line, in the order of StatusField.
-inline constexpr int Text1Id = 1003, Text2Id = 1004, ZoomId = 1005, PageId = 1006, MessageId = 1007;
-inline constexpr int ToolBarId = 1008;
+inline constexpr int Text1Id = 1003, Text2Id = 1004, ZoomId = 1005, PageId = 1006, ReadingId = 1007,
+                     MessageId = 1008;
+inline constexpr int ToolBarId = 1009;
 
 // The commands of MenuId and the recent files are counted from here on.
 inline constexpr int FirstCommandId = 100;

@@ -64,6 +64,7 @@ class EditorWin32 : public ScriptEditor {
   void Copy() override;
   void Paste() override;
   void GoToLine(std::size_t line) override;
+  void TakeKeys() override { SetFocus(window_); }
   std::string WordAtCursor() override;
   void SetTypingColour(Colour colour) override;
   void SetSurvey(const ScriptSurvey* survey) override;

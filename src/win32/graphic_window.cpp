@@ -1,7 +1,5 @@
 #include "win32/graphic_window.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -50,10 +48,6 @@ bool HasUserActed() {
   return false;
 }
 
-POINT PixelOf(LPARAM lParam) {
-  return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-}
-
 // Half way to white.
 void Pale(GdiBitmap& bitmap) {
   GdiFlush();
@@ -93,6 +87,7 @@ GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* de
   window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(GraphicId)), instance, this);
   if (!window_) throw std::runtime_error("the graphic area could not be made");
+  tip_.emplace(instance, window_);
 }
 
 GraphicArea GraphicWindow::Area() const {
@@ -117,6 +112,7 @@ void GraphicWindow::ShowSoFar(const DisplayList& list) {
 
 void GraphicWindow::ShowAtOnce(const DisplayList* list) {
   list_ = list;
+  tip_->Hide();
   if (list && !picture_) {
     const bool nudgesRightAngles = application_->Options().Values().PatchFlags[PatchTurnedFonts];
     picture_ = std::make_unique<GdiView>(*list, decoder_, nudgesRightAngles);
@@ -162,6 +158,16 @@ std::size_t GraphicWindow::ShownPage() const {
 
 void GraphicWindow::SetOld(bool isOld) {
   if (std::exchange(isOld_, isOld) != isOld) Invalidate();
+}
+
+void GraphicWindow::SetHalo(std::vector<OperationOutline> outlines) {
+  overlay_.SetHalo(std::move(outlines));
+  InvalidateRect(window_, nullptr, FALSE);
+}
+
+void GraphicWindow::ShowMeasuring(const std::optional<MeasuringLine>& line) {
+  overlay_.SetMeasuring(line);
+  InvalidateRect(window_, nullptr, FALSE);
 }
 
 void GraphicWindow::Invalidate() {
@@ -247,9 +253,21 @@ void GraphicWindow::Paint() {
   const int saved = SaveDC(context);
   ExcludeClipRect(context, 0, 0, ruler, lastSize_.cy);
   ExcludeClipRect(context, 0, 0, lastSize_.cx, ruler);
-  PaintDrawing(context, waits);
+  PaintAll(context, waits);
   RestoreDC(context, saved);
   rulers_.Paint(context, lastSize_, GetDpiForWindow(window_), over_);
+}
+
+// What lies above the drawing is painted with it aside, so that neither flickers.
+void GraphicWindow::PaintAll(HDC context, bool waits) {
+  GdiBitmap all;
+  if (!overlay_.IsEmpty()) all = GdiBitmap(lastSize_.cx, lastSize_.cy);
+  if (!all) return PaintDrawing(context, waits);
+  const BitmapDc aside(all);
+  PaintDrawing(aside.Handle(), waits);
+  const bool hasHalo = HasPage() && bitmap_ && !isGrowing_;
+  overlay_.Paint(aside, hasHalo ? std::optional(Place()) : std::nullopt, GetDpiForWindow(window_));
+  BitBlt(context, 0, 0, all.Width(), all.Height(), aside.Handle(), 0, 0, SRCCOPY);
 }
 
 void GraphicWindow::PaintDrawing(HDC context, bool waits) {
@@ -271,32 +289,6 @@ void GraphicWindow::PauseEnds() {
   InvalidateRect(window_, nullptr, FALSE);
 }
 
-void GraphicWindow::TurnWheel(WPARAM wParam, LPARAM lParam) {
-  POINT pixel = PixelOf(lParam);
-  ScreenToClient(window_, &pixel);
-  application_->Runs().WheelTurned(pixel.x, pixel.y,
-                                   static_cast<double>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA);
-}
-
-void GraphicWindow::Leave() {
-  over_.reset();
-  InvalidateRulers();
-}
-
-void GraphicWindow::Move(POINT pixel) {
-  if (!over_) {
-    TRACKMOUSEEVENT leaving = {sizeof leaving, TME_LEAVE, window_, 0};
-    TrackMouseEvent(&leaving);
-  }
-  over_ = pixel;
-  InvalidateRulers();
-  if (drag_) {
-    application_->Runs().Dragged(pixel.x - drag_->x, pixel.y - drag_->y);
-    drag_ = pixel;
-  }
-  application_->Runs().PointerMoved(pixel.x, pixel.y);
-}
-
 std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT:
@@ -309,39 +301,14 @@ std::optional<LRESULT> GraphicWindow::Handle(UINT message, WPARAM wParam, LPARAM
       Invalidate();
       if (application_) application_->GraphicAreaChanged();
       return 0;
-    case WM_MOUSELEAVE:
-      Leave();
-      return 0;
     case WM_TIMER:
       PauseEnds();
       return 0;
     case WM_SETCURSOR:
       SetCursor(CursorOf(pointer_));
       return TRUE;
-    case WM_CAPTURECHANGED:
-      drag_.reset();
-      return 0;
     default:
-      break;
-  }
-  if (!application_) return std::nullopt;
-  switch (message) {
-    case WM_MOUSEMOVE:
-      Move(PixelOf(lParam));
-      return 0;
-    case WM_LBUTTONDOWN:
-      SetFocus(window_);
-      SetCapture(window_);
-      drag_ = PixelOf(lParam);
-      return 0;
-    case WM_LBUTTONUP:
-      ReleaseCapture();
-      return 0;
-    case WM_MOUSEWHEEL:
-      TurnWheel(wParam, lParam);
-      return 0;
-    default:
-      return std::nullopt;
+      return application_ ? HandlePointer(message, wParam, lParam) : std::nullopt;
   }
 }
 

@@ -4,8 +4,11 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "app/application.h"
 #include "app/graphic_view.h"
@@ -13,6 +16,8 @@
 #include "drawing/display_list.h"
 #include "render/gdi/bitmap.h"
 #include "render/gdi/view.h"
+#include "win32/drawing_overlay.h"
+#include "win32/pointer_tip.h"
 #include "win32/ruler_painter.h"
 #include "win32/window_class.h"
 
@@ -35,6 +40,9 @@ class GraphicWindow {
   void SetSheet(const std::optional<PaperOutline>& sheet);
   void SetRulers(const std::optional<Rulers>& rulers);
   void SetOld(bool isOld);
+  void SetHalo(std::vector<OperationOutline> outlines);
+  void ShowTip(std::string_view text) { tip_->Show(text); }
+  void ShowMeasuring(const std::optional<MeasuringLine>& line);
   void SetPointer(PointerShape shape) { pointer_ = shape; }
   GraphicArea Area() const;
 
@@ -48,6 +56,7 @@ class GraphicWindow {
   void Redraw();
   void Invalidate();
   void Paint();
+  void PaintAll(HDC context, bool waits);
   void PaintDrawing(HDC context, bool waits);
   void PaintMoved(HDC context, const SIZE& size);
   void InvalidateRulers();
@@ -56,9 +65,14 @@ class GraphicWindow {
   std::size_t ShownPage() const;
   PagePlace Place() const { return PlaceOf(view_, list_->Pages()[ShownPage()], Area()); }
   void PauseEnds();
+  // The pointer, in graphic_window_pointer.cpp.
+  std::optional<LRESULT> HandlePointer(UINT message, WPARAM wParam, LPARAM lParam);
   void TurnWheel(WPARAM wParam, LPARAM lParam);
+  void Press(POINT pixel, bool withShift);
   void Move(POINT pixel);
+  void LetGo(POINT pixel, bool withCtrl);
   void Leave();
+  void EndGesture();
 
   PictureDecoder* decoder_;
   FailureHandler onFailure_;
@@ -71,18 +85,22 @@ class GraphicWindow {
   PagePlace drawnPlace_;  // in the bitmap
   std::optional<PaperOutline> sheet_;
   RulerPainter rulers_;
+  DrawingOverlay overlay_;
+  std::optional<PointerTip> tip_;
   std::optional<POINT> over_;  // the pointer, while it is over the area
   GdiBitmap bitmap_;
   SIZE lastSize_{1, 1};
   PointerShape pointer_ = PointerShape::Normal;
-  bool isStale_ = true;        // the bitmap
-  bool isOld_ = false;         // the drawing, which is shown paler then
-  bool mayWait_ = false;       // there is something to show while it is stale
-  bool isBroken_ = false;      // the bitmap shows a part alone, as the user had something to do
-  bool isGrowing_ = false;     // the list
-  double perMs_ = 25;          // operations drawn in a millisecond, as far as is known
-  double drawMs_ = 0;          // what the last bitmap took
-  std::optional<POINT> drag_;  // where the pointer was, while a button is held down
+  bool isStale_ = true;     // the bitmap
+  bool isOld_ = false;      // the drawing, which is shown paler then
+  bool mayWait_ = false;    // there is something to show while it is stale
+  bool isBroken_ = false;   // the bitmap shows a part alone, as the user had something to do
+  bool isGrowing_ = false;  // the list
+  double perMs_ = 25;       // operations drawn in a millisecond, as far as is known
+  double drawMs_ = 0;       // what the last bitmap took
+  // What the button, which is held down, has begun. A press is a click, or once it has moved, a drag.
+  enum class Gesture : std::uint8_t { None, Press, Drag, Measure } gesture_ = Gesture::None;
+  POINT grip_{};  // where the pointer was when it began, or was dragged last
 };
 
 }  // namespace vaxel

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
@@ -70,6 +71,9 @@ class MainWindowWin32 : public MainWindow, public WritingAidView {
   void SetRulers(const std::optional<Rulers>& rulers) override { graphic_.SetRulers(rulers); }
 
   void SetDrawingOld(bool isOld) override { graphic_.SetOld(isOld); }
+  void SetHalo(std::vector<OperationOutline> outlines) override { graphic_.SetHalo(std::move(outlines)); }
+  void ShowTip(std::string_view text) override { graphic_.ShowTip(text); }
+  void ShowMeasuring(const std::optional<MeasuringLine>& line) override { graphic_.ShowMeasuring(line); }
   bool HasInput() override;
   void AwaitPause() override;
 
@@ -111,6 +115,7 @@ class MainWindowWin32 : public MainWindow, public WritingAidView {
   bool Belongs(HWND window) const { return window == window_.get() || IsChild(window_.get(), window); }
   void Dispatch(MSG& message);
   bool TakesKey(const MSG& message);
+  bool TakesAltKey(const MSG& message);
   bool IsForAnotherTime(const MSG& message) const;
   void Number(int id);
   void ShowHint(int id, UINT flags);

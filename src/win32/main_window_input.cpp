@@ -149,11 +149,23 @@ bool MainWindowWin32::TakesKey(const MSG& message) {
     if (isUp) application_->KeyUp(Key::Escape);
     return true;
   }
-  if (message.message != WM_KEYDOWN || !IsWindowEnabled(window_.get())) return false;
+  if (!IsWindowEnabled(window_.get())) return false;
+  if (message.message == WM_SYSKEYDOWN) return TakesAltKey(message);
+  if (message.message != WM_KEYDOWN) return false;
   const bool isOfLines =
       application_->Aid().HasOffers() || (message.hwnd == editor_.Window() && editor_.HasLinesSelected());
   if (message.wParam == VK_TAB && !isOfLines) return false;
   return application_->KeyDown(KeyOf(message.wParam), IsDown(VK_SHIFT));
+}
+
+// All other keys with Alt are the system's.
+bool MainWindowWin32::TakesAltKey(const MSG& message) {
+  const bool isArrow = message.wParam == VK_UP || message.wParam == VK_DOWN;
+  if (!isArrow || message.hwnd != editor_.Window() || !IsDown(VK_MENU)) return false;
+  if (!application_->KeyDown(KeyOf(message.wParam), IsDown(VK_SHIFT), true)) return false;
+  // Else the system would take Alt for having been pressed alone, and open the menu when it is let go.
+  DefWindowProcW(window_.get(), message.message, message.wParam, message.lParam);
+  return true;
 }
 
 bool MainWindowWin32::IsForAnotherTime(const MSG& message) const {

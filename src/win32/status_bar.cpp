@@ -60,9 +60,10 @@ void StatusBar::SetText(StatusField field, std::string_view text) {
   std::wstring wide = Widen(text);
   std::wstring& shown = texts_[static_cast<std::size_t>(field)];
   if (wide == shown) return;
-  const bool hadPages = HasPages();
+  const bool said = Says(field);
   shown = std::move(wide);
-  if (HasPages() != hadPages) Place(top_, width_);
+  // Some have a place only while they say something.
+  if (Says(field) != said) Place(top_, width_);
   SetWindowTextW(FieldOf(field), shown.c_str());
 }
 
@@ -89,7 +90,8 @@ void StatusBar::SetDpi(UINT dpi) {
 void StatusBar::Place(int top, int width) {
   top_ = top;
   width_ = width;
-  const auto spans = StatusSpans(FromPixels(width, dpi_), HasPages());
+  const auto spans =
+      StatusSpans(FromPixels(width, dpi_), Says(StatusField::Page), Says(StatusField::Reading));
   for (std::size_t i = 0; i < StatusFields; ++i) {
     SetWindowPos(fields_[i], nullptr, ToPixels(spans[i].Left, dpi_), top + ToPixels(Padding, dpi_),
                  ToPixels(spans[i].Width, dpi_), textHeight_, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);

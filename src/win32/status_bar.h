@@ -25,7 +25,7 @@ class StatusBar {
   void Place(int top, int width);
 
  private:
-  bool HasPages() const { return !texts_[static_cast<std::size_t>(StatusField::Page)].empty(); }
+  bool Says(StatusField field) const { return !texts_[static_cast<std::size_t>(field)].empty(); }
   HWND FieldOf(StatusField field) const { return fields_[static_cast<std::size_t>(field)]; }
 
   HWND parent_;

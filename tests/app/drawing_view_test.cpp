@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -337,9 +338,10 @@ TEST(Rulers, MarkWhatTheZoomHasRoomFor) {
 }
 
 TEST(StatusLayout, FieldsNeverCoverEachOther) {
-  for (const bool hasPages : {false, true}) {
+  for (const auto& [hasPages, hasReading] :
+       std::vector<std::pair<bool, bool>>{{false, false}, {true, false}, {false, true}, {true, true}}) {
     for (int width = 0; width < 2000; width += 13) {
-      const auto spans = StatusSpans(width, hasPages);
+      const auto spans = StatusSpans(width, hasPages, hasReading);
       int end = 0;
       for (const FieldSpan& span : spans) {
         EXPECT_GE(span.Width, 0);
@@ -350,8 +352,9 @@ TEST(StatusLayout, FieldsNeverCoverEachOther) {
       EXPECT_LE(end, width);
     }
     // In the narrowest window everything has room to say the most important.
-    EXPECT_GE(StatusSpans(404, hasPages)[4].Width, hasPages ? 30 : 130);
-    EXPECT_EQ(StatusSpans(1180, hasPages)[0].Width, 130);
+    EXPECT_GE(StatusSpans(404, hasPages, false).back().Width, hasPages ? 30 : 130);
+    EXPECT_GE(StatusSpans(404, false, hasReading).back().Width, 45);
+    EXPECT_EQ(StatusSpans(1180, hasPages, hasReading)[0].Width, 130);
   }
 }
 

@@ -102,7 +102,18 @@ std::size_t FakeEditor::LineAt(std::size_t place) {
          1;
 }
 
+void FakeEditor::Undo() {
+  log_.emplace_back("undo");
+  if (undoable_.empty()) return;
+  Content = undoable_.back().Content;
+  Selected = undoable_.back().Selected;
+  undoable_.pop_back();
+  Line = LineAt(Selected.Begin);
+  Owner->EditorChanged();
+}
+
 void FakeEditor::Replace(EditorRange range, std::string_view text) {
+  undoable_.push_back({Content, Selected});
   Content.replace(range.Begin, range.End - range.Begin, text);
   Selected = {range.Begin + text.size(), range.Begin + text.size()};
   ++Replacements;

@@ -57,6 +57,12 @@ class FakeWindow : public MainWindow {
   }
   void SetView(const GraphicView& view) override { View = view; }
   void SetDrawingOld(bool isOld) override { IsDrawingOld = isOld; }
+  void SetHalo(std::vector<OperationOutline> outlines) override {
+    Halo = std::move(outlines);
+    ++Halos;
+  }
+  void ShowTip(std::string_view text) override { Tip = text; }
+  void ShowMeasuring(const std::optional<MeasuringLine>& line) override { Measuring = line; }
   bool HasInput() override { return OnInput && OnInput(); }
   void AwaitPause() override { ++AwaitedPauses; }
   void SetPartName(WindowPart part, std::string_view name) override { PartNames[part] = name; }
@@ -100,6 +106,10 @@ class FakeWindow : public MainWindow {
   std::optional<Rulers> RulersSet;
   bool IsEnabled = true, IsDrawingOld = false;
   int AwaitedPauses = 0;
+  std::vector<OperationOutline> Halo;
+  int Halos = 0;  // that were set
+  std::string Tip;
+  std::optional<MeasuringLine> Measuring;
   std::function<bool()> OnInput;
   std::function<void()> OnEvents;  // what the user does meanwhile
   std::function<void(const DisplayList&)> OnShow;
@@ -131,7 +141,8 @@ class FakeEditor : public ScriptEditor {
     return Content.substr(range.Begin, range.End - range.Begin);
   }
   void Replace(EditorRange range, std::string_view text) override;
-  void Undo() override { log_.emplace_back("undo"); }
+  void TakeKeys() override { ++KeysTaken; }
+  void Undo() override;
   void Redo() override { log_.emplace_back("redo"); }
   void Cut() override { log_.emplace_back("cut"); }
   void Copy() override { log_.emplace_back("copy"); }
@@ -151,11 +162,17 @@ class FakeEditor : public ScriptEditor {
   EditorRange Selected;
   int Replacements = 0;  // each of which is a step to undo
   int NamesSet = 0;      // how often
+  int KeysTaken = 0;
   double FontSize = 0;
   Application* Owner = nullptr;
   bool IsFull = false;  // takes no text for want of memory
 
  private:
+  struct Step {
+    std::string Content;
+    EditorRange Selected;
+  };
+  std::vector<Step> undoable_;  // what was replaced
   Log& log_;
 };
 

@@ -159,6 +159,8 @@ class Exports : public ProgramTest {
   // The dial, shown twice as large, corrected, and out of its middle.
   void StartEnlarged() {
     StartWith(Dial);
+    // What this line draws has its halo from now on.
+    program_->SelectInEditor(40, 40);
     program_->Post(MenuId::Mnu_Zoom);
     const ShownDialog zoom = program_->AwaitDialog();
     zoom.Type(IDC_TEXT1, "2");

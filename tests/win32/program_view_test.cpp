@@ -33,7 +33,7 @@ class ProgramView : public ProgramTest {
   }
   void ExpectStatusLineInOrder() const {
     LONG end = BoxOf(Text1Id).left;
-    for (const int id : {Text1Id, Text2Id, ZoomId, PageId, MessageId}) {
+    for (const int id : {Text1Id, Text2Id, ZoomId, PageId, ReadingId, MessageId}) {
       const RECT box = BoxOf(id);
       EXPECT_TRUE(IsWindowVisible(program_->Control(id))) << id;
       EXPECT_EQ(box.top, BoxOf(Text1Id).top) << id;
