@@ -120,6 +120,9 @@ struct Page {
   double Width = 0, Height = 0;
   std::size_t First = 0, Count = 0;  // its operations
   Point Origin{};                    // the graphic centre of the main script, as it was at the end
+  // Renderers show the page as in a mirror, left and right changed about its middle, texts and pictures too.
+  // All coordinates are those before that.
+  bool IsMirrored = false;
 };
 
 // The largest magnitude, in device millimetres: beyond it DrawSurface throws a DrawingFault, so that every
