@@ -16,6 +16,7 @@
 #include "app/file_commands.h"
 #include "app/keys.h"
 #include "app/menu_hints.h"
+#include "app/print_commands.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
@@ -118,6 +119,7 @@ class Application {
   EditingCommands editing_{app_};
   WritingAid aid_{app_, script_};
   ExportCommands exports_{app_, settings_, runs_, script_};
+  PrintCommands prints_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
   std::size_t seenRuns_ = 0;

@@ -66,6 +66,7 @@ class EditorWin32 : public ScriptEditor {
   void SetTypingColour(Colour colour) override;
   void ColourLine(std::size_t line) override;
   void ColourAll() override;
+  std::string FontName() override;
   void SetFontSize(double points) override;
 
  private:
