@@ -67,12 +67,16 @@ DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& option
 // most options.Copies. It is 1 where only one has room or the page is empty.
 std::size_t CopiesOnSheet(const DisplayList& drawing, std::size_t page, const SheetOptions& options);
 
+// How long the line of options.Ruler is on a page of this size, mm: 100, or, where it has no room, the
+// longest whole centimetres that have; 0 where none has.
+double RulerLength(double pageWidthMm, double pageHeightMm, const SheetOptions& options);
+
 // The sheet by which a printer is calibrated: a ruler across and one up, a square with its circle and its
 // diagonals.
 struct CalibrationSheet {
   DisplayList Drawing;  // one page
   // The lengths of the two rulers, which are what the user measures. Both are whole centimetres, and 0 where
-  // an area is so small (below about 35 mm) that nothing can be measured on it; the page is then empty.
+  // an area is so small (below about 42 mm) that nothing can be measured on it; the page is then empty.
   double NominalX = 0, NominalY = 0;
 };
 
