@@ -71,7 +71,10 @@ std::optional<PrintDevice> PrintDesk::Open() {
 std::optional<DisplayList> PrintDesk::Compose(const PrintDevice& device, const DisplayList& drawing,
                                               const SheetOptions& options) {
   SheetOptions all = options;
-  if (device.Calibrated) all.Factors = device.Calibrated->Factors;
+  if (device.Calibrated) {
+    all.Factors = device.Calibrated->Factors;
+    all.UprightWidthMm = device.Target.WidthMm;
+  }
   try {
     return ComposeSheets(drawing, all, app_.Platform.Measurer());
   } catch (const DrawingFault& fault) {

@@ -155,6 +155,9 @@ class DisplayList {
 
   // The object is the same for the same picture drawn again.
   const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
+  const std::shared_ptr<const Picture>& SharedPictureOf(const PictureShape& shape) const {
+    return pictures_[shape.Content];
+  }
 
   // Begins a page; the operations that follow belong to it. Its origin is that of the page before.
   void BeginPage(double width, double height);
@@ -164,6 +167,8 @@ class DisplayList {
   // moves along.
   void FramePage(std::size_t page, Point corner, double width, double height);
   void PlaceOrigin(Point place) { pages_.back().Origin = place; }
+  // Has the page being drawn shown as in a mirror.
+  void MirrorPage() { pages_.back().IsMirrored = true; }
   // Whether it is so far from its limits that there is room for many pages like those that it has.
   bool HasRoomForPages() const;
   // Empties the page being drawn and forgets all earlier ones.

@@ -35,7 +35,10 @@ inline constexpr double MaxGapMm = 1000;
 
 // Each says what is added to a print; as it stands it adds nothing.
 struct SheetOptions {
-  Calibration Factors{};   // plausible ones
+  Calibration Factors{};  // plausible ones
+  // The width of the pages for which the factors are meant: of any other page they change places, as a
+  // printer turns it. 0: they are meant for all pages.
+  double UprightWidthMm = 0;
   bool CropMarks = false;  // at the corners of the box around what is drawn, outside of it
   bool Ruler = false;      // a line of 100 mm at the edge, shorter where there is no room for it
   std::string Label{};     // written beside that line: the script's name and the date
@@ -47,6 +50,7 @@ struct SheetOptions {
   double GapMm = 5;  // between the boxes around what is drawn, strokes with their widths; 0 to MaxGapMm
 
   friend bool operator==(const SheetOptions&, const SheetOptions&) = default;
+  Calibration FactorsFor(const Page& page) const;
   // Whether sheets composed with these are the drawing as it is.
   bool AddsNothing() const;
 };
@@ -67,12 +71,16 @@ DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& option
 // most options.Copies. It is 1 where only one has room or the page is empty.
 std::size_t CopiesOnSheet(const DisplayList& drawing, std::size_t page, const SheetOptions& options);
 
+// How long the line of options.Ruler is on a page of this size, mm: 100, or, where it has no room, the
+// longest whole centimetres that have; 0 where none has.
+double RulerLength(double pageWidthMm, double pageHeightMm, const SheetOptions& options);
+
 // The sheet by which a printer is calibrated: a ruler across and one up, a square with its circle and its
 // diagonals.
 struct CalibrationSheet {
   DisplayList Drawing;  // one page
   // The lengths of the two rulers, which are what the user measures. Both are whole centimetres, and 0 where
-  // an area is so small (below about 35 mm) that nothing can be measured on it; the page is then empty.
+  // an area is so small (below about 42 mm) that nothing can be measured on it; the page is then empty.
   double NominalX = 0, NominalY = 0;
 };
 
