@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "app/paper_outline.h"
-#include "app/printer_choice.h"
 #include "drawing/display_list.h"
+#include "render/printer_choice.h"
 
 namespace vaxel {
 
@@ -100,6 +100,14 @@ struct ExportDialog {
   int Format = 0, Page = 0;  // chosen at the beginning
   std::string DpiLabel, DpiText;
   std::function<bool(int format, int page, const std::string& dpi)> OnButton;
+};
+
+// What a user says to the system's printer dialog.
+struct PrinterEntry {
+  PrinterChoice Printer;
+  std::size_t Copies = 1;
+  bool Collates = false;            // a whole document after the other
+  std::size_t First = 0, Last = 0;  // the pages that are wanted, from 1; 0: all
 };
 
 // The fonts of a printer. OnFind tells the number of the name that fits what was typed, OnChosen takes the

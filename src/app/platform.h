@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "app/printer_choice.h"
 #include "base/byte_sink.h"
 #include "base/result.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
+#include "render/printer_choice.h"
 
 namespace vaxel {
 

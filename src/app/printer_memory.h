@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "app/platform.h"
-#include "app/printer_choice.h"
 #include "app/settings.h"
 #include "drawing/sheet_layout.h"
+#include "render/printer_choice.h"
 
 namespace vaxel {
 

@@ -101,7 +101,7 @@ constexpr const char* Message = "Vaxel \u03A9 \u00B5 \u00B0";
 
 TEST(Printing, KnowsTheDefaultPrinter) {
   EXPECT_EQ(DefaultPrinter(), "Vaxel Test");
-  const auto facts = FactsOf(DefaultPrinter());
+  const auto facts = FactsOf({.Name = DefaultPrinter()});
   ASSERT_TRUE(facts);
   EXPECT_NEAR(facts->WidthMm, PageSize(false).X, Exact);
   EXPECT_NEAR(facts->HeightMm, PageSize(false).Y, Exact);
@@ -116,8 +116,8 @@ TEST(Printing, RefusesWhatIsNotThere) {
   DisplayList list;
   list.BeginPage(100, 100);
   for (const char* name : {"No such printer", ""}) {
-    EXPECT_FALSE(FactsOf(name)) << name;
-    EXPECT_FALSE(Print(list, {.Printer = name, .DocumentName = "x"})) << name;
+    EXPECT_FALSE(FactsOf({.Name = name})) << name;
+    EXPECT_FALSE(Print(list, {.Printer = {.Name = name}, .DocumentName = "x"})) << name;
   }
 }
 
@@ -130,7 +130,7 @@ TEST(Printing, PrintsTheSheet) {
     list.AddText(Message, {"Times New Roman"}, {{size.X / 2 - 25, size.Y / 2 + 22}, 0, 5, 40, 0, 0},
                  {0, Black, 1, {}});
   }
-  ASSERT_TRUE(Print(list, {.Printer = DefaultPrinter(), .DocumentName = "Test sheet 1"}));
+  ASSERT_TRUE(Print(list, {.Printer = {.Name = DefaultPrinter()}, .DocumentName = "Test sheet 1"}));
 }
 
 // A page as Ghostscript's pgmraw writes it, in the printer's pixels.

@@ -65,8 +65,9 @@ GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transfor
 
 void GdiRenderer::Place(const DeviceTransform& transform) {
   transform_ = transform;
-  pixelMm_ = 1 / std::min(transform.PixelsPerMmX, transform.PixelsPerMmY);
-  const double tolerance = Tolerance / std::max(transform.PixelsPerMmX, transform.PixelsPerMmY);
+  const double across = std::abs(transform.PixelsPerMmX), down = transform.PixelsPerMmY;
+  pixelMm_ = 1 / std::min(across, down);
+  const double tolerance = Tolerance / std::max(across, down);
   shape_.SetTolerance(tolerance);
   stroke_.SetTolerance(tolerance);
 }
@@ -332,15 +333,51 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
   // No character reaches farther from its baseline than this.
   if (!IsVisible(BoxOf(shape.Start, end), 2.6 * shape.Size)) return;
   const Point reach = transform_.At(end) - transform_.At(shape.Start);
-  const double alongX = along.X * transform_.PixelsPerMmX, alongY = along.Y * transform_.PixelsPerMmY;
+  const double alongX = along.X * std::abs(transform_.PixelsPerMmX),
+               alongY = along.Y * transform_.PixelsPerMmY;
   const DeviceText placed = {.Start = transform_.At(shape.Start),
                              .Angle = std::atan2(-alongY, alongX),
                              .Size = shape.Size * transform_.PixelsPerMmY,
                              .Length = std::hypot(reach.X, reach.Y),
                              .Ink = operation.Ink,
                              .SetsEach = canvas_.has_value()};
-  Expect(stock_.Fonts.Draw(context_, placed, text, face), TextId::DeviceText);
+  const bool isDrawn = transform_.PixelsPerMmX < 0 ? PaintMirrored(placed, text, face)
+                                                   : stock_.Fonts.Draw(context_, placed, text, face);
+  Expect(isDrawn, TextId::DeviceText);
   hasPendingTexts_ = true;
+}
+
+// Devices set no text in a mirror: its outlines, as it would be set, are drawn turned over. They are taken
+// in units that are finer than the device's.
+bool GdiRenderer::PaintMirrored(const DeviceText& text, std::string_view content, const FontFace& face) {
+  constexpr double finer = 4;
+  constexpr double largest = 20'000;  // of a font, in these units
+  const double scale = std::min(finer, std::max(1.0, largest / std::max(1.0, text.Size)));
+  DeviceText outlined = text;
+  outlined.Start = {};
+  outlined.Size *= scale;
+  outlined.Length *= scale;
+  const UniqueDc memory(CreateCompatibleDC(nullptr));
+  BeginPath(memory.get());
+  const bool isSet = stock_.Fonts.Draw(memory.get(), outlined, content, face);
+  EndPath(memory.get());
+  FlattenPath(memory.get());
+  const int count = GetPath(memory.get(), nullptr, nullptr, 0);
+  if (!isSet || count < 0) return false;
+  std::vector<POINT> corners(static_cast<std::size_t>(count));
+  std::vector<BYTE> kinds(corners.size());
+  if (count > 0 && GetPath(memory.get(), corners.data(), kinds.data(), count) != count) return false;
+  points_.clear();
+  std::vector<INT> lengths;
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    if (kinds[i] == PT_MOVETO) lengths.push_back(0);
+    points_.push_back(Rounded({text.Start.X - corners[i].x / scale, text.Start.Y + corners[i].y / scale}));
+    ++lengths.back();
+  }
+  SelectObject(context_, GetStockObject(NULL_PEN));
+  SelectInk(text.Ink);
+  return lengths.empty() ||
+         PolyPolygon(context_, points_.data(), lengths.data(), static_cast<int>(lengths.size())) != 0;
 }
 
 void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
@@ -352,7 +389,8 @@ void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, c
     if (outcome_) outcome_ = Failure{.Text = TextId::PictureNotDecoded, .Words = picture.Name};
     return;
   }
-  const POINT from = Rounded(transform_.At(shape.Corner)), to = Rounded(transform_.At(opposite));
+  POINT from = Rounded(transform_.At(shape.Corner)), to = Rounded(transform_.At(opposite));
+  if (transform_.PixelsPerMmX < 0) std::swap(from.x, to.x);
   const PixelBox box = {static_cast<int>(from.x), static_cast<int>(from.y),
                         static_cast<int>(std::max(to.x, from.x + 1)),
                         static_cast<int>(std::max(to.y, from.y + 1))};
@@ -396,6 +434,13 @@ void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape&
   GdiBitmap bitmap = WithGround(operation, shape, picture, width, height);
   Expect(static_cast<bool>(bitmap), TextId::PictureMemory);
   if (!bitmap) return;
+  if (transform_.PixelsPerMmX < 0) {
+    for (int y = 0; y < height; ++y) {
+      std::uint32_t* const row =
+          bitmap.Pixels() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+      std::reverse(row, row + width);
+    }
+  }
   // The last row first: not every reader of a metafile knows the other order.
   for (int y = 0; y < height / 2; ++y) {
     std::uint32_t* const row =

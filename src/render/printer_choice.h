@@ -1,7 +1,6 @@
 // Which printer is used, and how.
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 namespace vaxel {
@@ -15,14 +14,6 @@ struct PrinterChoice {
   bool IsLandscape = false;  // until a script says otherwise
   // What else its user has set, for as long as the program runs: the bytes are the driver's business.
   std::string DriverSettings{};
-};
-
-// What a user says to the system's printer dialog.
-struct PrinterEntry {
-  PrinterChoice Printer;
-  std::size_t Copies = 1;
-  bool Collates = false;            // a whole document after the other
-  std::size_t First = 0, Last = 0;  // the pages that are wanted, from 1; 0: all
 };
 
 }  // namespace vaxel
