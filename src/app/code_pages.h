@@ -17,7 +17,7 @@ struct CodeLayout {
   double Points = 10;          // the size of the characters, above 0
   bool HasColour = true;       // the words are in the editor's colours, else all of them are black
   std::string FileName, Date;  // at the head
-  std::function<std::string(std::size_t page, std::size_t pages)> Foot;  // pages are counted from 1
+  std::function<std::string(std::size_t page, std::size_t pages)> Foot{};  // pages are counted from 1
   TextMeasurer* Measurer = nullptr;  // of fonts that are not standard ones; null: a stand-in
 };
 

@@ -232,7 +232,8 @@ Result<> FakePrinters::Print(const PrintOrder& order, const DisplayList& drawing
 
 // Margins that differ on all sides around the 200 × 287 mm that can be printed on.
 Result<PrinterSheet> FakePrinters::Sheet(const PrinterChoice&, bool isLandscape) {
-  return isLandscape ? PrinterSheet{297, 210, 7, 4, HasColour} : PrinterSheet{210, 297, 6, 3, HasColour};
+  return isLandscape ? PrinterSheet{SheetMm.Y, SheetMm.X, 7, 4, HasColour}
+                     : PrinterSheet{SheetMm.X, SheetMm.Y, 6, 3, HasColour};
 }
 
 Result<> FakePrinters::PrintToFile(const FilePrint& print, const DisplayList& drawing) {

@@ -249,6 +249,7 @@ class FakePrinters : public Printers {
   std::set<std::string> Others;  // printers that are there, too
   std::vector<std::string> FontNames{"Arial", "Old Arial", "Times New Roman"};
   double WidthMm = 200, HeightMm = 287;  // that can be printed on
+  Point SheetMm{210, 297};
   bool HasColour = true;
   std::optional<PrintOrder> Order;  // the last one, and what was to be printed
   DisplayList Printed;

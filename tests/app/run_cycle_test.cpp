@@ -104,12 +104,6 @@ TEST(RunCycle, TellsNoticesBehindTheDrawing) {
   shell.Editor.Content = "Couleur = Rot\nCouleur = Blau\nTrait = 0,0,500,0\n";
   shell.App->Command(MenuId::Mnu_Visualiser);
   EXPECT_EQ(shell.Take({"message"}), Log{"message " + place + ":2: notice: unknown colour: Blau"});
-  // The paper is a sheet, and so is a file; the window's area is none.
-  shell.App->Command(MenuId::Mnu_Imprimer);
-  const Log printed = shell.Take({"message"});
-  ASSERT_EQ(printed.size(), 1U);
-  EXPECT_TRUE(printed[0].starts_with("message " + place + ":3: notice: the drawing reaches beyond the sheet"))
-      << printed[0];
 }
 
 TEST(RunCycle, EscapeEndsALoop) {
