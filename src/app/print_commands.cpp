@@ -69,8 +69,8 @@ void PrintCommands::PrintAt(double zoom) {
     bool isPrinted = false;
     const std::optional<PrintDevice> device = desk_.Open();
     if (device) {
-      const std::optional<DisplayList> drawing = runs_.RunOnPrinter(device->Target, zoom, answers);
-      const auto sheets = drawing ? desk_.Compose(*device, *drawing) : std::nullopt;
+      std::optional<DisplayList> drawing = runs_.RunOnPrinter(device->Target, zoom, answers);
+      const auto sheets = drawing ? desk_.Compose(*device, std::move(*drawing)) : std::nullopt;
       isPrinted = sheets && desk_.Send(*device, *sheets, desk_.DocumentName());
     }
     runs_.RunOnScreenAgain(answers);
@@ -119,7 +119,7 @@ void PrintCommands::SendCode(const PrintDevice& device) {
   } catch (const DrawingFault&) {
     return app_.Tell(BoxIcon::Critical, app_.Message(TextId::CodeTooLong));
   }
-  const std::optional<DisplayList> sheets = desk_.Compose(device, pages);
+  const std::optional<DisplayList> sheets = desk_.Compose(device, std::move(pages));
   if (sheets && desk_.Send(device, *sheets, desk_.DocumentName())) desk_.ShowPrinted(device);
 }
 
@@ -161,7 +161,7 @@ CalibrationSheet PrintCommands::MakeSheet(const PrintDevice& device) const {
 bool PrintCommands::PrintCalibrationSheet(const PrintDevice& device, const CalibrationSheet& sheet) {
   bool isPrinted = false;
   runs_.WhileBusy([&] {
-    const std::optional<DisplayList> sheets = desk_.Compose(device, sheet.Drawing);
+    const std::optional<DisplayList> sheets = desk_.Compose(device, sheet.Drawing, {});
     isPrinted = sheets && desk_.Send(device, *sheets, app_.Message(TextId::CalibrationName));
     if (isPrinted) desk_.ShowPrinted(device);
   });

@@ -68,6 +68,11 @@ std::optional<PrintDevice> PrintDesk::Open() {
   return device;
 }
 
+std::optional<DisplayList> PrintDesk::Compose(const PrintDevice& device, DisplayList&& drawing) {
+  if (!device.Calibrated) return std::move(drawing);
+  return Compose(device, drawing, {});
+}
+
 std::optional<DisplayList> PrintDesk::Compose(const PrintDevice& device, const DisplayList& drawing,
                                               const SheetOptions& options) {
   SheetOptions all = options;
@@ -102,11 +107,10 @@ bool PrintDesk::Send(const PrintDevice& device, const DisplayList& sheets, const
     return false;
   }
   next_ = {};
-  if (const Result<> printed = app_.Printers.Print(order, sheets); !printed) {
-    TellNotPrinted(printed.Why());
-    return false;
-  }
-  return true;
+  const Result<> printed = app_.Printers.Print(order, sheets);
+  // Whoever called it off knows.
+  if (!printed && !app_.Message(printed.Why()).empty()) TellNotPrinted(printed.Why());
+  return static_cast<bool>(printed);
 }
 
 std::string PrintDesk::DocumentName() const {

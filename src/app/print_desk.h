@@ -38,7 +38,9 @@ class PrintDesk {
   // The sheets of a drawing, calibrated as the device is. There are none where they would be too much for a
   // drawing, as the user was told.
   std::optional<DisplayList> Compose(const PrintDevice& device, const DisplayList& drawing,
-                                     const SheetOptions& options = {});
+                                     const SheetOptions& options);
+  // The same without options, for a drawing that is not needed any more.
+  std::optional<DisplayList> Compose(const PrintDevice& device, DisplayList&& drawing);
   // Prints sheets as one document, unless the user does not want what lies beyond the paper or has ended all
   // with Escape. The result says whether it was printed.
   bool Send(const PrintDevice& device, const DisplayList& sheets, const std::string& documentName);

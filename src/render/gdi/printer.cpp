@@ -345,7 +345,7 @@ Result<> Print(const DisplayList& list, const PrintJob& job) {
     return Failure{.Text = TextId::PrinterTurnsNoPage};
   GdiStock stock(job.Decoder, job.NudgesRightAngles);
   Document document(pages->Context(), job);
-  if (document.IsRefused() && job.FileName.empty()) return {};
+  if (document.IsRefused() && job.FileName.empty()) return Failure{};
   if (!document.IsStarted()) return Failure{.Text = TextId::PrinterTakesNoDocument};
   for (const std::size_t page : order) {
     if (Result<> printed = pages->Print(list, page, stock); !printed) return printed;

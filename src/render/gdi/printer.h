@@ -52,7 +52,7 @@ struct PrintJob {
 // named, each page lies in the middle of a sheet, upright if it can, of the paper that suits them (see
 // ChoosePaper). It fails when the
 // document was not printed; then nothing of it is, where the printer can still be stopped. That the user has
-// called it off, where the printer asks for the name of a file, is no failure.
+// called it off, where the printer asks for the name of a file, is a failure without a reason.
 Result<> Print(const DisplayList& list, const PrintJob& job);
 
 }  // namespace vaxel
