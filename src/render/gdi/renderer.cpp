@@ -1,4 +1,5 @@
 #include "render/gdi/renderer.h"
+#include "render/gdi/text_outlines.h"
 #include "resources/text_id.h"
 
 #include <algorithm>
@@ -347,37 +348,15 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
   hasPendingTexts_ = true;
 }
 
-// Devices set no text in a mirror: its outlines, as it would be set, are drawn turned over. They are taken
-// in units that are finer than the device's.
+// Devices set no text in a mirror.
 bool GdiRenderer::PaintMirrored(const DeviceText& text, std::string_view content, const FontFace& face) {
-  constexpr double finer = 4;
-  constexpr double largest = 20'000;  // of a font, in these units
-  const double scale = std::min(finer, std::max(1.0, largest / std::max(1.0, text.Size)));
-  DeviceText outlined = text;
-  outlined.Start = {};
-  outlined.Size *= scale;
-  outlined.Length *= scale;
-  const UniqueDc memory(CreateCompatibleDC(nullptr));
-  BeginPath(memory.get());
-  const bool isSet = stock_.Fonts.Draw(memory.get(), outlined, content, face);
-  EndPath(memory.get());
-  FlattenPath(memory.get());
-  const int count = GetPath(memory.get(), nullptr, nullptr, 0);
-  if (!isSet || count < 0) return false;
-  std::vector<POINT> corners(static_cast<std::size_t>(count));
-  std::vector<BYTE> kinds(corners.size());
-  if (count > 0 && GetPath(memory.get(), corners.data(), kinds.data(), count) != count) return false;
-  points_.clear();
-  std::vector<INT> lengths;
-  for (std::size_t i = 0; i < corners.size(); ++i) {
-    if (kinds[i] == PT_MOVETO) lengths.push_back(0);
-    points_.push_back(Rounded({text.Start.X - corners[i].x / scale, text.Start.Y + corners[i].y / scale}));
-    ++lengths.back();
-  }
+  const std::optional<TextOutlines> outlines = MirroredOutlines(stock_.Fonts, text, content, face);
+  if (!outlines) return false;
   SelectObject(context_, GetStockObject(NULL_PEN));
   SelectInk(text.Ink);
-  return lengths.empty() ||
-         PolyPolygon(context_, points_.data(), lengths.data(), static_cast<int>(lengths.size())) != 0;
+  return outlines->Lengths.empty() ||
+         PolyPolygon(context_, outlines->Corners.data(), outlines->Lengths.data(),
+                     static_cast<int>(outlines->Lengths.size())) != 0;
 }
 
 void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
