@@ -41,8 +41,7 @@ class Printers {
   virtual bool HasPrinter(const std::string& name) = 0;
   // What a run is told of the printer.
   virtual Result<RunTarget> Target(const PrinterChoice& printer) = 0;
-  // Prints pages at true size as one document and ends it. That the user has called it off is a failure
-  // without a reason.
+  // Prints pages at true size as one document; the user's calling it off is a failure without a reason.
   virtual Result<> Print(const PrintOrder& order, const DisplayList& drawing) = 0;
   // The sheet in portrait, or in landscape.
   virtual Result<PrinterSheet> Sheet(const PrinterChoice& printer, bool isLandscape) = 0;
