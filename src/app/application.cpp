@@ -53,7 +53,7 @@ bool Application::Start(const StartOptions& options) {
     app_.Tell(BoxIcon::Critical, app_.Message(TextId::NoPrinter));
     return false;
   }
-  runs_.UsePrinter(printer);
+  runs_.UsePrinter({.Name = printer});
   app_.VersionText = VersionTextOf(options.Major, options.Minor, options.Revision);
   Debut(options);
   OfferRecovery();
@@ -68,6 +68,7 @@ void Application::Debut(const StartOptions& options) {
   recovery_ = Recovery({app_.DataFolder, app_.ProgramFolder, app_.Platform.UserDataFolder()},
                        app_.Platform.ProcessId());
   if (settings_.Read()) settings_.ChooseLanguages();
+  prints_.Begin();
   runs_.Shown().ReadOptions();
   AfficheMenus();
   app_.Window.Show();
@@ -157,7 +158,7 @@ void Application::Run(MenuId item, bool withCtrl) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
   aid_.HideOffers();
-  row.Run({app_, *this, files_, editing_, exports_, runs_, settings_, aid_, withCtrl});
+  row.Run({app_, *this, files_, editing_, exports_, prints_, runs_, settings_, aid_, withCtrl});
   RunsSettled();
   link_.CursorMoved();
 }

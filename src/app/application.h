@@ -20,6 +20,7 @@
 #include "app/line_link.h"
 #include "app/menu_hints.h"
 #include "app/number_turning.h"
+#include "app/print_commands.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/run_cycle.h"
@@ -135,6 +136,7 @@ class Application {
   LineLink link_{app_, runs_, files_, settings_, script_};
   NumberTurner numbers_{app_};
   ExportCommands exports_{app_, settings_, runs_, script_};
+  PrintCommands prints_{app_, settings_, runs_, script_};
   Recovery recovery_;
   bool isFollowingDisk_ = false;
   std::size_t seenTimes_ = 0, seenRuns_ = 0;

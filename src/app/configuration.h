@@ -23,6 +23,7 @@ inline constexpr int PatchCount = 15;
 using PatchSet = std::bitset<PatchCount>;
 // The flags that something looks at.
 inline constexpr std::size_t PatchTurnedFonts = 0;
+inline constexpr std::size_t PatchPrintsAtOnce = 1;
 
 // These are the keys as WriteKey takes them.
 inline constexpr std::string_view LanguageKey = "Langue =";

@@ -4,9 +4,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "app/paper_outline.h"
+#include "drawing/display_list.h"
+#include "render/printer_choice.h"
 
 namespace vaxel {
 
@@ -97,6 +102,54 @@ struct ExportDialog {
   std::function<bool(int format, int page, const std::string& dpi)> OnButton;
 };
 
+// What a user says to the system's printer dialog.
+struct PrinterEntry {
+  PrinterChoice Printer;
+  std::size_t Copies = 1;
+  bool Collates = false;            // a whole document after the other
+  std::size_t First = 0, Last = 0;  // the pages that are wanted, from 1; 0: all
+};
+
+// The fonts of a printer. OnFind tells the number of the name that fits what was typed, OnChosen takes the
+// number of one that was clicked twice or whose button was pressed; the dialog then closes.
+struct FontsDialog {
+  std::string Caption, FindLabel, Button, CloseButton;
+  std::string Sample;              // shown in each font behind its name
+  std::vector<std::string> Names;  // at least one
+  std::function<std::size_t(const std::string& typed)> OnFind;
+  std::function<void(std::size_t name)> OnChosen;
+};
+
+// The fields of a preview as they stand.
+struct PreviewEntry {
+  bool CropMarks = false, Ruler = false, IsMirrored = false;
+  std::string Copies = "1", Gap = "5";
+};
+
+// What a preview shows: the pages as they come out, in millimetres of the area that can be printed on.
+struct PreviewPages {
+  std::shared_ptr<const DisplayList> Drawing;  // with at least one page
+  std::vector<PaperOutline> Sheets;            // one a page
+  std::string Printer, Calibration;            // as they are told
+  std::string Problem;                         // what is wrong with the entry; empty: nothing
+};
+
+// OnEntry makes the pages anew for another entry, OnPrinter asks for another printer first, and OnPrint
+// prints what is shown. The dialog closes when that says so.
+struct PreviewDialog {
+  std::string Caption;
+  std::string CropMarksLabel, RulerLabel, MirrorLabel, CopiesLabel, GapLabel;
+  std::string PrintButton, PrinterButton, CloseButton;
+  std::string PreviousButton, NextButton, LargerButton, SmallerButton, WholeButton;
+  // "Page 2/3" of a page's number, from 0, and how many there are.
+  std::function<std::string(std::size_t page, std::size_t pages)> PageText;
+  PreviewEntry Entry;
+  PreviewPages Pages;
+  std::function<PreviewPages(const PreviewEntry& entry)> OnEntry;
+  std::function<std::optional<PreviewPages>(const PreviewEntry& entry)> OnPrinter;
+  std::function<bool()> OnPrint;
+};
+
 struct AboutDialog {
   std::string Title, Text;
 };
@@ -121,6 +174,10 @@ class Dialogs {
   virtual void ShowLanguages(const LanguageDialog& dialog) = 0;
   virtual void ShowSearch(const SearchDialog& dialog) = 0;
   virtual void ShowExport(const ExportDialog& dialog) = 0;
+  // The system's dialog; there is nothing when it was cancelled.
+  virtual std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) = 0;
+  virtual void ShowFonts(const FontsDialog& dialog) = 0;
+  virtual void ShowPreview(const PreviewDialog& dialog) = 0;
   virtual void ShowAbout(const AboutDialog& dialog) = 0;
 };
 

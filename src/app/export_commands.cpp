@@ -181,7 +181,7 @@ std::optional<FileRun> ExportCommands::DrawToBounds() {
 }
 
 std::optional<FileRun> ExportCommands::DrawOnPaper(const std::string& fileName) {
-  const std::string& printer = runs_.PrinterName();
+  const PrinterChoice& printer = runs_.Printer();
   Result<RunTarget> target = app_.Printers.Target(printer);
   const Result<PrinterSheet> portrait = app_.Printers.Sheet(printer, false);
   const Result<PrinterSheet> landscape = app_.Printers.Sheet(printer, true);

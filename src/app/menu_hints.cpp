@@ -10,6 +10,11 @@ namespace {
 constexpr auto Hints = std::to_array<std::pair<MenuId, TextId>>({
     {MenuId::Mnu_NombrePlus, TextId::HintTurnNumber},
     {MenuId::Mnu_NombreMoins, TextId::HintTurnNumber},
+    {MenuId::Mnu_Imprimante, TextId::HintPrinter},
+    {MenuId::Mnu_Calibrage, TextId::HintCalibration},
+    {MenuId::Mnu_Apercu, TextId::HintPreview},
+    {MenuId::Mnu_ImprimerZoom, TextId::HintPrintZoom},
+    {MenuId::Mnu_ImprimerCode, TextId::HintPrintCode},
     {MenuId::Mnu_Visualiser, TextId::HintRun},
     {MenuId::Mnu_Zoom, TextId::HintZoom},
     {MenuId::Mnu_RefCurseur, TextId::HintReference},
@@ -20,6 +25,7 @@ constexpr auto Hints = std::to_array<std::pair<MenuId, TextId>>({
     {MenuId::Mnu_CentreCurseur, TextId::HintCentreCursor},
     {MenuId::Mnu_Patchs, TextId::HintPatches},
     {MenuId::Mnu_Couleur, TextId::HintColour},
+    {MenuId::Mnu_Polices, TextId::HintPrinterFonts},
     {MenuId::Mnu_Liste_Fic, TextId::HintListFiles},
     {MenuId::Mnu_AideMot, TextId::HintHelpOnWord},
 });

@@ -6,6 +6,7 @@
 #include "app/editing_commands.h"
 #include "app/export_commands.h"
 #include "app/file_commands.h"
+#include "app/print_commands.h"
 #include "app/run_cycle.h"
 #include "app/settings.h"
 #include "app/simple_commands.h"
@@ -31,6 +32,11 @@ void Editing(const CommandTargets& on) {
 template <void (ExportCommands::*Command)()>
 void Exports(const CommandTargets& on) {
   (on.Exports.*Command)();
+}
+
+template <void (PrintCommands::*Command)()>
+void Prints(const CommandTargets& on) {
+  (on.Prints.*Command)();
 }
 
 template <void (WritingAid::*Command)()>
@@ -114,10 +120,12 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Exporter, TextId::MenuExport, Mnu_Fichier, Exports<&ExportCommands::Export>},
     {Mnu_CopierDessin, TextId::MenuCopyDrawing, Mnu_Fichier, Exports<&ExportCommands::CopyDrawing>,
      CtrlShift('C')},
-    {Mnu_Imprimante, TextId::MenuPrinter, Mnu_Fichier},
-    {Mnu_Imprimer, TextId::MenuPrint, Mnu_Fichier, Runs<&RunCycle::Print>, Ctrl('P')},
-    {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier},
-    {Mnu_ImprimerCode, TextId::MenuPrintCode, Mnu_Fichier, nullptr, {}, "Mnu_Sep2"},
+    {Mnu_Imprimante, TextId::MenuPrinter, Mnu_Fichier, Prints<&PrintCommands::ChoosePrinter>},
+    {Mnu_Calibrage, TextId::MenuCalibration, Mnu_Fichier, Prints<&PrintCommands::Calibrate>},
+    {Mnu_Apercu, TextId::MenuPreview, Mnu_Fichier, Prints<&PrintCommands::Preview>, Ctrl('P')},
+    {Mnu_Imprimer, TextId::MenuPrint, Mnu_Fichier, Prints<&PrintCommands::Print>},
+    {Mnu_ImprimerZoom, TextId::MenuPrintWithZoom, Mnu_Fichier, Prints<&PrintCommands::PrintWithZoom>},
+    {Mnu_ImprimerCode, TextId::MenuPrintCode, Mnu_Fichier, Prints<&PrintCommands::PrintCode>, {}, "Mnu_Sep2"},
     {Mnu_Quitter, TextId::MenuQuit, Mnu_Fichier, Quit},
     {Mnu_Edition, TextId::MenuEdit, Bar},
     {Mnu_Annuler, TextId::MenuUndo, Mnu_Edition, Editing<&EditingCommands::Undo>, Ctrl('Z')},
@@ -201,7 +209,7 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Patchs, TextId::MenuPatches, Mnu_Options, Options<&Settings::ChoosePatches>, {}, "Mnu_sep4"},
     {Mnu_Langue, TextId::MenuLanguage, Mnu_Options, ChooseLanguages},
     {Mnu_Couleur, TextId::MenuColour, Mnu_Options, Simple<InsertColour>},
-    {Mnu_Polices, TextId::MenuPrinterFonts, Mnu_Options},
+    {Mnu_Polices, TextId::MenuPrinterFonts, Mnu_Options, Prints<&PrintCommands::ListFonts>},
     {Mnu_Liste_Fic,
      TextId::MenuListFiles,
      Mnu_Options,

@@ -24,6 +24,8 @@ enum class MenuId : std::uint8_t {
   Mnu_Exporter,
   Mnu_CopierDessin,
   Mnu_Imprimante,
+  Mnu_Calibrage,
+  Mnu_Apercu,
   Mnu_Imprimer,
   Mnu_ImprimerZoom,
   Mnu_ImprimerCode,
@@ -96,6 +98,7 @@ class Application;
 class EditingCommands;
 class ExportCommands;
 class FileCommands;
+class PrintCommands;
 class RunCycle;
 class Settings;
 class WritingAid;
@@ -107,6 +110,7 @@ struct CommandTargets {
   FileCommands& Files;
   EditingCommands& Editing;
   ExportCommands& Exports;
+  PrintCommands& Prints;
   RunCycle& Runs;
   Settings& Options;
   WritingAid& Aid;

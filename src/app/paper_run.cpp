@@ -17,7 +17,9 @@ namespace {
 constexpr auto Patience = std::chrono::milliseconds(300);
 
 Page MiddleOf(const RunTarget& printer) {
-  return {printer.WidthMm, printer.HeightMm, 0, 0, Point{printer.WidthMm, printer.HeightMm} * 0.5};
+  const Point upright = {printer.WidthMm, printer.HeightMm};
+  const Point size = printer.IsTurned ? Point{upright.Y, upright.X} : upright;
+  return {size.X, size.Y, 0, 0, size * 0.5};
 }
 
 }  // namespace

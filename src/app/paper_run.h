@@ -14,7 +14,7 @@ namespace vaxel {
 class PaperRun {
  public:
   // All must outlive it. answers: those that the script's questions have got.
-  PaperRun(AppContext& app, const EditedScript& script, RunSession& session, std::string printer,
+  PaperRun(AppContext& app, const EditedScript& script, RunSession& session, PrinterChoice printer,
            std::vector<std::string> answers)
       : app_(app),
         script_(script),
@@ -34,7 +34,7 @@ class PaperRun {
   AppContext& app_;
   const EditedScript& script_;
   RunSession& session_;
-  std::string printer_;
+  PrinterChoice printer_;
   std::vector<std::string> answers_;
 };
 

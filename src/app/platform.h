@@ -10,6 +10,7 @@
 #include "base/result.h"
 #include "drawing/display_list.h"
 #include "drawing/draw_surface.h"
+#include "render/printer_choice.h"
 
 namespace vaxel {
 
@@ -17,6 +18,13 @@ namespace vaxel {
 struct PrinterSheet {
   double WidthMm = 0, HeightMm = 0;
   double LeftMm = 0, TopMm = 0;  // of that area, from the sheet's upper-left corner
+  bool HasColour = true;         // the printer has
+};
+
+struct PrintOrder {
+  PrinterChoice Printer;
+  std::string DocumentName;
+  std::vector<std::size_t> Pages;  // those to be printed, from 0, in their order
 };
 
 // Printing into a file that the program names.
@@ -29,13 +37,16 @@ class Printers {
   virtual ~Printers() = default;
   // The name of the current printer; it is empty when there is none.
   virtual std::string CurrentPrinter() = 0;
-  // What a run is told of the printer, with its page in portrait.
-  virtual Result<RunTarget> Target(const std::string& printer) = 0;
-  // Prints all pages at true size as one document and ends it.
-  virtual Result<> Print(const std::string& printer, const std::string& documentName,
-                         const DisplayList& drawing) = 0;
+  // Whether there is a printer of this name, without asking the printer.
+  virtual bool HasPrinter(const std::string& name) = 0;
+  // What a run is told of the printer.
+  virtual Result<RunTarget> Target(const PrinterChoice& printer) = 0;
+  // Prints pages at true size as one document; the user's calling it off is a failure without a reason.
+  virtual Result<> Print(const PrintOrder& order, const DisplayList& drawing) = 0;
   // The sheet in portrait, or in landscape.
-  virtual Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) = 0;
+  virtual Result<PrinterSheet> Sheet(const PrinterChoice& printer, bool isLandscape) = 0;
+  // The names of the fonts that the printer has or takes, sorted. There are none without the printer.
+  virtual std::vector<std::string> Fonts(const PrinterChoice& printer) = 0;
   // The name of the printer whose documents are PDF files; it is empty when there is none.
   virtual std::string PdfPrinter() = 0;
   // Has a printer write all pages at true size into a file, each in the middle of a sheet of the paper that

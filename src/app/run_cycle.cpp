@@ -199,9 +199,9 @@ RunCycle::LiveEnd RunCycle::DrawLive(std::chrono::milliseconds patience) {
 // Where printing puts the drawing is known when it is drawn for paper, too: where that takes no time.
 std::vector<PaperOutline> RunCycle::FindSheets(const DisplayList& drawing) {
   constexpr auto quick = std::chrono::milliseconds(200);
-  if (!shown_.ShowsSheet() || printerName_.empty()) return {};
+  if (!shown_.ShowsSheet() || printer_.Name.empty()) return {};
   const bool mayRun = lastOnScreen_.End == RunEnd::Completed && lastOnScreen_.Took < quick;
-  return PaperRun(app_, script_, session_, printerName_, lastAnswers_)
+  return PaperRun(app_, script_, session_, printer_, lastAnswers_)
       .Sheets(drawing, state_.GraphicScale, mayRun);
 }
 
@@ -264,22 +264,34 @@ void RunCycle::Visualise() {
   RunOnScreen();
 }
 
-void RunCycle::TellNotPrinted(const Failure& why) {
-  app_.Tell(BoxIcon::Critical, app_.Message(TextId::PrintFailed, printerName_, app_.Message(why)));
+void RunCycle::UsePrinter(PrinterChoice printer) {
+  printer_ = std::move(printer);
+  if (drawing_) shown_.ShowSheets(FindSheets(*drawing_));
 }
 
-std::optional<DisplayList> RunCycle::RunOnPrinter(std::vector<std::string>& answers) {
-  Result<RunTarget> target = app_.Printers.Target(printerName_);
-  if (!target) {
-    TellNotPrinted(target.Why());
-    return std::nullopt;
-  }
+Result<RunTarget> RunCycle::PrinterTarget() const {
+  Result<RunTarget> target = app_.Printers.Target(printer_);
+  if (!target) return target;
   target->Kind = TargetKind::Printer;
   target->Measurer = app_.Platform.Measurer();
   target->Decoder = app_.Platform.Decoder();
+  // What a display list can hold is what a drawing can be on.
+  constexpr double most = MaxCoordinate / 2, mostPixel = 10;
+  const auto isSize = [](double millimetres, double limit) {
+    return millimetres > 0 && millimetres <= limit;
+  };
+  if (isSize(target->WidthMm, most) && isSize(target->HeightMm, most) && isSize(target->PixelMm, mostPixel))
+    return target;
+  return Failure{.Text = TextId::PrinterImpossible,
+                 .Words = NumberText(target->WidthMm) + " × " + NumberText(target->HeightMm)};
+}
+
+std::optional<DisplayList> RunCycle::RunOnPrinter(const RunTarget& printer, double zoom,
+                                                  std::vector<std::string>& answers) {
+  RunTarget target = printer;
+  target.Zoom = zoom;
   std::optional<DisplayList> list(std::in_place);
-  if (RunFor(*target, *list, answers) != RunEnd::Completed) return std::nullopt;
-  NoteBeyondSheet(*list);
+  if (RunFor(target, *list, answers) != RunEnd::Completed) return std::nullopt;
   return list;
 }
 
@@ -314,22 +326,6 @@ std::optional<FileRun> RunCycle::RunForFile(RunTarget target) {
     NoteBeyondSheet(drawn->Drawing);
   }
   return drawn;
-}
-
-void RunCycle::PrintDocument(const DisplayList& drawing) {
-  if (session_.AbortRequested) return;
-  const std::string script = DocumentNameOf(script_.CurrentFile);
-  const std::string documentName = script.empty() ? "Vaxel" : script;
-  if (const Result<> printed = app_.Printers.Print(printerName_, documentName, drawing); !printed)
-    TellNotPrinted(printed.Why());
-}
-
-// What was answered for the paper is not asked again for the screen.
-void RunCycle::Print() {
-  const BusyWindow busy(*this);
-  std::vector<std::string> answers;
-  if (const std::optional<DisplayList> drawing = RunOnPrinter(answers)) PrintDocument(*drawing);
-  RunOnScreen(answers);
 }
 
 void RunCycle::Zoom(bool withCtrl) {

@@ -38,12 +38,15 @@ class RunCycle {
   RunCycle(AppContext& app, Settings& settings, const EditedScript& script)
       : app_(app), settings_(settings), script_(script) {}
 
-  // Names the printer for what is printed from now on.
-  void UsePrinter(std::string name) { printerName_ = std::move(name); }
-  const std::string& PrinterName() const { return printerName_; }
+  // The printer for what is printed from now on.
+  void UsePrinter(PrinterChoice printer);
+  const PrinterChoice& Printer() const { return printer_; }
+  const std::string& PrinterName() const { return printer_.Name; }
+  // What a run is told of it. It fails when there is no such printer, and when what its driver says of its
+  // paper makes no sense.
+  Result<RunTarget> PrinterTarget() const;
 
   void Visualise();               // Mnu_Visualiser
-  void Print();                   // Mnu_Imprimer
   void Zoom(bool withCtrl);       // Mnu_Zoom
   void Reference(bool withCtrl);  // Mnu_RefCurseur
   void Positionner(bool withCtrl);
@@ -77,6 +80,12 @@ class RunCycle {
   // they are. There is none when the run did not reach its end, which an empty script does not either; else
   // the user was told why.
   std::optional<FileRun> RunForFile(RunTarget target);
+  // Runs the script for the printer, at a zoom above 0; to be called while busy. There is none when the run
+  // did not reach its end, or the printer is not to be had; the user was told why, unless he has ended it.
+  std::optional<DisplayList> RunOnPrinter(const RunTarget& printer, double zoom,
+                                          std::vector<std::string>& answers);
+  // Runs it for the screen again; what the script asks for is taken from the answers as far as they go.
+  void RunOnScreenAgain(std::vector<std::string> answers) { RunOnScreen(answers); }
   // Handles the events that are pending, as a run does: what the user does meanwhile begins nothing.
   void HandleEvents();
 
@@ -107,10 +116,7 @@ class RunCycle {
   RunEnd RunFor(const RunTarget& target, DisplayList& list, std::vector<std::string>& answers);
   RunEnd RunOnScreen(std::vector<std::string>& answers);
   RunEnd RunOnScreen();
-  std::optional<DisplayList> RunOnPrinter(std::vector<std::string>& answers);
   void NoteBeyondSheet(const DisplayList& drawing);
-  void PrintDocument(const DisplayList& drawing);
-  void TellNotPrinted(const Failure& why);
   RunTarget ScreenTarget() const;
   void ShowDrawn(std::unique_ptr<DisplayList>& drawing, std::string_view text,
                  std::vector<PaperOutline> sheets);
@@ -124,7 +130,7 @@ class RunCycle {
   RunSession session_;
   ViewState state_;
   DrawingView shown_{app_, settings_, state_};
-  std::string printerName_;
+  PrinterChoice printer_;
   std::unique_ptr<DisplayList> drawing_;
   DrawnText drawnText_;
   RunOutcome lastOnScreen_;

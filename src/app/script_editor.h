@@ -73,6 +73,8 @@ class ScriptEditor {
   // and undoing does not see it.
   virtual void ColourLine(std::size_t line) = 0;
   virtual void ColourAll() = 0;
+  // The name of its font.
+  virtual std::string FontName() = 0;
   // The size is in points and above 0.
   virtual void SetFontSize(double points) = 0;
 };

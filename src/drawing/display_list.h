@@ -121,6 +121,9 @@ struct Page {
   double Width = 0, Height = 0;
   std::size_t First = 0, Count = 0;  // its operations
   Point Origin{};                    // the graphic centre of the main script, as it was at the end
+  // Renderers show the page as in a mirror, left and right changed about its middle, texts and pictures too.
+  // All coordinates are those before that.
+  bool IsMirrored = false;
 };
 
 // Where in an included script an operation was drawn.
@@ -159,6 +162,9 @@ class DisplayList {
 
   // The object is the same for the same picture drawn again.
   const Picture& PictureOf(const PictureShape& shape) const { return *pictures_[shape.Content]; }
+  const std::shared_ptr<const Picture>& SharedPictureOf(const PictureShape& shape) const {
+    return pictures_[shape.Content];
+  }
 
   // The line of an included script that drew an operation; there is none for the main script's own.
   std::optional<IncludedPlace> IncludedAt(std::size_t index) const;
@@ -175,6 +181,8 @@ class DisplayList {
   // moves along.
   void FramePage(std::size_t page, Point corner, double width, double height);
   void PlaceOrigin(Point place) { pages_.back().Origin = place; }
+  // Has the page being drawn shown as in a mirror.
+  void MirrorPage() { pages_.back().IsMirrored = true; }
   // Whether it is so far from its limits that there is room for many pages like those that it has.
   bool HasRoomForPages() const;
   // Empties the page being drawn and forgets all earlier ones.

@@ -19,13 +19,17 @@ double Checked(double value) {
   return value;
 }
 
+Point SizeOf(const RunTarget& target, bool isTurned) {
+  return isTurned ? Point{target.HeightMm, target.WidthMm} : Point{target.WidthMm, target.HeightMm};
+}
+
 }  // namespace
 
 void DrawSurface::Begin(const RunTarget& target) {
   target_ = target;
   measurer_ = target.Measurer ? target.Measurer : &standIn_;
   faceSelected_ = false;
-  deviceSize_ = {target.WidthMm, target.HeightMm};
+  deviceSize_ = SizeOf(target, target.IsTurned);
   Z = IsPrinter() ? target.Zoom : target.Zmm * target.Zoom;
   list_->BeginPage(deviceSize_.X, deviceSize_.Y);
   ScaleToDevice();
@@ -238,7 +242,7 @@ std::string DrawSurface::FontReplacement() {
 
 void DrawSurface::SetOrientation(PageOrientation orientation) {
   const bool turned = orientation == PageOrientation::Landscape;
-  deviceSize_ = turned ? Point{target_.HeightMm, target_.WidthMm} : Point{target_.WidthMm, target_.HeightMm};
+  deviceSize_ = SizeOf(target_, turned);
   list_->ResizePage(deviceSize_.X, deviceSize_.Y);
   ScaleToDevice();
   if (!centreSet_) CentreByDefault();

@@ -42,6 +42,8 @@ struct RunTarget {
   // The pages of a screen are kept, for a pixel device as far as there is room for them; else only the last
   // one is.
   bool KeepsPages = false;
+  // A printer's page lies until the script says otherwise.
+  bool IsTurned = false;
   double Zoom = 1;            // screen zoom, or printer zoom; greater than 0
   double Zmm = 1;             // reported millimetres of the screen that show a true one
   double OffX = 0, OffY = 0;  // shift of the default screen centre, device mm, y upward

@@ -1,6 +1,7 @@
 #include "drawing/sheet_overflow.h"
 
 #include <algorithm>
+#include <utility>
 #include <variant>
 
 #include "drawing/operation_box.h"
@@ -45,6 +46,7 @@ SheetOverflow OverflowOf(const DisplayList& list, const Page& page) {
     farthest = reach;
     all.Line = operation.SourceLine;
   }
+  if (page.IsMirrored) std::swap(all.Left, all.Right);
   return all;
 }
 

@@ -9,7 +9,8 @@
 
 namespace vaxel {
 
-// How far a page's operations reach beyond it, in device millimetres; 0 on a side where none does.
+// How far a page's operations reach beyond it, in device millimetres; 0 on a side where none does. The sides
+// are those of the sheet as it is shown, mirrored or not.
 struct SheetOverflow {
   std::size_t Page = 0;    // from 0
   std::uint32_t Line = 0;  // of the script: the operation that reaches farthest

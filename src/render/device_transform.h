@@ -8,7 +8,8 @@ namespace vaxel {
 
 // Where device millimetres come to lie: pixel = millimetre * PixelsPerMm + Offset.
 struct DeviceTransform {
-  double PixelsPerMmX = 96 / MillimetresPerInch, PixelsPerMmY = 96 / MillimetresPerInch;  // above 0
+  double PixelsPerMmX = 96 / MillimetresPerInch, PixelsPerMmY = 96 / MillimetresPerInch;
+  // Above 0; below it across where a renderer takes mirrored pages so.
   double OffsetX = 0, OffsetY = 0;
 
   Point At(Point millimetres) const {

@@ -51,6 +51,7 @@ void ListRenderer::BeginPage(const Page& page, std::size_t number) {
   AppendFixed(text_, static_cast<double>(number), 0);
   Put("  ", page.Width);
   Put(" x ", page.Height);
+  if (page.IsMirrored) text_ += " mirrored";
   EndLine();
 }
 

@@ -121,9 +121,15 @@ void SvgRenderer::BeginPage(const Page& page, std::size_t) {
   // Text is set as it was measured: outlines as designed, no kerning, no ligatures.
   text_ += " text-rendering=\"geometricPrecision\" style=\"font-kerning:none;font-variant-ligatures:none;";
   text_ += "font-feature-settings:'kern' 0,'liga' 0\">\n";
+  isMirrored_ = page.IsMirrored;
+  if (!isMirrored_) return;
+  text_ += "<g transform=\"matrix(-1 0 0 1 ";
+  Number(page.Width);
+  text_ += " 0)\">\n";
 }
 
 void SvgRenderer::EndPage() {
+  if (isMirrored_) text_ += "</g>\n";
   text_ += "</svg>\n";
   Flush();
 }

@@ -38,6 +38,7 @@ class SvgRenderer : public Renderer {
 
   ByteSink& sink_;
   std::string text_;
+  bool isMirrored_ = false;  // the page being written
 };
 
 }  // namespace vaxel

@@ -21,6 +21,15 @@ enum DialogControlId : int {
   IDC_COMMAND2,
   IDC_COMMAND3,
   IDC_STATUS,  // what a button has found
+  IDC_LIST,
+  IDC_PREVIOUS,  // of a preview
+  IDC_NEXT,
+  IDC_LARGER,
+  IDC_SMALLER,
+  IDC_WHOLE,
+  IDC_PRINTER,  // the button that chooses one
+  IDC_PRINTER_TEXT,
+  IDC_CALIBRATION,
   // One a language, then the entry that cannot be chosen.
   IDC_OPTION1_FIRST = 1100,
   IDC_OPTION2_FIRST = 1300

@@ -286,10 +286,40 @@ void DialogBuilder::AddCheck(int id, const std::wstring& label, bool isEnabled) 
       BS_AUTOCHECKBOX | WS_TABSTOP | WS_GROUP | (isEnabled ? 0U : WS_DISABLED));
 }
 
-void DialogBuilder::AddLine(int id) {
-  const int top = Below(LineHeight, WideGap);
-  Add(ControlClass::Static, id, {}, {left_, top, left_ + width_, top + LineHeight},
-      SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS | WS_GROUP);
+void DialogBuilder::AddLine(int id, int lines) {
+  const int height = lines * LineHeight, top = Below(height, WideGap);
+  Add(ControlClass::Static, id, {}, {left_, top, left_ + width_, top + height},
+      SS_LEFT | SS_NOPREFIX | WS_GROUP | (lines == 1 ? DWORD{SS_ENDELLIPSIS} : DWORD{SS_EDITCONTROL}));
+}
+
+void DialogBuilder::AddPane(int id, SIZE size) {
+  Add(ControlClass::Static, id, {}, {left_, top_, left_ + size.cx, top_ + size.cy}, SS_LEFT);
+  bottom_ = std::max(bottom_, top_ + static_cast<int>(size.cy));
+  left_ += static_cast<int>(size.cx) + WideGap;
+}
+
+void DialogBuilder::AddList(int id, int height) {
+  const int top = Below(height, WideGap);
+  Add(ControlClass::ListBox, id, {}, {left_, top, left_ + width_, top + height},
+      LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP |
+          WS_GROUP,
+      WS_EX_CLIENTEDGE);
+}
+
+void DialogBuilder::AddButtonRow(const std::vector<ButtonSpec>& buttons) {
+  const int count = static_cast<int>(buttons.size());
+  int each = 0;
+  for (const ButtonSpec& button : buttons)
+    each = std::max(each, static_cast<int>(font_.Size(button.Text, WidestText, true).cx) + ButtonPadding);
+  width_ = std::max(width_, count * (each + Gap) - Gap);
+  each = (width_ - (count - 1) * Gap) / count;
+  const int top = Below(ButtonHeight, Gap);
+  int left = left_;
+  for (const ButtonSpec& button : buttons) {
+    Add(ControlClass::Button, button.Id, button.Text, {left, top, left + each, top + ButtonHeight},
+        BS_PUSHBUTTON | WS_GROUP | WS_TABSTOP);
+    left += each + Gap;
+  }
 }
 
 void DialogBuilder::AddButtons(const std::vector<ButtonSpec>& buttons, int defaultId) {

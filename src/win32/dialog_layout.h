@@ -32,7 +32,7 @@ class DialogFont {
 };
 
 // Classes of controls as the templates of dialogs name them.
-enum class ControlClass : WORD { Button = 0x80, Edit = 0x81, Static = 0x82 };
+enum class ControlClass : WORD { Button = 0x80, Edit = 0x81, Static = 0x82, ListBox = 0x83 };
 
 struct DialogControl {
   ControlClass Class;
@@ -87,8 +87,14 @@ class DialogBuilder {
   // Two groups of radio buttons side by side. The last entry is shown disabled.
   void AddChoices(const Choice& left, const Choice& right, const std::vector<std::wstring>& entries);
   void AddCheck(int id, const std::wstring& label, bool isEnabled = true);
-  // A line for texts that come later.
-  void AddLine(int id);
+  // A line, or several, for texts that come later.
+  void AddLine(int id, int lines = 1);
+  // A place of this size, to the right of which all that follows stands, but for the last buttons.
+  void AddPane(int id, SIZE size);
+  // A list whose entries the dialog draws itself, as wide as the dialog.
+  void AddList(int id, int height);
+  // Buttons in the middle of a dialog, which share its width.
+  void AddButtonRow(const std::vector<ButtonSpec>& buttons);
   // The buttons stand at the right. Enter presses the one with the id, or, when there is none, the first.
   void AddButtons(const std::vector<ButtonSpec>& buttons, int defaultId = 0);
 

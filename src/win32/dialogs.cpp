@@ -8,6 +8,8 @@
 #include "win32/dialog_forms.h"
 #include "win32/dialog_layout.h"
 #include "win32/file_dialogs.h"
+#include "win32/print_forms.h"
+#include "win32/printer_dialog.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -20,8 +22,8 @@ int IdOf(SafeAnswer answer) {
 }  // namespace
 
 DialogsWin32::DialogsWin32(HINSTANCE instance, std::function<HWND()> owner,
-                           std::function<ButtonTexts()> buttons)
-    : instance_(instance), owner_(std::move(owner)), buttons_(std::move(buttons)) {
+                           std::function<ButtonTexts()> buttons, PictureDecoder* decoder)
+    : instance_(instance), owner_(std::move(owner)), buttons_(std::move(buttons)), decoder_(decoder) {
   customColours_.fill(RGB(255, 255, 255));
 }
 
@@ -123,6 +125,20 @@ void DialogsWin32::ShowSearch(const SearchDialog& dialog) {
 
 void DialogsWin32::ShowExport(const ExportDialog& dialog) {
   Run(ExportForm(dialog, Buttons(), DialogFont(Owner())));
+}
+
+std::optional<PrinterEntry> DialogsWin32::ShowPrinter(const PrinterChoice& present) {
+  const DialogOwner owner(Owner());
+  return AskPrinter(owner.Window(), present);
+}
+
+void DialogsWin32::ShowFonts(const FontsDialog& dialog) {
+  Run(FontsForm(dialog, DialogFont(Owner())));
+}
+
+void DialogsWin32::ShowPreview(const PreviewDialog& dialog) {
+  ShownPreview shown{dialog, decoder_, [] {}};
+  Run(PreviewForm(shown, DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/dialogs.h"
+#include "drawing/picture.h"
 
 namespace vaxel {
 
@@ -27,7 +28,9 @@ struct ButtonTexts {
 // then still is when they have ended; it may be hidden or none, as it is while the program starts.
 class DialogsWin32 : public Dialogs {
  public:
-  DialogsWin32(HINSTANCE instance, std::function<HWND()> owner, std::function<ButtonTexts()> buttons = {});
+  // decoder, which previews need for their pictures, must outlive the object.
+  DialogsWin32(HINSTANCE instance, std::function<HWND()> owner, std::function<ButtonTexts()> buttons = {},
+               PictureDecoder* decoder = nullptr);
 
   void ShowMessage(BoxIcon icon, const std::string& title, const std::string& text) override;
   YesNoCancel AskYesNoCancel(const std::string& title, const std::string& text, SafeAnswer safe) override;
@@ -42,6 +45,9 @@ class DialogsWin32 : public Dialogs {
   void ShowLanguages(const LanguageDialog& dialog) override;
   void ShowSearch(const SearchDialog& dialog) override;
   void ShowExport(const ExportDialog& dialog) override;
+  std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) override;
+  void ShowFonts(const FontsDialog& dialog) override;
+  void ShowPreview(const PreviewDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override;
 
  private:
@@ -54,6 +60,7 @@ class DialogsWin32 : public Dialogs {
   HINSTANCE instance_;
   std::function<HWND()> owner_;
   std::function<ButtonTexts()> buttons_;
+  PictureDecoder* decoder_;
   std::vector<HWND> open_;  // our own dialogs, the uppermost last
   std::array<COLORREF, 16> customColours_;
   COLORREF lastColour_ = 0;

@@ -442,6 +442,10 @@ void EditorWin32::ColourAll() {
   if (isMissingSome || IsLoading()) SetTimer(window_, ColourTimer, BetweenLooks, nullptr);
 }
 
+std::string EditorWin32::FontName() {
+  return Narrow(ScriptFace());
+}
+
 void EditorWin32::SetFontSize(double points) {
   const RichText::Unnoticed unnoticed(text_);
   text_.SetFormat(SCF_ALL, SizeFormat(points));

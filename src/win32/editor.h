@@ -70,6 +70,7 @@ class EditorWin32 : public ScriptEditor {
   void SetSurvey(const ScriptSurvey* survey) override;
   void ColourLine(std::size_t line) override;
   void ColourAll() override;
+  std::string FontName() override;
   void SetFontSize(double points) override;
 
  private:

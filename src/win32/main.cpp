@@ -55,7 +55,7 @@ int Run(HINSTANCE instance) {
                    : ButtonTexts{};
   };
   DialogsWin32 dialogs(
-      instance, [&window] { return window.Window(); }, buttons);
+      instance, [&window] { return window.Window(); }, buttons, platform.Decoder());
   Application application({window, window.Editor(), dialogs, printers, platform, window});
   running = &application;
   window.Attach(application);

@@ -28,6 +28,7 @@ struct RunningDialog {
   const DialogActions& Actions;
   HWND Owner;
   std::exception_ptr Thrown;
+  bool IsComplete = false;
 
   BOOL Init(HWND dialog) {
     FillFields(dialog, Spec);
@@ -45,9 +46,18 @@ struct RunningDialog {
     if (HIWORD(wParam) == BN_CLICKED && Actions.OnPressed(dialog, id)) EndDialog(dialog, id);
   }
 
-  INT_PTR Handle(HWND dialog, UINT message, WPARAM wParam) {
-    if (message == WM_INITDIALOG) return Init(dialog);
-    if (message != WM_COMMAND || Thrown) return FALSE;
+  INT_PTR Handle(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+      const BOOL result = Init(dialog);
+      IsComplete = true;
+      return result;
+    }
+    if (Thrown) return FALSE;
+    if (IsComplete && Actions.OnMessage) {
+      if (const std::optional<INT_PTR> answer = Actions.OnMessage(dialog, message, wParam, lParam))
+        return *answer;
+    }
+    if (message != WM_COMMAND) return FALSE;
     Command(dialog, wParam);
     return TRUE;
   }
@@ -58,7 +68,7 @@ INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
   auto* const running = reinterpret_cast<RunningDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
   if (!running) return FALSE;
   try {
-    return running->Handle(dialog, message, wParam);
+    return running->Handle(dialog, message, wParam, lParam);
   } catch (...) {
     running->Thrown = std::current_exception();
     EndDialog(dialog, IDCANCEL);

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 
 #include "win32/dialog_layout.h"
 
@@ -15,6 +16,9 @@ struct DialogActions {
   // A button was pressed; IDCANCEL stands for Escape and the caption's button too. The answer says whether
   // the dialog closes.
   std::function<bool(HWND dialog, int id)> OnPressed;
+  // Any message once the dialog is complete, before the others; there is no answer for what is left to them.
+  // EndDialog closes the dialog.
+  std::function<std::optional<INT_PTR>(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)> OnMessage{};
 };
 
 // Lets a window that is disabled already be the owner of a dialog: it is enabled again when the dialog goes,

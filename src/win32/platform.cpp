@@ -10,12 +10,12 @@
 #include <cstdio>
 #include <initializer_list>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "app/script_file.h"
 #include "base/files.h"
 #include "render/gdi/export.h"
+#include "render/gdi/font_families.h"
 #include "win32/clipboard.h"
 #include "win32/input_state.h"
 #include "winbase/gdi_handles.h"
@@ -162,18 +162,7 @@ std::string PlatformWin32::TimeForNames() {
 }
 
 std::vector<std::string> PlatformWin32::FontNames() {
-  std::set<std::string> names;
-  LOGFONTW wanted{};
-  wanted.lfCharSet = DEFAULT_CHARSET;
-  const UniqueDc context(CreateCompatibleDC(nullptr));
-  const FONTENUMPROCW take = [](const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM result) {
-    // The others are for vertical writing.
-    if (font->lfFaceName[0] != L'@')
-      reinterpret_cast<std::set<std::string>*>(result)->insert(Narrow(font->lfFaceName));
-    return 1;
-  };
-  EnumFontFamiliesExW(context.get(), &wanted, take, reinterpret_cast<LPARAM>(&names), 0);
-  return {names.begin(), names.end()};
+  return FontFamilies(UniqueDc(CreateCompatibleDC(nullptr)).get());
 }
 
 // Windows has had no viewer for such files of its own since Vista.

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "app/platform.h"
 
@@ -14,10 +15,11 @@ class PrintersWin32 : public Printers {
   PrintersWin32(PictureDecoder& decoder, std::function<bool()> nudgesRightAngles);
 
   std::string CurrentPrinter() override;
-  Result<RunTarget> Target(const std::string& printer) override;
-  Result<> Print(const std::string& printer, const std::string& documentName,
-                 const DisplayList& drawing) override;
-  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
+  bool HasPrinter(const std::string& name) override;
+  Result<RunTarget> Target(const PrinterChoice& printer) override;
+  Result<> Print(const PrintOrder& order, const DisplayList& drawing) override;
+  Result<PrinterSheet> Sheet(const PrinterChoice& printer, bool isLandscape) override;
+  std::vector<std::string> Fonts(const PrinterChoice& printer) override;
   std::string PdfPrinter() override;
   Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) override;
 

@@ -207,26 +207,46 @@ void FakeDialogs::ShowLanguages(const LanguageDialog& dialog) {
   if (OnLanguages) OnLanguages(dialog);
 }
 
-Result<RunTarget> FakePrinters::Target(const std::string&) {
+std::optional<PrinterEntry> FakeDialogs::ShowPrinter(const PrinterChoice& present) {
+  log_.push_back("choose printer " + present.Name);
+  return PrinterChosen;
+}
+
+void FakeDialogs::ShowFonts(const FontsDialog& dialog) {
+  log_.push_back("fonts " + std::to_string(dialog.Names.size()));
+  if (OnFonts) OnFonts(dialog);
+}
+
+void FakeDialogs::ShowPreview(const PreviewDialog& dialog) {
+  log_.push_back("preview " + std::to_string(dialog.Pages.Drawing->Pages().size()) + " pages, " +
+                 dialog.Pages.Calibration);
+  if (OnPreview) OnPreview(dialog);
+}
+
+Result<RunTarget> FakePrinters::Target(const PrinterChoice& printer) {
   if (!TargetFailure.empty()) return Failure{.Words = TargetFailure};
   RunTarget target;
-  target.WidthMm = 200;
-  target.HeightMm = 287;
+  target.WidthMm = WidthMm;
+  target.HeightMm = HeightMm;
+  target.IsTurned = printer.IsLandscape;
   target.PixelMm = 25.4 / 600;
   return target;
 }
 
-Result<> FakePrinters::Print(const std::string& printer, const std::string& documentName,
-                             const DisplayList& drawing) {
-  log_.push_back("print " + documentName + " on " + printer + ", " + std::to_string(drawing.Pages().size()) +
-                 " pages, " + std::to_string(drawing.Size()) + " operations");
+Result<> FakePrinters::Print(const PrintOrder& order, const DisplayList& drawing) {
+  log_.push_back("print " + order.DocumentName + " on " + order.Printer.Name + ", " +
+                 std::to_string(order.Pages.size()) + " pages, " + std::to_string(drawing.Size()) +
+                 " operations");
+  Order = order;
+  Printed = ComposeSheets(drawing, {});
   if (!PrintFailure.empty()) return Failure{.Words = PrintFailure};
   return {};
 }
 
 // Margins that differ on all sides around the 200 × 287 mm that can be printed on.
-Result<PrinterSheet> FakePrinters::Sheet(const std::string&, bool isLandscape) {
-  return isLandscape ? PrinterSheet{297, 210, 7, 4} : PrinterSheet{210, 297, 6, 3};
+Result<PrinterSheet> FakePrinters::Sheet(const PrinterChoice&, bool isLandscape) {
+  return isLandscape ? PrinterSheet{SheetMm.Y, SheetMm.X, 7, 4, HasColour}
+                     : PrinterSheet{SheetMm.X, SheetMm.Y, 6, 3, HasColour};
 }
 
 Result<> FakePrinters::PrintToFile(const FilePrint& print, const DisplayList& drawing) {

@@ -152,6 +152,7 @@ class FakeEditor : public ScriptEditor {
   void SetSurvey(const ScriptSurvey*) override { ++NamesSet; }
   void ColourLine(std::size_t line) override { log_.push_back("colour line " + std::to_string(line)); }
   void ColourAll() override { log_.push_back("colour all"); }
+  std::string FontName() override { return "Courier New"; }
   void SetFontSize(double points) override { FontSize = points; }
 
   // As a user does.
@@ -195,6 +196,9 @@ class FakeDialogs : public Dialogs {
     if (OnSearch) OnSearch(dialog);
   }
   void ShowExport(const ExportDialog& dialog) override;
+  std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) override;
+  void ShowFonts(const FontsDialog& dialog) override;
+  void ShowPreview(const PreviewDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
   // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok", "safe" or a
@@ -208,6 +212,9 @@ class FakeDialogs : public Dialogs {
   std::function<void(const ReferenceDialog&)> OnReference;
   std::function<void(const LanguageDialog&)> OnLanguages;
   std::function<void(const SearchDialog&)> OnSearch;
+  std::optional<PrinterEntry> PrinterChosen;  // none: cancelled
+  std::function<void(const FontsDialog&)> OnFonts;
+  std::function<void(const PreviewDialog&)> OnPreview;
   std::function<void(const ExportDialog&)> OnExport;  // else what is proposed is taken
 
  private:
@@ -248,10 +255,11 @@ class FakePrinters : public Printers {
  public:
   explicit FakePrinters(Log& log) : log_(log) {}
   std::string CurrentPrinter() override { return Name; }
-  Result<RunTarget> Target(const std::string& printer) override;
-  Result<> Print(const std::string& printer, const std::string& documentName,
-                 const DisplayList& drawing) override;
-  Result<PrinterSheet> Sheet(const std::string& printer, bool isLandscape) override;
+  bool HasPrinter(const std::string& name) override { return name == Name || Others.contains(name); }
+  Result<RunTarget> Target(const PrinterChoice& printer) override;
+  Result<> Print(const PrintOrder& order, const DisplayList& drawing) override;
+  Result<PrinterSheet> Sheet(const PrinterChoice& printer, bool isLandscape) override;
+  std::vector<std::string> Fonts(const PrinterChoice&) override { return FontNames; }
   std::string PdfPrinter() override { return PdfName; }
   Result<> PrintToFile(const FilePrint& print, const DisplayList& drawing) override;
 
@@ -259,6 +267,13 @@ class FakePrinters : public Printers {
   std::string PdfBytes = "%PDF-1.7 ... %%EOF\n";  // that it writes
   // What goes wrong, in the system's words.
   std::string PrintFailure, TargetFailure;
+  std::set<std::string> Others;  // printers that are there, too
+  std::vector<std::string> FontNames{"Arial", "Old Arial", "Times New Roman"};
+  double WidthMm = 200, HeightMm = 287;  // that can be printed on
+  Point SheetMm{210, 297};
+  bool HasColour = true;
+  std::optional<PrintOrder> Order;  // the last one, and what was to be printed
+  DisplayList Printed;
 
  private:
   Log& log_;

@@ -60,7 +60,7 @@ TEST(ToolBar, SaysWhatItsButtonsDo) {
   FakeShell shell(Dial);
   EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Run], "Run the script (F4)");
   EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Stop], "Stop (Esc)");
-  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Print], "Print (Ctrl+P)");
+  EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Print], "Print");
   EXPECT_EQ(shell.Window.ToolTexts[ToolIcon::Export], "Export...");
 }
 

@@ -104,11 +104,6 @@ TEST(RunCycle, ListsNotices) {
   shell.Editor.Content = "Couleur = Rot\nCouleur = Blau\nTrait = 0,0,500,0\n";
   shell.App->Command(MenuId::Mnu_Visualiser);
   EXPECT_EQ(shell.Aid.Page, AidPage::Problems);
-  // The paper is a sheet, and so is a file; the window's area is none.
-  shell.App->Command(MenuId::Mnu_Imprimer);
-  ASSERT_EQ(shell.Aid.Problems.size(), 3U);
-  EXPECT_TRUE(shell.Aid.Problems[2].starts_with("3: the drawing reaches beyond the sheet"))
-      << shell.Aid.Problems[2];
   EXPECT_EQ(shell.Take({"message"}), Log{});
 }
 

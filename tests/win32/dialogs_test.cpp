@@ -341,6 +341,92 @@ TEST_F(DialogsTest, ExportGivesWhatIsChosenAndKeepsARefusedField) {
 }
 
 // Where a failed action would have to pass through the system.
+TEST_F(DialogsTest, FontsAreFoundByTypingAndTakenByEnterOrADoubleClick) {
+  FontsDialog dialog;
+  dialog.Caption = "Fonts";
+  dialog.FindLabel = "&Find";
+  dialog.Button = "&Insert";
+  dialog.CloseButton = "Close";
+  dialog.Names = {"Arial", "Courier New", "Times New Roman"};
+  std::vector<std::string> typed;
+  std::vector<std::size_t> chosen;
+  dialog.OnFind = [&](const std::string& text) {
+    typed.push_back(text);
+    return std::size_t{2};
+  };
+  dialog.OnChosen = [&](std::size_t name) { chosen.push_back(name); };
+  const auto show = [&] { Shown.ShowFonts(dialog); };
+  Drive(show, [](const ShownDialog& shown) {
+    shown.Type(IDC_TEXT1, "ti");
+    shown.Key(VK_RETURN);
+  });
+  Drive(show, [](const ShownDialog& shown) {
+    Send(shown.Control(IDC_LIST), LB_SETCURSEL, 1);
+    PostMessageW(shown.Window(), WM_COMMAND, MAKEWPARAM(IDC_LIST, LBN_DBLCLK),
+                 reinterpret_cast<LPARAM>(shown.Control(IDC_LIST)));
+    shown.AwaitClosed();
+  });
+  Drive(show, PressKey(VK_ESCAPE));
+  ASSERT_FALSE(typed.empty());
+  EXPECT_EQ(typed.back(), "ti");
+  EXPECT_EQ(chosen, (std::vector<std::size_t>{2, 1}));
+}
+
+PreviewPages PagesForPreview(const std::string& problem) {
+  auto drawing = std::make_shared<DisplayList>();
+  PreviewPages pages;
+  for (int page = 0; page < 2; ++page) {
+    drawing->BeginPage(200, 287);
+    drawing->Add({1, Black, 1, LineShape{{10, 10}, {190, 270}}});
+    pages.Sheets.push_back({{{-5, -5}, {205, 292}}, {{0, 0}, {200, 287}}});
+  }
+  pages.Drawing = drawing;
+  pages.Printer = "A printer";
+  pages.Problem = problem;
+  return pages;
+}
+
+TEST_F(DialogsTest, PreviewsTellEachChangeAndPrintWithEnter) {
+  PreviewDialog dialog;
+  dialog.Caption = "Preview";
+  dialog.PrintButton = "&Print";
+  dialog.CloseButton = "Close";
+  dialog.PageText = [](std::size_t page, std::size_t pages) {
+    return std::to_string(page + 1) + "/" + std::to_string(pages);
+  };
+  dialog.Pages = PagesForPreview("");
+  PreviewEntry entry;
+  int prints = 0;
+  dialog.OnEntry = [&](const PreviewEntry& changed) {
+    entry = changed;
+    return PagesForPreview(changed.Copies == "x" ? "wrong" : "");
+  };
+  dialog.OnPrinter = [](const PreviewEntry&) { return std::nullopt; };
+  dialog.OnPrint = [&] { return ++prints > 1; };
+  Drive([&] { Shown.ShowPreview(dialog); },
+        [&](const ShownDialog& shown) {
+          EXPECT_EQ(shown.Text(IDC_STATUS), "1/2");
+          shown.Press(IDC_NEXT);
+          EXPECT_EQ(shown.Text(IDC_STATUS), "2/2");
+          EXPECT_FALSE(IsWindowEnabled(shown.Control(IDC_NEXT)));
+          shown.Press(IDC_CHECK3);
+          shown.Type(IDC_TEXT1, "x");
+          Await("the problem", [&] { return shown.Text(IDC_HINT) == "wrong"; });
+          shown.Press(IDC_COMMAND1);  // it is not printed, and the preview stays
+          EXPECT_TRUE(shown.IsOpen());
+          EXPECT_FALSE(IsWindowEnabled(Main.get()));
+          shown.Answer(IDC_COMMAND1);
+        });
+  EXPECT_TRUE(entry.IsMirrored);
+  EXPECT_FALSE(entry.Ruler);
+  EXPECT_EQ(entry.Copies, "x");
+  EXPECT_EQ(entry.Gap, "5");
+  EXPECT_EQ(prints, 2);
+  Drive([&] { Shown.ShowPreview(dialog); }, PressKey(VK_RETURN));
+  EXPECT_EQ(prints, 3);
+  EXPECT_TRUE(IsWindowEnabled(Main.get()));
+}
+
 TEST_F(DialogsTest, WhatAnActionThrowsArrivesAtTheCaller) {
   ReferenceDialog reference{"R", "L", "0,0", "OK",
                             [](const std::string&) -> bool { throw std::runtime_error("no"); }};

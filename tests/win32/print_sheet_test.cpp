@@ -11,8 +11,10 @@
 #include <iterator>
 #include <numbers>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "drawing/sheet_copier.h"
 #include "render/gdi/printer.h"
 
 namespace vaxel {
@@ -20,9 +22,17 @@ namespace {
 
 // As printer.ppd says: points of the sheet in portrait.
 constexpr double PointMm = 25.4 / 72;
-constexpr double SheetWidth = 595.2 * PointMm, SheetHeight = 841.92 * PointMm;
 constexpr double MarginLeft = 12 * PointMm, MarginBottom = 24 * PointMm, MarginRight = 18 * PointMm,
                  MarginTop = 30 * PointMm;
+
+struct PaperKind {
+  const char* Job;  // the document, and what its pictures are called
+  int Number;       // by which Windows knows it
+  double Width, Height;
+};
+constexpr PaperKind A4 = {"Test sheet 1", 9, 595.2 * PointMm, 841.92 * PointMm};
+constexpr PaperKind A3 = {"Test sheet 2", 8, 841.92 * PointMm, 1190.52 * PointMm};
+
 constexpr double PixelMm = 25.4 / 600;
 constexpr double Exact = 0.05;  // mm
 
@@ -33,36 +43,40 @@ struct Edges {
 constexpr double Side = 4.03, Stroke = 0.29, Radius = 2.51, Half = Stroke / 2;
 const Fill Solid(true, Black);
 
-// What is drawn at a place, and its ink around that; mm.
+// What is drawn at a place, around it, and by how much its stroke is wider; mm.
 struct Figure {
   const char* Name;
-  Edges Ink;
+  Edges Shape;
+  double Around;
   void (*Draw)(DisplayList& list, Point at);
 };
 
-constexpr Edges AroundCircle = {-Radius - Half, -Radius - Half, Radius + Half, Radius + Half};
+constexpr Edges AroundCircle = {-Radius, -Radius, Radius, Radius};
 
 const std::array<Figure, 5> Figures = {
     {{"square",
       {0, 0, Side, Side},
+      0,
       [](DisplayList& list, Point at) {
         list.Add({0, Black, 1, RectangleShape{at, at + Point{Side, Side}, Solid}});
       }},
      {"upright line",
-      {-Half, -Half, Half, Side + Half},
+      {0, 0, 0, Side},
+      Half,
       [](DisplayList& list, Point at) {
         list.Add({Stroke, Black, 1, LineShape{at, at + Point{0, Side}}});
       }},
-     {"ring", AroundCircle,
+     {"ring", AroundCircle, Half,
       [](DisplayList& list, Point at) {
         list.Add({Stroke, Black, 1, CircleShape{at, Radius, Radius}});
       }},
      {"level line",
-      {-Half, -Half, Side + Half, Half},
+      {0, 0, Side, 0},
+      Half,
       [](DisplayList& list, Point at) {
         list.Add({Stroke, Black, 1, LineShape{at, at + Point{Side, 0}}});
       }},
-     {"contour", AroundCircle, [](DisplayList& list, Point at) {
+     {"contour", AroundCircle, Half, [](DisplayList& list, Point at) {
         list.AddContour(std::array{ContourArc{at, Radius, 0, 2 * std::numbers::pi}}, Solid,
                         {Stroke, Black, 1, {}});
       }}}};
@@ -72,8 +86,11 @@ struct Mark {
   const Figure& What;
   Point At;
 
-  Edges Ink() const {
-    return {At.X + What.Ink.Left, At.Y + What.Ink.Top, At.X + What.Ink.Right, At.Y + What.Ink.Bottom};
+  Edges Ink(const Calibration& factors, double pageHeight) const {
+    const auto x = [&](double place) { return (At.X + place) * factors.X; };
+    const auto y = [&](double place) { return pageHeight - (pageHeight - At.Y - place) * factors.Y; };
+    return {x(What.Shape.Left) - What.Around, y(What.Shape.Top) - What.Around,
+            x(What.Shape.Right) + What.Around, y(What.Shape.Bottom) + What.Around};
   }
 };
 
@@ -89,11 +106,18 @@ std::vector<Mark> MarksOf(double width, double height) {
   return marks;
 }
 
-// In portrait, turned, and turned back.
-constexpr std::array Turned = {false, true, false};
+struct SheetCase {
+  bool IsTurned = false;
+  Calibration Factors{};
+  bool IsMirrored = false;
+};
 
-Point PageSize(bool turned) {
-  const Point portrait = {SheetWidth - MarginLeft - MarginRight, SheetHeight - MarginTop - MarginBottom};
+// In portrait, turned, and turned back, all in one document. What is calibrated is so as it lies.
+const std::vector<SheetCase> OnA4 = {{}, {true}, {false, {1.01, 0.99}}, {true, {0.99, 1.01}, true}};
+const std::vector<SheetCase> OnA3 = {{}, {true, {}, true}};
+
+Point PageSize(const PaperKind& paper, bool turned) {
+  const Point portrait = {paper.Width - MarginLeft - MarginRight, paper.Height - MarginTop - MarginBottom};
   return turned ? Point{portrait.Y, portrait.X} : portrait;
 }
 
@@ -101,36 +125,50 @@ constexpr const char* Message = "Vaxel \u03A9 \u00B5 \u00B0";
 
 TEST(Printing, KnowsTheDefaultPrinter) {
   EXPECT_EQ(DefaultPrinter(), "Vaxel Test");
-  const auto facts = FactsOf(DefaultPrinter());
+  const auto facts = FactsOf({.Name = DefaultPrinter()}), larger = FactsOf({DefaultPrinter(), A3.Number});
   ASSERT_TRUE(facts);
-  EXPECT_NEAR(facts->WidthMm, PageSize(false).X, Exact);
-  EXPECT_NEAR(facts->HeightMm, PageSize(false).Y, Exact);
+  EXPECT_NEAR(facts->WidthMm, PageSize(A4, false).X, Exact);
+  EXPECT_NEAR(facts->HeightMm, PageSize(A4, false).Y, Exact);
   EXPECT_NEAR(facts->LeftMm, MarginLeft, Exact);
   EXPECT_NEAR(facts->TopMm, MarginTop, Exact);
   EXPECT_NEAR(facts->PaperWidthMm, 210, Exact);
   EXPECT_NEAR(facts->PaperHeightMm, 297, Exact);
   EXPECT_NEAR(facts->PixelMm, PixelMm, 1e-9);
+  ASSERT_TRUE(larger);
+  EXPECT_NEAR(larger->HeightMm, PageSize(A3, false).Y, Exact);
+  EXPECT_TRUE(HasPrinter("Vaxel PDF"));
 }
 
 TEST(Printing, RefusesWhatIsNotThere) {
   DisplayList list;
   list.BeginPage(100, 100);
   for (const char* name : {"No such printer", ""}) {
-    EXPECT_FALSE(FactsOf(name)) << name;
-    EXPECT_FALSE(Print(list, {.Printer = name, .DocumentName = "x"})) << name;
+    EXPECT_FALSE(FactsOf({.Name = name})) << name;
+    EXPECT_FALSE(HasPrinter(name)) << name;
+    EXPECT_FALSE(Print(list, {.Printer = {.Name = name}, .DocumentName = "x"})) << name;
   }
 }
 
-TEST(Printing, PrintsTheSheet) {
-  DisplayList list;
-  for (const bool turned : Turned) {
-    const Point size = PageSize(turned);
-    list.BeginPage(size.X, size.Y);
-    for (const Mark& mark : MarksOf(size.X, size.Y)) mark.What.Draw(list, mark.At);
-    list.AddText(Message, {"Times New Roman"}, {{size.X / 2 - 25, size.Y / 2 + 22}, 0, 5, 40, 0, 0},
-                 {0, Black, 1, {}});
+// Each page is made of one that has the marks, as sheets are composed.
+void PrintSheets(const PaperKind& paper, const std::vector<SheetCase>& cases) {
+  DisplayList sheets;
+  for (const SheetCase& wanted : cases) {
+    const Point size = PageSize(paper, wanted.IsTurned);
+    DisplayList plain;
+    plain.BeginPage(size.X, size.Y);
+    for (const Mark& mark : MarksOf(size.X, size.Y)) mark.What.Draw(plain, mark.At);
+    plain.AddText(Message, {"Times New Roman"}, {{size.X / 2 - 25, size.Y / 2 + 22}, 0, 5, 40, 0, 0},
+                  {0, Black, 1, {}});
+    sheets.BeginPage(size.X, size.Y);
+    if (wanted.IsMirrored) sheets.MirrorPage();
+    SheetCopier(plain, sheets, wanted.Factors).Copy(0, {0, size.Y / wanted.Factors.Y - size.Y});
   }
-  ASSERT_TRUE(Print(list, {.Printer = DefaultPrinter(), .DocumentName = "Test sheet 1"}));
+  ASSERT_TRUE(Print(sheets, {.Printer = {DefaultPrinter(), paper.Number}, .DocumentName = paper.Job}));
+}
+
+TEST(Printing, PrintsTheSheets) {
+  PrintSheets(A4, OnA4);
+  PrintSheets(A3, OnA3);
 }
 
 // A page as Ghostscript's pgmraw writes it, in the printer's pixels.
@@ -144,10 +182,11 @@ struct PrintedPage {
   }
 };
 
-PrintedPage ReadPage(std::size_t number) {
+PrintedPage ReadPage(const PaperKind& paper, std::size_t number) {
   const char* folder = std::getenv("VAXEL_PRINTED_FOLDER");
-  std::ifstream file(std::string(folder ? folder : ".") + "/page" + std::to_string(number) + ".pgm",
-                     std::ios::binary);
+  std::ifstream file(
+      std::string(folder ? folder : ".") + "/" + paper.Job + " " + std::to_string(number) + ".pgm",
+      std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), {}};
   PrintedPage page;
   const std::size_t comment = bytes.find('#'), rest = bytes.find('\n', comment);
@@ -179,35 +218,48 @@ Edges InkNear(const PrintedPage& page, const Edges& expected) {
 }
 
 // Where a box of the page lies on the sheet, which lies in portrait.
-Edges OnSheet(const Edges& page, bool turned) {
-  if (!turned) {
+Edges OnSheet(Edges page, const PaperKind& paper, const SheetCase& wanted) {
+  if (wanted.IsMirrored) {
+    const double width = PageSize(paper, wanted.IsTurned).X;
+    page = {width - page.Right, page.Top, width - page.Left, page.Bottom};
+  }
+  if (!wanted.IsTurned) {
     return {page.Left + MarginLeft, page.Top + MarginTop, page.Right + MarginLeft, page.Bottom + MarginTop};
   }
   // The page's right is the sheet's top.
-  return {page.Top + MarginLeft, SheetHeight - MarginBottom - page.Right, page.Bottom + MarginLeft,
-          SheetHeight - MarginBottom - page.Left};
+  return {page.Top + MarginLeft, paper.Height - MarginBottom - page.Right, page.Bottom + MarginLeft,
+          paper.Height - MarginBottom - page.Left};
+}
+
+// How far an edge of the marks is from its place at most.
+double MeasurePage(const PrintedPage& page, const PaperKind& paper, const SheetCase& wanted) {
+  double farthest = 0;
+  const Point size = PageSize(paper, wanted.IsTurned);
+  for (const Mark& mark : MarksOf(size.X, size.Y)) {
+    const Edges expected = OnSheet(mark.Ink(wanted.Factors, size.Y), paper, wanted);
+    const Edges ink = InkNear(page, expected);
+    const double off =
+        std::max({std::abs(ink.Left - expected.Left), std::abs(ink.Top - expected.Top),
+                  std::abs(ink.Right - expected.Right), std::abs(ink.Bottom - expected.Bottom)});
+    EXPECT_LE(off, Exact) << mark.What.Name << " at " << mark.At.X << ", " << mark.At.Y << ": "
+                          << ink.Left - expected.Left << " " << ink.Top - expected.Top << " "
+                          << ink.Right - expected.Right << " " << ink.Bottom - expected.Bottom;
+    farthest = std::max(farthest, off);
+  }
+  return farthest;
 }
 
 TEST(PrintedSheet, HasEveryMarkAtItsPlace) {
-  double farthest = 0;
-  for (std::size_t number = 0; number < Turned.size(); ++number) {
-    const PrintedPage page = ReadPage(number + 1);
-    ASSERT_NEAR(page.Width * PixelMm, SheetWidth, 0.1) << number;
-    ASSERT_NEAR(page.Height * PixelMm, SheetHeight, 0.1) << number;
-    const Point size = PageSize(Turned[number]);
-    for (const Mark& mark : MarksOf(size.X, size.Y)) {
-      const Edges expected = OnSheet(mark.Ink(), Turned[number]);
-      const Edges ink = InkNear(page, expected);
-      const double off =
-          std::max({std::abs(ink.Left - expected.Left), std::abs(ink.Top - expected.Top),
-                    std::abs(ink.Right - expected.Right), std::abs(ink.Bottom - expected.Bottom)});
-      EXPECT_LE(off, Exact) << "page " << number + 1 << ", " << mark.What.Name << " at " << mark.At.X << ", "
-                            << mark.At.Y << ": " << ink.Left - expected.Left << " " << ink.Top - expected.Top
-                            << " " << ink.Right - expected.Right << " " << ink.Bottom - expected.Bottom;
-      farthest = std::max(farthest, off);
+  for (const auto& [paper, cases] : {std::pair(A4, OnA4), std::pair(A3, OnA3)}) {
+    for (std::size_t number = 0; number < cases.size(); ++number) {
+      SCOPED_TRACE(std::string(paper.Job) + ", page " + std::to_string(number + 1));
+      const PrintedPage page = ReadPage(paper, number + 1);
+      ASSERT_NEAR(page.Width * PixelMm, paper.Width, 0.1);
+      ASSERT_NEAR(page.Height * PixelMm, paper.Height, 0.1);
+      std::printf("%s, page %d: no edge is farther than %.3f mm from its place.\n", paper.Job,
+                  static_cast<int>(number + 1), MeasurePage(page, paper, cases[number]));
     }
   }
-  std::printf("No edge is farther than %.3f mm from its place.\n", farthest);
 }
 
 }  // namespace

@@ -238,6 +238,45 @@ TEST_F(Printing, ArrivesAtThePrinter) {
   EndUnasked();
 }
 
+TEST_F(Printing, LeavesNothingOfARunThatFailsOrIsEnded) {
+  StartWith("' one");
+  program_->SetEditorText("Trait = 0, 0, 10, 10\nTrait = 1/0");
+  program_->CommandWithDialog(MenuId::Mnu_Imprimer).Answer(IDOK);
+  program_->AwaitIdle();
+  program_->SetEditorText(Endless);
+  program_->Post(MenuId::Mnu_Imprimer);
+  Await("the run", [&] { return program_->IsBusy(); });
+  // It ends the run for the screen, too.
+  program_->PressKey(VK_ESCAPE);
+  program_->AwaitIdle();
+  program_->ReleaseKey(VK_ESCAPE);
+  EXPECT_TRUE(Jobs().empty());
+  EndWithoutSaving();
+}
+
+// The system's own dialog, in which the other one of the two printers is chosen.
+TEST_F(Printing, GoesToThePrinterThatWasChosen) {
+  StartWith("Trait = 0, 0, 10, 10");
+  const ShownDialog dialog = program_->CommandWithDialog(MenuId::Mnu_Imprimante);
+  constexpr int printersId = 0x473;  // cmb4
+  const HWND printers = dialog.Control(printersId);
+  const LRESULT present = Send(printers, CB_GETCURSEL);
+  Send(printers, CB_SETCURSEL, static_cast<WPARAM>(1 - present));
+  Send(dialog.Window(), WM_COMMAND, MAKEWPARAM(printersId, CBN_SELCHANGE),
+       reinterpret_cast<LPARAM>(printers));
+  dialog.Answer(IDOK);
+  program_->AwaitIdle();
+  EXPECT_TRUE(HasLine(folder_.Read("Vaxel.cfg"), "Imprimante = Vaxel PDF")) << folder_.Read("Vaxel.cfg");
+  program_->Command(MenuId::Mnu_Imprimer);
+  EXPECT_EQ(program_->Text(MessageId), "printed on Vaxel PDF");
+  Await("the job", [&] { return Jobs().size() == 1; });
+  // Enter in the preview prints, too.
+  program_->CommandWithDialog(MenuId::Mnu_Apercu).Key(VK_RETURN);
+  Await("the second job", [&] { return Jobs().size() == 2; });
+  program_->AwaitIdle();
+  EndUnasked();
+}
+
 TEST_F(ProgramTest, InsertsColoursAndHidesTheEditor) {
   StartWith("' one\r\n");
   program_->CommandWithDialog(MenuId::Mnu_Couleur).Answer(IDOK);

@@ -57,9 +57,20 @@ WriteResult CairoRenderer::Written() const {
   return result;
 }
 
-void CairoRenderer::BeginPage(const Page&, std::size_t) {}
+void CairoRenderer::Mirror() {
+  cairo_translate(context_, pageWidth_, 0);
+  cairo_scale(context_, -1, 1);
+}
 
+void CairoRenderer::BeginPage(const Page& page, std::size_t) {
+  pageWidth_ = page.Width;
+  isMirrored_ = page.IsMirrored;
+  if (isMirrored_) Mirror();
+}
+
+// The mirror image of a mirror image is what it was: to restore the context would forget what texts have set.
 void CairoRenderer::EndPage() {
+  if (isMirrored_) Mirror();
   cairo_show_page(context_);
 }
 

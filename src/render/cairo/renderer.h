@@ -37,12 +37,15 @@ class CairoRenderer : public Renderer {
   WriteResult Written() const;
 
  private:
+  void Mirror();
   void SetInk(Colour colour);
   void SetEnds(cairo_line_cap_t ends, cairo_line_join_t joins);
   void Paint(const Operation& operation, const Fill& inside);
 
   cairo_t* context_;
   double leastWidth_;
+  double pageWidth_ = 0;
+  bool isMirrored_ = false;           // the page being drawn
   double reach_;                      // mm from the origin
   std::unique_ptr<CairoText> texts_;  // made for the first text
   CairoPictures pictures_;

@@ -6,14 +6,17 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <cwctype>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/units.h"
+#include "render/gdi/font_families.h"
 #include "render/gdi/renderer.h"
 #include "render/paper_choice.h"
 #include "resources/text_id.h"
@@ -33,19 +36,25 @@ using UniquePrinter = std::unique_ptr<void, PrinterCloser>;
 class PrinterSettings {
  public:
   // Empty when there is no such printer.
-  explicit PrinterSettings(const std::wstring& printer) : name_(printer) {
+  explicit PrinterSettings(const PrinterChoice& choice) : name_(Widen(choice.Name)) {
     HANDLE opened = nullptr;
     if (!OpenPrinterW(name_.data(), &opened, nullptr)) return;
     printer_.reset(opened);
     const LONG size = DocumentPropertiesW(nullptr, opened, name_.data(), nullptr, nullptr, 0);
     if (size < static_cast<LONG>(sizeof(DEVMODEW))) return;
     bytes_.resize(static_cast<std::size_t>(size));
-    if (DocumentPropertiesW(nullptr, opened, name_.data(), Mode(), nullptr, DM_OUT_BUFFER) != IDOK)
+    if (DocumentPropertiesW(nullptr, opened, name_.data(), Mode(), nullptr, DM_OUT_BUFFER) != IDOK) {
       bytes_.clear();
+      return;
+    }
+    Take(choice);
   }
 
   explicit operator bool() const { return !bytes_.empty(); }
   DEVMODEW* Mode() { return reinterpret_cast<DEVMODEW*>(bytes_.data()); }
+
+  const wchar_t* Name() const { return name_.c_str(); }
+  bool IsMonochrome() { return (Mode()->dmFields & DM_COLOR) != 0 && Mode()->dmColor == DMCOLOR_MONOCHROME; }
 
   void Turn(bool landscape) {
     Mode()->dmOrientation = landscape ? DMORIENT_LANDSCAPE : DMORIENT_PORTRAIT;
@@ -89,6 +98,27 @@ class PrinterSettings {
   }
 
  private:
+  // What the user has chosen, in place of what the printer is set to.
+  void Take(const PrinterChoice& choice) {
+    // Those of another version of the driver mean nothing to this one.
+    const auto size = static_cast<std::size_t>(Mode()->dmSize) + Mode()->dmDriverExtra;
+    if (choice.DriverSettings.size() == size && size <= bytes_.size())
+      std::memcpy(bytes_.data(), choice.DriverSettings.data(), size);
+    if (choice.Paper > 0) {
+      Mode()->dmPaperSize = static_cast<short>(choice.Paper);
+      Mode()->dmFields |= DM_PAPERSIZE;
+      Mode()->dmFields &= ~static_cast<DWORD>(DM_PAPERWIDTH | DM_PAPERLENGTH | DM_FORMNAME);
+      if (choice.PaperWidthMm > 0 && choice.PaperHeightMm > 0) {
+        Mode()->dmPaperWidth = static_cast<short>(std::lround(choice.PaperWidthMm * 10));
+        Mode()->dmPaperLength = static_cast<short>(std::lround(choice.PaperHeightMm * 10));
+        Mode()->dmFields |= DM_PAPERWIDTH | DM_PAPERLENGTH;
+      }
+    }
+    // Copies are pages that are printed again.
+    Mode()->dmCopies = 1;
+    Settle();
+  }
+
   // The driver may have settings of its own to bring in line.
   void Settle() {
     DocumentPropertiesW(nullptr, printer_.get(), name_.data(), Mode(), Mode(), DM_IN_BUFFER | DM_OUT_BUFFER);
@@ -117,7 +147,8 @@ PrinterFacts FactsOf(HDC context) {
           down(PHYSICALOFFSETY),
           across(PHYSICALWIDTH),
           down(PHYSICALHEIGHT),
-          1 / std::min(scale.PixelsPerMmX, scale.PixelsPerMmY)};
+          1 / std::min(scale.PixelsPerMmX, scale.PixelsPerMmY),
+          GetDeviceCaps(context, BITSPIXEL) * GetDeviceCaps(context, PLANES) > 1};
 }
 
 // A document in the making; what is not finished is taken back.
@@ -162,8 +193,7 @@ class PageSequence {
  public:
   // What the job names must outlive it. It fails when there is no such printer or no paper for the pages.
   static Result<PageSequence> Begin(const DisplayList& list, const PrintJob& job) {
-    const std::wstring name = Widen(job.Printer);
-    PrinterSettings settings(name);
+    PrinterSettings settings(job.Printer);
     if (!settings) return Failure{.Text = TextId::PrinterUnknown};
     const bool isFile = !job.FileName.empty();
     if (isFile) {
@@ -172,7 +202,7 @@ class PageSequence {
       settings.Use(*paper);
     }
     settings.Turn(false);
-    UniqueDc context(CreateDCW(nullptr, name.c_str(), nullptr, settings.Mode()));
+    UniqueDc context(CreateDCW(nullptr, settings.Name(), nullptr, settings.Mode()));
     if (!context) return Failure{.Text = TextId::PrinterUnknown};
     return PageSequence(std::move(settings), std::move(context), isFile);
   }
@@ -192,7 +222,7 @@ class PageSequence {
     const Page& page = list.Pages()[number];
     if (!TurnFor(page)) return Failure{.Text = TextId::PrinterTurnsNoPage};
     if (StartPage(context_.get()) <= 0) return Failure{.Text = TextId::PrinterBeginsNoPage};
-    GdiRenderer renderer(context_.get(), TrueSize(context_.get(), CornerOf(page)), stock, list);
+    GdiRenderer renderer(context_.get(), PlaceOf(page), stock, list);
     PlayPage(list, number, renderer);
     if (EndPage(context_.get()) <= 0) return Failure{.Text = TextId::PrinterEndsNoPage};
     return renderer.Outcome();
@@ -208,6 +238,15 @@ class PageSequence {
   bool IsLandscapeHere(const Page& page) const {
     if (!isCentred_) return IsLandscape(page, portrait_);
     return !FitsUpright(page, {0, portrait_.PaperWidthMm, portrait_.PaperHeightMm});
+  }
+  // Of a mirrored page, left and right are changed about its middle.
+  DeviceTransform PlaceOf(const Page& page) const {
+    DeviceTransform place = TrueSize(context_.get(), CornerOf(page));
+    if (page.IsMirrored) {
+      place.OffsetX += page.Width * place.PixelsPerMmX;
+      place.PixelsPerMmX = -place.PixelsPerMmX;
+    }
+    return place;
   }
   Point CornerOf(const Page& page) const {
     if (!isCentred_) return {};
@@ -261,26 +300,54 @@ std::string PdfPrinter() {
   return other;
 }
 
-Result<PrinterFacts> FactsOf(const std::string& printer, bool isLandscape) {
-  const std::wstring name = Widen(printer);
-  PrinterSettings settings(name);
+bool HasPrinter(const std::string& name) {
+  HANDLE opened = nullptr;
+  std::wstring wide = Widen(name);
+  if (wide.empty() || !OpenPrinterW(wide.data(), &opened, nullptr)) return false;
+  return UniquePrinter(opened) != nullptr;
+}
+
+Result<PrinterFacts> FactsOf(const PrinterChoice& printer, bool isLandscape) {
+  PrinterSettings settings(printer);
   if (settings) settings.Turn(isLandscape);
-  const UniqueDc context(settings ? CreateICW(nullptr, name.c_str(), nullptr, settings.Mode()) : nullptr);
+  const UniqueDc context(settings ? CreateICW(nullptr, settings.Name(), nullptr, settings.Mode()) : nullptr);
   if (!context) return Failure{.Text = TextId::PrinterUnknown};
-  return FactsOf(context.get());
+  PrinterFacts facts = FactsOf(context.get());
+  if (settings.IsMonochrome()) facts.HasColour = false;
+  return facts;
+}
+
+std::string SettingsOf(const PrinterChoice& printer) {
+  PrinterSettings settings(printer);
+  if (!settings) return {};
+  settings.Turn(printer.IsLandscape);
+  const DEVMODEW* const mode = settings.Mode();
+  return {reinterpret_cast<const char*>(mode), std::size_t{mode->dmSize} + mode->dmDriverExtra};
+}
+
+std::vector<std::string> FontsOf(const PrinterChoice& printer) {
+  PrinterSettings settings(printer);
+  const UniqueDc context(settings ? CreateICW(nullptr, settings.Name(), nullptr, settings.Mode()) : nullptr);
+  if (!context) return {};
+  return FontFamilies(context.get());
 }
 
 Result<> Print(const DisplayList& list, const PrintJob& job) {
   Result<PageSequence> pages = PageSequence::Begin(list, job);
   if (!pages) return pages.Why();
   // Some printers take the first page's orientation for the document's.
-  if (!list.Pages().empty() && !pages->TurnFor(list.Pages().front()))
+  std::vector<std::size_t> order = job.Pages;
+  if (order.empty()) {
+    order.resize(list.Pages().size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+  }
+  if (!order.empty() && !pages->TurnFor(list.Pages()[order.front()]))
     return Failure{.Text = TextId::PrinterTurnsNoPage};
   GdiStock stock(job.Decoder, job.NudgesRightAngles);
   Document document(pages->Context(), job);
-  if (document.IsRefused() && job.FileName.empty()) return {};
+  if (document.IsRefused() && job.FileName.empty()) return Failure{};
   if (!document.IsStarted()) return Failure{.Text = TextId::PrinterTakesNoDocument};
-  for (std::size_t page = 0; page < list.Pages().size(); ++page) {
+  for (const std::size_t page : order) {
     if (Result<> printed = pages->Print(list, page, stock); !printed) return printed;
   }
   if (!document.Finish()) return Failure{.Text = TextId::PrinterLeavesDocument};

@@ -1,4 +1,5 @@
 #include "render/gdi/renderer.h"
+#include "render/gdi/text_outlines.h"
 #include "resources/text_id.h"
 
 #include <algorithm>
@@ -65,8 +66,9 @@ GdiRenderer::GdiRenderer(const BitmapDc& target, const DeviceTransform& transfor
 
 void GdiRenderer::Place(const DeviceTransform& transform) {
   transform_ = transform;
-  pixelMm_ = 1 / std::min(transform.PixelsPerMmX, transform.PixelsPerMmY);
-  const double tolerance = Tolerance / std::max(transform.PixelsPerMmX, transform.PixelsPerMmY);
+  const double across = std::abs(transform.PixelsPerMmX), down = transform.PixelsPerMmY;
+  pixelMm_ = 1 / std::min(across, down);
+  const double tolerance = Tolerance / std::max(across, down);
   shape_.SetTolerance(tolerance);
   stroke_.SetTolerance(tolerance);
 }
@@ -332,15 +334,29 @@ void GdiRenderer::Text(const Operation& operation, const TextShape& shape, std::
   // No character reaches farther from its baseline than this.
   if (!IsVisible(BoxOf(shape.Start, end), 2.6 * shape.Size)) return;
   const Point reach = transform_.At(end) - transform_.At(shape.Start);
-  const double alongX = along.X * transform_.PixelsPerMmX, alongY = along.Y * transform_.PixelsPerMmY;
+  const double alongX = along.X * std::abs(transform_.PixelsPerMmX),
+               alongY = along.Y * transform_.PixelsPerMmY;
   const DeviceText placed = {.Start = transform_.At(shape.Start),
                              .Angle = std::atan2(-alongY, alongX),
                              .Size = shape.Size * transform_.PixelsPerMmY,
                              .Length = std::hypot(reach.X, reach.Y),
                              .Ink = operation.Ink,
                              .SetsEach = canvas_.has_value()};
-  Expect(stock_.Fonts.Draw(context_, placed, text, face), TextId::DeviceText);
+  const bool isDrawn = transform_.PixelsPerMmX < 0 ? PaintMirrored(placed, text, face)
+                                                   : stock_.Fonts.Draw(context_, placed, text, face);
+  Expect(isDrawn, TextId::DeviceText);
   hasPendingTexts_ = true;
+}
+
+// Devices set no text in a mirror.
+bool GdiRenderer::PaintMirrored(const DeviceText& text, std::string_view content, const FontFace& face) {
+  const std::optional<TextOutlines> outlines = MirroredOutlines(stock_.Fonts, text, content, face);
+  if (!outlines) return false;
+  SelectObject(context_, GetStockObject(NULL_PEN));
+  SelectInk(text.Ink);
+  return outlines->Lengths.empty() ||
+         PolyPolygon(context_, outlines->Corners.data(), outlines->Lengths.data(),
+                     static_cast<int>(outlines->Lengths.size())) != 0;
 }
 
 void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, const Picture& picture) {
@@ -352,7 +368,8 @@ void GdiRenderer::Image(const Operation& operation, const PictureShape& shape, c
     if (outcome_) outcome_ = Failure{.Text = TextId::PictureNotDecoded, .Words = picture.Name};
     return;
   }
-  const POINT from = Rounded(transform_.At(shape.Corner)), to = Rounded(transform_.At(opposite));
+  POINT from = Rounded(transform_.At(shape.Corner)), to = Rounded(transform_.At(opposite));
+  if (transform_.PixelsPerMmX < 0) std::swap(from.x, to.x);
   const PixelBox box = {static_cast<int>(from.x), static_cast<int>(from.y),
                         static_cast<int>(std::max(to.x, from.x + 1)),
                         static_cast<int>(std::max(to.y, from.y + 1))};
@@ -396,6 +413,13 @@ void GdiRenderer::StretchPicture(const Operation& operation, const PictureShape&
   GdiBitmap bitmap = WithGround(operation, shape, picture, width, height);
   Expect(static_cast<bool>(bitmap), TextId::PictureMemory);
   if (!bitmap) return;
+  if (transform_.PixelsPerMmX < 0) {
+    for (int y = 0; y < height; ++y) {
+      std::uint32_t* const row =
+          bitmap.Pixels() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+      std::reverse(row, row + width);
+    }
+  }
   // The last row first: not every reader of a metafile knows the other order.
   for (int y = 0; y < height / 2; ++y) {
     std::uint32_t* const row =

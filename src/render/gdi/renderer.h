@@ -60,7 +60,7 @@ class GdiRenderer : public Renderer {
   // Draws with pens, in the context's own whole units: pixels, unless it maps others. For printers and
   // metafiles: pens keep their width whatever shows the drawing in the end. Such devices know no
   // transparency: a picture is given to them together with what lies below it, for which the list is needed
-  // that is played. All must outlive the renderer.
+  // that is played. With pixels below 0 across the page is mirrored. All must outlive the renderer.
   GdiRenderer(HDC context, const DeviceTransform& transform, GdiStock& stock, const DisplayList& list);
   // Draws into a bitmap, where GDI sets the texts alone: its figures and pens may lie a whole pixel beside
   // their places, and wide pens are slow. With leastWidth, mm, it is for a file: there strokes are exactly as
@@ -119,6 +119,7 @@ class GdiRenderer : public Renderer {
                        int width, int height);
   void StretchPicture(const Operation& operation, const PictureShape& shape, const PixelBox& box,
                       const PixelView& picture);
+  bool PaintMirrored(const DeviceText& text, std::string_view content, const FontFace& face);
   void Expect(bool succeeded, TextId failure);
 
   HDC context_;

@@ -78,6 +78,9 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
   DeviceTransform place = frame.Place.Enlarged(Multiple);
   std::optional<double> leastWidth;
   if (frame.IsForFile) leastWidth = 1 / std::min(frame.Place.PixelsPerMmX, frame.Place.PixelsPerMmY);
+  // A mirrored page is drawn as it is, so that the texts are too, where it then turns over into its place.
+  const Page& shown = list_.Pages()[page];
+  if (shown.IsMirrored) place.OffsetX = drawnWidth - place.OffsetX - shown.Width * place.PixelsPerMmX;
   GdiRenderer renderer(context, place, stock_, leastWidth);
   for (int top = 0; top < frame.Height; top += bandRows) {
     const int count = std::min(bandRows, frame.Height - top);
@@ -88,9 +91,11 @@ bool GdiView::DrawRows(std::size_t page, const ViewFrame& frame, const RowTaker&
     PlayPage(list_, page, renderer, goOn);
     GdiFlush();
     for (int y = 0; y < count; ++y) {
+      std::uint32_t* const row =
+          rows.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(frame.Width);
       ReduceRow(band.Pixels() + static_cast<std::size_t>(y) * Multiple * static_cast<std::size_t>(drawnWidth),
-                frame.Width,
-                rows.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(frame.Width));
+                frame.Width, row);
+      if (shown.IsMirrored) std::reverse(row, row + frame.Width);
     }
     if (!take(rows.data(), count)) return false;
   }
