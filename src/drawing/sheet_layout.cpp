@@ -139,7 +139,7 @@ struct Strip {
     return IsUp ? Origin + Point{-up, -along} : Origin + Point{along, -up};
   }
   double LineLength() const {
-    return std::clamp(std::floor((Along - StripStart - StripEnd + Nothing) / 10) * 10, 0.0, 100.0);
+    return std::clamp(std::floor((Along - StripStart - StripEnd + Nothing) / 10) * 10, 0.0, FullRulerMm);
   }
   Box Area() const {
     Box box;
