@@ -241,7 +241,9 @@ void ReadLine(MeterLine& line) {
   }
   while (words > 0) {
     const std::size_t end = ends[--words];
-    if (Take(line, text.substr(0, end), text.substr(end))) return;
+    const std::string_view value = TrimLeft(text.substr(end));
+    if (value.starts_with('=') || value.starts_with(':')) continue;
+    if (Take(line, text.substr(0, end), value)) return;
   }
 }
 

@@ -13,6 +13,7 @@
 #include "base/number_text.h"
 #include "base/point.h"
 #include "base/text_encoding.h"
+#include "base/units.h"
 #include "drawing/operation_box.h"
 
 namespace vaxel {
@@ -34,11 +35,14 @@ constexpr double StandardStart = 45, StandardEnd = 135, StandardRadius = 50;
 constexpr double StandardDivisions = 10, StandardSubdivisions = 5;
 constexpr double StandardFirst = 0, StandardLast = 100;
 
-// In parts of the radius: how long marks are, how far out the figures stand and how far their room reaches;
-// where the texts stand, one below the other; the points of the figures' font for a radius of a millimetre.
-constexpr double ShortMark = 0.06, LongMark = 0.1, FigureDistance = 0.17, OuterReach = 1.25;
+// In parts of the radius: how long marks are, how far out the figures stand (long ones a little further) and
+// how far their room reaches; where the texts stand, one below the other.
+constexpr double ShortMark = 0.06, LongMark = 0.1;
+constexpr double FigureDistance = 0.17, LongFigureDistance = 0.2, OuterReach = 1.26;
 constexpr double TextDistance = 0.45, TextLine = 0.15;
-constexpr double PointsPerRadius = 0.18, TextFactor = 1.3;
+// The font of the figures, in points: so much, and so much for each millimetre of the radius.
+constexpr double LeastPoints = 3, PointsPerRadius = 0.13;
+constexpr double TitleFactor = 1.3;
 
 std::string Rounded(double value) {
   return NumberText(std::round(value * 1000) / 1000);
@@ -94,6 +98,12 @@ class MeterWriter {
       dial_.Reject(FirstValue);
       dial_.Reject(LastValue);
     }
+    // More marks than a scale may have.
+    constexpr double mostMarks = 32'000;
+    if (dial_.NumberOr(Divisions, StandardDivisions) * dial_.NumberOr(Subdivisions, StandardSubdivisions) >
+        mostMarks) {
+      dial_.Reject(Subdivisions);
+    }
     if (!IsLogarithmic()) return;
     // Its decades are divided as such scales are.
     dial_.Reject(Divisions);
@@ -126,7 +136,7 @@ class MeterWriter {
       box.Add(Direction(angle));
       box.Add(Direction(angle) * OuterReach);
     }
-    box.Add(Middle() * (TextDistance - 2 * TextLine));
+    box.Add(Middle() * (TextDistance - 1.6 * TextLine));
     return box;
   }
   Point Centre() const {
@@ -180,7 +190,7 @@ class MeterWriter {
     if (!IsLogarithmic()) {
       missing.insert(missing.end(), {{Divisions, StandardDivisions}, {Subdivisions, StandardSubdivisions}});
     }
-    if (dial_.Find(Width) || dial_.Find(Height)) {
+    if (HasFace()) {
       missing.insert(missing.end(), {{Width, std::ceil(box_.Width() * radius_ * FaceRatio)},
                                      {Height, std::ceil(box_.Height() * radius_ * FaceRatio)}});
     }
@@ -198,29 +208,35 @@ class MeterWriter {
 
   void WriteDial() {
     Heading(TextId::MeterScriptDial);
-    if (dial_.Find(FaceColour) && HasFace()) Line("CadreP = " + Corners() + ", " + VariableOf(FaceColour));
+    if (dial_.Find(FaceColour)) Line("CadreP = " + Corners() + ", " + VariableOf(FaceColour));
     if (dial_.Find(ScaleColour)) Line("Couleur = " + VariableOf(ScaleColour));
     Line("Police = Arial");
     Line("TailleP = " + NumberText(FigurePoints()));
     Line("EpaisT = " + Rounded(std::clamp(0.008 * radius_, 0.1, 1.0)) + "mm");
     Line("Arc = %AngleDebut, %AngleFin, %Rayon");
     if (IsLogarithmic()) return WriteLogarithmic();
-    if (LawOfDial() == MeterLaw::Square) Line("Exposant = 0.5");
-    if (LawOfDial() == MeterLaw::Root) Line("Exposant = 2");
+    WriteLaw();
     if (dial_.NumberOr(Subdivisions, StandardSubdivisions) > 1)
       Line("Grad = %Divisions*%SousDivisions, " + Rounded(ShortMark) + "*%Rayon, , , 0.2mm§C");
     Line("Grad = %Divisions, " + Rounded(LongMark) + "*%Rayon, , , 0.35mm§C");
     WriteFigures();
   }
 
+  void WriteLaw() {
+    if (LawOfDial() == MeterLaw::Linear) return;
+    Line(LawOfDial() == MeterLaw::Square ? "Exposant = 0.5" : "Exposant = 2");
+    Line("Echelle = %Debut, %Fin");
+  }
+
+  // Where figures crowd together, as few are left as there is room for.
   void WriteFigures() {
+    if (LawOfDial() != MeterLaw::Linear) return Line("ValV = auto, " + FigurePlace());
     const double divisions = dial_.NumberOr(Divisions, StandardDivisions);
     const double step = FigureStep(divisions);
     const std::string number = "%Divisions" + (step > 1 ? "/" + NumberText(step) : "");
     // On a whole turn the last figure stands where the first would.
     const bool isWhole = std::abs(end_ - start_) >= 360;
-    Line("Val = " + number + ", %Debut, %Fin, " + Rounded(FigureDistance) + "*%Rayon" +
-         (isWhole ? ", 1, " + number : ""));
+    Line("Val = " + number + ", %Debut, %Fin, " + FigurePlace() + (isWhole ? ", 1, " + number : ""));
   }
 
   void WriteLogarithmic() {
@@ -228,20 +244,37 @@ class MeterWriter {
     const std::string decades = NumberText(std::max(1.0, std::floor(std::log10(ratio) + 1e-9)));
     Line("Exposant = L, " + decades + ", %Debut, %Fin/10^" + decades);
     Line("Grad = 1, " + Rounded(LongMark) + "*%Rayon, , , 0.2mm§C");
-    Line("ValV = auto, " + Rounded(FigureDistance) + "*%Rayon");
+    WriteFigures();
   }
 
-  double FigurePoints() const { return std::clamp(std::round(PointsPerRadius * radius_ * 2) / 2, 3.0, 60.0); }
+  std::string FigurePlace() const {
+    constexpr std::size_t longFigure = 4;
+    const double distance = LongestFigure() < longFigure ? FigureDistance : LongFigureDistance;
+    return Rounded(distance) + "*%Rayon";
+  }
+
+  double FigurePoints() const {
+    constexpr double most = 60;
+    return std::min(std::round((LeastPoints + PointsPerRadius * radius_) * 2) / 2, most);
+  }
+
+  std::size_t LongestFigure() const {
+    const double first = dial_.NumberOr(FirstValue, StandardFirst);
+    const long divisions = std::lround(dial_.NumberOr(Divisions, StandardDivisions));
+    const double step = (dial_.NumberOr(LastValue, StandardLast) - first) / static_cast<double>(divisions);
+    std::size_t longest = 0;
+    for (long i = 0; i <= divisions; ++i) {
+      const double value = first + static_cast<double>(i) * step;
+      longest = std::max(longest, FloatText(static_cast<float>(value)).size());
+    }
+    return longest;
+  }
 
   // Every how many divisions there is room for a figure, which a whole number of times makes the scale.
   double FigureStep(double divisions) const {
-    const double first = dial_.NumberOr(FirstValue, StandardFirst);
-    const double step = (dial_.NumberOr(LastValue, StandardLast) - first) / divisions;
-    std::size_t digits = 0;
-    for (int i = 0; i <= std::lround(divisions); ++i) {
-      digits = std::max(digits, FloatText(static_cast<float>(first + i * step)).size());
-    }
-    const double digitMm = FigurePoints() * 25.4 / 72 * 0.6;
+    const std::size_t digits = LongestFigure();
+    constexpr double digitWidth = 0.6;
+    const double digitMm = FigurePoints() * MillimetresPerInch / 72 * digitWidth;
     const double room = std::abs(end_ - start_) * std::numbers::pi / 180 * radius_ * (1 + FigureDistance);
     for (double every = 1; every < divisions; ++every) {
       const bool divides = std::fmod(divisions, every) == 0;
@@ -263,12 +296,12 @@ class MeterWriter {
     };
     for (const MeterField field : texts) {
       Line("Texte = " + place(middle.X) + ", " + place(y) + ", " + ink + ", *" +
-           Rounded(field == Title ? TextFactor : 1) + " C, " + VariableOf(field));
+           Rounded(field == Title ? TitleFactor : 1) + " C, " + VariableOf(field));
       y -= TextLine;
     }
   }
 
-  bool HasFace() const { return dial_.Find(Width) || dial_.Find(Height); }
+  bool HasFace() const { return dial_.Find(Width) || dial_.Find(Height) || dial_.Find(FaceColour); }
   std::string Corners() const {
     const Point centre = Centre();
     const auto at = [](double middle, const std::string& half) {

@@ -177,9 +177,10 @@ void TellOfSheets(const DisplayList& drawing, const DisplayList& sheets, const S
 
 // Makes of a drawing what goes on paper; false when that has more operations than a drawing may have, which
 // the user is told.
-bool ComposeForPaper(const RenderOptions& options, DisplayList& list, Machine& machine) {
+bool ComposeForPaper(TargetKind kind, const RenderOptions& options, DisplayList& list, Machine& machine) {
   SheetOptions sheets = options.Sheets;
   if (sheets.AddsNothing()) return true;
+  if (kind == TargetKind::Printer) sheets.UprightWidthMm = options.Page.Width;
   sheets.Label = Title(options) + "   " + machine.Host.Today();
   try {
     DisplayList composed = ComposeSheets(list, sheets, &machine.Measurer);
@@ -273,7 +274,7 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
     const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
     TellFailure(machine.Decoder.Outcome(), TextId::CliNoPictures, machine.Texts);
     if (status != ExitStatus::Drawn) return status;
-    if (!ComposeForPaper(options, place->second, machine)) return ExitStatus::ScriptFailed;
+    if (!ComposeForPaper(output.Target, options, place->second, machine)) return ExitStatus::ScriptFailed;
   }
   TellFailure(machine.Measurer.Outcome(), TextId::CliRoughTexts, machine.Texts);
   return machine.Host.HasRefused() ? ExitStatus::ScriptFailed : ExitStatus::Drawn;

@@ -205,7 +205,7 @@ class Composer {
 
  private:
   void ComposePage(std::size_t page) {
-    const Nominal sheet(drawing_.Pages()[page], options_.Factors);
+    const Nominal sheet(drawing_.Pages()[page], options_.FactorsFor(drawing_.Pages()[page]));
     const Arrangement rows = ArrangementOf(drawing_, page, sheet, options_);
     std::size_t left = options_.Copies == AsManyAsFit ? rows.OnSheet : std::min(options_.Copies, MaxCopies);
     // A page without a drawing stays a page, and one is enough.
@@ -221,11 +221,12 @@ class Composer {
     const Page& drawn = drawing_.Pages()[page];
     sheets_.BeginPage(drawn.Width, drawn.Height);
     if (options_.Mirrored) sheets_.MirrorPage();
-    SheetCopier copier(drawing_, sheets_, options_.Factors);
+    const Calibration factors = options_.FactorsFor(drawn);
+    SheetCopier copier(drawing_, sheets_, factors);
     sheets_.PlaceOrigin(copier.Placed(drawn.Origin, rows.Shift));
     for (std::size_t copy = 0; copy < count; ++copy) copier.Copy(page, rows.Shift + rows.WayTo(copy));
     const DisplayList added = Added(sheet, rows, count);
-    SheetCopier(added, sheets_, options_.Factors).Copy(0, {});
+    SheetCopier(added, sheets_, factors).Copy(0, {});
   }
 
   // What the sheet brings of its own, before calibration.
@@ -265,6 +266,12 @@ std::optional<double> CalibrationFactor(double nominalMm, double measuredMm) {
   return IsPlausibleFactor(factor) ? std::optional(factor) : std::nullopt;
 }
 
+Calibration SheetOptions::FactorsFor(const Page& page) const {
+  constexpr double same = 0.05;
+  const bool isTurned = UprightWidthMm > 0 && std::abs(page.Width - UprightWidthMm) > same;
+  return isTurned ? Calibration{Factors.Y, Factors.X} : Factors;
+}
+
 bool SheetOptions::AddsNothing() const {
   return Factors == Calibration{} && !CropMarks && !Ruler && !Mirrored && Copies == 1;
 }
@@ -274,11 +281,13 @@ DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& option
 }
 
 std::size_t CopiesOnSheet(const DisplayList& drawing, std::size_t page, const SheetOptions& options) {
-  return ArrangementOf(drawing, page, Nominal(drawing.Pages()[page], options.Factors), options).OnSheet;
+  const Page& drawn = drawing.Pages()[page];
+  return ArrangementOf(drawing, page, Nominal(drawn, options.FactorsFor(drawn)), options).OnSheet;
 }
 
 double RulerLength(double pageWidthMm, double pageHeightMm, const SheetOptions& options) {
-  return ChooseStrip(Nominal({pageWidthMm, pageHeightMm}, options.Factors), {}).LineLength();
+  const Page page{pageWidthMm, pageHeightMm};
+  return ChooseStrip(Nominal(page, options.FactorsFor(page)), {}).LineLength();
 }
 
 }  // namespace vaxel

@@ -37,7 +37,10 @@ inline constexpr double FullRulerMm = 100;
 
 // Each says what is added to a print; as it stands it adds nothing.
 struct SheetOptions {
-  Calibration Factors{};   // plausible ones
+  Calibration Factors{};  // plausible ones
+  // The width of the pages for which the factors are meant: of any other page they change places, as a
+  // printer turns it. 0: they are meant for all pages.
+  double UprightWidthMm = 0;
   bool CropMarks = false;  // at the corners of the box around what is drawn, outside of it
   bool Ruler = false;      // a line of 100 mm at the edge, shorter where there is no room for it
   std::string Label{};     // written beside that line: the script's name and the date
@@ -49,6 +52,7 @@ struct SheetOptions {
   double GapMm = 5;  // between the boxes around what is drawn, strokes with their widths; 0 to MaxGapMm
 
   friend bool operator==(const SheetOptions&, const SheetOptions&) = default;
+  Calibration FactorsFor(const Page& page) const;
   // Whether sheets composed with these are the drawing as it is.
   bool AddsNothing() const;
 };

@@ -267,7 +267,7 @@ TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
 
 TEST(Application, NeverRemembersAnImportedFile) {
   FakeShell shell(Dial);
-  shell.Write("dial.MTR", "");
+  shell.Write("dial.MTR", "min = 0\r\nmax = 5\r\n");
   shell.App->OpenDropped(shell.Path("dial.MTR"));
   EXPECT_EQ(shell.Script().CurrentFile, shell.Path("dial.MTR"));
   EXPECT_TRUE(shell.App->Quit());
@@ -372,11 +372,10 @@ TEST(Application, RemembersItWhenTheSessionEnds) {
 
 TEST(Application, GreysWhatHasNoCommandYet) {
   FakeShell shell(Dial);
-  EXPECT_EQ(shell.Window.Greyed,
-            (std::set<MenuId>{MenuId::Mnu_OuvrirMeter, MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
-                              MenuId::Mnu_ImprimerCode, MenuId::Mnu_Polices,
-                              // There is one page.
-                              MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
+  EXPECT_EQ(shell.Window.Greyed, (std::set<MenuId>{MenuId::Mnu_Imprimante, MenuId::Mnu_ImprimerZoom,
+                                                   MenuId::Mnu_ImprimerCode, MenuId::Mnu_Polices,
+                                                   // There is one page.
+                                                   MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
   shell.App->Command(MenuId::Mnu_ImprimerZoom);
   EXPECT_EQ(shell.Take(), Log{});
   shell.Boxes.Chosen = 255;
