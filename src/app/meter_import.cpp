@@ -104,14 +104,13 @@ class MeterWriter {
         mostMarks) {
       dial_.Reject(Subdivisions);
     }
+    const double first = dial_.NumberOr(FirstValue, StandardFirst);
+    if (IsLogarithmic() && (first <= 0 || dial_.NumberOr(LastValue, StandardLast) <= first))
+      dial_.Reject(Law);
     if (!IsLogarithmic()) return;
     // Its decades are divided as such scales are.
     dial_.Reject(Divisions);
     dial_.Reject(Subdivisions);
-    if (dial_.NumberOr(FirstValue, StandardFirst) <= 0 ||
-        dial_.NumberOr(LastValue, StandardLast) <= dial_.NumberOr(FirstValue, StandardFirst)) {
-      dial_.Reject(Law);
-    }
   }
 
   MeterLaw LawOfDial() const {
