@@ -51,7 +51,8 @@ struct Arrangement {
 
   // From the first copy.
   Point WayTo(std::size_t copy) const {
-    return {Step.X * static_cast<double>(copy % Columns), Step.Y * static_cast<double>(copy / Columns)};
+    const std::size_t column = copy % Columns, row = copy / Columns;
+    return {Step.X * static_cast<double>(column), Step.Y * static_cast<double>(row)};
   }
 };
 
