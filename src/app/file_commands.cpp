@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/data_folder.h"
+#include "app/meter_import.h"
 #include "app/raised_flag.h"
 #include "app/run_bridge.h"
 #include "base/files.h"
@@ -58,10 +59,11 @@ void FileCommands::Tell(TextId text, const std::string& fileName, const Failure&
   app_.Tell(BoxIcon::Critical, app_.Message(text, fileName, app_.Message(why)));
 }
 
-void FileCommands::TellNotLoaded(const std::string& fileName, const Failure& why) {
-  if (why.Text == TextId::ScriptNotAText) return app_.Tell(BoxIcon::Critical, app_.Message(why));
+void FileCommands::TellNotLoaded(const std::string& fileName, const Failure& why, std::size_t maxBytes) {
+  if (why.Text == TextId::ScriptNotAText || why.Text == TextId::NotAMeterFile)
+    return app_.Tell(BoxIcon::Critical, app_.Message(why));
   if (why.Fault != FileFault::IsTooLarge) return Tell(TextId::CannotRead, fileName, why);
-  const std::string megabytes = std::to_string(MaxScriptBytes >> 20);
+  const std::string megabytes = std::to_string(maxBytes >> 20);
   app_.Tell(BoxIcon::Critical, app_.Message(TextId::ScriptTooLarge, fileName, megabytes));
 }
 
@@ -102,19 +104,44 @@ void FileCommands::SetScript(const ScriptFile& script, std::string fileName) {
 bool FileCommands::Load(const std::string& fileName) {
   const Result<ScriptFile> script = LoadScript(fileName);
   if (!script) {
-    TellNotLoaded(fileName, script.Why());
+    TellNotLoaded(fileName, script.Why(), MaxScriptBytes);
     return false;
   }
   SetScript(*script, fileName);
+  FileLoaded(fileName);
+  return true;
+}
+
+void FileCommands::FileLoaded(const std::string& fileName) {
   openFolder_ = FolderOf(fileName);
   recent_.Remember(fileName);
+}
+
+bool FileCommands::LoadMeter(const std::string& fileName) {
+  const Result<std::string> bytes = ReadWholeFile(fileName, MaxMeterBytes);
+  Result<MeterScript> script = bytes ? vaxel::ImportMeter(*bytes, fileName, app_.Strings, app_.LangBase)
+                                     : Result<MeterScript>(bytes.Why());
+  if (!script) {
+    TellNotLoaded(fileName, script.Why(), MaxMeterBytes);
+    return false;
+  }
+  SetScript({std::move(script->Text), {TextEncoding::Utf8, HashOf(*bytes)}}, fileName);
+  FileLoaded(fileName);
+  if (script->LinesLeftOut > 0) {
+    const std::string count = std::to_string(script->LinesLeftOut);
+    app_.Tell(BoxIcon::Information, app_.Message(TextId::MeterLinesLeftOut, count));
+  }
   return true;
+}
+
+bool FileCommands::LoadByName(const std::string& fileName) {
+  return IsMeterFile(fileName) ? LoadMeter(fileName) : Load(fileName);
 }
 
 void FileCommands::LoadFirst(const std::string& fileName, bool isNamed) {
   openFolder_ = app_.ProgramFolder;
   if (isNamed || FileExists(fileName)) {
-    Load(fileName);
+    LoadByName(fileName);
   } else {
     ChooseAndLoad();
   }
@@ -149,24 +176,35 @@ void FileCommands::ShowOpened() {
   startupFile_ = script_.CurrentFile;
 }
 
-bool FileCommands::ChooseAndLoad() {
+std::string FileCommands::ChooseFile(std::string filter) {
   FileDialog dialog;
-  dialog.Filter =
-      Filter(app_.Message(TextId::VaxelFiles), "*.dat") + Filter(app_.Message(TextId::AllFiles), "*.*");
+  dialog.Filter = std::move(filter);
   dialog.Folder = openFolder_;
   const std::vector<std::string> chosen = app_.Dialogs.ShowOpen(dialog);
-  if (chosen.empty() || chosen.front().empty()) return false;
+  if (chosen.empty() || chosen.front().empty()) return {};
   openFolder_ = FolderOf(chosen.front());
   runs_.HandleEvents();
-  return Load(chosen.front());
+  return chosen.front();
+}
+
+bool FileCommands::ChooseAndLoad() {
+  const std::string chosen = ChooseFile(Filter(app_.Message(TextId::VaxelFiles), "*.dat") +
+                                        Filter(app_.Message(TextId::AllFiles), "*.*"));
+  return !chosen.empty() && Load(chosen);
 }
 
 void FileCommands::Open() {
   if (SettleChanges() && ChooseAndLoad()) ShowOpened();
 }
 
+void FileCommands::ImportMeter() {
+  if (!SettleChanges()) return;
+  const std::string chosen = ChooseFile(Filter(app_.Message(TextId::MeterFiles), "*.mtr"));
+  if (!chosen.empty() && LoadMeter(chosen)) ShowOpened();
+}
+
 void FileCommands::OpenFile(const std::string& fileName) {
-  if (SettleChanges() && Load(fileName)) ShowOpened();
+  if (SettleChanges() && LoadByName(fileName)) ShowOpened();
 }
 
 void FileCommands::OpenRecent(std::size_t index) {
@@ -182,7 +220,7 @@ void FileCommands::New() {
     if (const Result<ScriptFile> script = LoadScript(name)) {
       SetScript({script->Text, {}}, {});
     } else {
-      TellNotLoaded(name, script.Why());
+      TellNotLoaded(name, script.Why(), MaxScriptBytes);
     }
   }
   app_.Editor.GoToLine(1);
@@ -279,7 +317,7 @@ bool FileCommands::FollowDisk() {
 
 void FileCommands::LoadAgain() {
   const std::size_t line = app_.Editor.Place().Line;
-  if (!Load(script_.CurrentFile)) return;
+  if (!LoadByName(script_.CurrentFile)) return;
   app_.Editor.GoToLine(std::min(line, app_.Editor.Place().Lines));
   ShowOpened();
   app_.ShowPlace();

@@ -41,11 +41,12 @@ class FileCommands {
   bool FollowDisk();
 
   void Open();             // Mnu_Ouvrir
+  void ImportMeter();      // Mnu_OuvrirMeter
   void New();              // Mnu_Nouveau
   void Save();             // Mnu_EnregistrerS
   void SaveAs();           // Mnu_Enregistrer
   void InsertFileNames();  // Mnu_Liste_Fic
-  // These open a script that was dropped, and one of the recent ones.
+  // These open a script that was dropped, and one of the recent ones; a Meter file is imported.
   void OpenFile(const std::string& fileName);
   void OpenRecent(std::size_t index);
 
@@ -57,8 +58,16 @@ class FileCommands {
   // Loads a script into the editor, colours it and makes it the current one (LitFic). The result says whether
   // that could be done; else the user was told why not and nothing is changed.
   bool Load(const std::string& fileName);
+  // Loads the script that is made of a Meter file (LitFicMeter), and says how many of its lines were not
+  // understood. The file's own name is the current one: saving asks for another.
+  bool LoadMeter(const std::string& fileName);
+  // Does one or the other, as the name says.
+  bool LoadByName(const std::string& fileName);
+  void FileLoaded(const std::string& fileName);
   // Puts another script into the editor, in its colours (Cmd_Ctrl_K), with the file that it belongs to.
   void SetScript(const ScriptFile& script, std::string fileName);
+  // The file that is chosen in the dialog with this filter; empty when it was cancelled.
+  std::string ChooseFile(std::string filter);
   // Shows the Open dialog, does what follows it and returns whether a script was opened.
   bool ChooseAndLoad();
   void SetModified(bool isModified);
@@ -69,7 +78,7 @@ class FileCommands {
   bool MayReplace(const std::string& fileName);
   void Tell(TextId text, const std::string& fileName, const Failure& why);
   void TellNotSaved(const std::string& fileName, const Failure& why);
-  void TellNotLoaded(const std::string& fileName, const Failure& why);
+  void TellNotLoaded(const std::string& fileName, const Failure& why, std::size_t maxBytes);
 
   AppContext& app_;
   RunCycle& runs_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <string_view>
 
@@ -85,6 +86,7 @@ class OptionReader {
     options.Zoom = ReadFactor(OptionId::Zoom, MaxFactor).value_or(1);
     options.Zmm = ReadFactor(OptionId::Zmm, MaxFactor).value_or(1);
     options.Dpi = ReadFactor(OptionId::Dpi, MaxDpi);
+    options.Sheets = ReadSheets(options.Outputs);
     options.GoOnAtDepth = Is(OptionId::OnDepth, "cancel");
     options.MaxSeconds = ReadFactor(OptionId::MaxSeconds, MaxSeconds);
     options.Strict = line_.Has(OptionId::Strict);
@@ -118,6 +120,54 @@ class OptionReader {
     const auto value = WholeNumber(*text);
     if (value && *value > 0 && *value <= most) return value;
     Refuse(TextId::CliNotANumber, NameOf(option), *text, std::to_string(static_cast<int>(most)));
+  }
+
+  // What is not drawn on the sheets of a printer would come out otherwise than it was asked for.
+  SheetOptions ReadSheets(const std::vector<OutputRequest>& outputs) const {
+    for (const OptionId option : {OptionId::CropMarks, OptionId::Ruler, OptionId::Mirror, OptionId::Copies,
+                                  OptionId::Gap, OptionId::Calibrate}) {
+      if (!line_.Has(option)) continue;
+      for (const OutputRequest& output : outputs) {
+        if (output.Format != OutputFormat::Pdf) Refuse(TextId::CliPdfOnly, NameOf(option), output.FileName);
+      }
+    }
+    SheetOptions sheets;
+    sheets.CropMarks = line_.Has(OptionId::CropMarks);
+    sheets.Ruler = line_.Has(OptionId::Ruler);
+    sheets.Mirrored = line_.Has(OptionId::Mirror);
+    ReadCopies(sheets);
+    ReadFactors(sheets.Factors);
+    return sheets;
+  }
+
+  void ReadCopies(SheetOptions& sheets) const {
+    if (const std::string* const text = line_.Find(OptionId::Copies)) {
+      const double most = static_cast<double>(MaxCopies);
+      const double count = WholeNumber(*text).value_or(0);
+      const bool fits = EqualIgnoringCase(*text, "fit");
+      if (!fits && !(count >= 1 && count <= most && count == std::floor(count)))
+        Refuse(TextId::CliNotCopies, NameOf(OptionId::Copies), *text, std::to_string(MaxCopies));
+      sheets.Copies = fits ? AsManyAsFit : static_cast<std::size_t>(count);
+    }
+    const std::string* const text = line_.Find(OptionId::Gap);
+    if (!text) return;
+    if (!line_.Has(OptionId::Copies))
+      Refuse(TextId::CliGapAlone, NameOf(OptionId::Gap), NameOf(OptionId::Copies));
+    const std::optional<double> gap = WholeNumber(*text);
+    if (!gap || !(*gap >= 0 && *gap <= MaxGapMm))
+      Refuse(TextId::CliNotAGap, NameOf(OptionId::Gap), *text, std::to_string(std::lround(MaxGapMm)));
+    sheets.GapMm = *gap;
+  }
+
+  void ReadFactors(Calibration& factors) const {
+    const std::string* const text = line_.Find(OptionId::Calibrate);
+    if (!text) return;
+    const std::string_view whole = *text;
+    const std::size_t by = std::min(whole.find_first_of("xX"), whole.size());
+    const auto x = WholeNumber(whole.substr(0, by));
+    const auto y = WholeNumber(whole.substr(std::min(by + 1, whole.size())));
+    factors = {x.value_or(0), y.value_or(0)};
+    if (!IsPlausible(factors)) Refuse(TextId::CliNotFactors, NameOf(OptionId::Calibrate), whole);
   }
 
   std::vector<OutputRequest> ReadOutputs() const {

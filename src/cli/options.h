@@ -9,6 +9,7 @@
 
 #include "cli/user_texts.h"
 #include "drawing/draw_surface.h"
+#include "drawing/sheet_layout.h"
 
 namespace vaxel {
 
@@ -33,6 +34,7 @@ struct RenderOptions {
   double Zoom = 1;
   double Zmm = 1;
   std::optional<double> Dpi;
+  SheetOptions Sheets;  // of PDF files, still without a label; when they add something all outputs are such
   std::vector<std::pair<std::string, std::string>> Variables;  // "%Name" and its value
   std::vector<std::string> Answers;                            // to the script's questions, in order
   bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/number_text.h"
 #include "base/output_file.h"
 #include "base/printable.h"
 #include "base/result.h"
@@ -20,7 +21,10 @@
 #include "cli/user_texts.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
+#include "drawing/drawing_fault.h"
+#include "drawing/sheet_layout.h"
 #include "interpreter/run.h"
+#include "interpreter/script_fault.h"
 #include "interpreter/sheet_notices.h"
 #include "render/cairo_module.h"
 #include "render/list_renderer.h"
@@ -152,6 +156,43 @@ ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output
   return ExitStatus::Drawn;
 }
 
+// Notices that a run has given already are not said again.
+void TellOfSheets(const DisplayList& drawing, const DisplayList& sheets, const SheetOptions& options,
+                  Machine& machine) {
+  const UserTexts& texts = machine.Texts;
+  for (std::size_t page = 0; page < drawing.Pages().size() && options.Copies != 1; ++page) {
+    if (drawing.Pages()[page].Count > 0 && CopiesOnSheet(drawing, page, options) == 1)
+      machine.Host.ShowNotice("", 0, texts.Get(TextId::OneCopyFits));
+  }
+  for (const Page& page : sheets.Pages()) {
+    const double length = options.Ruler ? RulerLength(page.Width, page.Height, options) : FullRulerMm;
+    if (length < FullRulerMm)
+      machine.Host.ShowNotice("", 0, texts.Fill(TextId::RulerIsShort, NumberText(length)));
+  }
+  if (!SheetNotices(drawing, texts.Strings(), texts.Base()).empty()) return;
+  for (const SheetNotice& notice : SheetNotices(sheets, texts.Strings(), texts.Base())) {
+    machine.Host.ShowNotice("", notice.LineNumber, notice.Text);
+  }
+}
+
+// Makes of a drawing what goes on paper; false when that has more operations than a drawing may have, which
+// the user is told.
+bool ComposeForPaper(TargetKind kind, const RenderOptions& options, DisplayList& list, Machine& machine) {
+  SheetOptions sheets = options.Sheets;
+  if (sheets.AddsNothing()) return true;
+  if (kind == TargetKind::Printer) sheets.UprightWidthMm = options.Page.Width;
+  sheets.Label = Title(options) + "   " + machine.Host.Today();
+  try {
+    DisplayList composed = ComposeSheets(list, sheets, &machine.Measurer);
+    TellOfSheets(list, composed, sheets, machine);
+    list = std::move(composed);
+  } catch (const DrawingFault& fault) {
+    Complain(ScriptFault(fault).Description(machine.Texts.Strings(), machine.Texts.Base()));
+    return false;
+  }
+  return true;
+}
+
 // Everything of the script that its runs share.
 struct Script {
   std::string FileName;  // "-": standard input
@@ -233,6 +274,7 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
     const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
     TellFailure(machine.Decoder.Outcome(), TextId::CliNoPictures, machine.Texts);
     if (status != ExitStatus::Drawn) return status;
+    if (!ComposeForPaper(output.Target, options, place->second, machine)) return ExitStatus::ScriptFailed;
   }
   TellFailure(machine.Measurer.Outcome(), TextId::CliRoughTexts, machine.Texts);
   return machine.Host.HasRefused() ? ExitStatus::ScriptFailed : ExitStatus::Drawn;

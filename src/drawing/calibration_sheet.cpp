@@ -49,6 +49,8 @@ class SheetMaker {
     pen_.Circle(At(centre, centre), side / 2, LineWidth);
     pen_.Line(At(corner, corner), At(end, end), ThinWidth);
     pen_.Line(At(corner, end), At(end, corner), ThinWidth);
+    constexpr double leastForText = 30;
+    if (side < leastForText) return;
     pen_.Text(At(centre, corner + 2), SheetPen::At::Middle, std::to_string(std::lround(side)) + " mm");
   }
 

@@ -51,7 +51,8 @@ struct Arrangement {
 
   // From the first copy.
   Point WayTo(std::size_t copy) const {
-    return {Step.X * static_cast<double>(copy % Columns), Step.Y * static_cast<double>(copy / Columns)};
+    const std::size_t column = copy % Columns, row = copy / Columns;
+    return {Step.X * static_cast<double>(column), Step.Y * static_cast<double>(row)};
   }
 };
 
@@ -139,7 +140,7 @@ struct Strip {
     return IsUp ? Origin + Point{-up, -along} : Origin + Point{along, -up};
   }
   double LineLength() const {
-    return std::clamp(std::floor((Along - StripStart - StripEnd + Nothing) / 10) * 10, 0.0, 100.0);
+    return std::clamp(std::floor((Along - StripStart - StripEnd + Nothing) / 10) * 10, 0.0, FullRulerMm);
   }
   Box Area() const {
     Box box;
@@ -286,7 +287,8 @@ std::size_t CopiesOnSheet(const DisplayList& drawing, std::size_t page, const Sh
 }
 
 double RulerLength(double pageWidthMm, double pageHeightMm, const SheetOptions& options) {
-  return ChooseStrip(Nominal({pageWidthMm, pageHeightMm}, options.Factors), {}).LineLength();
+  const Page page{pageWidthMm, pageHeightMm};
+  return ChooseStrip(Nominal(page, options.FactorsFor(page)), {}).LineLength();
 }
 
 }  // namespace vaxel

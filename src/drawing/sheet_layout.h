@@ -32,6 +32,8 @@ std::optional<double> CalibrationFactor(double nominalMm, double measuredMm);
 inline constexpr std::size_t AsManyAsFit = 0;
 inline constexpr std::size_t MaxCopies = 1000;
 inline constexpr double MaxGapMm = 1000;
+// The line of a sheet by which its size is checked.
+inline constexpr double FullRulerMm = 100;
 
 // Each says what is added to a print; as it stands it adds nothing.
 struct SheetOptions {

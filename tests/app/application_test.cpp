@@ -267,7 +267,7 @@ TEST(Application, DoesNotQuitWhenTheTextCouldNotBeSaved) {
 
 TEST(Application, NeverRemembersAnImportedFile) {
   FakeShell shell(Dial);
-  shell.Write("dial.MTR", "");
+  shell.Write("dial.MTR", "min = 0\r\nmax = 5\r\n");
   shell.App->OpenDropped(shell.Path("dial.MTR"));
   EXPECT_EQ(shell.Script().CurrentFile, shell.Path("dial.MTR"));
   EXPECT_TRUE(shell.App->Quit());
@@ -370,12 +370,11 @@ TEST(Application, RemembersItWhenTheSessionEnds) {
   EXPECT_NE(settings.find("FichierDat =" + shell.Path("dial.dat") + "\r\n"), std::string::npos) << settings;
 }
 
-TEST(Application, GreysWhatHasNoCommandYet) {
+TEST(Application, GreysWhatCannotBeDone) {
   FakeShell shell(Dial);
-  EXPECT_EQ(shell.Window.Greyed, (std::set<MenuId>{MenuId::Mnu_OuvrirMeter,
-                                                   // There is one page.
+  EXPECT_EQ(shell.Window.Greyed, (std::set<MenuId>{// There is one page.
                                                    MenuId::Mnu_PagePrecedente, MenuId::Mnu_PageSuivante}));
-  shell.App->Command(MenuId::Mnu_OuvrirMeter);
+  shell.App->Command(MenuId::Mnu_PageSuivante);
   EXPECT_EQ(shell.Take(), Log{});
   shell.Boxes.Chosen = 255;
   shell.App->Command(MenuId::Mnu_Couleur);

@@ -115,15 +115,56 @@ TEST(FileCommands, SavesUnderTheChosenName) {
   EXPECT_EQ(shell.Script().CurrentFile, shell.Path("plain"));
 }
 
-TEST(FileCommands, NeverWritesAScriptOverAMeterFile) {
+const char* const Meter = "min = 0\r\nmax = 5 V\r\nneedle = thin\r\n";
+
+TEST(FileCommands, ImportsAMeterFile) {
   FakeShell shell(Line);
-  shell.Write("dial.Mtr", "meter");
-  shell.App->OpenDropped(shell.Path("dial.Mtr"));
-  shell.Editor.Content = Line;
-  shell.Take();
-  shell.App->Command(MenuId::Mnu_EnregistrerS);
-  EXPECT_EQ(shell.Take(), Log{"save dialog"});
-  EXPECT_EQ(shell.Read("dial.Mtr"), "meter");
+  const std::string name = shell.Path("dial.Mtr");
+  shell.Write("dial.Mtr", Meter);
+  shell.CommandWithFiles(MenuId::Mnu_OuvrirMeter, {name});
+  EXPECT_EQ(shell.Take({"open", "message", "critical", "show"}),
+            (Log{"open dialog", "message Lines of the Meter file that were not taken over: 1", "show 74"}));
+  EXPECT_EQ(shell.Boxes.FileDialogs.back().Filter, "Meter files (*.mtr)|*.mtr|");
+  EXPECT_NE(shell.Editor.Content.find("%Fin = 5\n' ? needle = thin\n"), std::string::npos);
+  EXPECT_EQ(shell.Script().CurrentFile, name);
+  EXPECT_NE(shell.Window.Title.find(name), std::string::npos);
+  EXPECT_FALSE(shell.Script().TextModified);
+  // Saving asks for another name and leaves the file alone.
+  shell.CommandWithFiles(MenuId::Mnu_EnregistrerS, {});
+  EXPECT_EQ(shell.Take({"save"}), Log{"save dialog"});
+  EXPECT_EQ(shell.Read("dial.Mtr"), Meter);
+  shell.CommandWithFiles(MenuId::Mnu_EnregistrerS, {shell.Path("volt.dat")});
+  EXPECT_EQ(shell.Script().CurrentFile, shell.Path("volt.dat"));
+  EXPECT_NE(shell.Read("volt.dat").find("%Fin = 5\r\n"), std::string::npos);
+}
+
+TEST(FileCommands, KeepsTheTextWhenAMeterFileIsRefused) {
+  FakeShell shell(Line);
+  shell.Write("binary.mtr", std::string("min = 0\nmax = 5\n\0", 17));
+  shell.Write("empty.mtr", "");
+  shell.Write("huge.mtr", Meter);
+  fs::resize_file(PathOf(shell.Path("huge.mtr")), 50'000'000);
+  const std::pair<const char*, std::string> cases[] = {
+      {"binary.mtr", "critical The file " + shell.Path("binary.mtr") + " is not a Meter file."},
+      {"empty.mtr", "critical The file " + shell.Path("empty.mtr") + " is not a Meter file."},
+      {"huge.mtr", "critical The file " + shell.Path("huge.mtr") + " is larger than 1 MB."}};
+  for (const auto& [name, told] : cases) {
+    shell.CommandWithFiles(MenuId::Mnu_OuvrirMeter, {shell.Path(name)});
+    EXPECT_EQ(shell.Take({"critical", "text"}), Log{told});
+    EXPECT_EQ(shell.Editor.Content, Line) << name;
+    EXPECT_EQ(shell.Script().CurrentFile, shell.Path("dial.dat")) << name;
+  }
+}
+
+TEST(FileCommands, ImportsAMeterFileAnewWhenItHasChanged) {
+  FakeShell shell(Line);
+  shell.Write("dial.mtr", Meter);
+  shell.App->OpenDropped(shell.Path("dial.mtr"));
+  EXPECT_NE(shell.Editor.Content.find("%Fin = 5\n"), std::string::npos);
+  shell.Write("dial.mtr", "min = 0\r\nmax = 7\r\n");
+  shell.Boxes.Answers = {"yes"};
+  shell.App->Activated();
+  EXPECT_NE(shell.Editor.Content.find("%Fin = 7\n"), std::string::npos);
 }
 
 TEST(FileCommands, SavesInTheEncodingOfTheFile) {
