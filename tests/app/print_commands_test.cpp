@@ -383,7 +383,7 @@ TEST(CodePages, NumbersAndWrapsLines) {
   layout.Foot = [](std::size_t page, std::size_t pages) {
     return std::to_string(page) + " of " + std::to_string(pages);
   };
-  // A character is 2.117 mm wide: 39 of them lie beside the numbers and between the margins of 3 mm.
+  // A character is 2.117 mm wide: 40 of them lie beside numbers of two figures and between margins of 3 mm.
   const std::string longLine(50, 'x');
   const DisplayList list = CodePages("Trait = 0,0\n\n\tX\n" + longLine + "\n5\n6\n7\n8\n9\n", layout);
   ASSERT_EQ(list.Pages().size(), 2U);
@@ -391,7 +391,7 @@ TEST(CodePages, NumbersAndWrapsLines) {
   EXPECT_TRUE(
       first.starts_with("C:\\dials\\dial.dat\n21/11/2026\n1 of 2\n1\nTrait = 0,0\n2\n3\n        X\n4\n"))
       << first;
-  EXPECT_NE(first.find("\n" + std::string(41, 'x') + "\n\u00BB\n" + std::string(9, 'x') + "\n"),
+  EXPECT_NE(first.find("\n" + std::string(40, 'x') + "\n\u00BB\n" + std::string(10, 'x') + "\n"),
             std::string::npos)
       << first;
   EXPECT_TRUE(second.ends_with("9\n9\n")) << second;
@@ -416,7 +416,8 @@ TEST(PrintCommands, PrintsTheScriptsText) {
   shell.App->Command(Mnu_ImprimerCode);
   EXPECT_EQ(shell.Take({"print", "show"}).size(), 1U);
   const std::string texts = TextsOf(shell.Printer.Printed, 0);
-  EXPECT_TRUE(texts.starts_with(shell.Path("dial.dat") + "\n21/11/2026\nPage 1 of 1\n1\nTrait")) << texts;
+  // Of a long name the end stands there.
+  EXPECT_TRUE(texts.find("dial.dat\n21/11/2026\nPage 1 of 1\n1\nTrait") != std::string::npos) << texts;
 }
 
 }  // namespace
