@@ -62,6 +62,7 @@ class ProgramLink : public ProgramTest {
     program_->TypeIntoEditor(text);
     program_->PressKey(VK_RETURN);
     program_->ReleaseKey(VK_RETURN);
+    Await("another line", [&] { return program_->EditorText().ends_with('\n'); });
   }
 
   mutable std::string dragged_;  // what was measured at the end of the last drag
@@ -99,10 +100,10 @@ TEST_F(ProgramLink, TypesADialAsAPersonWould) {
   AwaitMessage("ran in");
   // The picture leads to its lines, and the keys go there.
   AwaitElement(0, 43, "L 2/3");
-  EXPECT_EQ(Focus(), program_->Control(EditorId));
+  Click(0, 53);  // there is nothing yet
+  AwaitLine("L 2/3");
   AwaitElement(0, -50, "L 3/3");
-  Click(0, 53);
-  AwaitLine("L 3/3");
+  EXPECT_EQ(Focus(), program_->Control(EditorId));
   // A number is turned, and the circle with it: three keys, one step.
   const int end = static_cast<int>(program_->EditorText().size());
   program_->SelectInEditor(end, end);
@@ -151,8 +152,10 @@ TEST_F(ProgramLink, OpensTheFileThatDrewWhatWasClicked) {
   StartWith("' whole\r\nFichier = part.dat");
   Click(0, 20);
   AwaitLine("L 2/2");
-  PostMessageW(program_->Control(GraphicId), WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, At(0, 20));
-  PostMessageW(program_->Control(GraphicId), WM_LBUTTONUP, MK_CONTROL, At(0, 20));
+  const HWND area = program_->Control(GraphicId);
+  const LPARAM place = At(0, 20);
+  PostMessageW(area, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, place);
+  PostMessageW(area, WM_LBUTTONUP, MK_CONTROL, place);
   AwaitLine("L 3/3");
   program_->AwaitIdle();
   EXPECT_EQ(program_->Title(), TitleWith(Language::English, folder_.NameOf("part.dat")));
