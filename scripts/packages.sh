@@ -9,7 +9,8 @@ declare -A packages=(
   [wine]='wine64 fonts-wine fonts-liberation'
   [window]='libxrender1 libxfixes3 libxcursor1 libxrandr2 libxinerama1 libxi6 libxcomposite1'
   [tests]='libgtest-dev clang-format clang-tidy python3
-    ghostscript poppler-utils librsvg2-bin chromium qpdf libxml2-utils'
+    ghostscript poppler-utils librsvg2-bin chromium python3-sphinx furo qpdf libxml2-utils'
+  [manual]='python3-sphinx furo chromium fonts-liberation'
   [screenshots]='xvfb xauth imagemagick pngquant'
   [benchmarks]='libbenchmark-dev texlive-metapost gnuplot-nox python3 python3-cairo lua5.4 gawk tcl'
 )
