@@ -29,7 +29,9 @@ def stage(language: str, tables: dict, program: str, work: Path) -> tuple[Path, 
     source = work / "source" / language
     shutil.rmtree(source, ignore_errors=True)
     shutil.copytree(Here / language, source)
-    shutil.copytree(Here / "shots", source / "shots", dirs_exist_ok=True)
+    shutil.copy(Here.parent / "images/window-vu-meter.png", source / "window.png")
+    if not (work / "source/dials").exists():  # chapters show its data files
+        (work / "source/dials").symlink_to(Here / "dials")
     pages = generate.Pages(tables, language, program)
     pages.write(source)
     return source, pages.places

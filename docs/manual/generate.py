@@ -163,6 +163,8 @@ class Pages:
         lines = heading(said["title"][self.language], "=") + [said["intro"][self.language].strip(), ""]
         rows = []
         for name in self.tables["functions"]:
+            if name not in said["function"]:
+                raise SystemExit(f"reference/functions.toml does not say what {name} is")
             entry = said["function"][name]
             self.add(name, page)
             rows.append([self.target(name) + literal(entry["form"]), entry[self.language],
@@ -224,8 +226,13 @@ class Pages:
             lines += table("30 20 50", said["head"][self.language], [self.menu_row(row, said) for row in inside])
         lines += heading(said["keys"][self.language], "-")
         lines += table("30 70", said["keys-head"][self.language], [
-            [self.keys(row), said["key"][row["keys"][0]][self.language]] for row in rows if not row["caption"]])
+            [self.keys(row), self.key_text(row, said)] for row in rows if not row["caption"]])
         return "\n".join(lines)
+
+    def key_text(self, row: dict, said: dict) -> str:
+        if row["keys"][0] not in said["key"]:
+            raise SystemExit(f"reference/menu.toml does not say what {row['keys'][0]} does")
+        return said["key"][row["keys"][0]][self.language]
 
     def menu_row(self, row: dict, said: dict) -> list[str]:
         name = self.names[row["caption"]]
