@@ -29,6 +29,7 @@ class Look:
     def __init__(self, out: Path, tables: dict, program: str, places: dict):
         self.out, self.tables, self.program, self.places = out, tables, program, places
         self.problems: list[str] = []
+        self.drawn: dict[str, bytes] = {}
         self.pages = {(language, page.name): page.read_text(encoding="utf-8")
                       for language in Languages for page in (out / language).glob("*.html")}
 
@@ -89,17 +90,31 @@ class Look:
         self.need(kept == shown, f"{language}: pictures that no page shows or that lack: {sorted(kept ^ shown)}")
 
     def picture(self, place: str, name: str, script: str, options: list[str], language: str):
+        expected = vaxel_dial.picture_name(script, options)
+        self.need(name == expected, f"{place}: {name} is not named after the script above it")
+        try:
+            if expected not in self.drawn:
+                self.drawn[expected] = self.draw(script, options, language)
+        except RuntimeError as error:
+            self.problems.append(f"{place}: {error}")
+            return
+        self.need(self.drawn[expected] == (self.out / language / "_dials" / name).read_bytes(),
+                  f"{place}: {name} is not what its script draws")
+
+    def draw(self, script: str, options: list[str], language: str) -> bytes:
         with tempfile.TemporaryDirectory() as folder:
-            renderer = vaxel_dial.Renderer(self.program, Path(folder), language)
-            expected = vaxel_dial.picture_name(script, options)
-            self.need(name == expected, f"{place}: {name} is not named after the script above it")
+            name, _ = vaxel_dial.Renderer(self.program, Path(folder), language).draw(script, options)
+            return (Path(folder) / name).read_bytes()
+
+    def functions(self):
+        """The examples of functions have the values that stand beside them."""
+        for name, said in generate.functions().items():
+            # Angles are worked out with a pi of eight figures.
+            script = f"%N == {said['example']}\nIF ABS(%N-({said['gives']})) > 0.00001 THEN Goto {name}\n"
             try:
-                drawn, _ = renderer.draw(script, options)
+                self.draw(script, [], "en")
             except RuntimeError as error:
-                self.problems.append(f"{place}: {error}")
-                return
-            self.need((Path(folder) / drawn).read_bytes() == (self.out / language / "_dials" / name).read_bytes(),
-                      f"{place}: {name} is not what its script draws")
+                self.problems.append(f"{said['example']} is not {said['gives']}: {error}")
 
     def links(self, language: str):
         """Links within the manual lead to pages and places that there are."""
@@ -117,6 +132,7 @@ class Look:
 
 def look(out: Path, tables: dict, program: str, places: dict) -> bool:
     found = Look(out, tables, program, places)
+    found.functions()
     for language in Languages:
         found.words(language)
         found.contents(language)

@@ -126,9 +126,10 @@ class Pages:
             meaning = group["word"][self.language].replace(";", ",")  # which would be a third level
             entries.append(f"   single: {name}; {self.escaped(meaning)}")
             self.add(keyword, page)
-        lines += [".. index::", *entries, ""]
+        # The place stands before the entry, whose own would else go to what is no part of the page.
         spans = "".join(f'<span class="anchor" id="{anchor(keyword)}"></span>' for keyword in keywords)
         lines += block("raw:: html", spans)
+        lines += [".. index::", *entries, ""]
         lines += heading(", ".join(shown), "-")
         lines += [f"*{group['word'][self.language]}*" + (f" — {self.say('addition')}" if command["addition"] else ""), ""]
         helps = list(dict.fromkeys(self.commands[k]["help"][self.language] for k in keywords))
@@ -290,6 +291,11 @@ class Pages:
         for name, text in (("glossary", self.glossary()), ("menus", self.menus()),
                            ("options", role + self.options()), ("messages", self.messages())):
             (made / f"{name}.rst").write_text(text, encoding="utf-8")
+
+
+def functions() -> dict[str, dict]:
+    """What is said of each function."""
+    return tomllib.loads((Reference / "functions.toml").read_text(encoding="utf-8"))["function"]
 
 
 def is_message(name: str) -> bool:
