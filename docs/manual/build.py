@@ -9,6 +9,7 @@ the pages as a reader does, see check.py. Exit status: 0, or 1 when something is
 import argparse
 import json
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -56,6 +57,12 @@ def build_all(builder: str, sources: dict, targets: dict, given) -> bool:
             running.append(sphinx(builder, language, sources[language], targets[language], given))
         good = running.pop(0).wait() == 0 and good
     return good
+
+
+def mend_theme(folder: Path):
+    """Debian's theme imports a style sheet from a server's root, which no folder of files has."""
+    for style in folder.glob("_static/styles/furo.css"):
+        style.write_text(re.sub(r"@import url\(/[^)]*\);?", "", style.read_text(encoding="utf-8")), encoding="utf-8")
 
 
 Redirect = """<!DOCTYPE html>
@@ -113,8 +120,11 @@ def main() -> int:
     given.render, given.work = given.render.resolve(), (given.work or given.out / ".work").resolve()
     if given.check:  # nothing of another build may count
         shutil.rmtree(given.work, ignore_errors=True)
-    shutil.rmtree(given.out, ignore_errors=True)
-    given.out.mkdir(parents=True)
+    given.out.mkdir(parents=True, exist_ok=True)
+    for language in generate.Languages:
+        # Pages that there are no more must go, but nothing that is not a manual.
+        if (given.out / language / "genindex.html").exists():
+            shutil.rmtree(given.out / language)
     given.work.mkdir(parents=True, exist_ok=True)
     said = subprocess.run([given.tables.resolve()], capture_output=True, check=True).stdout.decode()
     (given.work / "tables.json").write_text(said, encoding="utf-8")
@@ -124,12 +134,16 @@ def main() -> int:
     for language in generate.Languages:
         sources[language], places = stage(language, tables, str(given.render), given.work)
     good = build_all("html", sources, {one: given.out / one for one in sources}, given)
+    for language in sources:
+        mend_theme(given.out / language)
     write_entrances(given.out, places)
     if good and given.check:
         good = check.look(given.out, tables, str(given.render), places)
     if good and given.pdf:
         single = {one: given.work / "single" / one for one in sources}
         good = build_all("singlehtml", sources, single, given)
+        for folder in single.values():
+            mend_theme(folder)
         good = good and all(
             print_pdf(single[one] / "index.html", given.out / f"vaxel-{one}.pdf") for one in sources)
     return 0 if good else 1
