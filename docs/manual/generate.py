@@ -71,6 +71,8 @@ class Pages:
 
     def kind_of(self, takes: str) -> str:
         kind = re.match(r"\*?([A-Za-z]+)", takes.strip()).group(1)
+        if kind not in Words["kind"]:
+            raise SystemExit(f"reference/words.toml does not say what a parameter {kind} is")
         return Words["kind"][kind][self.language]
 
     def parameter_rows(self, command: dict, form_index: int) -> list[list[str]]:
@@ -118,6 +120,8 @@ class Pages:
 
     def group_lines(self, group: dict, page: str) -> list[str]:
         keywords = group["keywords"]
+        if unknown := [keyword for keyword in keywords if keyword not in self.commands]:
+            raise SystemExit(f"reference/{page}.toml tells of {unknown}, which the program does not know")
         command = self.commands[keywords[0]]
         shown = [self.commands[k]["shown"] if k == "%" else k for k in keywords]
         lines: list[str] = []
