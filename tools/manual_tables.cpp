@@ -68,7 +68,7 @@ std::string ChoicesIn(ParameterKind kind, const HelpLanguage& language) {
   });
 }
 
-std::string NameIn(std::string_view help, TextRange range) {
+std::string NameIn(std::string_view help, const TextRange& range) {
   return range.IsEmpty() ? std::string() : std::string(help.substr(range.Begin, range.End - range.Begin));
 }
 
