@@ -24,10 +24,6 @@ foreach(example IN LISTS examples)
   endif()
 endforeach()
 
-file(MAKE_DIRECTORY ${target}/docs)
-execute_process(COMMAND ${source}/scripts/manual-html OUTPUT_FILE ${target}/docs/manual.html COMMAND_ERROR_IS_FATAL ANY)
-file(READ ${source}/docs/manual.md manual)
-string(REGEX MATCHALL "images/[a-z0-9_-]*\\.png" images "${manual}")
-foreach(image IN LISTS images)
-  file(INSTALL ${source}/docs/${image} DESTINATION ${target}/docs/images)
-endforeach()
+# The pages of the manual, which the help commands open. Readers of the archive print the chapter that they need.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env VAXEL_MANUAL_FOLDER=${target}/docs ${source}/scripts/manual --no-pdf
+  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)

@@ -5,11 +5,12 @@ declare -A packages=(
   [native]='g++ cmake ninja-build pkg-config libcairo2-dev libpango1.0-dev libpng-dev libgdk-pixbuf-2.0-dev
     libcli11-dev fonts-liberation'
   [windows]='g++-mingw-w64-x86-64-posix cmake ninja-build libcli11-dev googletest'
-  [package]='git zip cmark-gfm'
+  [package]='git zip'
   [wine]='wine64 fonts-wine fonts-liberation'
   [window]='libxrender1 libxfixes3 libxcursor1 libxrandr2 libxinerama1 libxi6 libxcomposite1'
   [tests]='libgtest-dev clang-format clang-tidy python3
-    ghostscript poppler-utils librsvg2-bin chromium qpdf libxml2-utils'
+    ghostscript poppler-utils librsvg2-bin chromium python3-sphinx furo qpdf libxml2-utils'
+  [manual]='python3-sphinx furo chromium fonts-liberation'
   [screenshots]='xvfb xauth imagemagick pngquant'
   [benchmarks]='libbenchmark-dev texlive-metapost gnuplot-nox python3 python3-cairo lua5.4 gawk tcl'
 )

@@ -203,9 +203,9 @@ constexpr auto ForeignFunctions = std::to_array<Habit>(
      {"LG", "LOG"},           {"POW", "^"},         {"POWER", "^"},     {"PUISSANCE", "^"},
      {"TANH", "SINH(x)/COSH"}});
 
-constexpr auto Known = std::to_array<std::string_view>({"SIN",  "COS", "TAN", "ASIN", "ACOS", "ATAN", "SINH",
-                                                        "COSH", "LOG", "SQR", "ABS",  "SGN",  "FIX",  "RND",
-                                                        "NBP",  "MOD", "EXP", "LN",   "INT",  "PAR",  "PI"});
+constexpr auto Known = std::to_array<std::string_view>(
+    {"SIN", "COS", "TAN", "ASIN", "ACOS", "ATAN", "SINH", "COSH", "LOG", "SQR", "ABS",
+     "SGN", "FIX", "RND", "RND2", "NBP",  "MOD",  "EXP",  "LN",   "INT", "PAR", "PI"});
 
 template <class Table>
 std::string_view InsteadOf(const Table& table, std::string_view word) {
@@ -308,6 +308,10 @@ bool HasDecimalComma(std::string_view text) {
 
 bool IsFunctionName(std::string_view name) {
   return Holds(Known, name);
+}
+
+std::span<const std::string_view> FunctionNames() {
+  return Known;
 }
 
 }  // namespace vaxel

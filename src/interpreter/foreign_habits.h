@@ -28,5 +28,7 @@ std::string_view FunctionInstead(std::string_view name);
 bool HasDecimalComma(std::string_view text);
 // Whether this is a function's name.
 bool IsFunctionName(std::string_view name);
+// What has a name in expressions: the functions, MOD and PI.
+std::span<const std::string_view> FunctionNames();
 
 }  // namespace vaxel
