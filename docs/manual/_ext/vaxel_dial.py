@@ -42,13 +42,9 @@ class Renderer:
         pictures.mkdir(parents=True, exist_ok=True)
 
     def run(self, script: str, options: list[str], output: Path) -> subprocess.CompletedProcess:
-        # A file of its own, beside those that it names: a script from standard input has no name to be told.
-        with tempfile.TemporaryDirectory() as folder:
-            name = Path(folder) / "script.dat"
-            name.write_text(script, encoding="utf-8")
-            return subprocess.run(
-                [self.program, "--language", self.language, "--max-seconds", "20", *options, "-o", output, "-"],
-                input=script.encode(), cwd=Dials, capture_output=True, check=False)
+        return subprocess.run(
+            [self.program, "--language", self.language, "--max-seconds", "20", *options, "-o", output, "-"],
+            input=script.encode(), cwd=Dials, capture_output=True, check=False)
 
     def draw(self, script: str, options: list[str]) -> tuple[str, str]:
         """The name of the picture and what vaxel-render said."""
