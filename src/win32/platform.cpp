@@ -173,11 +173,12 @@ bool PlatformWin32::OpenHelp(const std::string& helpFile, const std::string& wor
     const std::string quoted = "\"" + helpFile + "\"";
     return Open(Narrow(viewer), word.empty() ? quoted : "-k " + word + " " + quoted);
   }
-  for (const char* manual : {"docs\\manual.html", "manual.html", "docs\\manual.md", "manual.md"}) {
-    const std::string name = ProgramFolder() + manual;
-    if (!FileExists(name)) continue;
-    if (name.ends_with(".html") && OpenAtWord(name, word)) return true;
-    return Open(name, {});
+  // The manual has a page named after each help file, in that one's language.
+  const std::string_view named = NameWithoutFolder(helpFile);
+  const std::string stem(named.substr(0, named.rfind('.')));
+  for (const std::string& manual : {stem, std::string("manual")}) {
+    const std::string name = ProgramFolder() + "docs\\" + manual + ".html";
+    if (FileExists(name)) return OpenAtWord(name, word) || Open(name, {});
   }
   return false;
 }
