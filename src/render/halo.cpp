@@ -87,7 +87,7 @@ void Halo::AddPiece(Point from, Point to, double half) {
       const double beyond = std::sqrt(away) - half;
       // Half of the way at full strength: a thin stroke must be seen to be marked.
       const double fade = std::min(1.0, 2 * (1 - std::max(0.0, beyond) / reach_));
-      row[x] = std::max(row[x], static_cast<std::uint8_t>(255 * fade + 0.5));
+      row[x] = std::max(row[x], static_cast<std::uint8_t>(std::lround(255 * fade)));
     }
   }
 }
