@@ -5,7 +5,8 @@ declare -A packages=(
   [native]='g++ cmake ninja-build pkg-config libcairo2-dev libpango1.0-dev libpng-dev libgdk-pixbuf-2.0-dev
     libcli11-dev fonts-liberation'
   [windows]='g++-mingw-w64-x86-64-posix cmake ninja-build libcli11-dev googletest'
-  [package]='git zip'
+  [package]='git zip nsis'
+  [debian]='git dpkg-dev file librsvg2-bin man-db libxml2-utils'
   [wine]='wine64 fonts-wine fonts-liberation'
   [window]='libxrender1 libxfixes3 libxcursor1 libxrandr2 libxinerama1 libxi6 libxcomposite1'
   [tests]='libgtest-dev clang-format clang-tidy python3

@@ -150,6 +150,16 @@ struct PreviewDialog {
   std::function<bool()> OnPrint;
 };
 
+// Templates of new scripts by their names, of which there is at least one. OnShow draws one, with a sheet a
+// page that fits the drawing closely, and what is wrong with it as the problem. OnChosen takes the number of
+// the one that was clicked twice or whose button was pressed; the dialog then closes.
+struct TemplatesDialog {
+  std::string Caption, Label, Button;
+  std::vector<std::string> Names;
+  std::function<PreviewPages(std::size_t place)> OnShow;
+  std::function<void(std::size_t place)> OnChosen;
+};
+
 struct AboutDialog {
   std::string Title, Text;
 };
@@ -178,6 +188,7 @@ class Dialogs {
   virtual std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) = 0;
   virtual void ShowFonts(const FontsDialog& dialog) = 0;
   virtual void ShowPreview(const PreviewDialog& dialog) = 0;
+  virtual void ShowTemplates(const TemplatesDialog& dialog) = 0;
   virtual void ShowAbout(const AboutDialog& dialog) = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "app/meter_import.h"
 #include "app/raised_flag.h"
 #include "app/run_bridge.h"
+#include "app/template_choice.h"
 #include "base/files.h"
 #include "base/text.h"
 
@@ -211,6 +213,14 @@ void FileCommands::OpenRecent(std::size_t index) {
   if (index < recent_.Names().size()) OpenFile(std::string(recent_.Names()[index]));
 }
 
+void FileCommands::BeginNew() {
+  app_.Editor.GoToLine(1);
+  app_.Editor.SetTypingColour(Black);
+  DrawOpened();
+  app_.ShowPlace();
+  startupFile_ = script_.CurrentFile;
+}
+
 // The template is looked for as scripts look for files: its name is written in two ways.
 void FileCommands::New() {
   if (!SettleChanges()) return;
@@ -223,11 +233,18 @@ void FileCommands::New() {
       TellNotLoaded(name, script.Why(), MaxScriptBytes);
     }
   }
-  app_.Editor.GoToLine(1);
-  app_.Editor.SetTypingColour(Black);
-  DrawOpened();
-  app_.ShowPlace();
-  startupFile_ = script_.CurrentFile;
+  BeginNew();
+}
+
+void FileCommands::NewFromTemplate() {
+  if (!SettleChanges()) return;
+  TemplateChoice choice(app_);
+  const std::optional<ScriptTemplate> chosen = choice.Ask();
+  if (!chosen) return;
+  const Result<std::string> text = TextOf(*chosen, app_);
+  if (!text) return TellNotLoaded(chosen->FileName, text.Why(), MaxScriptBytes);
+  SetScript({*text, {}}, {});
+  BeginNew();
 }
 
 void FileCommands::TellNotSaved(const std::string& fileName, const Failure& why) {

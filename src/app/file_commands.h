@@ -43,6 +43,7 @@ class FileCommands {
   void Open();             // Mnu_Ouvrir
   void ImportMeter();      // Mnu_OuvrirMeter
   void New();              // Mnu_Nouveau
+  void NewFromTemplate();  // Mnu_NouveauModele
   void Save();             // Mnu_EnregistrerS
   void SaveAs();           // Mnu_Enregistrer
   void InsertFileNames();  // Mnu_Liste_Fic
@@ -71,6 +72,8 @@ class FileCommands {
   // Shows the Open dialog, does what follows it and returns whether a script was opened.
   bool ChooseAndLoad();
   void SetModified(bool isModified);
+  // Begins an unsaved script, which is in the editor already.
+  void BeginNew();
   void LoadAgain();
   void ShowOpened();
   void DrawOpened();

@@ -8,6 +8,7 @@ namespace vaxel {
 namespace {
 
 constexpr auto Hints = std::to_array<std::pair<MenuId, TextId>>({
+    {MenuId::Mnu_NouveauModele, TextId::HintNewFromTemplate},
     {MenuId::Mnu_NombrePlus, TextId::HintTurnNumber},
     {MenuId::Mnu_NombreMoins, TextId::HintTurnNumber},
     {MenuId::Mnu_Imprimante, TextId::HintPrinter},

@@ -114,6 +114,7 @@ constexpr auto Rows = std::to_array<MenuRow>({
     {Mnu_Fichier, TextId::MenuFile, Bar},
     {Mnu_Ouvrir, TextId::MenuOpen, Mnu_Fichier, Files<&FileCommands::Open>, Ctrl('O')},
     {Mnu_Nouveau, TextId::MenuNew, Mnu_Fichier, Files<&FileCommands::New>, Ctrl('N')},
+    {Mnu_NouveauModele, TextId::MenuNewFromTemplate, Mnu_Fichier, Files<&FileCommands::NewFromTemplate>},
     {Mnu_OuvrirMeter,
      TextId::MenuImportMeter,
      Mnu_Fichier,

@@ -18,6 +18,7 @@ enum class MenuId : std::uint8_t {
   Mnu_Fichier,
   Mnu_Ouvrir,
   Mnu_Nouveau,
+  Mnu_NouveauModele,
   Mnu_OuvrirMeter,
   Mnu_Enregistrer,   // under another name
   Mnu_EnregistrerS,  // under the present one

@@ -55,6 +55,12 @@ void PreviewView::Move(Point byPixels) {
   place_.Corner = place_.Corner + byPixels;
 }
 
+bool PreviewView::HasMargins() const {
+  const PaperBox& paper = Sheet().Paper;
+  const PaperBox& printable = Sheet().Printable;
+  return paper.Corner != printable.Corner || paper.Opposite != printable.Opposite;
+}
+
 Rulers PreviewView::Rulers() const {
   const double perPixel = 1 / place_.PixelsPerMm, distance = LeastMarkDistance * UnitPx();
   const double height = pages_.Drawing->Pages()[page_].Height;

@@ -30,6 +30,7 @@ class PreviewView {
   PagePlace Place() const { return place_; }
   PaperBox PaperPx() const { return InPixels(Sheet().Paper); }
   PaperBox PrintablePx() const { return InPixels(Sheet().Printable); }
+  bool HasMargins() const;  // else all of the paper can be printed on
   // In millimetres from the lower-left corner of what can be printed on, as a script counts on paper.
   vaxel::Rulers Rulers() const;
 

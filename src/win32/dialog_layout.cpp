@@ -298,12 +298,11 @@ void DialogBuilder::AddPane(int id, SIZE size) {
   left_ += static_cast<int>(size.cx) + WideGap;
 }
 
-void DialogBuilder::AddList(int id, int height) {
+void DialogBuilder::AddList(int id, int height, ListEntries entries) {
   const int top = Below(height, WideGap);
+  const DWORD drawn = entries == ListEntries::Drawn ? LBS_OWNERDRAWFIXED | LBS_HASSTRINGS : 0;
   Add(ControlClass::ListBox, id, {}, {left_, top, left_ + width_, top + height},
-      LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP |
-          WS_GROUP,
-      WS_EX_CLIENTEDGE);
+      drawn | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP | WS_GROUP, WS_EX_CLIENTEDGE);
 }
 
 void DialogBuilder::AddButtonRow(const std::vector<ButtonSpec>& buttons) {

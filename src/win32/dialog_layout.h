@@ -91,8 +91,10 @@ class DialogBuilder {
   void AddLine(int id, int lines = 1);
   // A place of this size, to the right of which all that follows stands, but for the last buttons.
   void AddPane(int id, SIZE size);
-  // A list whose entries the dialog draws itself, as wide as the dialog.
-  void AddList(int id, int height);
+  // A list as wide as the dialog, or as what stands right of a pane. The dialog draws the entries itself, or
+  // they are texts.
+  enum class ListEntries { Drawn, Texts };
+  void AddList(int id, int height, ListEntries entries = ListEntries::Drawn);
   // Buttons in the middle of a dialog, which share its width.
   void AddButtonRow(const std::vector<ButtonSpec>& buttons);
   // The buttons stand at the right. Enter presses the one with the id, or, when there is none, the first.

@@ -10,6 +10,7 @@
 #include "win32/file_dialogs.h"
 #include "win32/print_forms.h"
 #include "win32/printer_dialog.h"
+#include "win32/template_form.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -139,6 +140,11 @@ void DialogsWin32::ShowFonts(const FontsDialog& dialog) {
 void DialogsWin32::ShowPreview(const PreviewDialog& dialog) {
   ShownPreview shown{dialog, decoder_, [] {}};
   Run(PreviewForm(shown, DialogFont(Owner())));
+}
+
+void DialogsWin32::ShowTemplates(const TemplatesDialog& dialog) {
+  ShownTemplates shown{dialog, decoder_, [] {}};
+  Run(TemplatesForm(shown, Buttons(), DialogFont(Owner())));
 }
 
 void DialogsWin32::ShowAbout(const AboutDialog& dialog) {

@@ -48,6 +48,7 @@ class DialogsWin32 : public Dialogs {
   std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) override;
   void ShowFonts(const FontsDialog& dialog) override;
   void ShowPreview(const PreviewDialog& dialog) override;
+  void ShowTemplates(const TemplatesDialog& dialog) override;
   void ShowAbout(const AboutDialog& dialog) override;
 
  private:

@@ -69,7 +69,7 @@ void PreviewWindow::PaintPage(HDC context, const RECT& printable) {
     frame.Height = static_cast<int>(seen.bottom - seen.top);
     frame.Place = {place.PixelsPerMm, place.PixelsPerMm, place.Corner.X - static_cast<double>(seen.left),
                    place.Corner.Y - static_cast<double>(seen.top)};
-    frame.Paper = PrintableTint;
+    frame.Paper = view_.HasMargins() ? PrintableTint : White;
     bitmap_ = picture_->Draw(view_.Page(), frame);
     drawn_ = seen;
   }

@@ -199,6 +199,9 @@ class FakeDialogs : public Dialogs {
   std::optional<PrinterEntry> ShowPrinter(const PrinterChoice& present) override;
   void ShowFonts(const FontsDialog& dialog) override;
   void ShowPreview(const PreviewDialog& dialog) override;
+  void ShowTemplates(const TemplatesDialog& dialog) override {
+    if (OnTemplates) OnTemplates(dialog);
+  }
   void ShowAbout(const AboutDialog& dialog) override { log_.push_back("about " + dialog.Text); }
 
   // What the user answers to boxes and input boxes, in order: "yes", "no", "cancel", "ok", "safe" or a
@@ -215,6 +218,7 @@ class FakeDialogs : public Dialogs {
   std::optional<PrinterEntry> PrinterChosen;  // none: cancelled
   std::function<void(const FontsDialog&)> OnFonts;
   std::function<void(const PreviewDialog&)> OnPreview;
+  std::function<void(const TemplatesDialog&)> OnTemplates;
   std::function<void(const ExportDialog&)> OnExport;  // else what is proposed is taken
 
  private:

@@ -427,6 +427,36 @@ TEST_F(DialogsTest, PreviewsTellEachChangeAndPrintWithEnter) {
   EXPECT_TRUE(IsWindowEnabled(Main.get()));
 }
 
+TEST_F(DialogsTest, TemplatesAreDrawnAsTheyAreChosen) {
+  std::vector<std::size_t> drawn, chosen;
+  TemplatesDialog dialog;
+  dialog.Caption = "Templates";
+  dialog.Label = "&Templates";
+  dialog.Button = "&Create";
+  dialog.Names = {"Clock", "VU meter"};
+  dialog.OnShow = [&](std::size_t place) {
+    drawn.push_back(place);
+    return PagesForPreview(place == 1 ? "wrong" : "");
+  };
+  dialog.OnChosen = [&](std::size_t place) { chosen.push_back(place); };
+  const auto show = [&] { Shown.ShowTemplates(dialog); };
+  Drive(show, [](const ShownDialog& shown) {
+    EXPECT_EQ(shown.Text(IDC_HINT), "");
+    shown.Key(VK_DOWN);
+    Await("the problem", [&] { return shown.Text(IDC_HINT) == "wrong"; });
+    shown.Key(VK_RETURN);
+  });
+  EXPECT_EQ(drawn, (std::vector<std::size_t>{0, 1}));
+  EXPECT_EQ(chosen, std::vector<std::size_t>{1});
+  Drive(show, [](const ShownDialog& shown) {
+    PostMessageW(shown.Window(), WM_COMMAND, MAKEWPARAM(IDC_LIST, LBN_DBLCLK),
+                 reinterpret_cast<LPARAM>(shown.Control(IDC_LIST)));
+    shown.AwaitClosed();
+  });
+  Drive(show, PressKey(VK_ESCAPE));
+  EXPECT_EQ(chosen, (std::vector<std::size_t>{1, 0}));
+}
+
 TEST_F(DialogsTest, WhatAnActionThrowsArrivesAtTheCaller) {
   ReferenceDialog reference{"R", "L", "0,0", "OK",
                             [](const std::string&) -> bool { throw std::runtime_error("no"); }};
