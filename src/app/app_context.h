@@ -36,6 +36,9 @@ struct AppContext : Shell {
   // program writes its own files (ChooseDataFolder). They are mostly one.
   std::string ProgramFolder, DataFolder;
 
+  // Whether scripts may read files by the names of servers, wherever they lie themselves.
+  bool MayUseNetwork = false;
+
   StringTable Strings;
   // The bases of the languages of messages, and of menus and help. They are French until the settings are
   // read.

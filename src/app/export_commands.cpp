@@ -243,13 +243,14 @@ Result<> ExportCommands::WritePages(const std::vector<std::string>& names, const
   std::vector<std::unique_ptr<OutputFile>> files;
   for (std::size_t page = 0; page < names.size(); ++page) {
     if (IsStopped()) return Failure{.Text = TextId::ExportStopped};
-    files.push_back(std::make_unique<OutputFile>(names[page]));
+    files.push_back(std::make_unique<OutputFile>(names[page], Lasting::Redrawable));
     if (Result<> written = WritePage(drawing, page, *files.back()); !written) return written;
     if (Result<> finished = files.back()->Finish(); !finished) return finished;
   }
   for (const std::unique_ptr<OutputFile>& file : files) {
     if (Result<> committed = file->Commit(); !committed) return committed;
   }
+  SweepTemporaryFiles(names);
   return {};
 }
 

@@ -85,7 +85,7 @@ Result<> WritePdf(AppContext& app, const DisplayList& drawing, const PdfFile& fi
     return printed;
   const Result<std::string> bytes = AwaitWhole(app, draft, isStopped);
   if (!bytes) return bytes.Why();
-  OutputFile target(file.Name);
+  OutputFile target(file.Name, Lasting::Redrawable);
   target.Write(*bytes);
   return target.Commit();
 }

@@ -184,13 +184,19 @@ std::string RunBridge::FullFileName(std::string_view fileName) {
   return failed ? std::string(fileName) : NameOf(full.lexically_normal());
 }
 
+ScriptFiles RunBridge::Files() const {
+  FileRights rights;
+  rights.Network = app_.MayUseNetwork;
+  return {script_.CurrentFile, std::move(rights)};
+}
+
 std::string RunBridge::FindFile(std::string_view scriptName, std::string_view name) {
-  return vaxel::FindFile(scriptName, name);
+  return Files().Find(scriptName, name);
 }
 
 Result<std::string> RunBridge::ReadFile(std::string_view fileName, std::size_t maxBytes) {
   filesRead_.emplace(fileName);
-  return ReadWholeFile(fileName, maxBytes);
+  return Files().Read(fileName, maxBytes);
 }
 
 // Comments that stand close to each other are one step to undo; to put thousands of lines anew for two

@@ -14,6 +14,7 @@
 #include "drawing/display_list.h"
 #include "interpreter/run_context.h"
 #include "interpreter/run_host.h"
+#include "interpreter/script_files.h"
 
 namespace vaxel {
 
@@ -63,6 +64,7 @@ class RunBridge : public RunHost {
  private:
   class Waiting;
 
+  ScriptFiles Files() const;
   void ShowSoFar();
   void TellThatItTakesLong();
   bool IsOfEditor(std::string_view fileName) const;

@@ -26,6 +26,8 @@ constexpr int NarrowestEditor = 60, WidestEditor = 4000;
 constexpr std::string_view EditorWidthName = "LargeurCode";
 constexpr std::string_view PlaceName = "Fenetre";
 constexpr std::string_view LiveDrawingName = "DessinDirect";
+// Whether scripts may read by names of servers; written by hand alone.
+constexpr std::string_view NetworkName = "ReseauPermis";
 constexpr std::string_view RecentName = "Recent";
 constexpr std::string_view ToolBarName = "BarreOutils";
 constexpr std::string_view LanguagePrefix = "VAXEL_", LanguageExtension = ".LNG";
@@ -177,6 +179,7 @@ void Settings::ShowOptions() {
   if (values_.CodeFontSize > 0) app_.Editor.SetFontSize(values_.CodeFontSize);
   isToolBarShown_ = UpperCase(values_.OwnKey(ToolBarName).value_or("")) != "NON";
   app_.Window.SetChecked(MenuId::Mnu_DblClick, values_.DoubleClick);
+  app_.MayUseNetwork = EqualIgnoringCase(values_.OwnKey(NetworkName).value_or(""), "Oui");
   drawsLive_ = values_.OwnKey(LiveDrawingName) != "Non";
   app_.Window.SetChecked(MenuId::Mnu_DessinDirect, drawsLive_);
   app_.Window.SetChecked(MenuId::Mnu_Code, isEditorShown_);

@@ -1,5 +1,7 @@
 #include "base/utf8.h"
 
+#include <algorithm>
+
 #include <cstddef>
 
 namespace vaxel {
@@ -55,6 +57,11 @@ char32_t TakeCharacter(std::string_view& text) {
   for (std::size_t i = 1; i < length; ++i) code = code << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
   text.remove_prefix(length == 0 ? 1 : length);
   return code;
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 std::size_t Utf16Length(std::string_view text) {

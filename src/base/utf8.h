@@ -15,6 +15,9 @@ void AppendUtf8(std::string& text, char32_t code);
 // taken alone and reads as U+FFFD.
 char32_t TakeCharacter(std::string_view& text);
 
+// How many characters a well-formed text has.
+std::size_t CharacterCount(std::string_view text);
+
 // The length of the text in the 16-bit units in which the platform's editors count.
 std::size_t Utf16Length(std::string_view text);
 

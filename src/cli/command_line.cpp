@@ -43,6 +43,9 @@ constexpr OptionRow Rows[] = {
     {OptionId::OnDepth, "--on-depth", Use::Once, "ok|cancel", T::CliFileValue, T::CliOnDepthHelp},
     {OptionId::MaxSeconds, "--max-seconds", Use::Once, nullptr, T::CliNumberValue, T::CliMaxSecondsHelp},
     {OptionId::Strict, "--strict", Use::Flag, nullptr, T::CliFileValue, T::CliStrictHelp},
+    {OptionId::Root, "--root", Use::Once, nullptr, T::CliFolderValue, T::CliRootHelp},
+    {OptionId::NoFiles, "--no-files", Use::Flag, nullptr, T::CliFileValue, T::CliNoFilesHelp},
+    {OptionId::AllowNetwork, "--allow-network", Use::Flag, nullptr, T::CliFileValue, T::CliAllowNetworkHelp},
     {OptionId::Version, "--version", Use::Flag, nullptr, T::CliFileValue, T::CliVersionHelp},
     {OptionId::Help, "-h,--help", Use::Flag, nullptr, T::CliFileValue, T::CliHelpHelp}};
 

@@ -33,6 +33,9 @@ enum class OptionId : std::uint8_t {
   OnDepth,
   MaxSeconds,
   Strict,
+  Root,
+  NoFiles,
+  AllowNetwork,
   Version,
   Help,
   Count

@@ -108,10 +108,11 @@ Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std
 std::string ConsoleHost::Today() {
   const std::optional<std::int64_t> source = SourceDate();
   const auto now = static_cast<std::time_t>(source.value_or(std::time(nullptr)));
-  // A date that stands for another must not depend on where it is read.
+  // A date that stands for the present must not depend on where the drawing is made.
   const std::tm* parts = source ? std::gmtime(&now) : std::localtime(&now);
   std::array<wchar_t, 100> text{};
-  const std::size_t length = parts ? std::wcsftime(text.data(), text.size(), L"%x", parts) : 0;
+  const std::size_t length =
+      parts ? std::wcsftime(text.data(), text.size(), source ? L"%Y-%m-%d" : L"%x", parts) : 0;
   const std::u8string date = std::filesystem::path(std::wstring(text.data(), length)).u8string();
   return {date.begin(), date.end()};
 }
@@ -125,12 +126,12 @@ std::string ConsoleHost::FullFileName(std::string_view fileName) {
 }
 
 std::string ConsoleHost::FindFile(std::string_view scriptName, std::string_view name) {
-  return vaxel::FindFile(scriptName, name);
+  return files_.Find(scriptName, name);
 }
 
 Result<std::string> ConsoleHost::ReadFile(std::string_view fileName, std::size_t maxBytes) {
   filesRead_.emplace(fileName);
-  return ReadWholeFile(fileName, maxBytes);
+  return files_.Read(fileName, maxBytes);
 }
 
 std::optional<std::int64_t> SourceDate() {

@@ -12,6 +12,7 @@
 #include "cli/run_watch.h"
 #include "cli/user_texts.h"
 #include "interpreter/run_host.h"
+#include "interpreter/script_files.h"
 
 namespace vaxel {
 
@@ -21,8 +22,9 @@ class ConsoleHost : public RunHost {
  public:
   // scriptName stands for the main script in what is printed. The texts must live as long.
   ConsoleHost(std::string scriptName, const RenderOptions& options, const UserTexts& texts)
-      : Watch(options.MaxSeconds),
+      : Watch(options.MaxSeconds, texts.Get(TextId::FontLibraryFails)),
         texts_(texts),
+        files_(options.Script == "-" ? std::string_view() : scriptName, options.Rights),
         scriptName_(std::move(scriptName)),
         answers_(options.Answers),
         prepared_(options.Answers.size()),
@@ -45,7 +47,8 @@ class ConsoleHost : public RunHost {
   Answer Ask(std::string_view fileName, std::uint32_t lineNumber, std::string_view prompt,
              std::string_view proposal) override;
   void BeginRun() { asked_ = 0; }
-  // The date in the format of the process's locale; it is that of SOURCE_DATE_EPOCH where that is set.
+  // The date in the format of the process's locale; that of SOURCE_DATE_EPOCH, where it is set, as
+  // 2026-11-21.
   std::string Today() override;
   std::string FullFileName(std::string_view fileName) override;
   std::string FindFile(std::string_view scriptName, std::string_view name) override;
@@ -64,6 +67,7 @@ class ConsoleHost : public RunHost {
   std::string WithPrintableNames(std::string_view text) const;
 
   const UserTexts& texts_;
+  ScriptFiles files_;
   std::string scriptName_;
   std::set<std::string> filesRead_;
   std::set<std::string> notices_, noticeTexts_;  // with their places, and without

@@ -4,8 +4,11 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
+#include "base/files.h"
 #include "base/text.h"
 #include "cli/command_line.h"
 #include "cli/user_texts.h"
@@ -90,6 +93,7 @@ class OptionReader {
     options.GoOnAtDepth = Is(OptionId::OnDepth, "cancel");
     options.MaxSeconds = ReadFactor(OptionId::MaxSeconds, MaxSeconds);
     options.Strict = line_.Has(OptionId::Strict);
+    options.Rights = ReadRights();
     options.Answers = line_.Values(OptionId::Answer);
     options.Variables = ReadVariables();
     return options;
@@ -104,6 +108,17 @@ class OptionReader {
   bool Is(OptionId option, std::string_view choice) const {
     const std::string* const value = line_.Find(option);
     return value && *value == choice;
+  }
+
+  FileRights ReadRights() const {
+    FileRights rights{line_.Has(OptionId::NoFiles), std::nullopt, line_.Has(OptionId::AllowNetwork)};
+    const std::string* const root = line_.Find(OptionId::Root);
+    if (!root) return rights;
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(PathOf(*root), ignored))
+      Refuse(TextId::CliNotAFolder, NameOf(OptionId::Root), *root);
+    rights.Root = *root;
+    return rights;
   }
 
   void ReadSize(OptionId option, SizeMm& size) const {

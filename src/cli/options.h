@@ -10,6 +10,7 @@
 #include "cli/user_texts.h"
 #include "drawing/draw_surface.h"
 #include "drawing/sheet_layout.h"
+#include "interpreter/script_files.h"
 
 namespace vaxel {
 
@@ -40,6 +41,7 @@ struct RenderOptions {
   bool GoOnAtDepth = false;  // a file that is included too deep is left out, instead of ending the run
   std::optional<double> MaxSeconds;
   bool Strict = false;  // notices are errors
+  FileRights Rights;    // of the script
 };
 
 // How the program ends.

@@ -2,22 +2,19 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/files.h"
 #include "base/number_text.h"
-#include "base/output_file.h"
-#include "base/printable.h"
 #include "base/result.h"
 #include "base/text_encoding.h"
 #include "base/units.h"
-#include "base/utf8.h"
-#include "cli/console_host.h"
+#include "cli/machine.h"
+#include "cli/outputs.h"
 #include "cli/user_texts.h"
 #include "commands/command_table.h"
 #include "drawing/display_list.h"
@@ -26,11 +23,6 @@
 #include "interpreter/run.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/sheet_notices.h"
-#include "render/cairo_module.h"
-#include "render/list_renderer.h"
-#include "render/svg_renderer.h"
-#include "render/system_decoder.h"
-#include "render/system_measurer.h"
 #include "resources/string_table.h"
 
 namespace vaxel {
@@ -38,12 +30,6 @@ namespace {
 
 constexpr double ScreenDpi = 96;
 constexpr double PrinterDpi = 600;
-constexpr double PngDpi = 300;
-
-std::string DisplayName(const std::string& fileName, std::string_view standard) {
-  return fileName == "-" ? std::string(standard) : fileName;
-}
-
 // A name without extension may be that of a ".dat" file.
 std::string FindScript(const std::string& name) {
   std::error_code ignored;
@@ -83,77 +69,6 @@ RunTarget TargetFor(TargetKind kind, const RenderOptions& options) {
   target.Zoom = options.Zoom;
   target.Zmm = options.Zmm;
   return target;
-}
-
-std::string Title(const RenderOptions& options) {
-  if (options.Script == "-") return "Vaxel";
-  const std::string title = NameOf(PathOf(options.Script).stem());
-  return IsValidUtf8(title) ? Printable(title) : "Vaxel";
-}
-
-// What all runs and outputs share of this machine and its user.
-struct Machine {
-  const UserTexts& Texts;
-  ConsoleHost Host;
-  SystemMeasurer Measurer{};
-  SystemDecoder Decoder{};
-};
-
-// Writes one page, or the whole list in the formats that hold several.
-WriteResult WriteFormat(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
-                        std::size_t page, Machine& machine, ByteSink& sink) {
-  switch (output.Format) {
-    case OutputFormat::Svg: {
-      SvgRenderer renderer(sink);
-      PlayPage(list, page, renderer);
-      return {};
-    }
-    case OutputFormat::List: {
-      ListRenderer renderer(sink);
-      PlayAll(list, renderer);
-      return {};
-    }
-    case OutputFormat::Pdf:
-    case OutputFormat::Png:
-      break;
-  }
-  const Result<const CairoFunctions*> cairo = LoadCairo();
-  if (!cairo) return {cairo.Why()};
-  if (output.Format == OutputFormat::Pdf)
-    return (*cairo)->WritePdf(list, {Title(options), SourceDate()}, &machine.Decoder, sink);
-  return (*cairo)->WritePng(list, page, options.Dpi.value_or(PngDpi), &machine.Decoder, sink);
-}
-
-std::size_t FilesOf(const OutputRequest& output, const DisplayList& list) {
-  const bool holdsPages = output.Format == OutputFormat::Pdf || output.Format == OutputFormat::List;
-  return holdsPages ? 1 : list.Pages().size();
-}
-
-ExitStatus WriteOutput(const RenderOptions& options, const OutputRequest& output, const DisplayList& list,
-                       Machine& machine) {
-  const UserTexts& texts = machine.Texts;
-  const std::size_t files = FilesOf(output, list);
-  if (files > 1 && output.FileName == "-") {
-    Complain(texts.Fill(TextId::CliSeveralPages, std::to_string(files)));
-    return ExitStatus::WrongUsage;
-  }
-  for (std::size_t page = 0; page < files; ++page) {
-    const std::string name = PageFileName(output.FileName, page);
-    OutputFile file(name);
-    WriteResult result = WriteFormat(options, output, list, page, machine, file);
-    for (const FontReplacement& font : result.Replaced) {
-      machine.Host.ShowNotice(
-          "", 0, texts.Strings().Text(texts.Base(), TextId::FontReplaced, font.Wanted, font.Used));
-    }
-    if (machine.Host.Watch.IsInterrupted()) return ExitStatus::Interrupted;
-    if (machine.Host.HasRefused()) return ExitStatus::ScriptFailed;
-    if (result.Outcome) result.Outcome = file.Commit();
-    if (result.Outcome) continue;
-    const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardOutput));
-    Complain(texts.Fill(TextId::CliCannotWrite, shown, texts.Get(result.Outcome.Why())));
-    return ExitStatus::FileFailed;
-  }
-  return ExitStatus::Drawn;
 }
 
 // Notices that a run has given already are not said again.
@@ -228,46 +143,12 @@ ExitStatus RunFor(TargetKind kind, const RenderOptions& options, const Script& s
   return ExitStatus::Drawn;
 }
 
-// Whether writing to one name would change what is read from the other. "-" stands for the standard streams.
-bool WouldOverwrite(const std::string& output, const std::string& input) {
-  if (output == "-") return input != "-" && IsOpenAs(stdout, PathOf(input));
-  return input == "-" ? IsOpenAs(stdin, PathOf(output)) : AreSameFile(PathOf(output), PathOf(input));
-}
-
-// The files that must stay as they are.
-struct Inputs {
-  std::string Script;
-  std::set<std::string> Others;
-};
-
-// Tells of the first of an output's files, which are so many, that would destroy what the script is read from
-// or what it reads.
-bool RefusesToOverwrite(const OutputRequest& output, std::size_t files, const Inputs& inputs,
-                        const UserTexts& texts) {
-  const auto refuses = [&](const std::string& name, const std::string& input, TextId reason) {
-    if (!WouldOverwrite(name, input)) return false;
-    const std::string shown = DisplayName(input, texts.Get(TextId::CliStandardInput));
-    Complain(texts.Fill(reason, output.FileName, shown));
-    return true;
-  };
-  for (std::size_t page = 0; page < files; ++page) {
-    const std::string name = PageFileName(output.FileName, page);
-    if (refuses(name, inputs.Script, TextId::CliOverwritesScript)) return true;
-    for (const std::string& input : inputs.Others) {
-      // A file of the name "-" is none of the standard streams.
-      if (refuses(name, input == "-" ? "./-" : input, TextId::CliOverwritesInput)) return true;
-    }
-  }
-  return false;
-}
-
 void TellFailure(const Result<>& outcome, TextId what, const UserTexts& texts) {
   if (!outcome) Complain(texts.Fill(what, texts.Get(outcome.Why())));
 }
 
 // Runs the script for every kind of target that the outputs need.
-ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine& machine,
-                     std::map<TargetKind, DisplayList>& lists) {
+ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine& machine, Drawings& lists) {
   for (const OutputRequest& output : options.Outputs) {
     const auto [place, isNew] = lists.try_emplace(output.Target);
     if (!isNew) continue;
@@ -285,29 +166,20 @@ ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine
 ExitStatus RenderScript(const RenderOptions& options, const UserTexts& texts) {
   Script script{FindScript(options.Script), {}};
   Inputs inputs{script.FileName, {}};
-  for (const OutputRequest& output : options.Outputs) {
-    if (RefusesToOverwrite(output, 1, inputs, texts)) return ExitStatus::WrongUsage;
-  }
+  if (RefusesPlan(PlanFiles(options, {}), inputs, texts)) return ExitStatus::WrongUsage;
   std::optional<std::string> text = ReadScript(script.FileName, texts);
   if (!text) return ExitStatus::FileFailed;
   script.Text = std::move(*text);
   Machine machine{texts, ConsoleHost(DisplayName(script.FileName, "<stdin>"), options, texts)};
   // Every run comes before the first output: a script that fails on paper alone writes nothing, and what the
   // script reads is known.
-  std::map<TargetKind, DisplayList> lists;
+  Drawings lists;
   const ExitStatus run = RunForAll(options, script, machine, lists);
   if (run != ExitStatus::Drawn) return run;
   inputs.Others = machine.Host.FilesRead();
-  for (const OutputRequest& output : options.Outputs) {
-    const std::size_t files = FilesOf(output, lists[output.Target]);
-    if (RefusesToOverwrite(output, files, inputs, texts)) return ExitStatus::WrongUsage;
-  }
-  for (const OutputRequest& output : options.Outputs) {
-    const DisplayList& list = lists[output.Target];
-    const ExitStatus status = WriteOutput(options, output, list, machine);
-    if (status != ExitStatus::Drawn) return status;
-  }
-  return ExitStatus::Drawn;
+  const std::vector<PlannedFile> plan = PlanFiles(options, lists);
+  if (RefusesPlan(plan, inputs, texts)) return ExitStatus::WrongUsage;
+  return WriteFiles(options, plan, lists, machine);
 }
 
 }  // namespace vaxel

@@ -319,7 +319,10 @@ void RunLVar(RunContext& run, const Parameters& parameters) {
   if (parameters.IsEmpty(1)) throw ScriptFault(FaultReason::MissingName, "LVar = %L");
   DataFile& data = run.Level().Data;
   if (!data.IsOpen()) throw ScriptFault(FaultReason::NoDataFile);
+  const std::size_t before = data.Position();
   const std::string_view line = data.Next();
+  // The comments behind the line are read with it.
+  run.Work.Add(data.Position() - before);
   if (line.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
   std::vector<std::string_view> names;
   for (std::size_t n = 1; n <= parameters.Count(); ++n) names.push_back(parameters.Trimmed(n));

@@ -10,6 +10,7 @@ namespace vaxel {
 
 std::string FindFile(RunContext& run, std::string_view name, FileUse use) {
   const std::string& script = run.Level().FileName;
+  run.Work.Ask();
   std::string found = run.Host.FindFile(script, name);
   const bool hasExtension = name.substr(name.find_last_of("/\\") + 1).find('.') != std::string_view::npos;
   if (found.empty() && use == FileUse::Script && !hasExtension) {

@@ -12,6 +12,7 @@
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
+#include "resources/string_table.h"
 
 namespace vaxel {
 namespace {
@@ -34,6 +35,13 @@ std::size_t PixelsOf(const Picture& picture) {
   return std::size_t{picture.Width} * picture.Height;
 }
 
+// A damaged picture, too little memory and a machine that reads no pictures are three things.
+[[noreturn]] void FailPicture(const RunContext& run, const Failure& why, const std::string& shown) {
+  if (why.Text == TextId::PictureDamaged || why.Text == TextId::PictureNoMemory)
+    throw ScriptFault(why.Text, shown);
+  throw ScriptFault(FaultReason::PictureUndecodable, shown, run.Strings.Text(run.LangBase, why));
+}
+
 // Data that cannot be decoded are the line's fault, not that of an output; what the decoding gives is
 // dropped, for many outputs do without.
 std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::string& fileName,
@@ -48,12 +56,15 @@ std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::strin
   if (pixelsOfAll > Picture::MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
   std::vector<std::uint32_t> pixels;
   PictureDecoder* const decoder = run.Surface.Target().Decoder;
-  if (decoder && !decoder->Decode(*picture, pixels)) throw ScriptFault(FaultReason::PictureIncomplete, shown);
+  if (!decoder) return picture;
+  if (const Result<> decoded = decoder->Decode(*picture, pixels); !decoded)
+    FailPicture(run, decoded.Why(), shown);
   return picture;
 }
 
 std::shared_ptr<const Picture> PictureNamed(RunContext& run, std::string_view name) {
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
+  run.Work.Ask();
   const std::string fileName = run.Host.FindFile(run.Level().FileName, name);
   if (fileName.empty()) throw ScriptFault(FaultReason::FileMissing, std::string(Shorten(name, 200)));
   const auto known = run.Pictures.find(fileName);

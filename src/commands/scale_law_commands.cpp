@@ -103,7 +103,7 @@ void SetLaw(RunContext& run, std::string_view text) {
   RequireNoLogarithm(run);
   LooseSign loose;
   const std::string replaced =
-      Substitute(text, run.Level().Variables, OutsideLaw(run), run.Separators, loose);
+      Substitute(text, run.Level().Variables, OutsideLaw(run), run.Separators, loose, run.Work);
   if (!loose.Text.empty()) run.Notice(TextId::SignInValue, loose.Text, loose.Variable);
   Parameters parameters;
   parameters.Assign(replaced, run.Separators);

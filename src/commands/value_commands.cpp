@@ -108,12 +108,12 @@ void WriteValues(RunContext& run, const Parameters& parameters, std::size_t befo
   }
 }
 
-// The text of each value: one for all, or those of lists.
+// The texts of so many values: those of lists, or a single one for all.
 std::vector<std::string> ReadTexts(const RunContext& run, std::string_view text, std::size_t count) {
   const std::size_t mark = text.find(run.Separators.Second);
   const bool isList = !IsLiteral(text) && mark != std::string_view::npos &&
                       TrimLeft(text.substr(mark + run.Separators.Second.size())).starts_with('%');
-  if (!isList) return std::vector<std::string>(count, std::string(text));
+  if (!isList) return {std::string(text)};
   std::vector<std::string> texts = ReadList(run, text);
   if (texts.size() != count) throw ScriptFault(FaultReason::ListLengths, Shorten(Trim(text), 40));
   return texts;
@@ -132,7 +132,8 @@ void WriteSingleValues(RunContext& run, const Parameters& parameters, std::size_
     const auto values = ReadScaleValues(run, parameters, n);
     const std::vector<std::string> texts = ReadTexts(run, parameters.Text(n + 1), values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-      if (values[i]) writer.Write(run.Support.PlaceOf(*values[i]), distance, TextOf(texts[i]), colour);
+      const std::string& written = texts[texts.size() == 1 ? 0 : i];
+      if (values[i]) writer.Write(run.Support.PlaceOf(*values[i]), distance, TextOf(written), colour);
     }
   }
 }

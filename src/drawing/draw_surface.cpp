@@ -100,7 +100,13 @@ Point DrawSurface::ToDevice(Point point) const {
   return {Checked(point.X * scaleX_), Checked((point.Y - size_.Y) * scaleY_)};
 }
 
+void DrawSurface::CountOperation() const {
+  constexpr unsigned few = 64;
+  if (++operations_ % few == 0 && OnMuchDrawn) OnMuchDrawn();
+}
+
 Operation DrawSurface::NewOperation(const Stroke& stroke, Shape figure) const {
+  CountOperation();
   return {Checked(stroke.Width * target_.PixelMm), stroke.Ink, SourceLine, figure};
 }
 
@@ -120,6 +126,7 @@ void DrawSurface::Polygon(std::span<const Point> points, const Stroke& stroke, c
 }
 
 void DrawSurface::SquareStroke(const std::array<Point, 4>& corners, Colour ink) {
+  CountOperation();
   std::array<Point, 4> placed;
   std::transform(corners.begin(), corners.end(), placed.begin(),
                  [this](const Point& corner) { return ToDevice(corner); });
@@ -211,6 +218,7 @@ void DrawSurface::Text(Point start, double rotation, std::string_view text, cons
   const double angle = std::remainder(rotation, 360) * RadiansPerDegree;
   double length = 0;
   ForEachPiece(DrawableText(text), [&](TextPiece piece) {
+    CountOperation();
     const double pieceSize = size * piece.Scale;
     const double pieceLength = Checked(WidthInFace(piece.Text) * pieceSize);
     LookForLackingCharacter(piece.Text);

@@ -171,6 +171,8 @@ class DrawSurface {
   FontSizeRegisters FontSizes;
   // Is told of a character that is drawn and that no font has.
   std::function<void(std::string_view character)> OnLackingCharacter;
+  // Is called after every few operations, before another one is added. What it throws ends the drawing there.
+  std::function<void()> OnMuchDrawn;
   std::uint32_t SourceLine = 0;  // the script line to which operations are ascribed
 
  private:
@@ -179,6 +181,7 @@ class DrawSurface {
   void ResetState();
   Point ToDevice(Point point) const;
   Operation NewOperation(const Stroke& stroke, Shape figure = {}) const;
+  void CountOperation() const;
   void SelectFace(const vaxel::Font& font);
   double WidthInFace(std::string_view text);
   void LookForLackingCharacter(std::string_view text);
@@ -187,6 +190,7 @@ class DrawSurface {
   void ForEachPiece(std::string text, Use use);
 
   DisplayList* list_;
+  mutable unsigned operations_ = 0;  // counted since the run began
   RunTarget target_;
   StandInMeasurer standIn_;
   TextMeasurer* measurer_ = &standIn_;

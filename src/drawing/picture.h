@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/result.h"
+
 namespace vaxel {
 
 enum class PictureFormat : std::uint8_t { Bmp, Gif, Jpeg, Png };
@@ -48,8 +50,9 @@ class PictureDecoder {
  public:
   virtual ~PictureDecoder() = default;
   // The pixels come row by row from the upper-left corner, each as 0xAARRGGBB with its colour multiplied by
-  // its alpha. The result is false when the data cannot be decoded to the picture's size.
-  virtual bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
+  // its alpha. It fails with PictureDamaged where the data cannot be decoded to the picture's size, with
+  // PictureNoMemory, or with why no picture at all can be decoded here.
+  virtual Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
 };
 
 }  // namespace vaxel

@@ -48,6 +48,7 @@ class VariableLine : public CompiledCommand {
   void Run(RunContext& run) override {
     const std::string_view held = ResolveVariableLine(run, line_);
     if (held.empty()) return;
+    run.Work.Add(held.size());
     if (held != held_) {
       // This is a copy: the command may give the variable another value.
       held_ = held;
@@ -168,6 +169,7 @@ void CompiledLine::RunHandler(RunContext& run) {
   const bool isBound = parameters_.Bind(run);
   // What the variables bring is split with the rest.
   const std::string text = isBound ? std::string() : ReplaceVariables(run, text_, *row_);
+  run.Work.Add(text.size());
   CheckOrder(run, *row_);
   if (isBound) {
     if (mayHaveSurplus_) NoticeSurplus(run, *row_, parameters_);

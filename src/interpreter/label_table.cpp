@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/work_meter.h"
 
 namespace vaxel {
 namespace {
@@ -25,10 +26,11 @@ std::string KeyOf(std::string_view name) {
 }  // namespace
 
 void LabelTable::Collect(LineReader& reader, LogicalLine& line, const CommandSet& commands,
-                         const Separators& separators) {
+                         const Separators& separators, WorkMeter& work) {
   labels_.clear();
   stopLine_ = 0;
   while (reader.Next(line) == LineReader::Result::Line) {
+    work.Add(WorkMeter::Line / 16 + line.Text.size());
     const auto label = ReadLabelLine(line.Text, commands, separators);
     if (label && label->IsTarget) {
       const auto [known, isNew] =

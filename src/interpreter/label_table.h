@@ -11,6 +11,8 @@
 
 namespace vaxel {
 
+class WorkMeter;
+
 struct Label {
   std::size_t Position = 0;  // where its line begins
   std::uint32_t LineNumber = 1;
@@ -24,7 +26,7 @@ class LabelTable {
   // comment, that line included, and leaves the reader after it. line is the one being read, also when a
   // second label of one name throws the fault.
   void Collect(LineReader& reader, LogicalLine& line, const CommandSet& commands,
-               const Separators& separators);
+               const Separators& separators, WorkMeter& work);
 
   // The label is null for an unknown name. Names are compared without regard to case.
   const Label* Find(std::string_view name) const;

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "interpreter/command_row.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/work_meter.h"
 
 namespace vaxel {
 namespace {
@@ -49,12 +50,14 @@ std::optional<LoopLine> ReadLoopLine(std::string_view line, const CommandSet& co
 
 }  // namespace
 
-void LoopTable::Collect(std::string_view text, const CommandSet& commands, LogicalLine& line) {
+void LoopTable::Collect(std::string_view text, const CommandSet& commands, LogicalLine& line,
+                        WorkMeter& work) {
   loops_.clear();
   if (!MayHoldLoops(text)) return;
   LineReader reader(text);
   std::vector<Loop> open;
   while (reader.Next(line) == LineReader::Result::Line) {
+    work.Add(WorkMeter::Line / 16 + line.Text.size());
     const auto edge = ReadLoopLine(line.Text, commands);
     if (!edge) continue;
     const Label next{reader.ReadPos, reader.NextNumber()};

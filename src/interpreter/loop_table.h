@@ -12,6 +12,8 @@
 
 namespace vaxel {
 
+class WorkMeter;
+
 class CommandSet;
 
 // A loop over the lines between two commands, each on a line of its own. Lines can only be entered from
@@ -34,7 +36,7 @@ class LoopTable {
  public:
   // Finds all of them, also after lines that end the labels. A beginning without an end, the reverse, and an
   // end that names another variable are faults; line is then the one to blame.
-  void Collect(std::string_view text, const CommandSet& commands, LogicalLine& line);
+  void Collect(std::string_view text, const CommandSet& commands, LogicalLine& line, WorkMeter& work);
 
   // The loop that begins or ends in a line; null when none does. It lives until Collect.
   Loop* BeginningAt(std::uint32_t line);

@@ -19,9 +19,6 @@ namespace {
 constexpr std::size_t ReportedLineLength = 300;
 constexpr std::size_t ShownValueLength = 60;
 
-// A line that draws is quick, but there may be any number of them.
-constexpr unsigned LinesBetweenEvents = 16;
-
 void CompileLine(RunContext& run, ScriptLine& line) {
   if (line.IsUnfinished) throw ScriptFault(FaultReason::UnfinishedLine);
   line.Command.Compile(run, line.Line.Text);
@@ -36,16 +33,16 @@ void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   ScriptLines& lines = *level.Lines;
   lines.Begin(level.Text);
-  level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators);
+  level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators, run.Work);
   lines.Reader.Seek(0, 1);
-  level.Loops.Collect(level.Text, run.Commands, level.Line);
+  level.Loops.Collect(level.Text, run.Commands, level.Line, run.Work);
   NameOrigin(run);
   while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
     // What an included script draws belongs to the line that includes it.
     if (run.InMainScript()) run.Surface.SourceLine = level.Line.Number;
     run.Surface.ComesFromLine(level.Line.Number);
-    if (++run.LinesWithoutEvents >= LinesBetweenEvents) HandleEvents(run);
+    run.Work.Add(WorkMeter::Line + level.Line.Text.size());
     if (line->Version != run.SeparatorsVersion) CompileLine(run, *line);
     line->Command.Run(run);
   }
@@ -141,10 +138,12 @@ RunEnd Report(RunContext& run, const ScriptFault& fault) {
 void Reset(RunContext& run) {
   run.CurrentLevel = 1;
   run.CommandDepth = 0;
-  run.LinesWithoutEvents = 0;
+  run.Work.Reset();
   run.Separators = {};
   ++run.SeparatorsVersion;
   run.OrderState = 0;
+  // One line may draw for a long time.
+  run.Surface.OnMuchDrawn = [&run] { run.Work.Ask(); };
   run.Surface.OnLackingCharacter = [&run](std::string_view character) {
     run.Notice(TextId::CharacterLacks, character);
   };
@@ -235,9 +234,11 @@ std::uint32_t LineBehindStop(const RunContext& run, std::string_view name) {
 
 }  // namespace
 
-void EndBy(RunSignal signal) {
+void WorkMeter::Ask() {
+  done_ = 0;
+  const RunSignal signal = host_.ProcessPendingEvents();
   if (signal == RunSignal::TimeUp) throw ScriptFault(FaultReason::TimeUp);
-  throw RunEnded{RunEnd::Aborted};
+  if (signal == RunSignal::Abort) throw RunEnded{RunEnd::Aborted};
 }
 
 bool Jump::Find(RunContext& run) {

@@ -43,13 +43,9 @@ struct RunEnded {
   RunEnd How;
 };
 
-[[noreturn]] void EndBy(RunSignal signal);
-
 // Lets the host handle events; ends the run when it says so.
 inline void HandleEvents(RunContext& run) {
-  run.LinesWithoutEvents = 0;
-  const RunSignal signal = run.Host.ProcessPendingEvents();
-  if (signal != RunSignal::GoOn) EndBy(signal);
+  run.Work.Ask();
 }
 
 // A jump of one line to the line that has this label or, where none has, this number.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "interpreter/colour_value.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/script_lines.h"
@@ -12,11 +13,6 @@ namespace vaxel {
 namespace {
 
 constexpr std::size_t ShownWord = 60;
-
-std::size_t CharacterCount(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(
-      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 }  // namespace
 
@@ -46,7 +42,9 @@ void RunContext::NoteOrder(std::int16_t after) {
 
 std::string RunContext::ReadFile(std::string_view fileName, const std::string& shown) const {
   constexpr std::size_t maxBytes = 100'000'000;
+  Work.Ask();
   Result<std::string> bytes = Host.ReadFile(fileName, maxBytes);
+  Work.Ask();
   if (bytes) return *std::move(bytes);
   if (bytes.Why().Fault == FileFault::IsTooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
   throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + Strings.Text(LangBase, bytes.Why()) + ")");
@@ -65,7 +63,8 @@ void RunContext::Notice(TextId text, std::string_view value, std::string_view se
 
 std::string RunContext::Substitute(std::string_view text) const {
   LooseSign loose;
-  std::string replaced = vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators, loose);
+  std::string replaced =
+      vaxel::Substitute(text, Level().Variables, RunVariables(*this), Separators, loose, Work);
   if (!loose.Text.empty()) Notice(TextId::SignInValue, loose.Text, loose.Variable);
   return replaced;
 }
@@ -80,6 +79,7 @@ std::string RunContext::SettableName(std::string_view written) const {
 
 void RunContext::SetVariable(std::string_view name, std::string_view value) {
   const std::string settable = SettableName(name);
+  Work.Add(value.size());
   constexpr std::size_t most = 10'000, surelyMore = 4 * most;
   if (value.size() > most) {
     const std::string* const present = Level().Variables.Find(settable);

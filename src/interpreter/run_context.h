@@ -27,6 +27,7 @@
 #include "interpreter/loop_table.h"
 #include "interpreter/run_host.h"
 #include "interpreter/variables.h"
+#include "interpreter/work_meter.h"
 #include "resources/string_table.h"
 #include "scale/drawn_scales.h"
 #include "scale/scale_support.h"
@@ -102,7 +103,7 @@ struct RunContext {
   std::vector<OrderStep> OrderSteps;  // that have led to it
   vaxel::Separators Separators;
   std::uint32_t SeparatorsVersion = 1;  // another whenever they change
-  unsigned LinesWithoutEvents = 0;      // run since the host last handled events
+  mutable WorkMeter Work{Host};         // done since the host last handled events
   std::string LastError;                // the text of the last reported error
   int LangBase = 0;                     // of the language of messages
   std::optional<WrittenText> LastText;  // in surface coordinates

@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "interpreter/parameters.h"
 #include "interpreter/script_fault.h"
+#include "interpreter/work_meter.h"
 
 namespace vaxel {
 namespace {
@@ -105,8 +106,8 @@ bool AddTerms(std::string_view text, bool hasBegun, double& sum) {
 class Substitution {
  public:
   Substitution(const VariableTable& variables, const SystemVariables& system, const Separators& separators,
-               LooseSign& loose)
-      : variables_(variables), system_(system), separators_(separators), loose_(loose) {}
+               LooseSign& loose, WorkMeter& work)
+      : variables_(variables), system_(system), separators_(separators), loose_(loose), work_(work) {}
 
   void Expand(std::string_view text) {
     for (std::size_t mark; (mark = text.find('%')) != std::string_view::npos;) {
@@ -124,6 +125,7 @@ class Substitution {
  private:
   void Append(std::string_view text) {
     if (result.size() + text.size() > MaxTextLength) throw ScriptFault(FaultReason::TextTooLong);
+    work_.Add(text.size());
     result += text;
     // A separator has no blanks around it.
     const std::size_t last = text.find_last_not_of(' ');
@@ -133,6 +135,7 @@ class Substitution {
   // The result is false for a name that is unknown.
   bool Replace(std::string_view reference) {
     if (++references_ > MaxReferences) throw ScriptFault(FaultReason::TextTooLong);
+    work_.Add(WorkMeter::Reference);
     const std::string name = NameOf(reference);
     const std::optional<std::string> text = name == "%%" ? std::string("%") : system_.Find(name);
     if (text) {
@@ -190,6 +193,7 @@ class Substitution {
   const SystemVariables& system_;
   const Separators& separators_;
   LooseSign& loose_;
+  WorkMeter& work_;
   std::vector<std::size_t> active_;  // the slots whose values are being replaced
   bool begins_ = true;               // nothing but blanks stands in the result after its last separator
   std::size_t references_ = 0;
@@ -314,8 +318,8 @@ bool IsVariableName(std::string_view text, const Separators& separators) {
 }
 
 std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
-                       const Separators& separators, LooseSign& loose) {
-  Substitution substitution(variables, system, separators, loose);
+                       const Separators& separators, LooseSign& loose, WorkMeter& work) {
+  Substitution substitution(variables, system, separators, loose, work);
   substitution.Expand(text);
   return std::move(substitution.result);
 }

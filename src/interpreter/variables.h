@@ -13,6 +13,8 @@
 
 namespace vaxel {
 
+class WorkMeter;
+
 // The longest text that the replacement of variables may make.
 inline constexpr std::size_t MaxTextLength = 16'000'000;
 
@@ -132,7 +134,7 @@ struct LooseSign {
 // ordinary character, and the first such sign is reported. A value that leads back to itself and a result of
 // more than MaxTextLength are faults.
 std::string Substitute(std::string_view text, const VariableTable& variables, const SystemVariables& system,
-                       const Separators& separators, LooseSign& loose);
+                       const Separators& separators, LooseSign& loose, WorkMeter& work);
 
 // The fault of a name that is no variable, with what may be meant instead.
 [[noreturn]] void FailReference(std::string_view reference, const VariableTable& variables,

@@ -64,8 +64,8 @@ void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t p
   PlayUntil(&end, {}, list, page, renderer);
 }
 
-void PlayAll(const DisplayList& list, Renderer& renderer) {
-  for (std::size_t page = 0; page < list.Pages().size(); ++page) PlayPage(list, page, renderer);
+void PlayAll(const DisplayList& list, Renderer& renderer, const PlayWatch& goOn) {
+  for (std::size_t page = 0; page < list.Pages().size(); ++page) PlayPage(list, page, renderer, goOn);
 }
 
 Operation WithExactWidth(const Operation& operation, const PolygonShape& polygon) {

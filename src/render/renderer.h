@@ -40,7 +40,7 @@ using PlayWatch = std::function<bool(std::size_t operation)>;
 void PlayPage(const DisplayList& list, std::size_t page, Renderer& renderer, const PlayWatch& goOn = {});
 // The same of a page as it was before one of its operations.
 void PlayPageBefore(const Operation& end, const DisplayList& list, std::size_t page, Renderer& renderer);
-void PlayAll(const DisplayList& list, Renderer& renderer);
+void PlayAll(const DisplayList& list, Renderer& renderer, const PlayWatch& goOn = {});
 
 // The operation of a polygon as it is drawn where a stroke is exactly as wide as it says: that of a stroke
 // has no outline.

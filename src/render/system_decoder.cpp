@@ -19,7 +19,7 @@ Result<std::unique_ptr<PictureDecoder>> MakeDecoder() {
 
 }  // namespace
 
-bool SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) {
+Result<> SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) {
   if (!decoder_ && outcome_) {
     auto made = MakeDecoder();
     if (made) {
@@ -28,7 +28,7 @@ bool SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& p
       outcome_ = made.Why();
     }
   }
-  return decoder_ && decoder_->Decode(picture, pixels);
+  return decoder_ ? decoder_->Decode(picture, pixels) : outcome_;
 }
 
 }  // namespace vaxel

@@ -11,7 +11,7 @@ namespace vaxel {
 // Decodes with the libraries of this machine, which are loaded for the first picture.
 class SystemDecoder : public PictureDecoder {
  public:
-  bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override;
+  Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override;
   // It fails when no picture can be decoded, which the first one tells.
   const Result<>& Outcome() const { return outcome_; }
 

@@ -355,10 +355,10 @@ TEST_F(VaxelRender, GivesAScriptItsVariables) {
   EXPECT_EQ(outcome.Status, 0);
   // The box is answered with OK. 1,700,000,000 seconds after 1970 it was the 14th of November 2023.
   EXPECT_NE(outcome.Printed.find(
-                "sub/dial.dat:1: Vaxel        ListeVar (n=1)    ici\n%iRec\t= 1\t%Date\t= 11/14/23\n"),
+                "sub/dial.dat:1: Vaxel        ListeVar (n=1)    ici\n%iRec\t= 1\t%Date\t= 2023-11-14\n"),
             std::string::npos)
       << outcome.Printed;
-  EXPECT_NE(outcome.Printed.find(": " + folder + "dial.dat " + folder + " dial.dat 11/14/23 2*3\n"),
+  EXPECT_NE(outcome.Printed.find(": " + folder + "dial.dat " + folder + " dial.dat 2023-11-14 2*3\n"),
             std::string::npos)
       << outcome.Printed;
   EXPECT_EQ(Run("-D zoom=2 sub/dial.dat").Status, 2);

@@ -75,6 +75,51 @@ TEST(Run, AStraightScriptCanBeEnded) {
   EXPECT_LT(run.List.Size(), 400U);
 }
 
+// How often the host is asked, which no clock is needed to tell: after a few short lines, and after each that
+// reads, puts in or draws much.
+TEST(Run, AsksWhetherItGoesOnAfterEveryPieceOfWork) {
+  constexpr int lines = 12;
+  const auto times = [](const std::string& line) {
+    std::string script;
+    for (int i = 0; i < lines; ++i) script += line + "\n";
+    return script;
+  };
+  RunSettings settings;
+  settings.Variables = {{"%Long", std::string(200'000, 'x')}, {"%Short", "x"}};
+  settings.Files = {{"long.txt", times(std::string(200'000, 'x'))},
+                    {"noted.txt", times("1\n'" + std::string(200'000, 'x'))},
+                    {"short.txt", times("x")}};
+  std::string references;
+  for (int i = 0; i < 100'000; ++i) references += "%{Short}";
+  struct Case {
+    std::string Script;
+    int Questions;  // at least
+  };
+  const Case cases[] = {{times("%A = %Long"), lines},
+                        {times("IFT %Long = x THEN X = 0,0,1"), lines},
+                        {times("Open = short.txt"), 2 * lines},
+                        {"Open = long.txt\n" + times("LVar = %A"), lines},
+                        {"Open = noted.txt\n" + times("LVar = %A"), lines},
+                        {times("%A = " + references), lines * 100},
+                        {"%A = %Long\n" + times("Texte = 0, 0, , , %A"), lines}};
+  for (const Case& c : cases) {
+    const ScriptRun run = RunText(c.Script, settings);
+    EXPECT_GE(run.Questions, c.Questions) << c.Script.substr(0, 100) << run.Reason();
+  }
+  EXPECT_LT(RunText(times("%A = %Short"), settings).Questions, 4);
+  RunSettings ended = settings;
+  ended.SignalAt = 20;
+  EXPECT_EQ(RunText("%A = " + references + "\nX = 0,0,1\n", ended).End, RunEnd::Aborted);
+}
+
+TEST(Run, ASeparatorHasAtMostAThousandCharacters) {
+  std::string longest;
+  for (int i = 0; i < 1000; ++i) longest += "§";
+  EXPECT_EQ(RunText("Separateur = " + longest + "\n").Reason(), "");
+  EXPECT_EQ(RunText("Separateur = " + longest + "§\n").Reason(), "Séparateur de plus de 1000 caractères");
+  EXPECT_EQ(RunText("Separateur = ;, " + longest + "§\n").Reason(), "Séparateur de plus de 1000 caractères");
+}
+
 // Ten characters, doubled twenty times, in one variable after another; those of an included script count
 // while it runs.
 TEST(Run, VariablesTakeNoMoreThanTheirRoom) {

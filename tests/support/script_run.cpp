@@ -12,7 +12,7 @@ class RecordingHost : public RunHost {
 
   void ShowError(const ErrorReport& report) override { run_.Errors.push_back(report); }
   RunSignal ProcessPendingEvents() override {
-    return ++events_ == settings_.SignalAt ? RunSignal::Abort : RunSignal::GoOn;
+    return ++run_.Questions == settings_.SignalAt ? RunSignal::Abort : RunSignal::GoOn;
   }
   void WriteComment(std::string_view, std::uint32_t lineNumber, std::string_view comment) override {
     run_.Comments.push_back(std::to_string(lineNumber) + ":" + std::string(comment));
@@ -54,7 +54,6 @@ class RecordingHost : public RunHost {
   ScriptRun& run_;
   const RunSettings& settings_;
   std::size_t asked_ = 0;
-  int events_ = 0;
 };
 
 class StringSink : public ByteSink {

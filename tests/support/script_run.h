@@ -33,6 +33,7 @@ struct ScriptRun {
   std::vector<std::string> Comments;  // "LINE: comment"
   std::vector<std::string> Notices;   // "LINE:text"
   std::vector<std::string> Boxes;     // "LINE:title", "\n" and the text
+  int Questions = 0;                  // whether the run goes on
   std::int16_t OrderState = 0;
   std::vector<std::pair<std::string, std::string>> Variables{};
 

@@ -2,9 +2,12 @@
 #include <cairo-pdf.h>
 #include <cairo.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <ctime>
 #include <exception>
+#include <string>
 
 #include "base/units.h"
 #include "render/cairo/handles.h"
@@ -12,6 +15,7 @@
 #include "render/cairo/renderer.h"
 #include "render/cairo/text.h"
 #include "render/cairo_module.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 namespace {
@@ -47,8 +51,17 @@ std::string TimeText(std::int64_t seconds) {
   return {text.data(), length};
 }
 
+// Cairo keeps a page as a whole before it writes it, about a kilobyte for each operation.
+constexpr std::size_t MostOnPage = 750'000;
+
+bool IsTooLarge(const DisplayList& list) {
+  return std::any_of(list.Pages().begin(), list.Pages().end(),
+                     [](const Page& page) { return page.Count > MostOnPage; });
+}
+
 WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder,
                      ByteSink& sink) {
+  if (IsTooLarge(list)) return {Failure{.Text = TextId::PdfTooLarge, .Words = std::to_string(MostOnPage)}};
   const UniqueSurface surface(cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
   const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "drawing/picture.h"
+#include "resources/text_id.h"
 
 namespace vaxel {
 namespace {
@@ -14,6 +15,11 @@ struct ObjectDeleter {
   void operator()(gpointer object) const { g_object_unref(object); }
 };
 
+struct ErrorDeleter {
+  void operator()(GError* error) const { g_error_free(error); }
+};
+
+using UniqueError = std::unique_ptr<GError, ErrorDeleter>;
 using UniqueLoader = std::unique_ptr<GdkPixbufLoader, ObjectDeleter>;
 
 std::uint32_t Multiplied(std::uint32_t part, std::uint32_t alpha) {
@@ -28,20 +34,33 @@ std::uint32_t PixelOf(const guchar* parts, bool hasAlpha) {
 
 class PixbufDecoder : public PictureDecoder {
  public:
-  bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
-    const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), nullptr));
-    if (!loader) return false;
+  Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+    GError* error = nullptr;
+    const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), &error));
+    if (!loader) return MissingLoader(UniqueError(error).get(), picture);
     const auto* bytes = reinterpret_cast<const guchar*>(picture.Bytes.data());
-    const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), nullptr);
-    // It must be closed either way.
-    if (!gdk_pixbuf_loader_close(loader.get(), nullptr) || !written) return false;
+    const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), &error);
+    // It must be closed either way; the first error is the cause.
+    const bool closed = gdk_pixbuf_loader_close(loader.get(), written ? &error : nullptr);
+    if (!closed || !written) return FailureOf(UniqueError(error).get());
     const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    return pixbuf && CopyPixels(*pixbuf, picture, pixels);
+    return pixbuf ? CopyPixels(*pixbuf, picture, pixels) : Result<>(Failure{.Text = TextId::PictureDamaged});
   }
 
  private:
-  static bool CopyPixels(const GdkPixbuf& pixbuf, const Picture& picture,
-                         std::vector<std::uint32_t>& pixels) try {
+  // The library lacks what pictures of this format need, whatever is in them.
+  static Failure MissingLoader(const GError* error, const Picture& picture) {
+    return {.Words = error ? error->message : MediaType(picture.Format)};
+  }
+
+  static Failure FailureOf(const GError* error) {
+    const bool isMemory =
+        error && g_error_matches(error, GDK_PIXBUF_ERROR, GDK_PIXBUF_ERROR_INSUFFICIENT_MEMORY);
+    return {.Text = isMemory ? TextId::PictureNoMemory : TextId::PictureDamaged};
+  }
+
+  static Result<> CopyPixels(const GdkPixbuf& pixbuf, const Picture& picture,
+                             std::vector<std::uint32_t>& pixels) try {
     const auto width = static_cast<std::size_t>(gdk_pixbuf_get_width(&pixbuf));
     const auto height = static_cast<std::size_t>(gdk_pixbuf_get_height(&pixbuf));
     const auto channels = static_cast<std::size_t>(gdk_pixbuf_get_n_channels(&pixbuf));
@@ -53,9 +72,12 @@ class PixbufDecoder : public PictureDecoder {
         pixels[y * width + x] = PixelOf(parts + y * stride + x * channels, channels == 4);
       }
     }
-    return PlaceFrame(picture, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), pixels);
+    const bool isPlaced =
+        PlaceFrame(picture, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), pixels);
+    if (!isPlaced) return Failure{.Text = TextId::PictureDamaged};
+    return {};
   } catch (const std::bad_alloc&) {  // nothing may be thrown into the program
-    return false;
+    return Failure{.Text = TextId::PictureNoMemory};
   }
 };
 

@@ -1,6 +1,7 @@
 #include "render/gdi/pictures.h"
 
 #include <cstddef>
+#include <new>
 
 #include "render/gdi/imaging.h"
 #include "resources/text_id.h"
@@ -12,37 +13,56 @@ class ImagingDecoder : public PictureDecoder {
  public:
   explicit ImagingDecoder(UniqueCom<IWICImagingFactory> factory) : factory_(std::move(factory)) {}
 
-  bool Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+  Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
     const auto stream = Obtained<IWICStream>([&](IWICStream** made) { return factory_->CreateStream(made); });
     // The stream only reads, though it asks for memory that it could change.
     auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(picture.Bytes.data()));
-    if (!stream || FAILED(stream->InitializeFromMemory(bytes, static_cast<DWORD>(picture.Bytes.size()))))
-      return false;
+    if (!stream) return Failure{.Text = TextId::PictureNoMemory};
+    HRESULT result = stream->InitializeFromMemory(bytes, static_cast<DWORD>(picture.Bytes.size()));
+    if (FAILED(result)) return FailureOf(result);
     const auto decoder = Obtained<IWICBitmapDecoder>([&](IWICBitmapDecoder** made) {
-      return factory_->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand, made);
+      return result = factory_->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
+                                                        made);
     });
-    if (!decoder) return false;
+    if (!decoder) return FailureOf(result);
     const auto frame = Obtained<IWICBitmapFrameDecode>(
-        [&](IWICBitmapFrameDecode** made) { return decoder->GetFrame(0, made); });
+        [&](IWICBitmapFrameDecode** made) { return result = decoder->GetFrame(0, made); });
+    if (!frame) return FailureOf(result);
     const auto converter = Obtained<IWICFormatConverter>(
-        [&](IWICFormatConverter** made) { return factory_->CreateFormatConverter(made); });
-    return frame && converter && CopyPixels(*frame, *converter, picture, pixels);
+        [&](IWICFormatConverter** made) { return result = factory_->CreateFormatConverter(made); });
+    return converter ? CopyPixels(*frame, *converter, picture, pixels) : Result<>(FailureOf(result));
   }
 
  private:
-  static bool CopyPixels(IWICBitmapFrameDecode& frame, IWICFormatConverter& converter, const Picture& picture,
-                         std::vector<std::uint32_t>& pixels) {
-    UINT width = 0, height = 0;
-    if (FAILED(converter.Initialize(&frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr,
-                                    0, WICBitmapPaletteTypeCustom)) ||
-        FAILED(converter.GetSize(&width, &height)) || width > picture.Width || height > picture.Height) {
-      return false;
+  static Failure FailureOf(HRESULT result) {
+    switch (result) {
+      case E_OUTOFMEMORY:
+        return {.Text = TextId::PictureNoMemory};
+      case WINCODEC_ERR_COMPONENTNOTFOUND:
+      case WINCODEC_ERR_COMPONENTINITIALIZEFAILURE:
+        return {.Text = TextId::ImagingMissing};
+      default:
+        return {.Text = TextId::PictureDamaged};
     }
+  }
+
+  static Result<> CopyPixels(IWICBitmapFrameDecode& frame, IWICFormatConverter& converter,
+                             const Picture& picture, std::vector<std::uint32_t>& pixels) try {
+    UINT width = 0, height = 0;
+    HRESULT result = converter.Initialize(&frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone,
+                                          nullptr, 0, WICBitmapPaletteTypeCustom);
+    if (SUCCEEDED(result)) result = converter.GetSize(&width, &height);
+    if (FAILED(result)) return FailureOf(result);
+    if (width > picture.Width || height > picture.Height) return Failure{.Text = TextId::PictureDamaged};
     pixels.resize(std::size_t{width} * height);
     const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
-    return SUCCEEDED(converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
-                                          reinterpret_cast<BYTE*>(pixels.data()))) &&
-           PlaceFrame(picture, width, height, pixels);
+    result = converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
+                                  reinterpret_cast<BYTE*>(pixels.data()));
+    if (FAILED(result)) return FailureOf(result);
+    if (!PlaceFrame(picture, width, height, pixels)) return Failure{.Text = TextId::PictureDamaged};
+    return {};
+  } catch (const std::bad_alloc&) {
+    return Failure{.Text = TextId::PictureNoMemory};
   }
 
   UniqueCom<IWICImagingFactory> factory_;

@@ -1,0 +1,100 @@
+// What vaxel-render promises of its files: all outputs or none, nothing left behind, nothing read that may
+// not be.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "tests/support/vaxel_render.h"
+
+namespace vaxel::test {
+namespace {
+
+TEST_F(VaxelRender, RefusesOutputsThatWouldMeet) {
+  Write("dial.dat", "X = 0,0,1\nNPage\nX = 0,0,2\n");
+  Write("one.dat", "X = 0,0,1\n");
+  fs::create_directory(folder_ / "sub");
+  fs::create_directory_symlink("sub", folder_ / "link");
+  Write("a.svg", "old");
+  const std::size_t before = FileCount();
+  const std::pair<const char*, const char*> cases[] = {
+      {"-o a.svg -o a.svg one.dat", "-o a.svg and -o a.svg"},
+      {"-o a.svg -o ./sub/../a.svg one.dat", "-o a.svg and -o ./sub/../a.svg"},
+      {"-o sub/b.pdf -o link/b.pdf one.dat", "-o sub/b.pdf and -o link/b.pdf"},
+      {"-o - -o - one.dat", "-o - and -o -"},
+      {"-o c.svg -o c-2.svg dial.dat", "-o c-2.svg and -o c-2.svg"},
+      {"-o c.svg -o c.png -o c-2.png dial.dat", "-o c-2.png and -o c-2.png"}};
+  for (const auto& [arguments, names] : cases) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.Status, 2) << arguments;
+    EXPECT_EQ(outcome.Printed, "vaxel-render: " + std::string(names) + " would write the same file\n");
+  }
+  EXPECT_EQ(FileCount(), before);
+  EXPECT_EQ(Read("a.svg"), "old");
+  // A device takes any number.
+  EXPECT_EQ(Run("-o /dev/null --format svg -o /dev/null one.dat").Status, 0);
+}
+
+TEST_F(VaxelRender, WritesAllOutputsOrNone) {
+  Write("dial.dat", "X = 0,0,1\n");
+  Write("a.svg", "old");
+  Write("b.svg", "old");
+  fs::create_directory(folder_ / "c.svg");
+  for (const char* const last : {"none/d.svg", "c.svg", "/dev/full"}) {
+    EXPECT_EQ(Run("--format svg -o a.svg -o b.svg -o " + std::string(last) + " dial.dat").Status, 3) << last;
+    EXPECT_EQ(Read("a.svg") + Read("b.svg"), "oldold") << last;
+  }
+  EXPECT_EQ(FileCount(), 4U);
+  EXPECT_EQ(Run("-o a.svg -o b.svg dial.dat").Status, 0);
+  EXPECT_EQ(Read("a.svg"), Read("b.svg"));
+  EXPECT_NE(Read("a.svg"), "old");
+}
+
+// An output that nobody takes from a pipe: the writing of it, as a library's work, cannot ask.
+TEST_F(VaxelRender, LeavesNoTemporaryFileHoweverItIsEnded) {
+  Write("dial.dat", "X = 0,0,1\n");
+  // Who runs the tests may have hang-ups ignored.
+  const std::string program = "env --default-signal=HUP '" + (Programs / "vaxel-render").string() + "'";
+  const std::string begin =
+      "rm -f pipe; mkfifo pipe; " + program + " -o a.svg -o a.pdf --format svg -o pipe ";
+  const std::string awaited =
+      "dial.dat & for i in $(seq 1000); do ls a.pdf.*.tmp 2>&- && break; sleep 0.01; done; ";
+  const std::pair<std::string, int> cases[] = {{begin + awaited + "kill -TERM $!; wait $!", 128 + 15},
+                                               {begin + awaited + "kill -HUP $!; wait $!", 128 + 1},
+                                               {begin + awaited + "kill -INT $!; wait $!", 130},
+                                               {begin + "--max-seconds 0.5 " + awaited + "wait $!", 1}};
+  for (const auto& [command, status] : cases) {
+    Write("a.svg", "old");
+    EXPECT_EQ(WEXITSTATUS(Shell(command)), status) << Read("log");
+    EXPECT_EQ(Read("a.svg"), "old");
+    EXPECT_EQ(FileCount(), 4U) << command;  // the script, the old drawing, the pipe and the log
+  }
+  EXPECT_NE(Read("log").find("The time allowed is up"), std::string::npos) << Read("log");
+}
+
+TEST_F(VaxelRender, ReadsOnlyWhatItMay) {
+  fs::create_directory(folder_ / "sub");
+  Write("data.txt", "1\n");
+  Write("sub/data.txt", "1\n");
+  Write("sub/dial.dat", "Open = data.txt\n");
+  Write("sub/above.dat", "Open = ../data.txt\n");
+  Write("sub/server.dat", "Image = \\\\server\\share\\a.png\n");
+  const auto reason = [&](const std::string& arguments) {
+    const std::string printed = Run("--format list -o /dev/null " + arguments).Printed;
+    return printed.empty() ? printed : printed.substr(printed.find("\n\n") + 2);
+  };
+  EXPECT_EQ(reason("sub/above.dat"), "");
+  EXPECT_EQ(reason("--root sub sub/dial.dat"), "");
+  EXPECT_EQ(reason("--root sub sub/above.dat"),
+            "The file cannot be read: ../data.txt (outside of the folder that --root allows)\n");
+  EXPECT_EQ(reason("--no-files sub/dial.dat"),
+            "The file cannot be read: data.txt (--no-files allows no file to be read)\n");
+  EXPECT_NE(reason("sub/server.dat").find("a server would learn who you are"), std::string::npos);
+  EXPECT_EQ(reason("--allow-network sub/server.dat"), "File not found: \\\\server\\share\\a.png\n");
+  const Outcome none = Run("--root none sub/dial.dat");
+  EXPECT_EQ(none.Status, 2);
+  EXPECT_EQ(none.Printed, "vaxel-render: --root: 'none' is not a folder\n");
+}
+
+}  // namespace
+}  // namespace vaxel::test
