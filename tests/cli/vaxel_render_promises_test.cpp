@@ -92,7 +92,8 @@ TEST_F(VaxelRender, ReadsOnlyWhatItMay) {
   EXPECT_EQ(reason("--allow-network sub/server.dat"), "File not found: \\\\server\\share\\a.png\n");
   const Outcome none = Run("--root none sub/dial.dat");
   EXPECT_EQ(none.Status, 2);
-  EXPECT_EQ(none.Printed, "vaxel-render: --root: 'none' is not a folder\n");
+  EXPECT_EQ(none.Printed,
+            "vaxel-render: --root: 'none' is not a folder\nvaxel-render --help lists the options\n");
 }
 
 }  // namespace
