@@ -76,7 +76,7 @@ bool RefusesSameFile(const std::vector<PlannedFile>& plan, const UserTexts& text
     if (usesStandard && file.Name != "-" && IsOpenAs(stdout, PathOf(file.Name))) place = "-";
     const auto [known, isNew] = places.try_emplace(std::move(place), &file);
     if (isNew) continue;
-    Complain(texts.Fill(TextId::CliSameOutput, known->second->Name, file.Name));
+    Complain(texts.Fill(TextId::CliSameOutput, known->second->Output->FileName, file.Output->FileName));
     return true;
   }
   return false;

@@ -30,7 +30,7 @@ void LabelTable::Collect(LineReader& reader, LogicalLine& line, const CommandSet
   labels_.clear();
   stopLine_ = 0;
   while (reader.Next(line) == LineReader::Result::Line) {
-    work.Add(WorkMeter::Line / 16 + line.Text.size());
+    work.Add(WorkMeter::Line / 64 + line.Text.size());
     const auto label = ReadLabelLine(line.Text, commands, separators);
     if (label && label->IsTarget) {
       const auto [known, isNew] =

@@ -57,7 +57,7 @@ void LoopTable::Collect(std::string_view text, const CommandSet& commands, Logic
   LineReader reader(text);
   std::vector<Loop> open;
   while (reader.Next(line) == LineReader::Result::Line) {
-    work.Add(WorkMeter::Line / 16 + line.Text.size());
+    work.Add(WorkMeter::Line / 64 + line.Text.size());
     const auto edge = ReadLoopLine(line.Text, commands);
     if (!edge) continue;
     const Label next{reader.ReadPos, reader.NextNumber()};
