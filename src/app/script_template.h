@@ -1,5 +1,5 @@
-// Templates of new scripts: files with complete dials, in the folder "templates" beside the program or in that
-// of its data, where users put their own.
+// Templates of new scripts: files with complete dials, in the folder "templates" beside the program or in
+// that of its data, where users put their own.
 #pragma once
 
 #include <string>
@@ -22,8 +22,8 @@ std::vector<ScriptTemplate> FindTemplates(const AppContext& app);
 // The template's script in the language of menus and help. It fails as LoadScript does.
 Result<std::string> TextOf(const ScriptTemplate& chosen, const AppContext& app);
 
-// The script that is made of a template's text, whose lines end in LF, for a language ("fr"). A line "'fr:…" is
-// what follows the colon, for French alone; where a template has no line of the language, the English ones
+// The script that is made of a template's text, whose lines end in LF, for a language ("fr"). A line "'fr:…"
+// is what follows the colon, for French alone; where a template has no line of the language, the English ones
 // count. So the file itself is a script, without its words.
 std::string InLanguage(std::string_view text, std::string_view code);
 
