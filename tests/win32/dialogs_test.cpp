@@ -406,13 +406,13 @@ TEST_F(DialogsTest, PreviewsTellEachChangeAndPrintWithEnter) {
   Drive([&] { Shown.ShowPreview(dialog); },
         [&](const ShownDialog& shown) {
           EXPECT_EQ(shown.Text(IDC_STATUS), "1/2");
-          shown.Press(IDC_NEXT);
+          shown.Click(IDC_NEXT);
           EXPECT_EQ(shown.Text(IDC_STATUS), "2/2");
           EXPECT_FALSE(IsWindowEnabled(shown.Control(IDC_NEXT)));
-          shown.Press(IDC_CHECK3);
+          shown.Click(IDC_CHECK3);
           shown.Type(IDC_TEXT1, "x");
           Await("the problem", [&] { return shown.Text(IDC_HINT) == "wrong"; });
-          shown.Press(IDC_COMMAND1);  // it is not printed, and the preview stays
+          shown.Click(IDC_COMMAND1);  // it is not printed, and the preview stays
           EXPECT_TRUE(shown.IsOpen());
           EXPECT_FALSE(IsWindowEnabled(Main.get()));
           shown.Answer(IDC_COMMAND1);
