@@ -188,7 +188,7 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
       // Cut in its packed pixels, far behind its head.
       {"end.jpg", picture("photo.jpg").substr(0, picture("photo.jpg").size() - 10), damaged},
       // A byte in the middle of the packed pixels.
-      {"bad.png", changed("clear.png", pngData + 10, "~"), damaged},
+      {"bad.png", changed("clear.png", pngData + 10, "~"), "The picture is damaged"},
       {"none.jpg", changed("photo.jpg", picture("photo.jpg").find("\xFF\xC0") + 5, {"\0\0\0\0", 4}),
        foreign}};
   const auto expectRefused = [&](const std::string& name, const std::string& reason) {
