@@ -71,9 +71,9 @@ class CodeMeasure {
 };
 
 // The ink of each unit of a line, asked for in order.
-class Inks {
+class LineInks {
  public:
-  explicit Inks(std::vector<ColouredRange> ranges) : ranges_(std::move(ranges)) {}
+  explicit LineInks(std::vector<ColouredRange> ranges) : ranges_(std::move(ranges)) {}
 
   Colour At(std::size_t unit) {
     while (next_ < ranges_.size() && ranges_[next_].End <= unit) ++next_;
@@ -90,7 +90,7 @@ class RowMaker {
  public:
   RowMaker(CodeMeasure& measure, double widthMm) : measure_(measure), widthMm_(widthMm) {}
 
-  void AddLine(std::string_view line, Inks inks) {
+  void AddLine(std::string_view line, LineInks inks) {
     Begin(++line_);
     std::size_t column = 0, unit = 0;
     for (const std::string_view character : CharactersOf(line)) {
@@ -134,7 +134,7 @@ std::vector<CodeRow> RowsOf(std::string_view text, CodeMeasure& measure, double 
     const std::string_view line = text.substr(from, end - from);
     LineContext context;
     context.Before = before;
-    maker.AddLine(line, Inks(hasColour ? ColoursOfLine(line, context) : std::vector<ColouredRange>()));
+    maker.AddLine(line, LineInks(hasColour ? ColoursOfLine(line, context) : std::vector<ColouredRange>()));
     // A command that goes on for ever is not read anew for each of its lines.
     constexpr std::size_t longest = 20'000;
     if (!AppendContinued(before, line) || before.size() > longest) before.clear();

@@ -23,7 +23,7 @@ struct FieldRow {
 };
 
 using enum MeterField;
-constexpr auto Rows = std::to_array<FieldRow>({
+constexpr auto MeterFields = std::to_array<FieldRow>({
     {StartAngle, Kind::Angle,
      "start angle|angle start|min angle|angle min|first angle|angle 1|angle début|angle de début|"
      "angle initial|premier angle"},
@@ -57,10 +57,10 @@ constexpr auto Rows = std::to_array<FieldRow>({
 });
 
 constexpr bool RowsFollowTheFields() {
-  for (std::size_t i = 0; i < Rows.size(); ++i) {
-    if (static_cast<std::size_t>(Rows[i].Field) != i) return false;
+  for (std::size_t i = 0; i < MeterFields.size(); ++i) {
+    if (static_cast<std::size_t>(MeterFields[i].Field) != i) return false;
   }
-  return Rows.size() == static_cast<std::size_t>(MeterField::Count);
+  return MeterFields.size() == static_cast<std::size_t>(MeterField::Count);
 }
 static_assert(RowsFollowTheFields(), "a field without a row, or rows out of order");
 
@@ -73,7 +73,7 @@ std::string Compared(std::string_view name) {
 
 std::map<std::string, const FieldRow*, std::less<>> NamesAndRows() {
   std::map<std::string, const FieldRow*, std::less<>> rows;
-  for (const FieldRow& row : Rows) {
+  for (const FieldRow& row : MeterFields) {
     for (std::string_view rest = row.Names; !rest.empty();) {
       const std::string_view name = rest.substr(0, rest.find('|'));
       rest.remove_prefix(std::min(name.size() + 1, rest.size()));
@@ -254,7 +254,7 @@ bool IsControl(char c) {
 
 bool TellsADial(const MeterDial& dial) {
   std::size_t fields = 0, numbers = 0;
-  for (const FieldRow& row : Rows) {
+  for (const FieldRow& row : MeterFields) {
     if (!dial.Find(row.Field)) continue;
     ++fields;
     if (row.What == Kind::Angle || row.What == Kind::Length || row.What == Kind::Count ||
@@ -274,7 +274,7 @@ void MeterDial::Reject(MeterField field) {
 }
 
 std::string_view NamesOf(MeterField field) {
-  return Rows[static_cast<std::size_t>(field)].Names;
+  return MeterFields[static_cast<std::size_t>(field)].Names;
 }
 
 std::optional<MeterDial> ReadMeterDial(std::string_view text) {

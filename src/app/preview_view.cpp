@@ -8,7 +8,7 @@ namespace vaxel {
 namespace {
 
 // Units of 1/96 inch.
-constexpr double Margin = 8, LeastMarkDistance = 3;
+constexpr double Margin = 8, RulerMarkDistance = 3;
 constexpr double ZoomStep = 1.25, LeastScale = 0.02, MostScale = 400;  // pixels a millimetre
 
 }  // namespace
@@ -62,7 +62,7 @@ bool PreviewView::HasMargins() const {
 }
 
 Rulers PreviewView::Rulers() const {
-  const double perPixel = 1 / place_.PixelsPerMm, distance = LeastMarkDistance * UnitPx();
+  const double perPixel = 1 / place_.PixelsPerMm, distance = RulerMarkDistance * UnitPx();
   const double height = pages_.Drawing->Pages()[page_].Height;
   return {RulerMarks({-place_.Corner.X * perPixel, perPixel, area_.WidthPx, distance}),
           RulerMarks({height + place_.Corner.Y * perPixel, -perPixel, area_.HeightPx, distance})};

@@ -16,7 +16,7 @@ constexpr std::string_view PrinterKey = "Imprimante", PaperKey = "PapierImpriman
 constexpr std::string_view OrientationKey = "OrientationImprimante", CalibrationKey = "Calibrage";
 constexpr std::string_view LandscapeWord = "Paysage", PortraitWord = "Portrait";
 constexpr std::size_t MostCalibrations = 99;
-constexpr char Between = '|';
+constexpr char FieldMark = '|';
 
 // The first parts of a text, the last of them with all that is left.
 template <std::size_t Count>
@@ -39,13 +39,13 @@ std::string TextOf(const KeptCalibration& kept) {
   std::string text;
   for (const std::string& part :
        {NumberText(kept.Factors.X), NumberText(kept.Factors.Y), kept.Date, kept.Paper}) {
-    text += part + Between;
+    text += part + FieldMark;
   }
   return text + kept.Printer;
 }
 
 std::optional<KeptCalibration> ReadCalibration(std::string_view text) {
-  auto [x, y, date, paper, printer] = Parts<5>(text, Between);
+  auto [x, y, date, paper, printer] = Parts<5>(text, FieldMark);
   const Calibration factors{LeadingNumber(x), LeadingNumber(y)};
   if (!IsPlausible(factors) || paper.empty() || printer.empty()) return std::nullopt;
   return KeptCalibration{std::move(printer), std::move(paper), factors, std::move(date)};

@@ -15,7 +15,7 @@ namespace vaxel {
 namespace {
 
 // The list of the dialog waits for it.
-constexpr auto Patience = std::chrono::milliseconds(1500);
+constexpr auto PicturePatience = std::chrono::milliseconds(1500);
 // A screen on which no dial is too large: what it shows is framed afterwards.
 constexpr double ScreenMm = 600;
 constexpr double MarginMm = 4;
@@ -47,7 +47,7 @@ PreviewPages TemplateChoice::Run(const std::string& script) {
   const EditedScript unsaved;
   RunSession session;
   std::vector<std::string> answers;
-  SilentBridge bridge(app_, unsaved, session, answers, {Patience, true, {}});
+  SilentBridge bridge(app_, unsaved, session, answers, {PicturePatience, true, {}});
   auto drawing = std::make_shared<DisplayList>();
   RunContext run(bridge, AllCommands(), app_.Strings, *drawing);
   run.LangBase = app_.LangBase;

@@ -34,8 +34,8 @@ class OutputFile : public ByteSink {
   void Write(std::string_view bytes) override;
   // Ends the writing and says whether all of it was taken: only then are several files put in their places.
   Result<> Finish();
-  // Puts the file in its place. It fails when that, or anything before, has failed. Beside a file that is kept
-  // SweepTemporaryFiles is done, too.
+  // Puts the file in its place. It fails when that, or anything before, has failed. Beside a file that is
+  // kept SweepTemporaryFiles is done, too.
   Result<> Commit();
 
  private:

@@ -28,10 +28,12 @@ std::string& AbortLine() {
   return line;
 }
 
+#ifndef _WIN32
 [[noreturn]] void EndProgram(ExitStatus status) {
   RemoveTemporaryFiles();
   std::_Exit(static_cast<int>(status));
 }
+#endif
 
 void Interrupt(int) {
   isInterrupted = true;

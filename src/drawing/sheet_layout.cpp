@@ -13,7 +13,7 @@ namespace vaxel {
 namespace {
 
 // Sizes are compared with what computing them may add.
-constexpr double Nothing = 1e-6;
+constexpr double Rounding = 1e-6;
 
 constexpr double HairWidth = 0.1;
 
@@ -58,7 +58,7 @@ struct Arrangement {
 
 // How often a length goes into the room, with gaps between.
 std::size_t TimesIn(double room, double length, double gap) {
-  const double times = std::floor((room + gap) / std::max(length + gap, Nothing) + Nothing);
+  const double times = std::floor((room + gap) / std::max(length + gap, Rounding) + Rounding);
   return static_cast<std::size_t>(std::clamp(times, 0.0, static_cast<double>(MaxCopies)));
 }
 
@@ -108,7 +108,7 @@ void DrawMark(SheetPen& pen, Point from, Point to, const Nominal& sheet) {
   };
   const Point start = within(from), end = within(to);
   const bool isAside = from.X == to.X ? start.X != from.X : start.Y != from.Y;
-  if (!isAside && std::hypot(end.X - start.X, end.Y - start.Y) >= MarkGap - Nothing)
+  if (!isAside && std::hypot(end.X - start.X, end.Y - start.Y) >= MarkGap - Rounding)
     pen.Line(start, end, HairWidth);
 }
 
@@ -140,7 +140,7 @@ struct Strip {
     return IsUp ? Origin + Point{-up, -along} : Origin + Point{along, -up};
   }
   double LineLength() const {
-    return std::clamp(std::floor((Along - StripStart - StripEnd + Nothing) / 10) * 10, 0.0, FullRulerMm);
+    return std::clamp(std::floor((Along - StripStart - StripEnd + Rounding) / 10) * 10, 0.0, FullRulerMm);
   }
   Box Area() const {
     Box box;

@@ -17,25 +17,25 @@ const FontFace& Face() {
   return face;
 }
 
-Operation Stroke(double width, const Shape& shape) {
+Operation InkStroke(double width, const Shape& shape) {
   return {width, Black, 0, shape};
 }
 
 }  // namespace
 
 void SheetPen::Line(Point from, Point to, double width) {
-  list_.Add(Stroke(width, LineShape{from, to}));
+  list_.Add(InkStroke(width, LineShape{from, to}));
 }
 
 void SheetPen::Rectangle(Point corner, Point opposite, double width) {
-  list_.Add(Stroke(width, RectangleShape{corner, opposite}));
+  list_.Add(InkStroke(width, RectangleShape{corner, opposite}));
 }
 
 void SheetPen::Circle(Point centre, double radius, double width) {
   CircleShape circle;
   circle.Centre = centre;
   circle.RadiusX = circle.RadiusY = radius;
-  list_.Add(Stroke(width, circle));
+  list_.Add(InkStroke(width, circle));
 }
 
 double SheetPen::LengthOf(const std::string& text) {

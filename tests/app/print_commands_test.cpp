@@ -8,6 +8,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -378,8 +379,19 @@ std::string TextsOf(const DisplayList& list, std::size_t page) {
   return texts;
 }
 
+CodeLayout LayoutOn(double width, double height, std::string fileName) {
+  CodeLayout layout;
+  layout.WidthMm = width;
+  layout.HeightMm = height;
+  layout.Face.Name = "Courier New";
+  layout.Points = 10;
+  layout.FileName = std::move(fileName);
+  return layout;
+}
+
 TEST(CodePages, NumbersAndWrapsLines) {
-  CodeLayout layout{100, 60, {"Courier New"}, 10, false, "C:\\dials\\dial.dat", "21/11/2026", {}, nullptr};
+  CodeLayout layout = LayoutOn(100, 60, "C:\\dials\\dial.dat");
+  layout.Date = "21/11/2026";
   layout.Foot = [](std::size_t page, std::size_t pages) {
     return std::to_string(page) + " of " + std::to_string(pages);
   };
@@ -399,7 +411,8 @@ TEST(CodePages, NumbersAndWrapsLines) {
 }
 
 TEST(CodePages, FitsTheSmallestPaperAndColoursWords) {
-  CodeLayout layout{8, 8, {"Courier New"}, 10, true, std::string(300, 'n'), "", {}, nullptr};
+  CodeLayout layout = LayoutOn(8, 8, std::string(300, 'n'));
+  layout.HasColour = true;
   layout.Foot = [](std::size_t, std::size_t) { return std::string(); };
   EXPECT_EQ(CodePages("ab", layout).Pages().size(), 2U);  // a character a row, a row a page
   EXPECT_TRUE(CodePages("", layout).Pages().empty());
