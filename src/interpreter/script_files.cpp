@@ -47,7 +47,9 @@ ScriptFiles::ScriptFiles(std::string_view mainScript, FileRights rights) : right
   if (rights_.Root) root_ = fs::weakly_canonical(fs::absolute(PathOf(*rights_.Root), failed), failed);
   // A name that ends in a separator has an empty last part.
   if (!root_.has_filename()) root_ = root_.parent_path();
-  if (!mainScript.empty()) server_ = ServerIn(NameOf(fs::absolute(PathOf(mainScript), failed)));
+  server_ = ServerIn(mainScript);
+  if (server_.empty() && !mainScript.empty())
+    server_ = ServerIn(NameOf(fs::absolute(PathOf(mainScript), failed)));
 }
 
 bool ScriptFiles::MayOpenServer(std::string_view name) const {

@@ -384,6 +384,7 @@ CodeLayout LayoutOn(double width, double height, std::string fileName) {
   layout.WidthMm = width;
   layout.HeightMm = height;
   layout.Face.Name = "Courier New";
+  layout.HasColour = false;
   layout.Points = 10;
   layout.FileName = std::move(fileName);
   return layout;
