@@ -107,7 +107,7 @@ TEST_F(VaxelRenderSheets, ShowWhereToCutAndHowLongTheyAre) {
   ExpectInk(sheet, {125.5, 30, 140, 50}, {126, 34.95, 130, 35.05});
   ExpectInk(sheet, {0, 20, 5.5, 50}, {0, 30, 5.05, 35.05});
   const std::string text = OutputOf("pdftotext '" + (folder_ / "dial.pdf").string() + "' -");
-  for (const char* written : {"100 mm", "dial", "11/14/23"}) {
+  for (const char* written : {"100 mm", "dial", "2023-11-14"}) {
     EXPECT_NE(text.find(written), std::string::npos) << written << ": " << text;
   }
   // The lower edge is taken. The ends of the line, at 10 and 110, stand higher than the marks between.
