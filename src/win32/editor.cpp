@@ -11,7 +11,6 @@
 #include "app/line_editing.h"
 #include "win32/control_ids.h"
 #include "win32/input_state.h"
-#include "win32/pixels.h"
 #include "win32/rich_format.h"
 #include "winbase/wide_text.h"
 
@@ -22,8 +21,38 @@ constexpr UINT_PTR ColourTimer = 1, LoadTimer = 2;
 constexpr UINT BetweenLooks = 50;  // milliseconds, at what is seen
 // Who has not typed for so long, milliseconds, begins another step to undo.
 constexpr DWORD TypingPause = 1000;
-constexpr int TextMargin = 4;  // 1/96 inch, left of the text
 constexpr Colour PairInk = MakeColour(192, 0, 0);
+
+// The messages that come often and surely leave the text as it is.
+bool KeepsText(UINT message) {
+  switch (message) {
+    case EM_EXGETSEL:
+    case EM_EXSETSEL:
+    case EM_EXLINEFROMCHAR:
+    case EM_LINEINDEX:
+    case EM_LINELENGTH:
+    case EM_GETLINECOUNT:
+    case EM_GETTEXTRANGE:
+    case EM_GETTEXTLENGTHEX:
+    case EM_GETTEXTEX:
+    case EM_POSFROMCHAR:
+    case EM_CHARFROMPOS:
+    case EM_GETFIRSTVISIBLELINE:
+    case EM_GETSCROLLPOS:
+    case EM_SETSCROLLPOS:
+    case EM_SETCHARFORMAT:
+    case EM_STOPGROUPTYPING:
+    case WM_PAINT:
+    case WM_TIMER:
+    case WM_MOUSEMOVE:
+    case WM_SETCURSOR:
+    case WM_NCHITTEST:
+    case WM_SETREDRAW:
+      return true;
+    default:
+      return false;
+  }
+}
 
 bool IsInWord(wchar_t unit) {
   return unit == L'_' || IsCharAlphaNumericW(unit) != FALSE;
@@ -35,8 +64,9 @@ EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailu
     : onFailure_(std::move(onFailure)),
       library_(LoadLibraryW(L"Msftedit.dll")),
       margin_(instance, parent, onFailure_) {
+  // Scroll bars that came and went would change the size of the control, which lays out the whole text then.
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |
-                          ES_AUTOVSCROLL | ES_NOHIDESEL | ES_WANTRETURN;
+                          ES_AUTOVSCROLL | ES_DISABLENOSCROLL | ES_NOHIDESEL | ES_WANTRETURN;
   window_ = CreateWindowExW(0, MSFTEDIT_CLASS, L"", style, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(EditorId)), instance, nullptr);
   if (!window_) throw std::runtime_error("the script editor could not be made");
@@ -62,6 +92,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
                                         DWORD_PTR editor) {
   auto& self = *reinterpret_cast<EditorWin32*>(editor);
   if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, 0);
+  if (!KeepsText(message)) self.counted_.reset();
   try {
     if (const std::optional<LRESULT> result = self.Handle(message, wParam, lParam)) return *result;
   } catch (...) {
@@ -69,9 +100,9 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
     return 0;
   }
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+  if (!KeepsText(message)) self.counted_.reset();
   // However the text was scrolled or changed, it is painted then.
-  if (message == WM_PAINT) self.margin_.Follow();
-  if (message == WM_SIZE) self.InsetText();
+  if (message == WM_PAINT) self.margin_.Follow(self.LineCount());
   if (message == WM_CHAR) self.AfterCharacter(wParam);
   if (message == WM_LBUTTONDBLCLK) self.AfterDoubleClick();
   return result;
@@ -181,13 +212,6 @@ HDWP EditorWin32::Place(HDWP moves, const RECT& box) const {
   return DeferWindowPos(moves, window_, nullptr, box.left + margin, box.top, width - margin, height, flags);
 }
 
-void EditorWin32::InsetText() const {
-  RECT text{};
-  GetClientRect(window_, &text);
-  text.left += ToPixels(TextMargin, GetDpiForWindow(window_));
-  text_.Send(EM_SETRECT, 0, &text);
-}
-
 void EditorWin32::SetVisible(bool isVisible) {
   for (HWND window : {margin_.Window(), window_}) ShowWindow(window, isVisible ? SW_SHOWNA : SW_HIDE);
 }
@@ -216,17 +240,23 @@ void EditorWin32::SetTheme(const Theme& theme) {
   ColourAll();
 }
 
+std::size_t EditorWin32::LineCount() {
+  if (!counted_) counted_ = text_.Lines();
+  return *counted_;
+}
+
 void EditorWin32::TextChanged() {
+  counted_.reset();
   if (text_.IsUnnoticed() || !application_) return;
   ColourNewLines();
   application_->EditorChanged();
-  margin_.Follow();
+  margin_.Follow(LineCount());
 }
 
 // What was pasted, or brought back by undoing, has come in beside the cursor.
 void EditorWin32::ColourNewLines() {
   constexpr std::size_t mostSingly = 200;
-  const std::size_t lines = text_.Lines(), before = std::exchange(lines_, lines);
+  const std::size_t lines = LineCount(), before = std::exchange(lines_, lines);
   const std::size_t line = text_.LineAt(text_.Selection().cpMin);
   const std::size_t added = lines > before ? lines - before : 0;
   const std::size_t first = line > added ? line - added : 0;
@@ -241,7 +271,7 @@ void EditorWin32::SelectionChanged() {
   if (IsLoading()) LoadToPlace(static_cast<std::size_t>(text_.Selection().cpMax));
   application_->CursorMoved();
   MarkParentheses();
-  margin_.Follow();
+  margin_.Follow(LineCount());
 }
 
 void EditorWin32::MarkParentheses() {
@@ -327,7 +357,7 @@ void EditorWin32::ReplaceLines(std::size_t first, const std::vector<std::string>
 }
 
 EditorPlace EditorWin32::Place() {
-  return {text_.LineAt(text_.Selection().cpMin) + 1, text_.Lines() + (IsLoading() ? restLines_ : 0)};
+  return {text_.LineAt(text_.Selection().cpMin) + 1, LineCount() + (IsLoading() ? restLines_ : 0)};
 }
 
 EditorRange EditorWin32::Selection() {
@@ -369,7 +399,7 @@ void EditorWin32::Replace(EditorRange range, std::string_view text) {
   text_.EndUnnoticed();
   const std::size_t first = text_.LineAt(static_cast<LONG>(range.Begin));
   const std::size_t last = text_.LineAt(static_cast<LONG>(range.Begin + wide.size()));
-  lines_ = text_.Lines();
+  lines_ = LineCount();
   constexpr std::size_t mostSingly = 200;
   if (last - first > mostSingly) {
     ColourAll();
@@ -377,7 +407,7 @@ void EditorWin32::Replace(EditorRange range, std::string_view text) {
     colours_.Lines(first, last);
   }
   if (application_) application_->EditorChanged();
-  margin_.Follow();
+  margin_.Follow(LineCount());
 }
 
 void EditorWin32::Undo() {

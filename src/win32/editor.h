@@ -88,7 +88,9 @@ class EditorWin32 : public ScriptEditor {
   void MarkParentheses();
   void FollowPointer(UINT message, LPARAM lParam);
   void ExplainWordAt(POINT pixel);
-  void InsetText() const;
+
+  // The lines in the control, which takes milliseconds to count many.
+  std::size_t LineCount();
 
   // The text that is not in the control yet.
   bool IsLoading() const { return restAt_ < rest_.size(); }
@@ -107,8 +109,9 @@ class EditorWin32 : public ScriptEditor {
   std::optional<WordTip> tip_;
   CHARRANGE explained_{};  // the word that it is about
   Application* application_ = nullptr;
-  std::size_t lines_ = 1;  // when the text was changed last
-  DWORD lastTyped_ = 0;    // when, in milliseconds
+  std::optional<std::size_t> counted_;  // the lines, until the text may have changed
+  std::size_t lines_ = 1;               // when the text was changed last
+  DWORD lastTyped_ = 0;                 // when, in milliseconds
   Colour plainInk_ = Black;
   std::optional<std::size_t> paired_;  // the line in which parentheses are marked
   int wheel_ = 0;                      // what was turned with Ctrl and is less than a notch

@@ -57,7 +57,7 @@ void EditorWin32::SetText(std::string_view text) {
   text_.Select({0, 0});
   text_.Send(EM_SCROLLCARET);
   text_.Send(EM_EMPTYUNDOBUFFER);
-  lines_ = text_.Lines();
+  lines_ = LineCount();
   sliceLines_ = LeastLines;
   if (IsLoading()) {
     SetTimer(window_, LoadTimer, USER_TIMER_MINIMUM, nullptr);
@@ -65,7 +65,7 @@ void EditorWin32::SetText(std::string_view text) {
     rest_ = {};
     restAt_ = 0;
   }
-  margin_.Follow();
+  margin_.Follow(LineCount());
 }
 
 void EditorWin32::LoadSlice(std::size_t lines) {
@@ -80,12 +80,12 @@ void EditorWin32::LoadSlice(std::size_t lines) {
   colours_.Grown(end);
   restAt_ += slice.Length;
   restLines_ -= slice.LineEnds;
-  lines_ = text_.Lines();
+  lines_ = LineCount();
   if (IsLoading()) return;
   rest_ = {};
   restAt_ = restLines_ = 0;
   KillTimer(window_, LoadTimer);
-  margin_.Follow();
+  margin_.Follow(LineCount());
 }
 
 // The messages of timers come when there are no others. A run must not wait for what it has read already.
@@ -104,13 +104,13 @@ void EditorWin32::LoadWhileIdle() {
 }
 
 void EditorWin32::LoadToPlace(std::size_t place) {
-  while (IsLoading() && text_.LineAt(static_cast<LONG>(place)) + LinesBehind > text_.Lines()) {
+  while (IsLoading() && text_.LineAt(static_cast<LONG>(place)) + LinesBehind > LineCount()) {
     LoadSlice(MostLines);
   }
 }
 
 void EditorWin32::LoadToLine(std::size_t line) {
-  while (IsLoading() && line + LinesBehind > text_.Lines()) LoadSlice(MostLines);
+  while (IsLoading() && line + LinesBehind > LineCount()) LoadSlice(MostLines);
 }
 
 }  // namespace vaxel

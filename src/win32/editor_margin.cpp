@@ -22,6 +22,9 @@ constexpr std::size_t LeastDigits = 3;
 constexpr COLORREF ErrorInk = RGB(208, 32, 32);
 constexpr int MarkWidth = 3;  // 1/96 inch, of what marks a line that is in error
 constexpr int Padding = 4;    // 1/96 inch, left and right of the numbers
+// 1/96 inch, left of the text, on its ground. A rectangle of the control's own would have the whole text laid
+// out anew whenever a scroll bar comes or goes.
+constexpr int TextInset = 4;
 constexpr int SampleSide = 9;
 // A line that is longer names its colours before that, or not at all in the margin.
 constexpr LONG MostUnits = 500;
@@ -40,7 +43,8 @@ EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFai
 
 int EditorMargin::Width() const {
   const int sample = ToPixels(MarkWidth + SampleSide + 1, dpi_);
-  return sample + static_cast<int>(digits_) * digitWidth_ + 2 * ToPixels(Padding, dpi_);
+  return sample + static_cast<int>(digits_) * digitWidth_ + 2 * ToPixels(Padding, dpi_) +
+         ToPixels(TextInset, dpi_);
 }
 
 void EditorMargin::MakeFont() {
@@ -94,9 +98,9 @@ EditorMargin::Look EditorMargin::LookNow() const {
   return look;
 }
 
-void EditorMargin::Follow() {
+void EditorMargin::Follow(std::size_t lines) {
   if (!text_ || text_->IsUnnoticed() || !IsWindowVisible(window_)) return;
-  const std::size_t digits = std::max(LeastDigits, std::to_string(text_->Lines()).size());
+  const std::size_t digits = std::max(LeastDigits, std::to_string(lines).size());
   if (digits != std::exchange(digits_, digits)) {
     // The parent lays out its windows anew.
     SendMessageW(GetParent(window_), WM_SIZE, SIZE_RESTORED, 0);
@@ -112,11 +116,13 @@ void EditorMargin::Paint() const {
   const HDC context = BeginPaint(window_, &paint);
   RECT client{};
   GetClientRect(window_, &client);
-  FillBox(context, client, theme_.Window);
+  const int right = client.right - ToPixels(TextInset, dpi_);
+  FillBox(context, {0, 0, right, client.bottom}, theme_.Window);
+  FillBox(context, {right, 0, client.right, client.bottom}, theme_.Field);
   const SelectedObject font(context, font_.get());
   SetBkMode(context, TRANSPARENT);
   SetTextAlign(context, TA_RIGHT | TA_TOP);
-  for (const Row& row : look_.Rows) PaintRow(context, row, client.right);
+  for (const Row& row : look_.Rows) PaintRow(context, row, right);
   EndPaint(window_, &paint);
 }
 

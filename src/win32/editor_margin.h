@@ -32,8 +32,8 @@ class EditorMargin {
   void SetTheme(const Theme& theme);
   // The lines, from 1, that are in error; in order.
   void MarkLines(std::vector<std::size_t> lines);
-  // To be called when the text may have been scrolled or changed, or the cursor moved.
-  void Follow();
+  // To be called when the text, of so many lines, may have been scrolled or changed, or the cursor moved.
+  void Follow(std::size_t lines);
 
   bool IsComplete() const { return window_ != nullptr; }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
