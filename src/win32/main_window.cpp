@@ -1,5 +1,6 @@
 #include "win32/main_window.h"
 
+#include <ole2.h>
 #include <shellapi.h>
 #include <windowsx.h>
 
@@ -116,6 +117,9 @@ void MainWindowWin32::Show() {
 void MainWindowWin32::Close() {
   const HWND window = window_.release();
   if (!window) return;
+  // What was copied from the text is handed out by the control's library, which goes before the clipboard
+  // does.
+  OleFlushClipboard();
   SetMenu(window, nullptr);
   DestroyWindow(window);
   PostQuitMessage(0);

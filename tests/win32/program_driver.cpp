@@ -2,6 +2,7 @@
 
 // Need what windows.h declares.
 #include <commctrl.h>
+#include <psapi.h>
 #include <richedit.h>
 #include <winternl.h>
 
@@ -325,6 +326,12 @@ ResourceCount RunningProgram::CountResources() const {
   if (count.UserObjects == 0) {
     for (const HWND window : Windows()) count.UserObjects += 1 + static_cast<int>(ChildrenOf(window).size());
   }
+  DWORD handles = 0;
+  GetProcessHandleCount(process_.hProcess, &handles);
+  count.Handles = static_cast<int>(handles);
+  PROCESS_MEMORY_COUNTERS memory{};
+  GetProcessMemoryInfo(process_.hProcess, &memory, sizeof memory);
+  count.Kilobytes = static_cast<int>(memory.PagefileUsage / 1024);
   return count;
 }
 

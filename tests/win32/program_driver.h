@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,7 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder, 
 
 struct ResourceCount {
   int GdiObjects = 0, UserObjects = 0;
+  int Handles = 0, Kilobytes = 0;  // of its own memory
 };
 
 class RunningProgram {
@@ -37,6 +39,8 @@ class RunningProgram {
   HWND Window() const;
   HWND Control(int id) const;
   ShownDialog AwaitDialog(const std::string& caption = {}) const;
+  // The dialog that waits for an answer, if there is one.
+  std::optional<ShownDialog> ShownBox() const { return FindDialog(process_.dwProcessId); }
   // It waits for the user, with its main window.
   void AwaitIdle() const;
   bool IsBusy() const;

@@ -68,6 +68,19 @@ TEST_F(ProgramTest, FindsAndReplaces) {
   EndWithoutSaving();
 }
 
+TEST_F(ProgramTest, LeavesWhatWasCopiedOnTheClipboard) {
+  StartWith("' one\r\n' two");
+  program_->SelectInEditor(2, 5);
+  program_->Command(MenuId::Mnu_Copier);
+  EndUnasked();
+  Await("the clipboard", [] { return OpenClipboard(nullptr) != FALSE; });
+  const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  const auto* const text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : L"nothing";
+  EXPECT_STREQ(text, L"one");
+  if (data) GlobalUnlock(data);
+  CloseClipboard();
+}
+
 // A long script comes into the control by and by. Who saves it meanwhile saves all of it.
 TEST_F(ProgramTest, HasAllOfALongScriptAtOnce) {
   std::string script = "Stop\r\n";
