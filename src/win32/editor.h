@@ -15,9 +15,9 @@
 #include "win32/editor_colours.h"
 #include "win32/editor_margin.h"
 #include "win32/rich_text.h"
+#include "win32/text_tip.h"
 #include "win32/theme.h"
 #include "win32/window_class.h"
-#include "win32/word_tip.h"
 #include "winbase/handles.h"
 
 namespace vaxel {
@@ -106,7 +106,7 @@ class EditorWin32 : public ScriptEditor {
   RichText text_;
   EditorColours colours_{text_};
   EditorMargin margin_;
-  std::optional<WordTip> tip_;
+  std::optional<TextTip> tip_;
   CHARRANGE explained_{};  // the word that it is about
   Application* application_ = nullptr;
   std::optional<std::size_t> counted_;  // the lines, until the text may have changed

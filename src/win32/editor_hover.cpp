@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "win32/editor.h"
+#include "win32/pixels.h"
 
 namespace vaxel {
 
@@ -48,7 +49,9 @@ void EditorWin32::ExplainWordAt(POINT pixel) {
   ClientToScreen(window_, &onScreen);
   const bool isOnWord = onScreen.y >= begin.top && onScreen.y < begin.bottom && onScreen.x >= begin.left &&
                         (end.top != begin.top || onScreen.x < end.left);
-  if (isOnWord) tip_->Show(help->Text, begin, help->Sample);
+  constexpr int gap = 4;  // 1/96 inch, between word and text
+  const LONG below = begin.bottom + ToPixels(gap, GetDpiForWindow(window_));
+  if (isOnWord) tip_->Show(help->Text, {begin.left, below}, help->Sample);
 }
 
 }  // namespace vaxel

@@ -87,7 +87,7 @@ GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* de
   window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(GraphicId)), instance, this);
   if (!window_) throw std::runtime_error("the graphic area could not be made");
-  tip_.emplace(instance, window_);
+  tip_.emplace(window_);
 }
 
 GraphicArea GraphicWindow::Area() const {

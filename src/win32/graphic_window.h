@@ -17,8 +17,8 @@
 #include "render/gdi/bitmap.h"
 #include "render/gdi/view.h"
 #include "win32/drawing_overlay.h"
-#include "win32/pointer_tip.h"
 #include "win32/ruler_painter.h"
+#include "win32/text_tip.h"
 #include "win32/window_class.h"
 
 namespace vaxel {
@@ -41,7 +41,8 @@ class GraphicWindow {
   void SetRulers(const std::optional<Rulers>& rulers);
   void SetOld(bool isOld);
   void SetHalo(std::vector<OperationOutline> outlines);
-  void ShowTip(std::string_view text) { tip_->Show(text); }
+  // Beside the pointer.
+  void ShowTip(std::string_view text);
   void ShowMeasuring(const std::optional<MeasuringLine>& line);
   void SetPointer(PointerShape shape) { pointer_ = shape; }
   GraphicArea Area() const;
@@ -86,7 +87,7 @@ class GraphicWindow {
   std::optional<PaperOutline> sheet_;
   RulerPainter rulers_;
   DrawingOverlay overlay_;
-  std::optional<PointerTip> tip_;
+  std::optional<TextTip> tip_;
   std::optional<POINT> over_;  // the pointer, while it is over the area
   GdiBitmap bitmap_;
   SIZE lastSize_{1, 1};

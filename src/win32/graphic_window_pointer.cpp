@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "win32/graphic_window.h"
+#include "win32/pixels.h"
 
 namespace vaxel {
 namespace {
@@ -31,6 +32,14 @@ bool IsDragged(POINT from, POINT to) {
 }
 
 }  // namespace
+
+void GraphicWindow::ShowTip(std::string_view text) {
+  constexpr int beside = 14;  // 1/96 inch, right of and below the pointer
+  const int distance = ToPixels(beside, GetDpiForWindow(window_));
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  tip_->Show(text, {pointer.x + distance, pointer.y + distance});
+}
 
 void GraphicWindow::TurnWheel(WPARAM wParam, LPARAM lParam) {
   POINT pixel = PixelOf(lParam);

@@ -1,4 +1,4 @@
-#include "win32/word_tip.h"
+#include "win32/text_tip.h"
 
 // These need what windows.h declares.
 #include <commctrl.h>
@@ -12,7 +12,6 @@
 namespace vaxel {
 namespace {
 
-constexpr int Gap = 4;          // 1/96 inch, between word and text
 constexpr int MostWidth = 480;  // 1/96 inch; longer lines are broken
 
 TOOLINFOW ToolOf(HWND owner) {
@@ -32,10 +31,11 @@ COLORREF InkOn(Colour ground) {
 
 }  // namespace
 
-WordTip::WordTip(HWND owner)
+TextTip::TextTip(HWND owner)
     : owner_(owner),
-      tip_(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                           0, 0, 0, 0, owner, nullptr, nullptr, nullptr)) {
+      tip_(CreateWindowExW(WS_EX_TOPMOST | WS_EX_TRANSPARENT, TOOLTIPS_CLASSW, nullptr,
+                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, owner, nullptr, nullptr,
+                           nullptr)) {
   TOOLINFOW tool = ToolOf(owner);
   wchar_t nothing[] = L"";
   tool.lpszText = nothing;
@@ -46,24 +46,24 @@ WordTip::WordTip(HWND owner)
   usualInk_ = static_cast<COLORREF>(SendMessageW(tip_.get(), TTM_GETTIPTEXTCOLOR, 0, 0));
 }
 
-void WordTip::Show(std::string_view text, const RECT& box, std::optional<Colour> ground) {
+void TextTip::Show(std::string_view text, POINT corner, std::optional<Colour> ground) {
+  if (text.empty()) return Hide();
   std::wstring wide = Widen(text);
   TOOLINFOW tool = ToolOf(owner_);
   tool.lpszText = wide.data();
-  const UINT dpi = GetDpiForWindow(owner_);
   const auto send = [this](UINT message, WPARAM wParam, LPARAM lParam) {
     SendMessageW(tip_.get(), message, wParam, lParam);
   };
-  send(TTM_SETMAXTIPWIDTH, 0, ToPixels(MostWidth, dpi));
+  send(TTM_SETMAXTIPWIDTH, 0, ToPixels(MostWidth, GetDpiForWindow(owner_)));
   send(TTM_SETTIPBKCOLOR, ground ? *ground : usualGround_, 0);
   send(TTM_SETTIPTEXTCOLOR, ground ? InkOn(*ground) : usualInk_, 0);
   send(TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-  send(TTM_TRACKPOSITION, 0, MAKELPARAM(box.left, box.bottom + ToPixels(Gap, dpi)));
+  send(TTM_TRACKPOSITION, 0, MAKELPARAM(corner.x, corner.y));
   send(TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
   isShown_ = true;
 }
 
-void WordTip::Hide() {
+void TextTip::Hide() {
   if (!isShown_) return;
   isShown_ = false;
   TOOLINFOW tool = ToolOf(owner_);
