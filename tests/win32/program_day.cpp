@@ -231,8 +231,7 @@ void ADayInTheLife::Save() {
   if (file_.empty()) {
     PostAndSettle(MenuId::Mnu_EnregistrerS, [](const ShownDialog& box) {
       if (!box.IsFileDialog()) return Confirm(box);  // whether to write over the file
-      box.AnswerFile(File);
-      return std::optional(0);
+      return Name(box, File);
     });
     ExpectSaved(File);
   } else {
@@ -279,8 +278,7 @@ void ADayInTheLife::OpenTheOther() {
       isAsked = true;
       return gives ? Leave(box) : keeps && !file_.empty() ? Confirm(box) : Refuse(box);
     }
-    box.AnswerFile(other);
-    return std::optional(0);
+    return Name(box, other);
   });
   if (!isAsked && before_ != saved_) throw DriveFailure("an unsaved text was given up unasked");
   if (isAsked && gives) return ExpectSameText();

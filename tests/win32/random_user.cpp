@@ -58,6 +58,13 @@ std::optional<int> Refuse(const ShownDialog& box) {
   return FirstButton(box, {IDNO, IDCANCEL, IDOK});
 }
 
+// It may ask back before it closes. Under Wine 8 the dialog crashes when it is answered twice.
+std::optional<int> Name(const ShownDialog& box, const std::string& file) {
+  box.AnswerFile(file);
+  Await("the end of a file dialog", [&] { return !box.IsOpen() || !IsWindowEnabled(box.Window()); });
+  return 0;
+}
+
 RandomUser::Range RandomUser::SomeRange() {
   std::size_t begin = Below(now_.size() + 1), end = std::min(now_.size(), begin + Below(30));
   return {begin, end};
@@ -99,8 +106,6 @@ void RandomUser::Settle(const Answer& answer) {
       continue;
     }
     quiet = 0;
-    // Under Wine 8 its own file dialog crashes when it is ended while it still fills its list.
-    if (box->IsFileDialog()) std::this_thread::sleep_for(200ms);
     const std::string said = box->IsMessageBox() ? box->Message() : box->Caption();
     const std::optional<int> pressed = answer ? answer(*box) : std::nullopt;
     if (!pressed || ++boxes > 20) throw DriveFailure("a box: " + said);

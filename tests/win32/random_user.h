@@ -26,6 +26,8 @@ std::wstring Essence(std::wstring_view text);
 std::optional<int> Leave(const ShownDialog& box);
 std::optional<int> Confirm(const ShownDialog& box);
 std::optional<int> Refuse(const ShownDialog& box);
+// Names the file that a file dialog asks for.
+std::optional<int> Name(const ShownDialog& box, const std::string& file);
 
 class RandomUser : public ProgramTest {
  protected:
