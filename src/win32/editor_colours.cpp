@@ -76,7 +76,7 @@ void EditorColours::Lines(std::size_t first, std::size_t last) {
   ColourLines(text, range.cpMin, Clock::time_point::max());
 }
 
-bool EditorColours::All() {
+void EditorColours::All() {
   const std::wstring text = text_.WholeText();
   const auto length = static_cast<LONG>(text.size());
   {
@@ -85,7 +85,7 @@ bool EditorColours::All() {
   }
   seen_.reset();
   if (*pending_ >= length) pending_.reset();
-  return Seen();
+  Seen();
 }
 
 void EditorColours::Grown(LONG from) {
@@ -103,16 +103,15 @@ void EditorColours::SetSurvey(const ScriptSurvey* survey) {
   Seen();
 }
 
-bool EditorColours::Seen() {
-  if (!pending_) return false;
+void EditorColours::Seen() {
+  if (!pending_) return;
   const RichText::LineRange lines = text_.VisibleLines();
   const CHARRANGE range = {text_.RangeOfLine(lines.First).cpMin, text_.RangeOfLine(lines.Last).cpMax};
-  if (range.cpMax <= *pending_ || lines == seen_) return true;
+  if (range.cpMax <= *pending_ || lines == seen_) return;
   seen_ = lines;
   const std::wstring text = text_.TextOf(range);
   const RichText::Unnoticed unnoticed(text_);
   ColourLines(text, range.cpMin, Clock::time_point::max());
-  return true;
 }
 
 }  // namespace vaxel

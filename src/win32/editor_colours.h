@@ -21,15 +21,16 @@ class EditorColours {
   explicit EditorColours(RichText& text) : text_(text) {}
 
   void Lines(std::size_t first, std::size_t last);
-  // All of them: at once those that a short time allows, the others when Seen finds them. The result says
-  // whether there are others.
-  bool All();
+  // All of them: at once those that a short time allows, the others when Seen finds them.
+  void All();
   // More text has come in behind what was there.
   void Grown(LONG from);
   // Something was changed from this line on.
   void ChangedFrom(std::size_t line);
-  // Colours what is seen and has no colours yet. The result says whether any of the text has none.
-  bool Seen();
+  // Colours what is seen and has no colours yet.
+  void Seen();
+  // Whether any of the text may have none, so that Seen is to be called when other lines are seen.
+  bool AreMissing() const { return pending_.has_value(); }
   void Forget() {
     pending_.reset();
     survey_ = nullptr;
