@@ -13,6 +13,7 @@
 #include "win32/input_state.h"
 #include "win32/pixels.h"
 #include "win32/rich_format.h"
+#include "winbase/safe_process.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -33,7 +34,7 @@ bool IsInWord(wchar_t unit) {
 
 EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)),
-      library_(LoadLibraryW(L"Msftedit.dll")),
+      library_(LoadSystemLibrary(L"Msftedit.dll")),
       margin_(instance, parent, onFailure_) {
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |
                           ES_AUTOVSCROLL | ES_NOHIDESEL | ES_WANTRETURN;
