@@ -107,6 +107,19 @@ std::FILE* TemporaryFile::Make(const fs::path& path, const fs::path& model) {
   return file;
 }
 
+void TemporaryFile::Link(const fs::path& path, const fs::path& file) {
+  const Locked locked;
+  std::error_code error;
+  const auto entry = AllFiles().Files.insert(AllFiles().Files.end(), path);
+  fs::create_hard_link(file, path, error);
+  if (error) {
+    AllFiles().Files.erase(entry);
+  } else {
+    entry_ = entry;
+    path_ = path;
+  }
+}
+
 TemporaryFile::~TemporaryFile() {
   if (path_.empty()) return;
   const Locked locked;
