@@ -47,10 +47,15 @@ PictureFault ReadPng(Picture& picture) {
   ByteReader reader(picture.Bytes);
   std::optional<std::pair<std::size_t, std::size_t>> animation;
   bool hasData = false;
+  const auto ended = [&](PictureFault fault) {
+    if (animation) picture.Bytes.erase(animation->first, animation->second);
+    return fault;
+  };
   for (std::size_t at = firstChunk;;) {
     const std::size_t length = reader.Big32(at);
     const std::size_t data = at + 8;
-    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length) return PictureFault::Incomplete;
+    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length)
+      return ended(PictureFault::Incomplete);
     const std::string_view type = std::string_view(picture.Bytes).substr(at + 4, 4);
     if ((at == firstChunk) != (type == "IHDR")) return PictureFault::NotAPicture;
     if (type == "IHDR") {
@@ -66,8 +71,7 @@ PictureFault ReadPng(Picture& picture) {
     at += overhead + length;
     if (type != "IEND") continue;
     picture.Bytes.resize(at);
-    if (animation) picture.Bytes.erase(animation->first, animation->second);
-    return hasData ? PictureFault::None : PictureFault::Incomplete;
+    return ended(hasData ? PictureFault::None : PictureFault::Incomplete);
   }
 }
 
@@ -155,8 +159,10 @@ PictureFault ReadJpeg(Picture& picture) {
       picture.Width = reader.Big16(data + 3);
       picture.IsFourInks = reader.Byte(data + 5) == 4;
     } else if (marker == startOfScan) {
-      const bool hasEnd = bytes.substr(at).rfind("\xFF\xD9"sv) != std::string_view::npos;
-      return hasEnd ? PictureFault::None : PictureFault::Incomplete;
+      constexpr std::string_view end = "\xFF\xD9"sv;
+      if (bytes.substr(at).rfind(end) != std::string_view::npos) return PictureFault::None;
+      picture.Bytes += end;  // whoever reads it then has an end to come to
+      return PictureFault::Incomplete;
     }
     at += 2 + length;
   }
@@ -258,6 +264,7 @@ PictureFault ReadPicture(std::string bytes, Picture& picture) {
     picture.Format = row.Format;
     picture.Bytes = std::move(bytes);
     const PictureFault fault = row.Read(picture);
+    picture.IsCutShort = fault == PictureFault::Incomplete;
     const std::uint64_t pixels = std::uint64_t{picture.Width} * picture.Height;
     // What is too large is refused for that, whatever else may be wrong with it.
     const bool isLong = std::max(picture.Width, picture.Height) > Picture::MaxSide;

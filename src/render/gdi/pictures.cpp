@@ -1,5 +1,6 @@
 #include "render/gdi/pictures.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <new>
 
@@ -55,14 +56,28 @@ class ImagingDecoder : public PictureDecoder {
     if (FAILED(result)) return FailureOf(result);
     if (width > picture.Width || height > picture.Height) return Failure{.Text = TextId::PictureDamaged};
     pixels.resize(std::size_t{width} * height);
-    const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
-    result = converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
-                                  reinterpret_cast<BYTE*>(pixels.data()));
-    if (FAILED(result)) return FailureOf(result);
+    const UINT read = CopyRows(converter, picture, width, height, pixels, result);
+    if (FAILED(result) && !(picture.IsCutShort && read > 0)) return FailureOf(result);
     if (!PlaceFrame(picture, width, height, pixels)) return Failure{.Text = TextId::PictureDamaged};
     return {};
   } catch (const std::bad_alloc&) {
     return Failure{.Text = TextId::PictureNoMemory};
+  }
+
+  // A picture that is cut short is read in pieces, so that those before its end are had.
+  static UINT CopyRows(IWICFormatConverter& converter, const Picture& picture, UINT width, UINT height,
+                       std::vector<std::uint32_t>& pixels, HRESULT& result) {
+    constexpr UINT inPieces = 8;
+    const UINT most = picture.IsCutShort ? inPieces : height;
+    const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
+    for (UINT read = 0; read < height; read += most) {
+      const UINT rows = std::min(most, height - read);
+      const WICRect piece = {0, static_cast<INT>(read), static_cast<INT>(width), static_cast<INT>(rows)};
+      result = converter.CopyPixels(&piece, stride, stride * rows,
+                                    reinterpret_cast<BYTE*>(&pixels[std::size_t{width} * read]));
+      if (FAILED(result)) return read;
+    }
+    return height;
   }
 
   UniqueCom<IWICImagingFactory> factory_;
