@@ -71,6 +71,42 @@ TEST_F(VaxelRender, LeavesNoTemporaryFileHoweverItIsEnded) {
   EXPECT_NE(Read("log").find("The time allowed is up"), std::string::npos) << Read("log");
 }
 
+// While a pipe is waited for, in the place of the second file comes a folder.
+TEST_F(VaxelRender, PutsBackWhatIsInItsPlaceAlready) {
+  Write("dial.dat", "X = 0,0,1\n");
+  Write("a.svg", "old");
+  const std::string command =
+      "mkfifo pipe; '" + (Programs / "vaxel-render").string() +
+      "' --language en --format svg -o a.svg -o b.svg -o c.svg -o pipe dial.dat 2>said & "
+      "for i in $(seq 1000); do ls c.svg.*.tmp 2>&- && break; sleep 0.01; done; "
+      "mkdir c.svg; cat pipe >/dev/null; wait $!";
+  EXPECT_EQ(WEXITSTATUS(Shell(command)), 3);
+  EXPECT_EQ(Read("a.svg"), "old");
+  EXPECT_EQ(Read("said"), "vaxel-render: cannot write c.svg: it is a folder\n");
+  EXPECT_EQ(FileCount(), 6U);  // the script, the old drawing, the folder, the pipe, what was said and the log
+}
+
+// A library that gets no memory ends the program its own way: a text that needs its pieces at once more than
+// the largest that are given here.
+TEST_F(VaxelRender, TellsWhenTheFontLibraryHasNoMemory) {
+#ifdef __SANITIZE_ADDRESS__
+  std::string text = "Ж";
+  while (text.size() < 100'000) text += text;
+  Write("dial.dat", "Texte = 0,0,,," + text + "\n");
+  Write("a.pdf", "old");
+  const Outcome outcome = Run("--language en -o a.pdf dial.dat",
+                              "ASAN_OPTIONS=allocator_may_return_null=1:max_allocation_size_mb=1");
+  EXPECT_EQ(outcome.Status, 3);
+  EXPECT_NE(outcome.Printed.find("vaxel-render: the font library could not go on: out of memory?\n"),
+            std::string::npos)
+      << outcome.Printed;
+  EXPECT_EQ(Read("a.pdf"), "old");
+  EXPECT_EQ(FileCount(), 3U);
+#else
+  GTEST_SKIP() << "only the sanitizer's allocator can be made to fail";
+#endif
+}
+
 TEST_F(VaxelRender, ReadsOnlyWhatItMay) {
   fs::create_directory(folder_ / "sub");
   Write("data.txt", "1\n");
