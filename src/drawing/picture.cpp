@@ -159,10 +159,8 @@ PictureFault ReadJpeg(Picture& picture) {
       picture.Width = reader.Big16(data + 3);
       picture.IsFourInks = reader.Byte(data + 5) == 4;
     } else if (marker == startOfScan) {
-      constexpr std::string_view end = "\xFF\xD9"sv;
-      if (bytes.substr(at).rfind(end) != std::string_view::npos) return PictureFault::None;
-      picture.Bytes += end;  // whoever reads it then has an end to come to
-      return PictureFault::Incomplete;
+      const bool hasEnd = bytes.substr(at).rfind("\xFF\xD9"sv) != std::string_view::npos;
+      return hasEnd ? PictureFault::None : PictureFault::Incomplete;
     }
     at += 2 + length;
   }

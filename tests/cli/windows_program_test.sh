@@ -43,9 +43,9 @@ ln -s sub inside/in
 ln -s inside root
 echo 'Open = in/data.txt' >inside/in.dat
 echo 'Open = out/data.txt' >inside/out.dat
-render --root root --format list -o /dev/null inside/in.dat || fail "status $? inside of the root"
+render --root root --format list -o - inside/in.dat >/dev/null || fail "status $? inside of the root"
 status=0
-render --root root --format list -o /dev/null inside/out.dat 2>message || status=$?
+render --root root --format list -o - inside/out.dat >/dev/null 2>message || status=$?
 [[ $status -eq 1 ]] && grep -q 'outside of the folder' message || fail "status $status, message: $(cat message)"
 
 # Nothing but the system says which language is the user's; this prefix is an English one.

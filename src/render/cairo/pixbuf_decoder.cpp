@@ -55,15 +55,18 @@ class PixbufDecoder : public PictureDecoder {
     GError* error = nullptr;
     const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), &error));
     if (!loader) return MissingLoader(UniqueError(error).get(), picture);
-    RowsRead rows;
-    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(RowsRead::Note), &rows);
+    RowsRead all;
+    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(RowsRead::Note), &all);
     const auto* bytes = reinterpret_cast<const guchar*>(picture.Bytes.data());
     const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), &error);
+    // A JPEG whose end is missing is filled up with grey when it is closed.
+    const RowsRead some = all;
     // It must be closed either way; the first error is the cause.
     const bool closed = gdk_pixbuf_loader_close(loader.get(), written ? &error : nullptr);
     const UniqueError why(error);
     if ((!closed || !written) && !picture.IsCutShort) return FailureOf(why.get());
     const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
+    const RowsRead& rows = picture.IsCutShort ? some : all;
     if (!pixbuf || rows.AreNone()) return FailureOf(why.get());
     return CopyPixels(*pixbuf, rows, picture, pixels);
   }

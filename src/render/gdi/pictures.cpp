@@ -16,10 +16,13 @@ class ImagingDecoder : public PictureDecoder {
 
   Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
     const auto stream = Obtained<IWICStream>([&](IWICStream** made) { return factory_->CreateStream(made); });
-    // The stream only reads, though it asks for memory that it could change.
-    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(picture.Bytes.data()));
     if (!stream) return Failure{.Text = TextId::PictureNoMemory};
-    HRESULT result = stream->InitializeFromMemory(bytes, static_cast<DWORD>(picture.Bytes.size()));
+    std::string ended;
+    if (picture.IsCutShort) ended = picture.Bytes + EndOf(picture.Format);
+    const std::string& file = picture.IsCutShort ? ended : picture.Bytes;
+    // The stream only reads, though it asks for memory that it could change.
+    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(file.data()));
+    HRESULT result = stream->InitializeFromMemory(bytes, static_cast<DWORD>(file.size()));
     if (FAILED(result)) return FailureOf(result);
     const auto decoder = Obtained<IWICBitmapDecoder>([&](IWICBitmapDecoder** made) {
       return result = factory_->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
@@ -35,6 +38,9 @@ class ImagingDecoder : public PictureDecoder {
   }
 
  private:
+  // With it decoders that want an end go as far as there is one.
+  static const char* EndOf(PictureFormat format) { return format == PictureFormat::Jpeg ? "\xFF\xD9" : ""; }
+
   static Failure FailureOf(HRESULT result) {
     switch (result) {
       case E_OUTOFMEMORY:
