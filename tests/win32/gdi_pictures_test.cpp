@@ -61,7 +61,8 @@ TEST(GdiPictures, PlacesAFrameInItsScreen) {
   EXPECT_EQ(pixels[4 * 40 + 10], 0U);
 }
 
-// What is missing is filled up; which formats can be read in part is the component's matter, of a JPEG it can.
+// What is missing is filled up; which formats can be read in part is the component's matter, of a JPEG it
+// can.
 TEST(GdiPictures, ReadsAPictureThatIsCutShort) {
   const std::string file = Contents("photo.jpg");
   Picture picture;
