@@ -149,7 +149,9 @@ Result<> OutputFile::Finish() {
 
 Result<> OutputFile::Commit() {
   if (Finish() && !temporary_.Path().empty()) {
-    if (const std::error_code error = temporary_.MoveTo(target_)) {
+    const std::error_code error = temporary_.MoveTo(target_);
+    isMoved_ = !error;
+    if (error) {
       Fail(FileFailure(error));
     } else if (lasting_ == Lasting::Kept) {
       FlushFolder(target_.parent_path());
@@ -158,6 +160,20 @@ Result<> OutputFile::Commit() {
   }
   if (failure_) return *failure_;
   return {};
+}
+
+void OutputFile::KeepOld() {
+  if (temporary_.Path().empty()) return;
+  std::error_code error;
+  isFirst_ = !fs::exists(target_, error) && !error;
+  if (!isFirst_) old_.Link(TemporaryBeside(target_), target_);
+}
+
+bool OutputFile::TakeBack() {
+  if (!isMoved_) return true;
+  std::error_code error;
+  if (isFirst_) return fs::remove(target_, error);
+  return !old_.Path().empty() && !old_.MoveTo(target_);
 }
 
 fs::path TargetOf(const std::string& name) {

@@ -38,12 +38,21 @@ class OutputFile : public ByteSink {
   // kept SweepTemporaryFiles is done, too.
   Result<> Commit();
 
+  // Several files that go into their places together: before the first Commit each keeps what it will
+  // replace, by a second name, as far as the file system knows such.
+  void KeepOld();
+  // Puts back what a Commit has replaced, after KeepOld. The result is false where that is gone. A device
+  // keeps what it got.
+  bool TakeBack();
+
  private:
   void Fail(Failure why);
   void Close();
 
   std::filesystem::path target_;
-  TemporaryFile temporary_;  // none when the target is written directly
+  TemporaryFile temporary_;                 // none when the target is written directly
+  TemporaryFile old_;                       // what the target was
+  bool isMoved_ = false, isFirst_ = false;  // the file is in its place; nothing was there before
   Lasting lasting_;
   std::FILE* file_ = nullptr;
   std::optional<Failure> failure_;  // the first

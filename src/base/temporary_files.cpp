@@ -1,7 +1,10 @@
 #include "base/temporary_files.h"
 
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -25,8 +28,11 @@ struct Registry {
   std::list<fs::path> Files;
 };
 
+// It outlives every object, and every thread, and needs no memory to be made: a program that has run out of
+// it may ask for it first.
 Registry& AllFiles() {
-  static auto* const registry = new Registry;  // it outlives every object, and every thread
+  alignas(Registry) static std::array<std::byte, sizeof(Registry)> place;
+  static auto* const registry = new (place.data()) Registry;
   return *registry;
 }
 
@@ -105,6 +111,19 @@ std::FILE* TemporaryFile::Make(const fs::path& path, const fs::path& model) {
     errno = why;
   }
   return file;
+}
+
+void TemporaryFile::Link(const fs::path& path, const fs::path& file) {
+  const Locked locked;
+  std::error_code error;
+  const auto entry = AllFiles().Files.insert(AllFiles().Files.end(), path);
+  fs::create_hard_link(file, path, error);
+  if (error) {
+    AllFiles().Files.erase(entry);
+  } else {
+    entry_ = entry;
+    path_ = path;
+  }
 }
 
 TemporaryFile::~TemporaryFile() {

@@ -38,6 +38,9 @@ class TemporaryFile {
   // Makes the file for writing; to be called once. It is never more readable than the regular file model,
   // where there is one. The stream is the caller's, and null when there is no file, as std::fopen says.
   std::FILE* Make(const std::filesystem::path& path, const std::filesystem::path& model);
+  // Makes it a second name of a file that is there, where the file system has such; to be called once,
+  // instead.
+  void Link(const std::filesystem::path& path, const std::filesystem::path& file);
   // Empty where none was made, or it was kept.
   const std::filesystem::path& Path() const { return path_; }
   // Gives the file its name for good, in the place of one that has it, and keeps it.

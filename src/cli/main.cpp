@@ -19,6 +19,8 @@
 #include <io.h>
 
 #include <filesystem>
+
+#include "winbase/safe_process.h"
 #endif
 
 namespace {
@@ -63,6 +65,7 @@ int Guarded(const std::function<Arguments()>& readArguments) {
 #ifdef _WIN32
 
 extern "C" int wmain(int count, wchar_t** arguments) {
+  vaxel::GuardProcess();
   // Line ends are written as they are: a drawing is the same file on every system.
   _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);

@@ -129,8 +129,13 @@ class Writing {
     const SignalsHeld held;
     if (const ExitStatus end = EndsEarly(machine_); end != ExitStatus::Drawn) return end;
     for (const Made& made : files_) {
-      if (const Result<> committed = made.File->Commit(); !committed)
-        return TellNotWritten(made.Planned->Name, committed.Why(), machine_.Texts);
+      if (files_.size() > 1) made.File->KeepOld();
+    }
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+      const Result<> committed = files_[i].File->Commit();
+      if (committed) continue;
+      TakeBack(i);
+      return TellNotWritten(files_[i].Planned->Name, committed.Why(), machine_.Texts);
     }
     return ExitStatus::Drawn;
   }
@@ -140,6 +145,14 @@ class Writing {
     const PlannedFile* Planned;
     std::unique_ptr<OutputFile> File;
   };
+
+  // The first files, which are in their places already, when a later one cannot be.
+  void TakeBack(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+      if (!files_[i].File->TakeBack())
+        Complain(machine_.Texts.Fill(TextId::OutputStays, files_[i].Planned->Name));
+    }
+  }
 
   Machine& machine_;
   std::vector<Made> files_;

@@ -98,7 +98,9 @@ bool ComposeForPaper(TargetKind kind, const RenderOptions& options, DisplayList&
   if (kind == TargetKind::Printer) sheets.UprightWidthMm = options.Page.Width;
   sheets.Label = Title(options) + "   " + machine.Host.Today();
   try {
-    DisplayList composed = ComposeSheets(list, sheets, &machine.Measurer);
+    const SheetWatch goOn = [&machine] { return machine.Host.Watch.Signal() == RunSignal::GoOn; };
+    DisplayList composed = ComposeSheets(list, sheets, &machine.Measurer, goOn);
+    if (!goOn()) return true;  // whoever goes on sees it, too: no sheet is written that lacks something
     TellOfSheets(list, composed, sheets, machine);
     list = std::move(composed);
   } catch (const DrawingFault& fault) {

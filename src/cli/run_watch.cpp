@@ -13,6 +13,7 @@
 
 #ifndef _WIN32
 #include <poll.h>
+#include <sys/mman.h>
 #include <unistd.h>
 #endif
 
@@ -62,6 +63,26 @@ void TellAbort(int) {
   EndProgram(ExitStatus::FileFailed);
 }
 
+struct FaultActions {
+  struct sigaction Segment, Bus;
+};
+
+// What a fault of the memory did before.
+FaultActions& Faults() {
+  static FaultActions actions;
+  return actions;
+}
+
+// Some libraries fall over memory that they did not get. Whether that is so is seen by asking for some; any
+// other fault comes again when this returns, and does what it would have done.
+void TellFault(int signal) {
+  constexpr std::size_t plenty = std::size_t{64} << 20;
+  void* const room = mmap(nullptr, plenty, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (room == MAP_FAILED) TellAbort(signal);
+  munmap(room, plenty);
+  sigaction(signal, signal == SIGBUS ? &Faults().Bus : &Faults().Segment, nullptr);
+}
+
 void HandleSignals() {
   // Nothing is restarted, so that a question that waits for its answer ends, too.
   struct sigaction action {};
@@ -71,6 +92,10 @@ void HandleSignals() {
   action.sa_handler = TellAbort;
   for (const int signal : {SIGABRT, SIGTRAP}) sigaction(signal, &action, nullptr);
   action.sa_handler = CleanUp;
+  struct sigaction fault {};
+  fault.sa_handler = TellFault;
+  sigaction(SIGSEGV, &fault, &Faults().Segment);
+  sigaction(SIGBUS, &fault, &Faults().Bus);
   for (const int signal : {SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
     struct sigaction present {};
     // Who started the program may have it outlive its terminal.

@@ -18,8 +18,8 @@ namespace vaxel {
 class RunWatch {
  public:
   // From now on Ctrl+C does not end the process. The time is that of all runs together, of the writing too.
-  // abortText is what a library says nothing of that gives up for want of memory: the program then ends with
-  // this line and the status of a failure, instead of the signal.
+  // abortText is what a library says nothing of that gives up, or falls, for want of memory: the program then
+  // ends with this line and the status of a failure, instead of the signal.
   RunWatch(std::optional<double> maxSeconds, std::string_view abortText);
 
   // The call is cheap enough for every line: it looks at no clock.

@@ -36,7 +36,10 @@ std::size_t PixelsOf(const Picture& picture) {
 }
 
 // A damaged picture, too little memory and a machine that reads no pictures are three things.
-[[noreturn]] void FailPicture(const RunContext& run, const Failure& why, const std::string& shown) {
+[[noreturn]] void FailPicture(const RunContext& run, const Picture& picture, const Failure& why,
+                              const std::string& shown) {
+  if (picture.IsCutShort && why.Text == TextId::PictureDamaged)
+    throw ScriptFault(FaultReason::PictureIncomplete, shown);
   if (why.Text == TextId::PictureDamaged || why.Text == TextId::PictureNoMemory)
     throw ScriptFault(why.Text, shown);
   throw ScriptFault(FaultReason::PictureUndecodable, shown, run.Strings.Text(run.LangBase, why));
@@ -44,21 +47,28 @@ std::size_t PixelsOf(const Picture& picture) {
 
 // Data that cannot be decoded are the line's fault, not that of an output; what the decoding gives is
 // dropped, for many outputs do without.
+void TryToDecode(RunContext& run, const Picture& picture, const std::string& shown) {
+  PictureDecoder* const decoder = run.Surface.Target().Decoder;
+  if (!decoder && picture.IsCutShort) throw ScriptFault(FaultReason::PictureIncomplete, shown);
+  if (!decoder) return;
+  std::vector<std::uint32_t> pixels;
+  if (const Result<> decoded = decoder->Decode(picture, pixels); !decoded)
+    FailPicture(run, picture, decoded.Why(), shown);
+  if (picture.IsCutShort) run.Notice(TextId::PictureCutShort, shown);
+}
+
 std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::string& fileName,
                                                std::string_view name) {
   const std::string shown(Shorten(name, 200));
   const auto picture = std::make_shared<Picture>();
   const PictureFault fault = ReadPicture(run.ReadFile(fileName, shown), *picture);
-  if (fault != PictureFault::None) throw ScriptFault(ReasonOf(fault), shown);
+  const bool isOfUse = fault == PictureFault::Incomplete && PixelsOf(*picture) > 0;
+  if (fault != PictureFault::None && !isOfUse) throw ScriptFault(ReasonOf(fault), shown);
   picture->Name = name;
   std::size_t pixelsOfAll = PixelsOf(*picture);
   for (const auto& [file, other] : run.Pictures) pixelsOfAll += PixelsOf(*other);
   if (pixelsOfAll > Picture::MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
-  std::vector<std::uint32_t> pixels;
-  PictureDecoder* const decoder = run.Surface.Target().Decoder;
-  if (!decoder) return picture;
-  if (const Result<> decoded = decoder->Decode(*picture, pixels); !decoded)
-    FailPicture(run, decoded.Why(), shown);
+  TryToDecode(run, *picture, shown);
   return picture;
 }
 

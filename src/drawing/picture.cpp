@@ -47,10 +47,15 @@ PictureFault ReadPng(Picture& picture) {
   ByteReader reader(picture.Bytes);
   std::optional<std::pair<std::size_t, std::size_t>> animation;
   bool hasData = false;
+  const auto ended = [&](PictureFault fault) {
+    if (animation) picture.Bytes.erase(animation->first, animation->second);
+    return fault;
+  };
   for (std::size_t at = firstChunk;;) {
     const std::size_t length = reader.Big32(at);
     const std::size_t data = at + 8;
-    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length) return PictureFault::Incomplete;
+    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length)
+      return ended(PictureFault::Incomplete);
     const std::string_view type = std::string_view(picture.Bytes).substr(at + 4, 4);
     if ((at == firstChunk) != (type == "IHDR")) return PictureFault::NotAPicture;
     if (type == "IHDR") {
@@ -66,8 +71,7 @@ PictureFault ReadPng(Picture& picture) {
     at += overhead + length;
     if (type != "IEND") continue;
     picture.Bytes.resize(at);
-    if (animation) picture.Bytes.erase(animation->first, animation->second);
-    return hasData ? PictureFault::None : PictureFault::Incomplete;
+    return ended(hasData ? PictureFault::None : PictureFault::Incomplete);
   }
 }
 
@@ -258,6 +262,7 @@ PictureFault ReadPicture(std::string bytes, Picture& picture) {
     picture.Format = row.Format;
     picture.Bytes = std::move(bytes);
     const PictureFault fault = row.Read(picture);
+    picture.IsCutShort = fault == PictureFault::Incomplete;
     const std::uint64_t pixels = std::uint64_t{picture.Width} * picture.Height;
     // What is too large is refused for that, whatever else may be wrong with it.
     const bool isLong = std::max(picture.Width, picture.Height) > Picture::MaxSide;

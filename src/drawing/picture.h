@@ -22,6 +22,7 @@ struct Picture {
   double DpiX = 96, DpiY = 96;                // the file's own density, or 96
   std::uint32_t FrameLeft = 0, FrameTop = 0;  // of a GIF: where its frame lies
   bool IsFourInks = false;                    // of a JPEG: printing inks instead of red, green and blue
+  bool IsCutShort = false;                    // the file ends before its data do
   std::string Name;                           // as the script gives it
   std::string Bytes;  // the file; of a moving picture what shows its first frame alone
 };
@@ -29,12 +30,12 @@ struct Picture {
 enum class PictureFault : std::uint8_t {
   None,
   NotAPicture,  // none of the formats, or its head makes no sense
-  Incomplete,   // it ends before its data do
+  Incomplete,   // it ends before its data do; where it has a size, what there is of it may be decoded
   TooLarge      // more than MaxPixels, or than MaxSide across or down
 };
 
 // Reads the head of a BMP, GIF, JPEG or PNG file and walks through its parts, without decoding any; fills all
-// but Name. On a fault the picture means nothing.
+// but Name. On another fault than Incomplete the picture means nothing.
 PictureFault ReadPicture(std::string bytes, Picture& picture);
 
 // Serves decoders that know a GIF's frame alone: it puts pixels of that size at their place in the picture,
@@ -50,8 +51,9 @@ class PictureDecoder {
  public:
   virtual ~PictureDecoder() = default;
   // The pixels come row by row from the upper-left corner, each as 0xAARRGGBB with its colour multiplied by
-  // its alpha. It fails with PictureDamaged where the data cannot be decoded to the picture's size, with
-  // PictureNoMemory, or with why no picture at all can be decoded here.
+  // its alpha; of a picture that is cut short what is missing is transparent, as far as the platform tells
+  // what is. It fails with PictureDamaged where the data cannot be decoded to the picture's size, or nothing
+  // of what is cut short can be, with PictureNoMemory, or with why no picture at all can be decoded here.
   virtual Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
 };
 

@@ -26,11 +26,13 @@ void AppendCorners(const ContourArc& piece, std::vector<Point>& corners) {
 
 }  // namespace
 
-void SheetCopier::Copy(std::size_t page, Point shift) {
+void SheetCopier::Copy(std::size_t page, Point shift, const SheetWatch& goOn) {
+  constexpr std::size_t between = 64;
   shift_ = shift;
   const Page& copied = source_.Pages()[page];
-  for (std::size_t i = copied.First; i < copied.First + copied.Count; ++i) {
-    const Operation& operation = source_.At(i);
+  for (std::size_t i = 0; i < copied.Count; ++i) {
+    if (goOn && i % between == 0 && !goOn()) return;
+    const Operation& operation = source_.At(copied.First + i);
     std::visit([&](const auto& shape) { Add(operation, shape); }, operation.Figure);
   }
 }

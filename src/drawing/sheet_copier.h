@@ -16,8 +16,9 @@ class SheetCopier {
       : source_(source), sheets_(sheets), factors_(factors) {}
 
   // Copies a page (from 0) moved by shift, mm, and then enlarged by the factors about 0,0. Texts keep their
-  // size and strokes their width.
-  void Copy(std::size_t page, Point shift);
+  // size and strokes their width. What comes after goOn, which is asked now and then, has said no is left
+  // out.
+  void Copy(std::size_t page, Point shift, const SheetWatch& goOn = {});
   // Where that puts a point.
   Point Placed(Point point, Point shift) const {
     return {(point.X + shift.X) * factors_.X, (point.Y + shift.Y) * factors_.Y};

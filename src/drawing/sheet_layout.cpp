@@ -196,8 +196,9 @@ void DrawRuler(SheetPen& pen, const Strip& strip, const std::string& label) {
 // Makes the sheets of one page after the other.
 class Composer {
  public:
-  Composer(const DisplayList& drawing, const SheetOptions& options, TextMeasurer* measurer)
-      : drawing_(drawing), options_(options), measurer_(measurer) {}
+  Composer(const DisplayList& drawing, const SheetOptions& options, TextMeasurer* measurer,
+           const SheetWatch& goOn)
+      : drawing_(drawing), options_(options), measurer_(measurer), goOn_(goOn) {}
 
   DisplayList Compose() {
     for (std::size_t page = 0; page < drawing_.Pages().size(); ++page) ComposePage(page);
@@ -225,7 +226,7 @@ class Composer {
     const Calibration factors = options_.FactorsFor(drawn);
     SheetCopier copier(drawing_, sheets_, factors);
     sheets_.PlaceOrigin(copier.Placed(drawn.Origin, rows.Shift));
-    for (std::size_t copy = 0; copy < count; ++copy) copier.Copy(page, rows.Shift + rows.WayTo(copy));
+    for (std::size_t copy = 0; copy < count; ++copy) copier.Copy(page, rows.Shift + rows.WayTo(copy), goOn_);
     const DisplayList added = Added(sheet, rows, count);
     SheetCopier(added, sheets_, factors).Copy(0, {});
   }
@@ -249,6 +250,7 @@ class Composer {
   const DisplayList& drawing_;
   const SheetOptions& options_;
   TextMeasurer* measurer_;
+  const SheetWatch& goOn_;
   DisplayList sheets_;
 };
 
@@ -277,8 +279,9 @@ bool SheetOptions::AddsNothing() const {
   return Factors == Calibration{} && !CropMarks && !Ruler && !Mirrored && Copies == 1;
 }
 
-DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& options, TextMeasurer* measurer) {
-  return Composer(drawing, options, measurer).Compose();
+DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& options, TextMeasurer* measurer,
+                          const SheetWatch& goOn) {
+  return Composer(drawing, options, measurer, goOn).Compose();
 }
 
 std::size_t CopiesOnSheet(const DisplayList& drawing, std::size_t page, const SheetOptions& options) {

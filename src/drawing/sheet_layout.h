@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -57,6 +58,9 @@ struct SheetOptions {
   bool AddsNothing() const;
 };
 
+// Says whether the composing of sheets goes on.
+using SheetWatch = std::function<bool()>;
+
 // The sheets of a drawing. A page of it is the area that can be printed on; each sheet has that of its page.
 //
 // The factors act on places and shapes about the lower-left corner of the page, not on the size of texts or
@@ -66,8 +70,10 @@ struct SheetOptions {
 //
 // What the sheet adds has the source line 0. Throws DrawingFault where the sheets would exceed the limits of
 // a display list. Without a measurer a label is measured by the standard faces alone.
+//
+// goOn is asked after every few operations; when it is false what is missing of the sheets stays away.
 DisplayList ComposeSheets(const DisplayList& drawing, const SheetOptions& options,
-                          TextMeasurer* measurer = nullptr);
+                          TextMeasurer* measurer = nullptr, const SheetWatch& goOn = {});
 
 // How many copies ComposeSheets puts on one sheet of a page (from 0): with AsManyAsFit that many, else at
 // most options.Copies. It is 1 where only one has room or the page is empty.

@@ -8,6 +8,10 @@
 #include "base/text.h"
 #include "resources/text_id.h"
 
+#ifdef _WIN32
+#include "winbase/final_path.h"
+#endif
+
 namespace vaxel {
 namespace {
 
@@ -40,11 +44,33 @@ bool AreSameNames(const fs::path& one, const fs::path& other) {
 #endif
 }
 
+#ifdef _WIN32
+// The library of this compiler resolves no links here.
+fs::path RealPath(const fs::path& path) {
+  std::error_code failed;
+  fs::path there = fs::absolute(path, failed).lexically_normal();
+  fs::path missing;
+  for (;;) {
+    const fs::path real = FinalPath(there);
+    if (!real.empty()) return missing.empty() ? real : real / missing;
+    if (!there.has_relative_path()) return {};
+    missing = missing.empty() ? there.filename() : there.filename() / missing;
+    there = there.parent_path();
+  }
+}
+#else
+fs::path RealPath(const fs::path& path) {
+  std::error_code failed;
+  fs::path real = fs::weakly_canonical(fs::absolute(path, failed), failed);
+  return failed ? fs::path() : real;
+}
+#endif
+
 }  // namespace
 
 ScriptFiles::ScriptFiles(std::string_view mainScript, FileRights rights) : rights_(std::move(rights)) {
   std::error_code failed;
-  if (rights_.Root) root_ = fs::weakly_canonical(fs::absolute(PathOf(*rights_.Root), failed), failed);
+  if (rights_.Root) root_ = RealPath(PathOf(*rights_.Root));
   // A name that ends in a separator has an empty last part.
   if (!root_.has_filename()) root_ = root_.parent_path();
   server_ = ServerIn(mainScript);
@@ -57,9 +83,8 @@ bool ScriptFiles::MayOpenServer(std::string_view name) const {
 }
 
 bool ScriptFiles::IsInRoot(const fs::path& path) const {
-  std::error_code failed;
-  const fs::path real = fs::weakly_canonical(fs::absolute(path, failed), failed);
-  if (failed) return false;
+  const fs::path real = RealPath(path);
+  if (real.empty() || root_.empty()) return false;
   const auto [rootEnd, pathAt] =
       std::mismatch(root_.begin(), root_.end(), real.begin(), real.end(), AreSameNames);
   return rootEnd == root_.end();

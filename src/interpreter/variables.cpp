@@ -66,6 +66,17 @@ std::string_view NameAt(std::string_view text, const Separators& separators, boo
   return text;
 }
 
+// What of a text must be looked at to tell whether it starts with "%{Name}": no more than its first name, as
+// a line may hold a great many of them with nothing between. It is empty where none can be there.
+std::string_view BracesAt(std::string_view text, const Separators& separators) {
+  if (!text.starts_with("%{")) return {};
+  const std::size_t close = text.find_first_of("}%", 1);
+  if (close == std::string_view::npos || text[close] != '}') return {};
+  // A mark that begins with the brace ends the name before it.
+  const std::size_t longest = std::max({separators.First.size(), separators.Second.size(), std::size_t{4}});
+  return text.substr(0, close + 1 + 2 * longest);
+}
+
 // The length of "%{Name}" at the start of a name, else 0.
 std::size_t BracedLength(std::string_view name) {
   const std::size_t close = name.find('}');
@@ -298,8 +309,11 @@ std::string_view ReferenceAt(std::string_view text, const VariableTable& variabl
                              const Separators& separators) {
   constexpr std::string_view sign = "%%";
   if (text.starts_with(sign)) return text.substr(0, sign.size());
+  if (const std::string_view braces = BracesAt(text, separators); !braces.empty()) {
+    if (const std::size_t length = BracedLength(NameAt(braces, separators, true)))
+      return text.substr(0, length);
+  }
   const std::string_view name = NameAt(text, separators, true);
-  if (const std::size_t length = BracedLength(name)) return name.substr(0, length);
   if (!variables.HasSignsInNames() || !text.substr(name.size()).starts_with(sign)) return name;
   const std::size_t enough = variables.LongestName() + 10;
   const std::string_view longer = NameAt(text.substr(0, enough), separators, false);

@@ -9,6 +9,7 @@
 #include "win32/accessible_name.h"
 #include "win32/pixels.h"
 #include "win32/rich_format.h"
+#include "winbase/safe_process.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -29,7 +30,7 @@ RECT InParent(HWND window) {
 }  // namespace
 
 AidPanel::AidPanel(HINSTANCE instance, HWND parent, FailureHandler onFailure)
-    : onFailure_(std::move(onFailure)), library_(LoadLibraryW(L"Msftedit.dll")) {
+    : onFailure_(std::move(onFailure)), library_(LoadSystemLibrary(L"Msftedit.dll")) {
   RegisterWindowClass<AidPanel>(instance, ClassName, nullptr, nullptr);
   window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 1, 1, parent, nullptr,
                             instance, this);

@@ -12,6 +12,7 @@
 #include "win32/control_ids.h"
 #include "win32/input_state.h"
 #include "win32/rich_format.h"
+#include "winbase/safe_process.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -58,7 +59,7 @@ bool KeepsText(UINT message) {
 
 EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)),
-      library_(LoadLibraryW(L"Msftedit.dll")),
+      library_(LoadSystemLibrary(L"Msftedit.dll")),
       margin_(instance, parent, onFailure_) {
   // Scroll bars that came and went would change the size of the control, which lays out the whole text then.
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |

@@ -12,6 +12,7 @@
 #include "win32/main_window.h"
 #include "win32/platform.h"
 #include "win32/printers.h"
+#include "winbase/safe_process.h"
 #include "winbase/wide_text.h"
 
 namespace vaxel {
@@ -74,6 +75,7 @@ int Run(HINSTANCE instance) {
 }  // namespace vaxel
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int) {
+  vaxel::GuardProcess();
   try {
     return vaxel::Run(instance);
   } catch (const std::exception& failure) {

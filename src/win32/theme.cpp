@@ -1,6 +1,7 @@
 #include "win32/theme.h"
 
 #include "winbase/handles.h"
+#include "winbase/safe_process.h"
 
 namespace vaxel {
 namespace {
@@ -82,7 +83,7 @@ bool MayChangeTheme(UINT message) {
 
 void DarkenFrame(HWND window, bool isDark) {
   using Setter = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
-  const UniqueLibrary library(LoadLibraryW(L"dwmapi.dll"));
+  const UniqueLibrary library = LoadSystemLibrary(L"dwmapi.dll");
   if (!library) return;
   const FARPROC found = GetProcAddress(library.get(), "DwmSetWindowAttribute");
   const auto set = reinterpret_cast<Setter>(reinterpret_cast<void*>(found));

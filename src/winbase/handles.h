@@ -23,5 +23,7 @@ using UniqueWindow = UniqueHandle<HWND, DestroyWindow>;
 using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
 using UniqueLibrary = UniqueHandle<HMODULE, FreeLibrary>;
 using UniqueProcess = UniqueHandle<HANDLE, CloseHandle>;
+// Never INVALID_HANDLE_VALUE.
+using UniqueFile = UniqueHandle<HANDLE, CloseHandle>;
 
 }  // namespace vaxel

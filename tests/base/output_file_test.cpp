@@ -60,6 +60,32 @@ TEST(OutputFile, SweepsWhatKilledRunsHaveLeft) {
   EXPECT_TRUE(folder.Has("dial.svg.7.tmp"));
 }
 
+// The disk refuses the second of two: the first is as it was, whether there was one or not.
+TEST(OutputFile, IsTakenBackWhenAnotherCannotBeInItsPlace) {
+  const TestFolder folder;
+  for (const bool wasThere : {true, false}) {
+    fs::remove(folder.Path() / "a.svg");
+    if (wasThere) folder.Write("a.svg", "old");
+    {
+      OutputFile one(folder.NameOf("a.svg"), Lasting::Redrawable);
+      OutputFile other(folder.NameOf("b.svg"), Lasting::Redrawable);
+      one.Write("new");
+      fs::create_directory(folder.Path() / "b.svg");
+      one.KeepOld();
+      other.KeepOld();
+      ASSERT_TRUE(one.Commit());
+      EXPECT_EQ(folder.Read("a.svg"), "new");
+      EXPECT_FALSE(other.Commit());
+      EXPECT_TRUE(one.TakeBack());
+      EXPECT_TRUE(other.TakeBack());  // there is nothing to take back
+    }
+    EXPECT_EQ(folder.Has("a.svg"), wasThere);
+    EXPECT_EQ(wasThere ? folder.Read("a.svg") : "", wasThere ? "old" : "");
+    fs::remove(folder.Path() / "b.svg");
+    EXPECT_EQ(folder.FileCount(), wasThere ? 1 : 0);
+  }
+}
+
 #ifndef _WIN32
 TEST(OutputFile, TakesNamesAsLongAsTheFileSystemDoes) {
   const TestFolder folder;

@@ -57,16 +57,21 @@ TEST(TextEncoding, IsToldByTheBytes) {
     std::string Text;
     TextEncoding Encoding;
   };
-  const Case cases[] = {{"µ°\n", "µ°\n", TextEncoding::Utf8},
-                        {"\xEF\xBB\xBFx", "x", TextEncoding::Utf8WithMark},
-                        {"45\xB0 \x80\xA7", "45° €§", TextEncoding::Windows1252},
-                        // A surrogate, an overlong form and a sequence that is cut short are no UTF-8.
-                        {"\xED\xA0\x80", "í\u00A0€", TextEncoding::Windows1252},
-                        {"\xC0\x80", "À€", TextEncoding::Windows1252},
-                        {"a\xE2\x82", "aâ‚", TextEncoding::Windows1252},
-                        {"\xFF\xFE"s + "A\0\xA9\x03\x3D\xD8\x00\xDE\x00\xD8x\0"s, "AΩ😀\uFFFDx",
-                         TextEncoding::Utf16LittleEndian},
-                        {"\xFE\xFF"s + "\0A\x03\xA9"s, "AΩ", TextEncoding::Utf16BigEndian}};
+  const Case cases[] = {
+      {"µ°\n", "µ°\n", TextEncoding::Utf8},
+      {"\xEF\xBB\xBFx", "x", TextEncoding::Utf8WithMark},
+      {"45\xB0 \x80\xA7", "45° €§", TextEncoding::Windows1252},
+      // A surrogate, an overlong form and a sequence that is cut short are no UTF-8.
+      {"\xED\xA0\x80", "í\u00A0€", TextEncoding::Windows1252},
+      {"\xC0\x80", "À€", TextEncoding::Windows1252},
+      {"a\xE2\x82", "aâ‚", TextEncoding::Windows1252},
+      {"\xFF\xFE"s + "A\0\xA9\x03\x3D\xD8\x00\xDE\x00\xD8x\0"s, "AΩ😀\uFFFDx",
+       TextEncoding::Utf16LittleEndian},
+      {"\xFE\xFF"s + "\0A\x03\xA9"s, "AΩ", TextEncoding::Utf16BigEndian},
+      // The characters around the surrogates, the last pair, and halves that make none.
+      {"\xFE\xFF\xD7\xFF\xE0\0\xDB\xFF\xDF\xFF"s, "\uD7FF\uE000\U0010FFFF", TextEncoding::Utf16BigEndian},
+      {"\xFE\xFF\xD8\0\xE0\0\xDC\0\xDC\0\xD8\0\xDB\xFF\xD8\0"s, "\uFFFD\uE000\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD",
+       TextEncoding::Utf16BigEndian}};
   for (const Case& c : cases) {
     const auto decoded = DecodeText(c.Bytes);
     ASSERT_TRUE(decoded) << c.Text;

@@ -71,6 +71,39 @@ TEST_F(VaxelRender, LeavesNoTemporaryFileHoweverItIsEnded) {
   EXPECT_NE(Read("log").find("The time allowed is up"), std::string::npos) << Read("log");
 }
 
+// While a pipe is waited for, in the place of the second file comes a folder.
+TEST_F(VaxelRender, PutsBackWhatIsInItsPlaceAlready) {
+  Write("dial.dat", "X = 0,0,1\n");
+  Write("a.svg", "old");
+  const std::string command =
+      "mkfifo pipe; '" + (Programs / "vaxel-render").string() +
+      "' --language en --format svg -o a.svg -o b.svg -o c.svg -o pipe dial.dat 2>said & "
+      "for i in $(seq 1000); do ls c.svg.*.tmp 2>&- && break; sleep 0.01; done; "
+      "mkdir c.svg; cat pipe >/dev/null; wait $!";
+  EXPECT_EQ(WEXITSTATUS(Shell(command)), 3);
+  EXPECT_EQ(Read("a.svg"), "old");
+  EXPECT_EQ(Read("said"), "vaxel-render: cannot write c.svg: it is a folder\n");
+  EXPECT_EQ(FileCount(), 6U);  // the script, the old drawing, the folder, the pipe, what was said and the log
+}
+
+// Where there is memory enough a fault is what it is.
+TEST_F(VaxelRender, TellsWhenTheFontLibraryHasNoMemory) {
+  Write("dial.dat", "Texte = 0,0,,,漢\n");
+  Write("a.svg", "old");
+  fs::create_directory(folder_ / "bin");
+  const fs::path program = folder_ / "bin/vaxel-render";
+  fs::create_hard_link(Programs / "vaxel-render", program);
+  fs::create_symlink(Programs / "failing-pango.so", folder_ / "bin/vaxel-pango.so");
+  for (const std::string how : {"abort", "fall", "alone"}) {
+    const bool isTold = how != "alone";
+    const Outcome outcome = Run("--language en -o a.svg dial.dat", "VAXEL_TEST_FALL=" + how, program);
+    EXPECT_EQ(outcome.Status == 3, isTold) << how << outcome.Printed;
+    EXPECT_EQ(outcome.Printed == "vaxel-render: the font library could not go on: out of memory?\n", isTold);
+    EXPECT_EQ(Read("a.svg"), "old");
+    EXPECT_EQ(FileCount(), 3U);
+  }
+}
+
 TEST_F(VaxelRender, ReadsOnlyWhatItMay) {
   fs::create_directory(folder_ / "sub");
   Write("data.txt", "1\n");

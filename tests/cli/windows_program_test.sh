@@ -35,5 +35,18 @@ render -o dATA.TXT reads.dat 2>message || status=$?
 [[ $status -eq 2 && $(<Data.txt) == 1 ]] || fail "status $status, Data.txt: $(<Data.txt)"
 grep -q 'dATA.TXT would overwrite Data.txt' message || fail "message: $(cat message)"
 
+# A link does not lead out of the folder that may be read, one to another place in it does no harm.
+mkdir -p inside/sub outside
+echo 1 | tee inside/sub/data.txt >outside/data.txt
+ln -s ../outside inside/out
+ln -s sub inside/in
+ln -s inside root
+echo 'Open = in/data.txt' >inside/in.dat
+echo 'Open = out/data.txt' >inside/out.dat
+render --root root --format list -o - inside/in.dat >/dev/null || fail "status $? inside of the root"
+status=0
+render --root root --format list -o - inside/out.dat >/dev/null 2>message || status=$?
+[[ $status -eq 1 ]] && grep -q 'outside of the folder' message || fail "status $status, message: $(cat message)"
+
 # Nothing but the system says which language is the user's; this prefix is an English one.
 "$source/scripts/wine-run" "$program" --help | grep -q '^Usage: ' || fail "help in another language"

@@ -185,6 +185,22 @@ TEST(SheetLayout, TurnsTheFactorsWithThePage) {
   ExpectBox(BoxesOn(sheets, 1, false).at(0), {0, 95, 100, 210}, "landscape");
 }
 
+// A thousand copies take long: whoever ends them is heard within each.
+TEST(SheetLayout, IsComposedAsLongAsItGoesOn) {
+  DisplayList drawing;
+  drawing.BeginPage(210, 297);
+  for (int i = 0; i < 1000; ++i) drawing.Add({0, Black, 7, LineShape{{10, 10}, {20, 20}}});
+  SheetOptions options;
+  options.Copies = 100;
+  int questions = 0;
+  EXPECT_EQ(ComposeSheets(drawing, options, nullptr, [&] { return ++questions > 0; }).Size(), 100'000U);
+  EXPECT_GT(questions, 1000);
+  questions = 0;
+  const DisplayList ended = ComposeSheets(drawing, options, nullptr, [&] { return ++questions < 20; });
+  EXPECT_GT(ended.Size(), 1000U);
+  EXPECT_LT(ended.Size(), 2000U);
+}
+
 TEST(SheetLayout, GivesEachPageItsOwnCopies) {
   DisplayList drawing = BoxOnSheet({0, 150, 0, 200});  // too large for a second one
   drawing.BeginPage(210, 297);

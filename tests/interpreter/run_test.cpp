@@ -75,6 +75,17 @@ TEST(Run, AStraightScriptCanBeEnded) {
   EXPECT_LT(run.List.Size(), 400U);
 }
 
+// Every jump back asks, whether its target is known beforehand or not.
+TEST(Run, ALoopOfJumpsCanBeEnded) {
+  for (const std::string target : {"A", "%T"}) {
+    RunSettings settings;
+    settings.SignalAt = 5;
+    const ScriptRun run = RunText("%T = A\nA:\nTrait = 0,0,1,1\nGoto " + target + "\n", settings);
+    EXPECT_EQ(run.End, RunEnd::Aborted);
+    EXPECT_EQ(run.List.Size(), 5U) << target;
+  }
+}
+
 // How often the host is asked, which no clock is needed to tell: after a few short lines, and after each that
 // reads, puts in or draws much.
 TEST(Run, AsksWhetherItGoesOnAfterEveryPieceOfWork) {

@@ -66,14 +66,16 @@ TEST(Variables, EndlessTextsAreRefused) {
 TEST(Variables, ManyReferencesAreReplacedInOneScan) {
   VariableTable variables;
   variables.Set("%a", "1");
+  variables.Set("%{a", "1");
   constexpr std::size_t count = 60'000;
-  for (const std::string separator : {",", "§", "°", "+"}) {
+  for (const std::string reference : {"%a,", "%a§", "%a°", "%a+", "%{a}", "%{a,"}) {
     std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += "%a" + separator;
+    for (std::size_t i = 0; i < count; ++i) text += reference;
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Replaced(text, variables).size(), count * (1 + separator.size()));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << separator;
+    Replaced(text, variables);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << reference;
   }
+  EXPECT_EQ(Replaced("%{a}%{a}%a,%{a,%{a", variables), "111,1,1");
 }
 
 // A separator of several characters ends a name where it stands before any other end.
@@ -93,7 +95,18 @@ TEST(Variables, NamesEndAtTheFirstMark) {
                         {"%ax;y", {";", "x"}, "%a"},
                         {"%a;;b", {";;", "§"}, "%a"},
                         {"%a;b;;", {";;", "§"}, "%a;b"},
-                        {"%a;-b", {";-", "§"}, "%a;"}};
+                        {"%a;-b", {";-", "§"}, "%a;"},
+                        // Between braces nothing else ends a name; else the brace is a part of it.
+                        {"%{a}b", {}, "%{a}"},
+                        {"%{a}%{b}", {}, "%{a}"},
+                        {"%{}a", {}, "%{}a"},
+                        {"%{a b}", {}, "%{a"},
+                        {"%{a,b}", {}, "%{a"},
+                        {"%{a%b}", {}, "%{a%b}"},
+                        {"%{a%%}", {}, "%{a"},
+                        {"%{a", {}, "%{a"},
+                        {"%{a}b", {"}", "§"}, "%{a"},
+                        {"%{a}bcdefg", {"}bcdefg", "§"}, "%{a"}};
   for (const Case& c : cases) EXPECT_EQ(ReferenceAt(c.Text, {}, c.Marks), c.Name) << c.Text;
 }
 

@@ -5,8 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
+#include <variant>
+#include <vector>
+
+#include "render/system_decoder.h"
 
 #include "tests/render/cairo_outputs.h"
 #include "tests/support/script_run.h"
@@ -111,6 +117,60 @@ TEST(MeasuredPictures, ComeOutOfEveryRendererAsTheirFilesHaveThem) {
     ExpectPlaced(ThroughPdf(run.List, placed.File, Dpi), placed, placed.File + " in PDF");
     EXPECT_EQ(KeptPicture((MeasuredFolder() / (placed.File + ".pdf")).string()), placed.Kept) << placed.File;
   }
+}
+
+std::string Contents(const std::string& name) {
+  std::ifstream file(std::string(VAXEL_SOURCE_DIR) + "/tests/pictures/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+ScriptRun RunWithPicture(const std::string& bytes, PictureDecoder& decoder) {
+  RunSettings settings;
+  settings.LangBase = 300;
+  settings.Target.Decoder = &decoder;
+  settings.Files["cut.png"] = bytes;
+  return RunText("Image = cut.png", settings);
+}
+
+// Rows that are missing are transparent, not what a library fills them up with.
+TEST(CutPictures, AreDrawnAsFarAsTheyGo) {
+  SystemDecoder decoder;
+  struct Case {
+    const char* File;
+    std::size_t Missing;        // bytes at its end
+    std::uint32_t First, Last;  // pixels
+  };
+  const Case cases[] = {// Upward, so that the last row comes first.
+                        {"upward.bmp", 200, 0, 0xFFFFFF00},
+                        {"downward.bmp", 200, 0xFFFF0000, 0},
+                        {"photo.jpg", 20, 0xFFFE0000, 0},
+                        {"clear.png", 26, 0xFFFF0000, 0},
+                        {"palette.png", 26, 0xFFFF0000, 0}};
+  for (const Case& c : cases) {
+    const std::string whole = Contents(c.File);
+    const ScriptRun run = RunWithPicture(whole.substr(0, whole.size() - c.Missing), decoder);
+    ASSERT_EQ(run.Reason(), "") << c.File;
+    EXPECT_EQ(run.Notices, std::vector<std::string>{
+                               "1:the picture cut.png is cut short: what can be read of it is drawn"});
+    ASSERT_EQ(run.List.Size(), 1U);
+    std::vector<std::uint32_t> pixels;
+    const auto& shape = std::get<PictureShape>(run.List.At(0).Figure);
+    ASSERT_TRUE(decoder.Decode(run.List.PictureOf(shape), pixels)) << c.File;
+    EXPECT_EQ(pixels.front(), c.First) << c.File;
+    EXPECT_EQ(pixels.back(), c.Last) << c.File;
+  }
+}
+
+// Nothing can be read of the first, the second is whole but for its pixels.
+TEST(CutPictures, AreRefusedWhereNothingCanBeRead) {
+  SystemDecoder decoder;
+  const std::string whole = Contents("palette.png");
+  const std::size_t data = whole.find("IDAT") + 4;
+  EXPECT_EQ(RunWithPicture(whole.substr(0, data + 1), decoder).Reason(),
+            "The picture is incomplete or damaged: cut.png");
+  std::string garbage = whole;
+  garbage.replace(data, 8, 8, 'U');
+  EXPECT_EQ(RunWithPicture(garbage, decoder).Reason(), "The picture is damaged: cut.png");
 }
 
 }  // namespace

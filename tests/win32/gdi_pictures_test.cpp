@@ -61,6 +61,20 @@ TEST(GdiPictures, PlacesAFrameInItsScreen) {
   EXPECT_EQ(pixels[4 * 40 + 10], 0U);
 }
 
+// What is missing is filled up; which formats can be read in part is the component's matter, of a JPEG it
+// can.
+TEST(GdiPictures, ReadsAPictureThatIsCutShort) {
+  const std::string file = Contents("photo.jpg");
+  Picture picture;
+  ASSERT_EQ(ReadPicture(file.substr(0, file.size() - 20), picture), PictureFault::Incomplete);
+  const std::vector<std::uint32_t> pixels = Decoded(picture);
+  ASSERT_EQ(pixels.size(), std::size_t{picture.Width} * picture.Height);
+  EXPECT_TRUE(IsNear(pixels.front(), 0xFFFF0000));
+  EXPECT_FALSE(IsNear(pixels.back(), 0xFFFFFF00));
+  ASSERT_EQ(ReadPicture(file.substr(0, file.size() - 100), picture), PictureFault::Incomplete);
+  EXPECT_TRUE(Decoded(picture).empty());
+}
+
 TEST(GdiPictures, RefusesDamagedData) {
   std::string file = Contents("palette.png");
   const std::size_t data = file.find("IDAT") + 4;

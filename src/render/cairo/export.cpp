@@ -2,12 +2,13 @@
 #include <cairo-pdf.h>
 #include <cairo.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <ctime>
 #include <exception>
+#include <optional>
 #include <string>
+#include <variant>
 
 #include "base/units.h"
 #include "render/cairo/handles.h"
@@ -51,17 +52,50 @@ std::string TimeText(std::int64_t seconds) {
   return {text.data(), length};
 }
 
-// Cairo keeps a page as a whole before it writes it, about a kilobyte for each operation.
-constexpr std::size_t MostOnPage = 750'000;
+// Cairo keeps a page as a whole before it writes it. So many bytes it takes, as measured: for each stroke and
+// each filling, for each corner, each piece of a contour, each byte of a text.
+constexpr std::size_t PerPainting = 1150, PerCorner = 26, PerPiece = 60, PerByte = 34;
+constexpr std::size_t MostOfPage = 750'000 * PerPainting;
 
-bool IsTooLarge(const DisplayList& list) {
-  return std::any_of(list.Pages().begin(), list.Pages().end(),
-                     [](const Page& page) { return page.Count > MostOnPage; });
+std::size_t MemoryOf(const DisplayList& list, const Operation& operation) {
+  const auto paintings = [&](const Fill& inside) {
+    return (inside.Solid != 0 && operation.Width > 0 ? 2 : 1) * PerPainting;
+  };
+  struct Measure {
+    const DisplayList& List;
+    decltype(paintings)& Paintings;
+
+    std::size_t operator()(const LineShape&) const { return PerPainting; }
+    std::size_t operator()(const PictureShape&) const { return PerPainting; }
+    std::size_t operator()(const RectangleShape& box) const { return Paintings(box.Inside); }
+    std::size_t operator()(const CircleShape& circle) const { return Paintings(circle.Inside); }
+    std::size_t operator()(const PolygonShape& polygon) const {
+      return Paintings(polygon.Inside) + polygon.Count * PerCorner;
+    }
+    std::size_t operator()(const ContourShape& contour) const {
+      return Paintings(contour.Inside) + contour.Count * PerPiece;
+    }
+    std::size_t operator()(const TextShape& text) const {
+      return PerPainting + List.TextOf(text).size() * PerByte;
+    }
+  };
+  return std::visit(Measure{list, paintings}, operation.Figure);
+}
+
+// How many operations like those of a page there may be on it, where it has more.
+std::optional<std::size_t> TooManyFor(const DisplayList& list, const Page& page) {
+  std::size_t memory = 0;
+  for (std::size_t i = 0; i < page.Count; ++i) memory += MemoryOf(list, list.At(page.First + i));
+  if (memory <= MostOfPage) return std::nullopt;
+  return static_cast<std::size_t>(static_cast<double>(page.Count) * MostOfPage / static_cast<double>(memory));
 }
 
 WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder,
                      ByteSink& sink) {
-  if (IsTooLarge(list)) return {Failure{.Text = TextId::PdfTooLarge, .Words = std::to_string(MostOnPage)}};
+  for (const Page& page : list.Pages()) {
+    if (const auto most = TooManyFor(list, page))
+      return {Failure{.Text = TextId::PdfTooLarge, .Words = std::to_string(*most)}};
+  }
   const UniqueSurface surface(cairo_pdf_surface_create_for_stream(WriteToSink, &sink, 1, 1));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, info.Title.c_str());
   const std::string time = TimeText(info.CreationTime.value_or(std::time(nullptr)));

@@ -28,7 +28,9 @@ cairo_surface_t* CairoPictures::SurfaceOf(const Picture& picture) {
   std::vector<std::uint32_t> pixels;
   UniqueSurface surface;
   if (decoder_ && decoder_->Decode(picture, pixels)) surface = SurfaceOfPixels(picture, pixels);
-  if (surface && picture.Format == PictureFormat::Jpeg && !picture.IsFourInks) {
+  // Of a file that is cut short each reader would show something else.
+  const bool isTaken = picture.Format == PictureFormat::Jpeg && !picture.IsFourInks && !picture.IsCutShort;
+  if (surface && isTaken) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(picture.Bytes.data());
     cairo_surface_set_mime_data(surface.get(), CAIRO_MIME_TYPE_JPEG, bytes, picture.Bytes.size(), nullptr,
                                 nullptr);

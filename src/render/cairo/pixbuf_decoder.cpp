@@ -1,7 +1,9 @@
 // The module that decodes pictures with GdkPixbuf.
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 
@@ -32,19 +34,41 @@ std::uint32_t PixelOf(const guchar* parts, bool hasAlpha) {
          Multiplied(parts[2], alpha);
 }
 
+// Which rows of a picture have been decoded: the library fills up the others of one that ends too early.
+class RowsRead {
+ public:
+  // What the library calls.
+  static void Note(GdkPixbufLoader*, gint, gint y, gint, gint height, RowsRead* rows) {
+    rows->first_ = std::min(rows->first_, static_cast<std::size_t>(std::max(y, 0)));
+    rows->end_ = std::max(rows->end_, static_cast<std::size_t>(std::max(y + height, 0)));
+  }
+  bool AreNone() const { return end_ == 0; }
+  bool Has(std::size_t row) const { return row >= first_ && row < end_; }
+
+ private:
+  std::size_t first_ = SIZE_MAX, end_ = 0;  // BMP files may start at the bottom
+};
+
 class PixbufDecoder : public PictureDecoder {
  public:
   Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
     GError* error = nullptr;
     const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), &error));
     if (!loader) return MissingLoader(UniqueError(error).get(), picture);
+    RowsRead all;
+    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(RowsRead::Note), &all);
     const auto* bytes = reinterpret_cast<const guchar*>(picture.Bytes.data());
     const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), &error);
+    // A JPEG whose end is missing is filled up with grey when it is closed.
+    const RowsRead some = all;
     // It must be closed either way; the first error is the cause.
     const bool closed = gdk_pixbuf_loader_close(loader.get(), written ? &error : nullptr);
-    if (!closed || !written) return FailureOf(UniqueError(error).get());
+    const UniqueError why(error);
+    if ((!closed || !written) && !picture.IsCutShort) return FailureOf(why.get());
     const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    return pixbuf ? CopyPixels(*pixbuf, picture, pixels) : Result<>(Failure{.Text = TextId::PictureDamaged});
+    const RowsRead& rows = picture.IsCutShort ? some : all;
+    if (!pixbuf || rows.AreNone()) return FailureOf(why.get());
+    return CopyPixels(*pixbuf, rows, picture, pixels);
   }
 
  private:
@@ -59,7 +83,7 @@ class PixbufDecoder : public PictureDecoder {
     return {.Text = isMemory ? TextId::PictureNoMemory : TextId::PictureDamaged};
   }
 
-  static Result<> CopyPixels(const GdkPixbuf& pixbuf, const Picture& picture,
+  static Result<> CopyPixels(const GdkPixbuf& pixbuf, const RowsRead& rows, const Picture& picture,
                              std::vector<std::uint32_t>& pixels) try {
     const auto width = static_cast<std::size_t>(gdk_pixbuf_get_width(&pixbuf));
     const auto height = static_cast<std::size_t>(gdk_pixbuf_get_height(&pixbuf));
@@ -68,6 +92,7 @@ class PixbufDecoder : public PictureDecoder {
     const guchar* const parts = gdk_pixbuf_read_pixels(&pixbuf);
     pixels.resize(width * height);
     for (std::size_t y = 0; y < height; ++y) {
+      if (!rows.Has(y)) continue;
       for (std::size_t x = 0; x < width; ++x) {
         pixels[y * width + x] = PixelOf(parts + y * stride + x * channels, channels == 4);
       }

@@ -1,5 +1,6 @@
 #include "render/gdi/pictures.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <new>
 
@@ -15,10 +16,13 @@ class ImagingDecoder : public PictureDecoder {
 
   Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
     const auto stream = Obtained<IWICStream>([&](IWICStream** made) { return factory_->CreateStream(made); });
-    // The stream only reads, though it asks for memory that it could change.
-    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(picture.Bytes.data()));
     if (!stream) return Failure{.Text = TextId::PictureNoMemory};
-    HRESULT result = stream->InitializeFromMemory(bytes, static_cast<DWORD>(picture.Bytes.size()));
+    std::string ended;
+    if (picture.IsCutShort) ended = picture.Bytes + EndOf(picture.Format);
+    const std::string& file = picture.IsCutShort ? ended : picture.Bytes;
+    // The stream only reads, though it asks for memory that it could change.
+    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(file.data()));
+    HRESULT result = stream->InitializeFromMemory(bytes, static_cast<DWORD>(file.size()));
     if (FAILED(result)) return FailureOf(result);
     const auto decoder = Obtained<IWICBitmapDecoder>([&](IWICBitmapDecoder** made) {
       return result = factory_->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand,
@@ -34,6 +38,9 @@ class ImagingDecoder : public PictureDecoder {
   }
 
  private:
+  // With it decoders that want an end go as far as there is one.
+  static const char* EndOf(PictureFormat format) { return format == PictureFormat::Jpeg ? "\xFF\xD9" : ""; }
+
   static Failure FailureOf(HRESULT result) {
     switch (result) {
       case E_OUTOFMEMORY:
@@ -55,14 +62,28 @@ class ImagingDecoder : public PictureDecoder {
     if (FAILED(result)) return FailureOf(result);
     if (width > picture.Width || height > picture.Height) return Failure{.Text = TextId::PictureDamaged};
     pixels.resize(std::size_t{width} * height);
-    const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
-    result = converter.CopyPixels(nullptr, stride, static_cast<UINT>(stride * height),
-                                  reinterpret_cast<BYTE*>(pixels.data()));
-    if (FAILED(result)) return FailureOf(result);
+    const UINT read = CopyRows(converter, picture, width, height, pixels, result);
+    if (FAILED(result) && !(picture.IsCutShort && read > 0)) return FailureOf(result);
     if (!PlaceFrame(picture, width, height, pixels)) return Failure{.Text = TextId::PictureDamaged};
     return {};
   } catch (const std::bad_alloc&) {
     return Failure{.Text = TextId::PictureNoMemory};
+  }
+
+  // A picture that is cut short is read in pieces, so that those before its end are had.
+  static UINT CopyRows(IWICFormatConverter& converter, const Picture& picture, UINT width, UINT height,
+                       std::vector<std::uint32_t>& pixels, HRESULT& result) {
+    constexpr UINT inPieces = 8;
+    const UINT most = picture.IsCutShort ? inPieces : height;
+    const auto stride = static_cast<UINT>(width * sizeof(std::uint32_t));
+    for (UINT read = 0; read < height; read += most) {
+      const UINT rows = std::min(most, height - read);
+      const WICRect piece = {0, static_cast<INT>(read), static_cast<INT>(width), static_cast<INT>(rows)};
+      result = converter.CopyPixels(&piece, stride, stride * rows,
+                                    reinterpret_cast<BYTE*>(&pixels[std::size_t{width} * read]));
+      if (FAILED(result)) return read;
+    }
+    return height;
   }
 
   UniqueCom<IWICImagingFactory> factory_;

@@ -1,0 +1,60 @@
+// The limits of a display list, which bound the memory of a run.
+#include "drawing/display_list.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "drawing/drawing_fault.h"
+
+namespace vaxel {
+namespace {
+
+template <class Adding>
+DrawingFault::Reason ReasonOf(Adding add) {
+  try {
+    add();
+  } catch (const DrawingFault& fault) {
+    return fault.Why;
+  }
+  ADD_FAILURE() << "there is room for it";
+  return {};
+}
+
+// A list that is drawn anew has all of its room again.
+TEST(DisplayList, HoldsTextsAndPicturesUpToItsLimits) {
+  DisplayList list;
+  list.BeginPage(100, 100);
+  const std::string half(DisplayList::MaxTextBytes / 2, 'x');
+  const auto picture = std::make_shared<Picture>();
+  picture->Bytes = std::string(DisplayList::MaxPictureBytes / 2, 'x');
+  for (int drawing = 0; drawing < 2; ++drawing) {
+    list.AddText(half, {}, {}, {});
+    EXPECT_FALSE(list.HasRoomForPages());
+    list.AddText(half, {}, {}, {});
+    EXPECT_EQ(ReasonOf([&] { list.AddText("x", {}, {}, {}); }), DrawingFault::Reason::TooMuchText);
+    list.AddPicture(picture, {}, {});
+    list.AddPicture(picture, {}, {});
+    EXPECT_EQ(ReasonOf([&] { list.AddPicture(picture, {}, {}); }), DrawingFault::Reason::TooManyPictures);
+    list.Clear();
+    EXPECT_EQ(list.Size(), 0U);
+    EXPECT_TRUE(list.HasRoomForPages());
+  }
+}
+
+// Corners count for memory too: as many as four operations' for each operation, in large figures as in small.
+TEST(DisplayList, HoldsCornersUpToItsLimits) {
+  DisplayList list;
+  list.BeginPage(100, 100);
+  constexpr std::size_t most = 4 * DisplayList::MaxOperations;
+  const std::vector<Point> corners(most / 2);
+  list.AddPolygon(corners, {}, {});
+  list.AddPolygon(corners, {}, {});
+  EXPECT_EQ(ReasonOf([&] { list.AddPolygon(std::vector<Point>(1), {}, {}); }),
+            DrawingFault::Reason::TooManyOperations);
+}
+
+}  // namespace
+}  // namespace vaxel
