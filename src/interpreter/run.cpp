@@ -35,7 +35,8 @@ void RunLevel(RunContext& run) {
   lines.Begin(level.Text, !run.IsStraight);
   level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators, run.Work);
   lines.Reader.Seek(0, 1);
-  level.Loops.Collect(level.Text, run.Commands, level.Line, run.Work);
+  level.Loops.Collect(level.Text, lines.Reader, run.Commands, level.Line, run.Work);
+  lines.Reader.Seek(0, 1);
   NameOrigin(run);
   while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
