@@ -73,6 +73,16 @@ std::size_t BracedLength(std::string_view name) {
   return isBraced && name.find('%', 1) > close ? close + 1 : 0;
 }
 
+// The same at the start of a text, which is not looked through behind the brace: it may hold a great many
+// references. Marks that overlap the brace end the name before it.
+std::size_t BracedLengthAt(std::string_view text, const Separators& separators) {
+  const std::size_t close = text.starts_with("%{") ? text.find('}') : std::string_view::npos;
+  if (close == std::string_view::npos) return 0;
+  constexpr std::size_t longestBlank = 3;
+  const std::size_t longest = std::max({separators.First.size(), separators.Second.size(), longestBlank});
+  return BracedLength(NameAt(text.substr(0, close + longest), separators, true));
+}
+
 bool IsWordCharacter(char c) {
   return IsDigit(c) || IsLetter(c) || c == '{' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -298,8 +308,8 @@ std::string_view ReferenceAt(std::string_view text, const VariableTable& variabl
                              const Separators& separators) {
   constexpr std::string_view sign = "%%";
   if (text.starts_with(sign)) return text.substr(0, sign.size());
+  if (const std::size_t length = BracedLengthAt(text, separators)) return text.substr(0, length);
   const std::string_view name = NameAt(text, separators, true);
-  if (const std::size_t length = BracedLength(name)) return name.substr(0, length);
   if (!variables.HasSignsInNames() || !text.substr(name.size()).starts_with(sign)) return name;
   const std::size_t enough = variables.LongestName() + 10;
   const std::string_view longer = NameAt(text.substr(0, enough), separators, false);

@@ -67,12 +67,13 @@ TEST(Variables, ManyReferencesAreReplacedInOneScan) {
   VariableTable variables;
   variables.Set("%a", "1");
   constexpr std::size_t count = 60'000;
-  for (const std::string separator : {",", "§", "°", "+"}) {
+  for (const std::string reference : {"%a,", "%a§", "%a°", "%a+", "%{a}"}) {
     std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += "%a" + separator;
+    for (std::size_t i = 0; i < count; ++i) text += reference;
+    const std::size_t added = reference.ends_with('}') ? 0 : reference.size() - 2;
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Replaced(text, variables).size(), count * (1 + separator.size()));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << separator;
+    EXPECT_EQ(Replaced(text, variables).size(), count * (1 + added));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << reference;
   }
 }
 
@@ -93,7 +94,12 @@ TEST(Variables, NamesEndAtTheFirstMark) {
                         {"%ax;y", {";", "x"}, "%a"},
                         {"%a;;b", {";;", "§"}, "%a"},
                         {"%a;b;;", {";;", "§"}, "%a;b"},
-                        {"%a;-b", {";-", "§"}, "%a;"}};
+                        {"%a;-b", {";-", "§"}, "%a;"},
+                        {"%{a}b", {}, "%{a}"},
+                        {"%{a,b}", {}, "%{a"},
+                        {"%{a%b}c", {}, "%{a%b}c"},
+                        {"%{a}xy", {"}xy", "§"}, "%{a"},
+                        {"%{a}xz", {"}xy", "§"}, "%{a}"}};
   for (const Case& c : cases) EXPECT_EQ(ReferenceAt(c.Text, {}, c.Marks), c.Name) << c.Text;
 }
 
