@@ -102,7 +102,7 @@ class Tokenizer {
     std::size_t begin = 0;
     for (std::string_view part : SplitAt(text, second)) {
       if (begin > 0) Add(text.substr(begin - second.size(), second.size()), TokenKind::Separator);
-      const std::optional<Colour> meant = ColourValue(part, context_.Separators);
+      const std::optional<Colour> meant = LookAtColour(part, context_.Separators).Value;
       if (!meant || part.find('%') != std::string_view::npos) {
         AddExpression(part);
       } else {
