@@ -81,6 +81,18 @@ TEST(ScriptTokens, FollowSeparatorsAndLinesBefore) {
   EXPECT_EQ(Shown(" , bleu ' x", context), "S:, C:bleu(16711680) ':' x");
 }
 
+// What follows a name that is too long stands where it stands, though the name is looked at in parts.
+TEST(ScriptTokens, CountTheCharactersOfLongNames) {
+  for (const std::size_t letters : {40, 49, 50, 51, 100}) {
+    std::string line = "Trait = %";
+    for (std::size_t i = 0; i < letters; ++i) line += "é";
+    const std::vector<ScriptToken> tokens = TokensOfLine(line + ", 1", {});
+    ASSERT_FALSE(tokens.empty());
+    EXPECT_EQ(tokens.back().Begin, 9 + letters + 2) << letters;
+    EXPECT_EQ(tokens.back().End, 9 + letters + 3) << letters;
+  }
+}
+
 TEST(ScriptTokens, KnowEveryKeyword) {
   for (const CommandRow& row : CommandTable()) {
     for (const ParameterForm& form : FormsOf(row)) {
