@@ -12,6 +12,7 @@ declare -A packages=(
   [tests]='libgtest-dev clang-format clang-tidy python3
     ghostscript poppler-utils librsvg2-bin chromium python3-sphinx furo qpdf libxml2-utils'
   [manual]='python3-sphinx furo chromium fonts-liberation'
+  [fuzz]='clang libclang-rt-dev python3'
   [screenshots]='xvfb xauth imagemagick pngquant'
   [benchmarks]='libbenchmark-dev texlive-metapost gnuplot-nox python3 python3-cairo lua5.4 gawk tcl'
 )

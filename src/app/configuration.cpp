@@ -175,11 +175,15 @@ ConfigurationLine OwnLine(std::string_view name, std::string_view value) {
   constexpr std::array<std::pair<char, std::string_view>, 4> codes = {
       {{'%', "%25"}, {'=', "%3D"}, {'\r', "%0D"}, {'\n', "%0A"}}};
   std::string written = " ";
-  for (const char c : value) {
+  for (std::size_t i = 0; i < value.size(); ++i) {
     const auto* const code =
-        std::find_if(codes.begin(), codes.end(), [c](const auto& row) { return row.first == c; });
-    if (code == codes.end()) {
-      written += c;
+        std::find_if(codes.begin(), codes.end(), [&](const auto& row) { return row.first == value[i]; });
+    // Blanks around a value are not a part of it.
+    const bool isOuterBlank = value[i] == ' ' && (i == 0 || i + 1 == value.size());
+    if (isOuterBlank) {
+      written += "%20";
+    } else if (code == codes.end()) {
+      written += value[i];
     } else {
       written += code->second;
     }

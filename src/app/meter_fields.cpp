@@ -185,7 +185,7 @@ std::optional<MeterValue> ReadMeterColour(std::string_view text) {
   if (!plain.empty() && IsDigit(plain.front())) plain.insert(0, "RGB ");
   std::replace_if(
       plain.begin(), plain.end(), [](char c) { return c == ',' || c == ';' || c == '(' || c == ')'; }, ' ');
-  const ColourReading read = ReadColour(Trim(plain), {});
+  const ColourReading read = LookAtColour(Trim(plain), {});
   if (!read.Value || read.IsDoubtful) return std::nullopt;
   return MeterValue{0, ColourText(*read.Value)};
 }

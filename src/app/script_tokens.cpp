@@ -102,7 +102,7 @@ class Tokenizer {
     std::size_t begin = 0;
     for (std::string_view part : SplitAt(text, second)) {
       if (begin > 0) Add(text.substr(begin - second.size(), second.size()), TokenKind::Separator);
-      const std::optional<Colour> meant = ColourValue(part, context_.Separators);
+      const std::optional<Colour> meant = LookAtColour(part, context_.Separators).Value;
       if (!meant || part.find('%') != std::string_view::npos) {
         AddExpression(part);
       } else {
@@ -136,7 +136,12 @@ class Tokenizer {
   void TakeReference(std::string_view& text, TokenKind otherwise) {
     static const VariableTable none;
     // No name is as long, and a line of nothing but names must not be read again for each of them.
-    constexpr std::size_t longest = 100;
+    constexpr std::size_t mostBytes = 100;
+    std::size_t longest = std::min(text.size(), mostBytes);
+    const auto isWithinCharacter = [&](std::size_t i) {
+      return (static_cast<unsigned>(text[i]) & 0xC0U) == 0x80;
+    };
+    while (longest > 1 && longest < text.size() && isWithinCharacter(longest)) --longest;
     std::string_view begun = text.substr(0, longest);
     if (begun.starts_with("%{")) begun = begun.substr(0, begun.find('}') + 1);  // npos: all of it
     if (begun.empty()) begun = text.substr(0, longest);

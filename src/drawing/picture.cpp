@@ -172,7 +172,7 @@ PictureFault ReadBmp(Picture& picture) {
   ByteReader reader(picture.Bytes);
   const std::uint32_t pixels = reader.Little32(10);
   const std::uint32_t header = reader.Little32(14);
-  std::uint32_t depth = 0, compression = 0;
+  std::uint32_t depth = 0, compression = 0, colours = 0;
   if (header == coreHeader) {
     picture.Width = reader.Little16(18);
     picture.Height = reader.Little16(20);
@@ -186,6 +186,7 @@ PictureFault ReadBmp(Picture& picture) {
     compression = reader.Little32(30);
     picture.DpiX = DpiOfMetre(reader.Little32(38), picture.DpiX);
     picture.DpiY = DpiOfMetre(reader.Little32(42), picture.DpiY);
+    colours = reader.Little32(46);
   } else {
     return reader.HasOverrun() ? PictureFault::Incomplete : PictureFault::NotAPicture;
   }
@@ -195,7 +196,10 @@ PictureFault ReadBmp(Picture& picture) {
   if (std::uint64_t{picture.Width} * picture.Height > Picture::MaxPixels) return PictureFault::TooLarge;
   const std::uint64_t row = (std::uint64_t{picture.Width} * depth + 31) / 32 * 4;
   const std::uint64_t needed = isPacked ? 1 : row * picture.Height;
-  return picture.Bytes.size() < pixels + needed ? PictureFault::Incomplete : PictureFault::None;
+  // Decoders make room for the table of colours before they look how long the file is.
+  const std::uint64_t tableEnd = 14 + header + std::uint64_t{4} * colours;
+  const bool isWhole = picture.Bytes.size() >= std::max(pixels + needed, tableEnd);
+  return isWhole ? PictureFault::None : PictureFault::Incomplete;
 }
 
 // Passes over blocks of up to 255 bytes, each with its length before it, and the 0 that ends them.

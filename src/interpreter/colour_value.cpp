@@ -127,6 +127,14 @@ ColourReading ReadColour(std::string_view text, const Separators& separators) {
   return {hex, !hex && !name.empty()};
 }
 
+ColourReading LookAtColour(std::string_view text, const Separators& separators) {
+  try {
+    return ReadColour(text, separators);
+  } catch (const ScriptFault&) {
+    return {std::nullopt, true};
+  }
+}
+
 std::string ColourText(Colour colour) {
   const auto* const named = std::find_if(NamedColours.begin(), NamedColours.end(),
                                          [&](const NamedColour& row) { return row.Value == colour; });

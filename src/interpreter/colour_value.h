@@ -26,11 +26,14 @@ struct ColourReading {
 
 // The colour that a text names, in French or English ("Rouge", "red", "Rouge/Red"), or gives as "RVB 255 128
 // 0" or "RGB 255,128,2*64", whose parts may be expressions without blanks, or as "#FF8000" where "#" is no
-// separator. Any other text gives none; an empty one is not doubtful.
+// separator. Any other text gives none; an empty one is not doubtful. A part that has no result, or none of
+// 16 bits, is a fault.
 ColourReading ReadColour(std::string_view text, const Separators& separators);
 inline std::optional<Colour> ColourValue(std::string_view text, const Separators& separators) {
   return ReadColour(text, separators).Value;
 }
+// The same for whoever looks at a text that nobody runs: what would be a fault gives none, and is doubtful.
+ColourReading LookAtColour(std::string_view text, const Separators& separators);
 // Whether the text begins like a colour of three parts, which separators may part.
 bool BeginsColourParts(std::string_view text);
 

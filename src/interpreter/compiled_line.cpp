@@ -166,7 +166,8 @@ void CompiledLine::Compile(RunContext& run, std::string_view line) {
 }
 
 void CompiledLine::RunHandler(RunContext& run) {
-  const bool isBound = parameters_.Bind(run);
+  const bool mayBind = !run.IsStraight || row_->Rules.Variables == VariableUse::Raw;
+  const bool isBound = mayBind && parameters_.Bind(run);
   // What the variables bring is split with the rest.
   const std::string text = isBound ? std::string() : ReplaceVariables(run, text_, *row_);
   run.Work.Add(text.size());

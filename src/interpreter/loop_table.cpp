@@ -50,11 +50,10 @@ std::optional<LoopLine> ReadLoopLine(std::string_view line, const CommandSet& co
 
 }  // namespace
 
-void LoopTable::Collect(std::string_view text, const CommandSet& commands, LogicalLine& line,
-                        WorkMeter& work) {
+void LoopTable::Collect(std::string_view text, LineReader& reader, const CommandSet& commands,
+                        LogicalLine& line, WorkMeter& work) {
   loops_.clear();
   if (!MayHoldLoops(text)) return;
-  LineReader reader(text);
   std::vector<Loop> open;
   while (reader.Next(line) == LineReader::Result::Line) {
     work.Add(WorkMeter::Line / 64 + line.Text.size());
@@ -77,7 +76,7 @@ void LoopTable::Collect(std::string_view text, const CommandSet& commands, Logic
     loops_.push_back(std::move(loop));
   }
   if (open.empty()) return;
-  reader = LineReader(text);
+  reader.Seek(0, 1);
   do reader.Next(line);
   while (line.Number != open.back().FirstLine);
   throw ScriptFault(FaultReason::LoopNotEnded);

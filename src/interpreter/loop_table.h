@@ -35,8 +35,10 @@ struct Loop {
 class LoopTable {
  public:
   // Finds all of them, also after lines that end the labels. A beginning without an end, the reverse, and an
-  // end that names another variable are faults; line is then the one to blame.
-  void Collect(std::string_view text, const CommandSet& commands, LogicalLine& line, WorkMeter& work);
+  // end that names another variable are faults; line is then the one to blame, as the reader has it. The
+  // reader of the text stands before its first line.
+  void Collect(std::string_view text, LineReader& reader, const CommandSet& commands, LogicalLine& line,
+               WorkMeter& work);
 
   // The loop that begins or ends in a line; null when none does. It lives until Collect.
   Loop* BeginningAt(std::uint32_t line);

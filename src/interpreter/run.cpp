@@ -32,10 +32,11 @@ void NameOrigin(RunContext& run) {
 void RunLevel(RunContext& run) {
   ScriptLevel& level = run.Level();
   ScriptLines& lines = *level.Lines;
-  lines.Begin(level.Text);
+  lines.Begin(level.Text, !run.IsStraight);
   level.Labels.Collect(lines.Reader, level.Line, run.Commands, run.Separators, run.Work);
   lines.Reader.Seek(0, 1);
-  level.Loops.Collect(level.Text, run.Commands, level.Line, run.Work);
+  level.Loops.Collect(level.Text, lines.Reader, run.Commands, level.Line, run.Work);
+  lines.Reader.Seek(0, 1);
   NameOrigin(run);
   while (ScriptLine* const line = lines.Next()) {
     level.Line = line->Line;
@@ -235,6 +236,7 @@ std::uint32_t LineBehindStop(const RunContext& run, std::string_view name) {
 }  // namespace
 
 void WorkMeter::Ask() {
+  before_ += done_;
   done_ = 0;
   const RunSignal signal = host_.ProcessPendingEvents();
   if (signal == RunSignal::TimeUp) throw ScriptFault(FaultReason::TimeUp);

@@ -106,6 +106,9 @@ struct RunContext {
   mutable WorkMeter Work{Host};         // done since the host last handled events
   std::string LastError;                // the text of the last reported error
   int LangBase = 0;                     // of the language of messages
+  // Every line is compiled each time that it comes, and references are put in as texts: what comes of a run
+  // is the same, later. Tests compare both.
+  bool IsStraight = false;
   std::optional<WrittenText> LastText;  // in surface coordinates
   Point ScreenCentre;                   // the x and y of CentreE
   std::set<std::string> ReplacedFonts;  // names of fonts that are not there and that the user was told of

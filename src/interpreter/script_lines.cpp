@@ -12,10 +12,11 @@ constexpr std::size_t MostText = 8'000'000;
 
 }  // namespace
 
-void ScriptLines::Begin(std::string_view text) {
+void ScriptLines::Begin(std::string_view text, bool mayKeep) {
   Reader = LineReader(text);
   kept_.clear();
   textLength_ = 0;
+  mayKeep_ = mayKeep;
   keeps_ = false;
   isSought_ = true;
   current_ = next_ = nullptr;
@@ -28,7 +29,7 @@ ScriptLine* ScriptLines::Known(std::size_t position) {
 }
 
 ScriptLine* ScriptLines::GoTo(const Label& place, bool isBack) {
-  keeps_ = keeps_ || isBack;
+  keeps_ = keeps_ || (isBack && mayKeep_);
   Reader.Seek(place.Position, place.LineNumber);
   next_ = Known(place.Position);
   isSought_ = next_ == nullptr;

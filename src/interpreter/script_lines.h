@@ -31,8 +31,9 @@ struct ScriptLine {
 // come again: they are then kept as they are compiled, by the places where they begin.
 class ScriptLines {
  public:
-  // Begins before the first line. The text's lines end in LF; it must live as long.
-  void Begin(std::string_view text);
+  // Begins before the first line. The text's lines end in LF; it must live as long. mayKeep: whether lines
+  // are kept when they can come again.
+  void Begin(std::string_view text, bool mayKeep = true);
 
   // The line to be run now, null at the end of the text. It lives until the next one is wanted, a line that
   // is kept until Begin.
@@ -58,7 +59,7 @@ class ScriptLines {
 
   std::unordered_map<std::size_t, std::unique_ptr<ScriptLine>> kept_;
   std::size_t textLength_ = 0;  // of all that are kept
-  bool keeps_ = false;
+  bool mayKeep_ = true, keeps_ = false;
   bool isSought_ = false;  // the next line is where the reader stands, not after the current one
   ScriptLine* current_ = nullptr;
   ScriptLine* next_ = nullptr;  // null: it is still to be read

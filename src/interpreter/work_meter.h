@@ -18,7 +18,7 @@ class WorkMeter {
 
   // The host must outlive it.
   explicit WorkMeter(RunHost& host) : host_(host) {}
-  void Reset() { done_ = 0; }
+  void Reset() { done_ = before_ = 0; }
 
   // Adds work, and asks where that makes it much. It throws what Ask does.
   void Add(std::size_t bytes) {
@@ -27,10 +27,12 @@ class WorkMeter {
   // Lets the host handle events. A run that is to end is ended by a RunEnded, or by the fault of a time that
   // is up.
   void Ask();
+  // All work since Reset.
+  std::size_t Total() const { return before_ + done_; }
 
  private:
   RunHost& host_;
-  std::size_t done_ = 0;  // since the last question
+  std::size_t before_ = 0, done_ = 0;  // the last question, and since
 };
 
 }  // namespace vaxel

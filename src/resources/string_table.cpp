@@ -207,6 +207,7 @@ std::vector<LineProblem> StringTable::AddLanguage(std::string_view code, std::st
   if (name.empty() || HasName(name)) {
     const TextId fault = name.empty() ? TextId::LanguageNameMissing : TextId::LanguageExists;
     problems.insert(problems.begin(), refused(fault, name));
+    if (problems.size() > MaxProblems) problems.pop_back();
     return problems;
   }
   for (std::size_t row = 0; row < block.size(); ++row) {

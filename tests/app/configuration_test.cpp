@@ -129,11 +129,11 @@ TEST(Configuration, LinesAreReplacedOrAdded) {
 
 // They stand before the seven keys: behind "Patchs" they would change what is read of it.
 TEST(Configuration, OwnLinesDisturbNoKey) {
-  const std::string path = "C:\\50% Zmm = 2\\Patchs = 1\\langue =\n%3D é.dat";
+  const std::string path = " C:\\50% Zmm = 2\\Patchs = 1\\langue =\n%3D é.dat  ";
   std::string text = DefaultConfiguration("1.2a", false) + "Patchs = 6";
   for (const char* name : {"Recent1", "recent2", "RECENT1"})
     text = WithLines(text, "1.2a", {OwnLine(name, path)});
-  EXPECT_TRUE(text.starts_with(Head + "'Ne pas modifier / Do not change\r\nrecent2 = C:\\50%25 Zmm %3D 2"))
+  EXPECT_TRUE(text.starts_with(Head + "'Ne pas modifier / Do not change\r\nrecent2 = %20C:\\50%25 Zmm %3D 2"))
       << text;
   const Configuration settings = Read(text);
   EXPECT_EQ(Shown(settings), "file <Vaxel.dat>; patchs 6; flags 6; ");

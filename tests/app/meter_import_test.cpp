@@ -124,7 +124,8 @@ TEST(MeterImport, KeepsWhatItDoesNotUnderstand) {
                             "max = V",         "start angle = 1 rad",
                             "title = go on _", "un titre",
                             "rayon",           "= 5",
-                            "max == 5",        "height = nan"};
+                            "max == 5",        "height = nan",
+                            "fond: 1E400",     "background = 99999 0 0"};
   std::string file = "max = 10\nsubdivisions = 2\n", comments;
   for (const char* line : lines) file += std::string(line) + "\n";
   file += "max = 20\n";

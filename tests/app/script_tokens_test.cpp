@@ -42,6 +42,7 @@ TEST(ScriptTokens, SayWhatTheWordsOfALineAre) {
        "K:Trait N:0 S:, N:45 S:, S:, S:, N:2 S:§ S:§ N:1 S:, C:RVB 1 2 3(197121)"},
       {"Cercle = 0,0,1,,,RVB 0,0,255", "K:Cercle N:0 S:, N:0 S:, N:1 S:, S:, S:, C:RVB 0,0,255(16711680)"},
       {"Couleur = Rouge/Red", "K:Couleur C:Rouge/Red(255)"},
+      {"Couleur = RVB 1/0 2 3", "K:Couleur N:1 N:0 N:2 N:3"},
       {"Texte = 0,0,,,L'eau à %T, %Q", "K:Texte N:0 S:, N:0 S:, S:, S:, T:L'eau à  V:%T T:,  W:%Q"},
       {"Texte = 0,0,,,=100 %", "K:Texte N:0 S:, N:0 S:, S:, S:, T:=100 %"},
       {"Police = Arial, 1.2", "K:Police T:Arial S:, N:1.2"},
@@ -78,6 +79,18 @@ TEST(ScriptTokens, FollowSeparatorsAndLinesBefore) {
   EXPECT_EQ(Shown("  'two, 3", context), "T:  'two, 3");
   context.Before = "Cercle = 0,0,1,,";
   EXPECT_EQ(Shown(" , bleu ' x", context), "S:, C:bleu(16711680) ':' x");
+}
+
+// What follows a name that is too long stands where it stands, though the name is looked at in parts.
+TEST(ScriptTokens, CountTheCharactersOfLongNames) {
+  for (const std::size_t letters : {40, 49, 50, 51, 100}) {
+    std::string line = "Trait = %";
+    for (std::size_t i = 0; i < letters; ++i) line += "é";
+    const std::vector<ScriptToken> tokens = TokensOfLine(line + ", 1", {});
+    ASSERT_FALSE(tokens.empty());
+    EXPECT_EQ(tokens.back().Begin, 9 + letters + 2) << letters;
+    EXPECT_EQ(tokens.back().End, 9 + letters + 3) << letters;
+  }
 }
 
 TEST(ScriptTokens, KnowEveryKeyword) {

@@ -57,10 +57,10 @@ std::string Jpeg(const std::string& density, const std::string& camera = {}) {
 }
 
 // 24 bits a pixel, so two rows of 9 bytes and 3 to fill them up.
-std::string Bmp(std::uint32_t height, std::uint32_t pixelsPerMetre) {
+std::string Bmp(std::uint32_t height, std::uint32_t pixelsPerMetre, std::uint32_t colours = 0) {
   return "BM" + Little32(78) + Little32(0) + Little32(54) + Little32(40) + Little32(3) + Little32(height) +
          "\1\0\x18\0"s + Little32(0) + Little32(24) + Little32(pixelsPerMetre) + Little32(pixelsPerMetre) +
-         Little32(0) + Little32(0) + std::string(24, '\x7F');
+         Little32(colours) + Little32(0) + std::string(24, '\x7F');
 }
 
 const std::string GifFrame = ",\1\0\2\0\3\0\2\0\0\2\2\x44\1\0"s;  // at 1, 2, of 3 x 2
@@ -138,6 +138,10 @@ TEST(Picture, WhatIsNoneOrTooLarge) {
       {Png("", 2, 32768), PictureFault::TooLarge},
       {Bmp(0x7FFFFFFF, 0), PictureFault::TooLarge},
       {Bmp(3, 0), PictureFault::Incomplete},
+      // The table of colours reaches to the file's end, and beyond it: a decoder would take 4 GB for it.
+      {Bmp(2, 0, 6), PictureFault::None},
+      {Bmp(2, 0, 7), PictureFault::Incomplete},
+      {Bmp(2, 0, 0xFF0000FF), PictureFault::Incomplete},
       {"\x89PNG\r\n\x1A\n" + Chunk("IDAT", "x"), PictureFault::NotAPicture},
       // What looks like a camera's notes, but lies behind the end of its segment.
       {"\xFF\xD8\xFF\xE1\0\2Exif\0\0"s, PictureFault::NotAPicture},

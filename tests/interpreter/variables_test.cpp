@@ -106,6 +106,7 @@ TEST(Variables, NamesEndAtTheFirstMark) {
                         {"%{a%%}", {}, "%{a"},
                         {"%{a", {}, "%{a"},
                         {"%{a}b", {"}", "§"}, "%{a"},
+                        {"%{a}xz", {"}xy", "§"}, "%{a}"},
                         {"%{a}bcdefg", {"}bcdefg", "§"}, "%{a"}};
   for (const Case& c : cases) EXPECT_EQ(ReferenceAt(c.Text, {}, c.Marks), c.Name) << c.Text;
 }

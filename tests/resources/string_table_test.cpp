@@ -185,6 +185,9 @@ TEST(StringTable, TakesHostileFilesWithinBounds) {
   while (file.size() < 1'000'000) file += "x\r";
   EXPECT_EQ(wrongLines.AddLanguage("de", file).size(), 100U);
   EXPECT_EQ(wrongLines.LanguageCount(), 4);
+  const auto withoutName = StringTable().AddLanguage("fi", file.substr(name.size()));
+  ASSERT_EQ(withoutName.size(), 100U);
+  EXPECT_EQ(withoutName.front().Fault, LanguageNameMissing);
 
   std::mt19937 random(7);
   const std::vector<std::string> parts = {NumberOf(LanguageName),

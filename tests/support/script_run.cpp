@@ -87,9 +87,11 @@ ScriptRun RunText(std::string_view script, const RunSettings& settings) {
   const StringTable strings;
   RunContext run(host, AllCommands(), strings, result.List);
   run.LangBase = settings.LangBase;
+  run.IsStraight = settings.IsStraight;
   for (const auto& [name, value] : settings.Variables) run.Level().Variables.Set(name, value);
   result.End = RunScript(run, settings.Target, std::string(script), settings.FileName);
   result.OrderState = run.OrderState;
+  result.Work = run.Work.Total();
   for (std::size_t i = 0; i < static_cast<std::size_t>(run.Levels[0].Variables.VarCount); ++i) {
     result.Variables.emplace_back(run.Levels[0].Variables.VarNames[i], run.Levels[0].Variables.VarValues(i));
   }

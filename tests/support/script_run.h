@@ -22,6 +22,7 @@ struct RunSettings {
   std::vector<std::string> Answers{};  // to questions; "cancel" cancels, then there are none
   int SignalAt = 0;                    // of the calls for events, from 1: the one that aborts; 0: none
   bool AnswersOk = true;               // to boxes with OK and Cancel
+  bool IsStraight = false;             // RunContext::IsStraight
 };
 
 RunSettings ForPrinter();
@@ -34,6 +35,7 @@ struct ScriptRun {
   std::vector<std::string> Notices;   // "LINE:text"
   std::vector<std::string> Boxes;     // "LINE:title", "\n" and the text
   int Questions = 0;                  // whether the run goes on
+  std::size_t Work = 0;               // as WorkMeter counts it
   std::int16_t OrderState = 0;
   std::vector<std::pair<std::string, std::string>> Variables{};
 
