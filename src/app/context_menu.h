@@ -32,4 +32,8 @@ struct ContextItem {
 // In their order, of all places.
 std::span<const ContextRow> ContextRows();
 
+// The items come from several menus, whose letters repeat. Each keeps its letter when no item before it has
+// the same; else it gets a free letter of its caption, the first ones of words before the rest, or none.
+void GiveOwnLetters(std::span<ContextItem> items);
+
 }  // namespace vaxel

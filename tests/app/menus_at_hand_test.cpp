@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel {
@@ -30,6 +31,29 @@ TEST(MenusAtHand, HaveTheKeysAndTheStateOfTheMenuBar) {
   shell.App->SetItemEnabled(MenuId::Mnu_Visualiser, false);
   EXPECT_FALSE(Find(shell, ContextPlace::Drawing, "Ru&n the script\tF4").IsEnabled);
   EXPECT_FALSE(Find(shell, ContextPlace::Drawing, "&Centre the drawing here\tF6").IsEnabled);
+}
+
+// Items of several menus come together here, and a letter must not choose another one than it shows.
+TEST(MenusAtHand, HaveEachItsOwnLetter) {
+  FakeShell shell(Dial);
+  for (int language = 1; language <= 3; ++language) {
+    shell.Boxes.OnLanguages = [language](const LanguageDialog& dialog) {
+      dialog.OnHelp(language);
+      dialog.OnButton();
+    };
+    shell.App->Command(MenuId::Mnu_Langue);
+    for (ContextPlace place : {ContextPlace::Editor, ContextPlace::Drawing}) {
+      std::string letters;
+      for (const ContextItem& item : shell.App->ContextMenu(place)) {
+        const std::size_t mark = item.Caption.find('&');
+        ASSERT_NE(mark, std::string::npos) << item.Caption;
+        letters += UpperCase(item.Caption.substr(mark + 1, 1));
+      }
+      std::sort(letters.begin(), letters.end());
+      EXPECT_EQ(std::adjacent_find(letters.begin(), letters.end()), letters.end())
+          << language << ' ' << letters;
+    }
+  }
 }
 
 // What has a key for the drawing is in its menu, also with Ctrl.
