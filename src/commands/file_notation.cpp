@@ -31,8 +31,10 @@ ScriptFault MissingFileFault(const RunContext& run, std::string_view name) {
   if (script.empty() || named.has_root_path()) return fault;
   // A script's name may be one of another system.
   const std::filesystem::path beside = PathOf(script.substr(0, script.find_last_of("/\\") + 1));
-  const std::filesystem::path folder = (beside / named).lexically_normal().parent_path();
-  fault.Add(TextId::LookedIn, Shorten(Printable(NameOf(folder)), ShownLength));
+  std::string folder = NameOf((beside / named).lexically_normal().parent_path());
+  constexpr std::size_t longestRoot = 3;
+  if (folder.size() > longestRoot && (folder.back() == '/' || folder.back() == '\\')) folder.pop_back();
+  fault.Add(TextId::LookedIn, Shorten(Printable(folder), ShownLength));
   return fault;
 }
 
