@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "win32/graphic_window.h"
+#include "win32/menu_bar.h"
 
 namespace vaxel {
 namespace {
@@ -89,7 +90,7 @@ std::optional<LRESULT> GraphicWindow::HandlePointer(UINT message, WPARAM wParam,
       Move(PixelOf(lParam));
       return 0;
     case WM_MOUSEHOVER:
-      if (gesture_ == Gesture::None) application_->DrawingRested(PlaceOf(PixelOf(lParam)));
+      if (gesture_ == Gesture::None && !IsMenuOpen()) application_->DrawingRested(PlaceOf(PixelOf(lParam)));
       return 0;
     case WM_MOUSELEAVE:
       Leave();
