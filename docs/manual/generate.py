@@ -132,7 +132,7 @@ class Pages:
         lines: list[str] = []
         entries = []
         for keyword, name in zip(keywords, shown):
-            meaning = group["word"][self.language].replace(";", ",")  # which would be a third level
+            meaning = group["word"][self.language].replace(" ;", ",").replace(";", ",")  # which would be a third level
             entries.append(f"   single: {name}; {self.escaped(meaning)}")
             self.add(keyword, page)
         entries += [f"   single: {word}; {shown[0]}" for word in IndexWords.get(keywords[0], {}).get(self.language, [])]
