@@ -12,6 +12,8 @@ Languages = ("en", "fr", "es")
 
 # What the words of the command table's Takes are called.
 Words = tomllib.loads((Reference / "words.toml").read_text(encoding="utf-8"))
+# By which other words a command stands in the index.
+IndexWords = tomllib.loads((Reference / "index.toml").read_text(encoding="utf-8"))
 
 
 def anchor(keyword: str) -> str:
@@ -26,6 +28,9 @@ def read_references() -> tuple[list[dict], dict]:
     for family in families:
         groups[family["page"]] = tomllib.loads(
             (Reference / f"{family['page']}.toml").read_text(encoding="utf-8"))["group"]
+    first = {group["keywords"][0] for page in groups.values() for group in page}
+    if unknown := IndexWords.keys() - first:
+        raise SystemExit(f"reference/index.toml tells of {sorted(unknown)}, with which no group begins")
     return families, groups
 
 
@@ -127,9 +132,10 @@ class Pages:
         lines: list[str] = []
         entries = []
         for keyword, name in zip(keywords, shown):
-            meaning = group["word"][self.language].replace(";", ",")  # which would be a third level
+            meaning = group["word"][self.language].replace(" ;", ",").replace(";", ",")  # which would be a third level
             entries.append(f"   single: {name}; {self.escaped(meaning)}")
             self.add(keyword, page)
+        entries += [f"   single: {word}; {shown[0]}" for word in IndexWords.get(keywords[0], {}).get(self.language, [])]
         # The place stands before the entry, whose own would else go to what is no part of the page.
         spans = "".join(f'<span class="anchor" id="{anchor(keyword)}"></span>' for keyword in keywords)
         lines += block("raw:: html", spans)

@@ -180,6 +180,7 @@ std::vector<ContextItem> Application::ContextMenu(ContextPlace place) const {
     item.EndsGroup = shown.EndsGroup;
     items.push_back(std::move(item));
   }
+  GiveOwnLetters(items);
   return items;
 }
 

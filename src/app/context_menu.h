@@ -32,4 +32,9 @@ struct ContextItem {
 // In their order, of all places.
 std::span<const ContextRow> ContextRows();
 
+// The items come from several menus, whose letters repeat. Each keeps its letter when no item before it has
+// the same; else it gets a letter of its caption, the first ones of words before the rest. When none is free,
+// another item moves to a second one of its own; who finds none at all has none.
+void GiveOwnLetters(std::span<ContextItem> items);
+
 }  // namespace vaxel

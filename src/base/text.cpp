@@ -41,6 +41,26 @@ constexpr std::array<double, 16> ExactPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,
 
 }  // namespace
 
+std::size_t WrongMinusLength(std::string_view text) {
+  // The minus of mathematics, the hyphens and dashes, the small one and the wide one.
+  constexpr auto dashes = std::to_array<std::string_view>(
+      {"\u2212", "\u2010", "\u2011", "\u2012", "\u2013", "\u2014", "\u2015", "\uFE63", "\uFF0D"});
+  for (std::string_view dash : dashes) {
+    if (text.starts_with(dash)) return dash.size();
+  }
+  return 0;
+}
+
+std::string WithPlainMinus(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const std::size_t length = WrongMinusLength(text);
+    plain += length > 0 ? '-' : text.front();
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return plain;
+}
+
 std::string_view TrimLeft(std::string_view text) {
   while (const std::size_t length = BlankLength(text)) text.remove_prefix(length);
   return text;

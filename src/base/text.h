@@ -25,6 +25,11 @@ std::size_t FindBlank(std::string_view text);
 // The text with every blank as U+0020.
 std::string WithPlainBlanks(std::string_view text);
 
+// How many bytes a dash at the start of the text takes that looks like "-" and is none, as word processors
+// and web pages write them; 0 when there is none. The text with "-" for all of them.
+std::size_t WrongMinusLength(std::string_view text);
+std::string WithPlainMinus(std::string_view text);
+
 // The upper-case form of the Latin, Greek and Cyrillic letters; everything else stays as it stands. The
 // result has as many bytes as the text.
 std::string UpperCase(std::string_view text);

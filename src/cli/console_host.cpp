@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <clocale>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +23,13 @@
 
 namespace vaxel {
 namespace {
+
+// Whether the user's language has a way to write dates; where none is set, "C" writes them as Americans do.
+bool HasDates() {
+  const char* const locale = std::setlocale(LC_TIME, nullptr);
+  const std::string_view name = locale ? locale : "C";
+  return name != "C" && name != "POSIX" && !name.starts_with("C.");
+}
 
 bool IsTerminal(std::FILE* file) {
 #ifdef _WIN32
@@ -108,11 +116,11 @@ Answer ConsoleHost::Ask(std::string_view fileName, std::uint32_t lineNumber, std
 std::string ConsoleHost::Today() {
   const std::optional<std::int64_t> source = SourceDate();
   const auto now = static_cast<std::time_t>(source.value_or(std::time(nullptr)));
-  // A date that stands for the present must not depend on where the drawing is made.
+  // A date that stands for another time must not depend on where the drawing is made.
   const std::tm* parts = source ? std::gmtime(&now) : std::localtime(&now);
   std::array<wchar_t, 100> text{};
   const std::size_t length =
-      parts ? std::wcsftime(text.data(), text.size(), source ? L"%Y-%m-%d" : L"%x", parts) : 0;
+      parts ? std::wcsftime(text.data(), text.size(), source || !HasDates() ? L"%Y-%m-%d" : L"%x", parts) : 0;
   const std::u8string date = std::filesystem::path(std::wstring(text.data(), length)).u8string();
   return {date.begin(), date.end()};
 }

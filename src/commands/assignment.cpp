@@ -17,8 +17,10 @@ double AssignedNumber(RunContext& run, std::string_view expression) {
   const Evaluation value = Evaluate(text, run.Separators.First);
   if (!value.HasValue) throw ScriptFault(FaultReason::MissingParameter, "1");
   if (!value.Complete) {
-    run.Notice(HasDecimalComma(text) ? TextId::ValueHasComma : TextId::ValueIsNoExpression, Shorten(text, 60),
-               NumberText(value.Value));
+    const TextId notice = HasDecimalComma(text) ? TextId::ValueHasComma
+                          : HasWrongMinus(text) ? TextId::ValueHasWrongMinus
+                                                : TextId::ValueIsNoExpression;
+    run.Notice(notice, Shorten(text, 60), NumberText(value.Value));
   }
   return value.Value;
 }

@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "base/text.h"
 #include "base/units.h"
+#include "commands/file_notation.h"
 #include "commands/handlers.h"
 #include "commands/point_notation.h"
 #include "interpreter/script_fault.h"
@@ -76,7 +77,7 @@ std::shared_ptr<const Picture> PictureNamed(RunContext& run, std::string_view na
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "1");
   run.Work.Ask();
   const std::string fileName = run.Host.FindFile(run.Level().FileName, name);
-  if (fileName.empty()) throw ScriptFault(FaultReason::FileMissing, std::string(Shorten(name, 200)));
+  if (fileName.empty()) throw MissingFileFault(run, name);
   const auto known = run.Pictures.find(fileName);
   if (known != run.Pictures.end()) return known->second;
   return run.Pictures.emplace(fileName, ReadPictureFile(run, fileName, name)).first->second;

@@ -12,7 +12,7 @@
 namespace vaxel {
 
 void RunPosV(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   const std::string replaced =
       run.Substitute(parameters.Text(1)) + run.Separators.First + run.Substitute(parameters.Text(2));
   Parameters numbers;
@@ -31,12 +31,15 @@ void RunPosV(RunContext& run, const Parameters& parameters) {
 }
 
 void RunAiguille(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   if (run.Support.Kind() != SupportKind::Arc) throw ScriptFault(FaultReason::NeedsArc);
   const double place = run.Support.PlaceOf(ReadScaleValue(run, parameters, 1));
   const double length = parameters.RequiredNumber(2);
   const double width = parameters.RequiredNumber(3);
   const double tail = parameters.NumberOr(4, 0);
+  // "Aiguille = 2,5, 40" has one parameter more than was meant.
+  if (width > length && length > 0)
+    run.Notice(TextId::NeedleWiderThanLong, NumberText(width), NumberText(length));
   const Colour ink = run.ColourOr(parameters.Rest(5));
   const TextFrame ray(RequireFinite(run.Support.RayDirection(place)));
   const Point pivot = run.Surface.Origin();

@@ -13,6 +13,7 @@
 #include "commands/file_notation.h"
 #include "commands/handlers.h"
 #include "commands/scale_notation.h"
+#include "interpreter/compiled_line.h"
 #include "interpreter/program.h"
 #include "interpreter/script_fault.h"
 #include "interpreter/system_variables.h"
@@ -142,11 +143,27 @@ FaultReason ReasonOf(TableFault fault) {
   return FaultReason::NotAPair;
 }
 
+// Points of an angle without its "°" are taken for per cent, and their scale leaves the support.
+void NoticeReadings(const RunContext& run, const LawTable& table) {
+  if (table.IsDirect) return;
+  constexpr double nothing = 1e-9;
+  for (const LawPoint& point : table.Points) {
+    if (point.Reading < -nothing || point.Reading > 100 + nothing)
+      run.Notice(TextId::ReadingBeyondSupport, NumberText(point.Reading));
+  }
+}
+
 // place says where the table stands, up to the number of a line or a pair.
 void SetTable(RunContext& run, LawTable table, bool isStraight, const std::string& place) {
+  const LawTable::WrongMinus& dash = table.Dash;
   if (table.Fault != TableFault::None) {
-    throw ScriptFault(ReasonOf(table.Fault), place + std::to_string(table.At));
+    ScriptFault fault(ReasonOf(table.Fault), place + std::to_string(table.At));
+    if (dash.At > 0) fault.Add(TextId::WrongMinus, Shorten(WithPlainMinus(dash.Line), ShownLength));
+    throw ScriptFault(std::move(fault));
   }
+  if (dash.At > 0)
+    run.Notice(TextId::HeadingIsNumber, Shorten(dash.Line, ShownLength), place + std::to_string(dash.At));
+  NoticeReadings(run, table);
   const double first = table.Points.front().Value, last = table.Points.back().Value;
   constexpr double wholeSupport = 100;
   for (LawPoint& point : table.Points) point.Reading /= table.IsDirect ? 1 : wholeSupport;
@@ -164,6 +181,7 @@ void ReadTableFile(RunContext& run, const Parameters& parameters) {
   if (name.empty()) throw ScriptFault(FaultReason::MissingParameter, "2");
   const std::string_view last = parameters.Trimmed(3);
   if (!last.empty() && !IsStraightMark(last)) FailExpression(last);
+  NoticeSurplus(run, parameters, 3);
   const std::string text = ReadTextFile(run, RequireFile(run, name, FileUse::Data), name);
   SetTable(run, ReadLawTable(text), !last.empty(), Shorten(name, ShownLength) + ":");
 }
@@ -186,6 +204,7 @@ void ReadRange(RunContext& run, const Parameters& parameters) {
   const double first = parameters.RequiredNumber(1), last = parameters.RequiredNumber(2);
   RequireRange(first, last, parameters.Text(2));
   RequireFinite(last - first);
+  NoticeSurplus(run, parameters, 2);
   run.Support.SetOwnValues(first, last, nullptr);
 }
 

@@ -22,6 +22,42 @@ std::string NumberWithInfinity(double value) {
   return NumberText(value);
 }
 
+// Whether a fraction of the support lies farther beyond its ends than what is drawn there on purpose: a mark
+// of rest, the red end of a sector. What is no number does not.
+bool IsFarOutside(double fraction) {
+  constexpr double margin = 0.1;
+  return fraction < -margin || fraction > 1 + margin;
+}
+
+std::string RangeText(double first, double last) {
+  return NumberWithInfinity(first) + " … " + NumberWithInfinity(last);
+}
+
+// The values at the ends of a scale.
+std::string RangeOf(const ScaleSupport& support) {
+  if (!support.LogScale) return RangeText(support.FirstValue, support.LastValue);
+  return RangeText(ShortestDecimal(support.LogStart),
+                   ShortestDecimal(support.LogEnd) * std::pow(10.0, support.Decades));
+}
+
+void NoticeFarValue(const RunContext& run, double value) {
+  const ScaleSupport& support = run.Support;
+  if (!IsFarOutside(support.ScaleFraction(value))) return;
+  if (support.LogScale || support.HasOwnValues) {
+    run.Notice(TextId::FarFromScale, NumberText(value), RangeOf(support));
+  } else {
+    run.Notice(TextId::PerCentFarFromScale, NumberText(value));
+  }
+}
+
+// Of a scale of so many intervals, the marks from first to last.
+void NoticeFarMarks(const RunContext& run, double parts, double first, double last) {
+  if (std::abs(parts - std::trunc(parts)) > 1e-9) run.Notice(TextId::PartsNotWhole, NumberText(parts));
+  for (double mark : {first, last}) {
+    if (IsFarOutside(mark / parts)) run.Notice(TextId::FarFromScale, NumberText(mark), RangeText(0, parts));
+  }
+}
+
 LogStepping ReadLogStepping(const RunContext& run, const Parameters& parameters, std::size_t n) {
   const std::vector<std::string_view> parts = SplitAt(parameters.Text(n), run.Separators.Second);
   const auto part = [&](std::size_t i, double otherwise) {
@@ -45,6 +81,10 @@ void RequireSupport(const RunContext& run) {
   if ((run.OrderState & OrderSupport) == 0) throw ScriptFault::Arithmetic(FaultReason::NoSupport);
 }
 
+void RequireScale(const RunContext& run) {
+  if ((run.OrderState & OrderSupport) == 0) throw ScriptFault(FaultReason::ScaleNeededFirst);
+}
+
 Point RequireFinitePoint(Point point) {
   return {RequireFinite(point.X), RequireFinite(point.Y)};
 }
@@ -56,27 +96,26 @@ LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& paramet
   // The ends are taken as they were written: single precision would pass a last mark by.
   const double start = first == 0 ? ShortestDecimal(support.LogStart) : first;
   const double end = last == 0 ? ShortestDecimal(support.LogEnd) * std::pow(10.0, support.Decades) : last;
-  return {support, stepping, PositiveAndFinite(start), PositiveAndFinite(end)};
+  for (double value : {PositiveAndFinite(start), PositiveAndFinite(end)}) NoticeFarValue(run, value);
+  return {support, stepping, start, end};
 }
 
 void RequireReached(const RunContext& run, double value) {
   const ScaleSupport& support = run.Support;
   if (support.Reaches(value)) return;
-  const std::string range =
-      NumberWithInfinity(support.FirstValue) + " … " + NumberWithInfinity(support.LastValue);
-  throw ScriptFault(FaultReason::BeyondScale, NumberWithInfinity(value) + " (" + range + ")");
+  throw ScriptFault(FaultReason::BeyondScale, NumberWithInfinity(value) + " (" + RangeOf(support) + ")");
 }
 
 LinearGraduation ReadLinearGraduation(const RunContext& run, double count, double first, double last) {
   const ScaleSupport& support = run.Support;
+  const double parts = count == 0 ? 1 : count;
+  const double firstMark = std::nearbyint(first - 1) + 1, lastMark = std::trunc(last == 0 ? parts : last);
   if (support.Law) {
     const double span = support.LastValue - support.FirstValue;
     if (!std::isfinite(span)) throw ScriptFault(FaultReason::EndlessScale);
-    const double parts = count == 0 ? 1 : count;
-    for (double mark : {std::nearbyint(first - 1) + 1, std::trunc(last == 0 ? parts : last)}) {
-      RequireReached(run, support.FirstValue + span * mark / parts);
-    }
+    for (double mark : {firstMark, lastMark}) RequireReached(run, support.FirstValue + span * mark / parts);
   }
+  NoticeFarMarks(run, parts, firstMark, lastMark);
   return {support, count, first, last};
 }
 
@@ -103,6 +142,7 @@ std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view t
   const ScaleValue scaleValue{*value, text.ends_with("°")};
   if (run.Support.LogScale && !scaleValue.IsDirect) PositiveAndFinite(scaleValue.Value);
   if (isOwn && !scaleValue.IsDirect) RequireReached(run, scaleValue.Value);
+  if (!scaleValue.IsDirect && !run.Support.Law) NoticeFarValue(run, scaleValue.Value);
   return scaleValue;
 }
 

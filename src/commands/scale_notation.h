@@ -14,8 +14,10 @@
 
 namespace vaxel {
 
-// Without a support there is no scale: the line fails as a division by zero does.
+// Without a support there is no scale: the line fails as a division by zero does. What needs values by their
+// place, and came later to the language, fails with the reason alone.
 void RequireSupport(const RunContext& run);
+void RequireScale(const RunContext& run);
 
 // The point itself; a coordinate that is not finite is a fault.
 Point RequireFinitePoint(Point point);
@@ -34,11 +36,13 @@ void ForEachMark(Graduation& graduation, Use use) {
 // A value beyond a scale's law or table is a fault.
 void RequireReached(const RunContext& run, double value);
 
-// The marks of a scale of count equal intervals. Marks beyond a law or a table are a fault.
+// The marks of a scale of count equal intervals. Marks beyond a law or a table are a fault; a number of
+// intervals that is not whole and marks far beyond the scale are noticed.
 LinearGraduation ReadLinearGraduation(const RunContext& run, double count, double first, double last);
 
 // The marks of a logarithmic scale that parameter n gives as "Interval[§End[§Start]]", from first to last; a
-// first or a last of 0 is that of the scale. Values that are not above 0 are a fault.
+// first or a last of 0 is that of the scale. Values that are not above 0 are a fault, and those far beyond
+// the scale are noticed.
 LogGraduation ReadLogGraduation(const RunContext& run, const Parameters& parameters, std::size_t n,
                                 double first, double last);
 
@@ -49,7 +53,8 @@ std::optional<double> ReadInfinity(std::string_view text);
 // pattern is a fault.
 ValueFormat ReadNotation(const RunContext& run, std::string_view text);
 
-// The scale value that a text gives, direct with "°" at its end; an empty text has none.
+// The scale value that a text gives, direct with "°" at its end; an empty text has none. One that lies
+// farther beyond the ends of the scale than a tenth of it, as few are meant to, is noticed.
 std::optional<ScaleValue> ScaleValueOf(const RunContext& run, std::string_view text);
 
 // The scale value that parameter n gives. A missing one is a fault.

@@ -161,7 +161,7 @@ void WriteSeries(RunContext& run, const Parameters& parameters, std::size_t befo
 }  // namespace
 
 void RunGradV(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   MarkStyle style =
       ReadMarkStyle(run, parameters.RequiredNumber(2), parameters.Text(5), run.ColourOr(parameters.Text(6)));
   const std::string_view shape = parameters.Part(2, 1);
@@ -176,17 +176,17 @@ void RunGradV(RunContext& run, const Parameters& parameters) {
 }
 
 void RunValV(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   WriteSeries(run, parameters, 0, {});
 }
 
 void RunValVD(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   WriteSeries(run, parameters, 1, ReadTextStyle(run, Baseline::Ray, parameters.Text(1)));
 }
 
 void RunValVR(RunContext& run, const Parameters& parameters) {
-  RequireSupport(run);
+  RequireScale(run);
   WriteSeries(run, parameters, 1, ReadTextStyle(run, Baseline::Tangent, parameters.Text(1)));
 }
 

@@ -63,6 +63,21 @@ constexpr std::array<LetterRow, 12> Letters = {
      {'H', [](TextOptions& options) { options.Across = AnchorAcross::Top; }},
      {'V', [](TextOptions& options) { options.Vertical = true; }}}};
 
+// A word where options are awaited fails in its middle: it is shown too, and what may stand there.
+[[noreturn]] void FailTextOption(std::string_view from, std::string_view text, std::string_view letters) {
+  std::string shown = Shorten(from, 40);
+  if (from.size() < Trim(text).size()) shown += " (" + Shorten(Trim(text), 40) + ")";
+  ScriptFault fault(FaultReason::BadTextOption, shown);
+  std::string known = "*k";
+  for (char letter : letters) {
+    known += ' ';
+    known += letter;
+    if (letter == 'R') known += "°";
+  }
+  fault.Add(TextId::TextOptionsHere, known);
+  throw ScriptFault(std::move(fault));
+}
+
 }  // namespace
 
 TextOptions ReadTextOptions(std::string_view text, std::string_view letters, const Separators& separators) {
@@ -86,7 +101,7 @@ TextOptions ReadTextOptions(std::string_view text, std::string_view letters, con
     } else if (allowed && row != Letters.end()) {
       row->Set(options);
     } else {
-      throw ScriptFault(FaultReason::BadTextOption, Shorten(from, 40));
+      FailTextOption(from, text, letters);
     }
   }
   return options;

@@ -35,7 +35,9 @@ constexpr std::array<RelationRow, 9> Relations = {{{"<", Relation::Less},
 
 // A side of a comparison that is no number: it compares as what it begins with.
 void NoticeSide(RunContext& run, std::string_view side, double value) {
-  const TextId text = HasDecimalComma(side) ? TextId::SideHasComma : TextId::SideIsNoExpression;
+  const TextId text = HasDecimalComma(side) ? TextId::SideHasComma
+                      : HasWrongMinus(side) ? TextId::SideHasWrongMinus
+                                            : TextId::SideIsNoExpression;
   run.Notice(text, Shorten(side, ShownSide), NumberText(value));
 }
 

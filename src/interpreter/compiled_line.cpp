@@ -94,16 +94,12 @@ void CheckOrder(RunContext& run, const CommandRow& row) {
   run.AddOrder(row.Rules.Sets);
 }
 
-// A parameter too many that is not empty counts for nothing: a comma may have slipped in before it.
-void NoticeSurplus(RunContext& run, const CommandRow& row, const Parameters& parameters) {
+// A colour may take three parameters where one is counted.
+void NoticeSurplus(const RunContext& run, const CommandRow& row, const Parameters& parameters) {
   std::size_t most = row.Rules.Most;
   if (parameters.Count() <= most || row.Rules.Most == CommandRules::AnyNumber) return;
   if (most > 0 && BeginsColourParts(parameters.Trimmed(most))) most += 2;
-  for (std::size_t n = most + 1; n <= parameters.Count(); ++n) {
-    if (parameters.IsEmpty(n)) continue;
-    run.Notice(TextId::SurplusParameter, std::to_string(n), Shorten(parameters.Trimmed(n), ShownLength));
-    return;
-  }
+  NoticeSurplus(run, parameters, most);
 }
 
 bool Applies(const RunContext& run, Scope scope) {
@@ -144,6 +140,14 @@ void NoticeCutWord(RunContext& run, std::string_view text, std::string_view kept
 }
 
 }  // namespace
+
+void NoticeSurplus(const RunContext& run, const Parameters& parameters, std::size_t most) {
+  for (std::size_t n = most + 1; n <= parameters.Count(); ++n) {
+    if (parameters.IsEmpty(n)) continue;
+    run.Notice(TextId::SurplusParameter, std::to_string(n), Shorten(parameters.Trimmed(n), ShownLength));
+    return;
+  }
+}
 
 void CompiledLine::Compile(RunContext& run, std::string_view line) {
   isCompiled_ = true;

@@ -1,6 +1,7 @@
 // A command line on its way to the handler of its command.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -8,6 +9,10 @@
 #include "interpreter/parameters.h"
 
 namespace vaxel {
+
+// Tells of the first parameter beyond so many that is not empty: it counts for nothing, and a comma may have
+// slipped in before it.
+void NoticeSurplus(const RunContext& run, const Parameters& parameters, std::size_t most);
 
 // A line with what could be worked out of it beforehand: its row, and its parameters as texts, numbers and
 // programs. It can be compiled anew, which keeps its memory.

@@ -306,6 +306,11 @@ bool HasDecimalComma(std::string_view text) {
          IsDigit(text[place + 1]);
 }
 
+bool HasWrongMinus(std::string_view text) {
+  const std::size_t place = EndOfExpression(text, ",");
+  return place < text.size() && WrongMinusLength(TrimLeft(text.substr(place))) > 0;
+}
+
 bool IsFunctionName(std::string_view name) {
   return Holds(Known, name);
 }

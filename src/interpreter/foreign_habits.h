@@ -26,6 +26,8 @@ ScriptFault UnknownCommandFault(const RunContext& run, std::string_view keyword,
 std::string_view FunctionInstead(std::string_view name);
 // Whether a text that is no expression stops being one at a comma between figures.
 bool HasDecimalComma(std::string_view text);
+// The same at a dash that is not the minus of the keyboard.
+bool HasWrongMinus(std::string_view text);
 // Whether this is a function's name.
 bool IsFunctionName(std::string_view name);
 // What has a name in expressions: the functions, MOD and PI.

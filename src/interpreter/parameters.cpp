@@ -77,6 +77,10 @@ void AddInstead(ScriptFault& fault, std::string_view text, std::size_t place) {
     fault.Add(TextId::DecimalMark, Shorten(number, ShownParameter));
     return;
   }
+  if (HasWrongMinus(text)) {
+    fault.Add(TextId::WrongMinus, Shorten(WithPlainMinus(text), ShownParameter));
+    return;
+  }
   const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsLetter);
   const std::string_view name = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
   if (name.empty()) return;

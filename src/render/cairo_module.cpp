@@ -2,6 +2,7 @@
 
 #ifndef _WIN32
 #include <dlfcn.h>
+#include <sys/auxv.h>
 
 #include <filesystem>
 #include <system_error>
@@ -21,13 +22,21 @@ Result<const CairoFunctions*> LoadCairo() {
 
 namespace {
 
+// The program's own file. Where /proc is not mounted, as in a bare root, the name by which it was started
+// leads to it.
+std::filesystem::path ProgramFile() {
+  std::error_code unreadable;
+  std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
+  if (!program.empty()) return program;
+  const auto* const started = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  return started ? std::filesystem::canonical(started, unreadable) : program;
+}
+
 // The function by which a module beside the program is entered. The module stays loaded as long as the
 // program runs.
 template <class Made>
 Result<Made> EnterModule(const char* fileName, const char* function) {
-  std::error_code unreadable;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
-  const std::filesystem::path name = program.parent_path() / fileName;
+  const std::filesystem::path name = ProgramFile().parent_path() / fileName;
   void* const module = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const entry = module ? dlsym(module, function) : nullptr;
   if (entry) return reinterpret_cast<Made (*)()>(entry)();

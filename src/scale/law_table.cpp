@@ -52,6 +52,14 @@ std::optional<double> NumberIn(std::string_view field, bool hasDecimalComma) {
   return text.starts_with('-') ? -value : value;
 }
 
+// Whether one of the fields is a number but for its minus.
+bool HasDash(const Row& row) {
+  return std::any_of(row.Fields.begin(), row.Fields.end(), [](std::string_view field) {
+    const std::size_t length = WrongMinusLength(field);
+    return length > 0 && length < field.size() && IsDigit(field[length]);
+  });
+}
+
 LawTable FaultAt(TableFault fault, std::size_t at) {
   LawTable table;
   table.Fault = fault;
@@ -74,7 +82,9 @@ LawTable JudgePoints(const std::vector<PlacedLawPoint>& points) {
   return table;
 }
 
-LawTable ReadLawTable(std::string_view text) {
+namespace {
+
+LawTable ReadRows(std::string_view text, LawTable::WrongMinus& dash) {
   std::vector<PlacedLawPoint> points;
   bool mayBeHeading = true;
   for (std::size_t number = 1; !text.empty(); ++number) {
@@ -82,6 +92,7 @@ LawTable ReadLawTable(std::string_view text) {
     line = Stripped(line.substr(0, line.find_first_of("'#")));
     if (line.empty()) continue;
     const Row row = SplitRow(line);
+    if (dash.At == 0 && HasDash(row)) dash = {number, line};
     std::string_view reading = row.Fields[1];
     const bool isDirect = reading.ends_with("°");
     if (isDirect) reading = Stripped(DropLastCharacter(reading));
@@ -94,6 +105,15 @@ LawTable ReadLawTable(std::string_view text) {
     points.push_back({{*value, *place}, isDirect, number});
   }
   return JudgePoints(points);
+}
+
+}  // namespace
+
+LawTable ReadLawTable(std::string_view text) {
+  LawTable::WrongMinus dash;
+  LawTable table = ReadRows(text, dash);
+  table.Dash = dash;
+  return table;
 }
 
 }  // namespace vaxel

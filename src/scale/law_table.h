@@ -28,6 +28,13 @@ struct LawTable {
   bool IsDirect = false;         // the readings have a "°"
   TableFault Fault = TableFault::None;
   std::size_t At = 0;  // of a fault the line, of a list of points the point, from 1
+  // The first line of a text in which a number has a dash that only looks like its minus: its place from 1,
+  // 0 where there is none, and what stands there, which is valid as long as the text.
+  struct WrongMinus {
+    std::size_t At = 0;
+    std::string_view Line;
+  };
+  WrongMinus Dash;
 };
 
 LawTable ReadLawTable(std::string_view text);

@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "win32/editor.h"
+#include "win32/menu_bar.h"
 #include "win32/pixels.h"
 
 namespace vaxel {
@@ -38,7 +39,7 @@ void EditorWin32::FollowPointer(UINT message, LPARAM lParam) {
 
 // The control names a place for any pixel, also for one far from the text.
 void EditorWin32::ExplainWordAt(POINT pixel) {
-  if (!application_ || tip_->IsShown()) return;
+  if (!application_ || tip_->IsShown() || IsMenuOpen()) return;
   const POINTL asked = {pixel.x, pixel.y};
   const auto place = static_cast<LONG>(text_.Send(EM_CHARFROMPOS, 0, &asked));
   const auto help = application_->WordAt(static_cast<std::size_t>(place));

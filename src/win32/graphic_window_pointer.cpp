@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "win32/graphic_window.h"
+#include "win32/menu_bar.h"
 #include "win32/pixels.h"
 
 namespace vaxel {
@@ -98,7 +99,7 @@ std::optional<LRESULT> GraphicWindow::HandlePointer(UINT message, WPARAM wParam,
       Move(PixelOf(lParam));
       return 0;
     case WM_MOUSEHOVER:
-      if (gesture_ == Gesture::None) application_->DrawingRested(PlaceOf(PixelOf(lParam)));
+      if (gesture_ == Gesture::None && !IsMenuOpen()) application_->DrawingRested(PlaceOf(PixelOf(lParam)));
       return 0;
     case WM_MOUSELEAVE:
       Leave();

@@ -70,4 +70,11 @@ void MenuBar::SetRecentFiles(const std::vector<std::string>& names) {
   }
 }
 
+bool IsMenuOpen() {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  return GetGUIThreadInfo(GetCurrentThreadId(), &thread) &&
+         (thread.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0;
+}
+
 }  // namespace vaxel

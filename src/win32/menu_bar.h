@@ -39,4 +39,8 @@ class MenuBar {
   std::array<ItemPlace, MenuItems> places_{};
 };
 
+// Whether one of the program's menus is open, the one at the pointer too. Resting on what it covers means
+// nothing.
+bool IsMenuOpen();
+
 }  // namespace vaxel

@@ -9,8 +9,8 @@
 //   @picture logo.png 120 60 300     a picture file that there is, so many pixels across and down and an inch
 //   the script, on a screen of 200 × 200 mm of 96 dpi or on A4 paper of 600 dpi
 //   ==> what comes of it, a line each: "comment LINE:text", "notice LINE:text", "box LINE:title\ntext" (line
-//       ends and TABs as "\n" and "\t"), the display list, "error [FILE:]LINE: reason"; "nothing"; or only
-//       how many operations there are, "11 operations"
+//       ends and TABs as "\n" and "\t"), "error [FILE:]LINE: reason", the display list or only how many
+//       operations there are, "11 operations"; "nothing"
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -115,9 +115,11 @@ std::string OutcomeOf(const ScriptCase& scriptCase) {
     outcome +=
         "error " + file + std::to_string(error.LineNumber) + ": " + InOneLine(Trim(run.Reason())) + "\n";
   }
-  if (run.Errors.empty()) outcome += ListText(run.List);
-  if (scriptCase.Expected.ends_with(" operations\n"))
-    return std::to_string(run.List.Size()) + " operations\n";
+  if (scriptCase.Expected.ends_with(" operations\n")) {
+    outcome += std::to_string(run.List.Size()) + " operations\n";
+  } else if (run.Errors.empty()) {
+    outcome += ListText(run.List);
+  }
   return outcome.empty() ? "nothing\n" : outcome;
 }
 
