@@ -272,12 +272,14 @@ void ADayInTheLife::SaveWithoutFolder() {
 void ADayInTheLife::OpenTheOther() {
   const std::string other = file_ == Other ? File : Other;
   const bool keeps = Chance(50), gives = Chance(20);
-  bool isAsked = false;
+  bool isAsked = false, isNamed = false;
   PostAndSettle(MenuId::Mnu_Ouvrir, [&](const ShownDialog& box) {
+    if (isNamed) return Leave(box);  // the opened script is run
     if (!box.IsFileDialog()) {
       isAsked = true;
       return gives ? Leave(box) : keeps && !file_.empty() ? Confirm(box) : Refuse(box);
     }
+    isNamed = true;
     return Name(box, other);
   });
   if (!isAsked && before_ != saved_) throw DriveFailure("an unsaved text was given up unasked");
