@@ -14,7 +14,12 @@
 #endif
 
 #ifdef VAXEL_COUNTS_MEMORY
-#include <sanitizer/allocator_interface.h>
+// Debian's GCC has these functions, but not their header.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*allocated)(const volatile void*, std::size_t),
+                                              void (*released)(const volatile void*));
+std::size_t __sanitizer_get_allocated_size(const volatile void* block);
+}
 #endif
 
 namespace vaxel::fuzz {

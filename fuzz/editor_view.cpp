@@ -19,7 +19,7 @@ namespace vaxel::fuzz {
 namespace {
 
 // So many lines before the end are written in.
-constexpr std::size_t WrittenLines = 10;
+constexpr std::size_t WrittenLines = 2;
 
 class SmallOutside : public CompletionSource {
  public:
