@@ -27,9 +27,10 @@ DrawingFault::Reason ReasonOf(Adding add) {
 TEST(DisplayList, HoldsTextsAndPicturesUpToItsLimits) {
   DisplayList list;
   list.BeginPage(100, 100);
-  const std::string half(DisplayList::MaxTextBytes / 2, 'x');
+  std::string half;
+  half.resize(DisplayList::MaxTextBytes / 2, 'x');
   const auto picture = std::make_shared<Picture>();
-  picture->Bytes = std::string(DisplayList::MaxPictureBytes / 2, 'x');
+  picture->Bytes.resize(DisplayList::MaxPictureBytes / 2);
   for (int drawing = 0; drawing < 2; ++drawing) {
     list.AddText(half, {}, {}, {});
     EXPECT_FALSE(list.HasRoomForPages());

@@ -168,5 +168,40 @@ TEST(Picture, OfMovingPicturesTheFirstFrameStays) {
   EXPECT_EQ(Read(Png("") + "behind the end").Bytes, Png(""));
 }
 
+// A decoder that knows the frame alone gives 2 x 1 pixels, which lie at 1, 2 of 4 x 4.
+TEST(Picture, PutsAFrameIntoItsScreen) {
+  Picture picture;
+  picture.Format = PictureFormat::Gif;
+  picture.Width = picture.Height = 4;
+  picture.FrameLeft = 1;
+  picture.FrameTop = 2;
+  std::vector<std::uint32_t> pixels = {7, 8};
+  ASSERT_TRUE(PlaceFrame(picture, 2, 1, pixels));
+  std::vector<std::uint32_t> expected(16);
+  expected[9] = 7;
+  expected[10] = 8;
+  EXPECT_EQ(pixels, expected);
+  EXPECT_TRUE(PlaceFrame(picture, 4, 4, pixels));
+  EXPECT_EQ(pixels, expected);
+  std::vector<std::uint32_t> tooWide(4), tooHigh(3);
+  EXPECT_FALSE(PlaceFrame(picture, 4, 1, tooWide));
+  EXPECT_FALSE(PlaceFrame(picture, 1, 3, tooHigh));
+  picture.Format = PictureFormat::Png;
+  std::vector<std::uint32_t> small = {7, 8};
+  EXPECT_FALSE(PlaceFrame(picture, 2, 1, small));
+}
+
+// What there is of it keeps its size, for a decoder to look at.
+TEST(Picture, OfAFileThatIsCutShortTheHeadStays) {
+  const std::string file = Png(Chunk("acTL", Big32(2) + Big32(0)));
+  Picture picture;
+  EXPECT_EQ(ReadPicture(file.substr(0, file.size() - 14), picture), PictureFault::Incomplete);
+  EXPECT_TRUE(picture.IsCutShort);
+  EXPECT_EQ(picture.Width, 3U);
+  EXPECT_EQ(picture.Bytes, Png("").substr(0, Png("").size() - 14));
+  EXPECT_EQ(ReadPicture(file, picture), PictureFault::None);
+  EXPECT_FALSE(picture.IsCutShort);
+}
+
 }  // namespace
 }  // namespace vaxel

@@ -46,8 +46,8 @@ TEST(PdfLimits, CountStrokesAndFillings) {
 TEST(PdfLimits, CountLettersAndCorners) {
   DisplayList texts, polygons, contours;
   texts.BeginPage(100, 100);
-  for (int i = 0; i < 4; ++i) texts.AddText(std::string(10'000'000, 'x'), {}, {}, {});
-  ExpectRefused(texts, "2");
+  for (int i = 0; i < 8; ++i) texts.AddText(std::string(5'000'000, 'x'), {}, {}, {});
+  ExpectRefused(texts, "5");
   polygons.BeginPage(100, 100);
   for (int i = 0; i < 15; ++i) polygons.AddPolygon(std::vector<Point>(1'000'000), {}, StrokeOf({}));
   for (int i = 0; i < 420'000; ++i) polygons.Add(StrokeOf(LineShape{{}, {1, 1}}));

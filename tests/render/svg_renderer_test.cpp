@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
 #include <numbers>
 #include <string>
+#include <utility>
 
 #include "render/decimal_text.h"
 
@@ -80,6 +82,47 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
       "<text x=\"4\" y=\"5\" font-family=\"'D\\'Or \\\\',sans-serif\" "
       "font-size=\"3.5\" xml:space=\"preserve\" fill=\"#ff0000\" data-line=\"9\">x </text>\n"
       "</svg>\n");
+}
+
+// What stands in the page, between its start and its end.
+std::string ElementsOf(const DisplayList& list) {
+  const std::string svg = SvgOf(list);
+  const std::size_t start = svg.find('\n') + 1;
+  return svg.substr(start, svg.rfind("</svg>") - start);
+}
+
+TEST(SvgRenderer, WritesContoursInBothDirections) {
+  DisplayList list;
+  list.BeginPage(100, 100);
+  constexpr double half = std::numbers::pi;
+  list.AddContour(std::array{ContourArc{{10, 10}, 5, 0, half}, ContourArc{{10, 12}, 0, 0, 0}},
+                  Fill(MakeColour(0, 0, 255)), {0.25, 0, 3, {}});
+  list.AddContour(std::array{ContourArc{{10, 10}, 5, 0, -half}}, {}, {0.25, 0, 4, {}});
+  EXPECT_EQ(ElementsOf(list),
+            "<path d=\"M15 10 A5 5 0 0 0 10 5 A5 5 0 0 0 5 10 L10 12 Z\" fill=\"#0000ff\" stroke=\"#000000\" "
+            "stroke-width=\"0.25\" data-line=\"3\"/>\n"
+            "<path d=\"M15 10 A5 5 0 0 1 10 15 A5 5 0 0 1 5 10 Z\" stroke=\"#000000\" stroke-width=\"0.25\" "
+            "data-line=\"4\"/>\n");
+}
+
+TEST(SvgRenderer, CarriesPicturesAndMirrorsPages) {
+  for (const auto& [bytes, encoded] :
+       {std::pair{"abc", "YWJj"}, {"abcd", "YWJjZA=="}, {"\xFF?\xFE", "/z/+"}, {"\xFB\xEF", "++8="}}) {
+    DisplayList list;
+    list.BeginPage(100, 50);
+    list.MirrorPage();
+    const auto picture = std::make_shared<Picture>();
+    picture->Bytes = bytes;
+    list.AddPicture(picture, {{1, 2}, 30, 40.5}, {0, 0, 7, {}});
+    const std::string svg = ElementsOf(list);
+    EXPECT_TRUE(
+        svg.starts_with("<g transform=\"matrix(-1 0 0 1 100 0)\">\n"
+                        "<image x=\"1\" y=\"2\" width=\"30\" height=\"40.5\""))
+        << svg;
+    EXPECT_TRUE(svg.ends_with("data-line=\"7\" xlink:href=\"data:image/png;base64," + std::string(encoded) +
+                              "\"/>\n</g>\n"))
+        << svg;
+  }
 }
 
 TEST(DecimalText, RoundsAndDropsWhatSaysNothing) {

@@ -42,6 +42,13 @@ class RowsRead {
     rows->first_ = std::min(rows->first_, static_cast<std::size_t>(std::max(y, 0)));
     rows->end_ = std::max(rows->end_, static_cast<std::size_t>(std::max(y + height, 0)));
   }
+  // Of a picture that is whole: of some formats the library does not tell.
+  static RowsRead All() {
+    RowsRead rows;
+    rows.first_ = 0;
+    rows.end_ = SIZE_MAX;
+    return rows;
+  }
   bool AreNone() const { return end_ == 0; }
   bool Has(std::size_t row) const { return row >= first_ && row < end_; }
 
@@ -55,18 +62,17 @@ class PixbufDecoder : public PictureDecoder {
     GError* error = nullptr;
     const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), &error));
     if (!loader) return MissingLoader(UniqueError(error).get(), picture);
-    RowsRead all;
-    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(RowsRead::Note), &all);
+    RowsRead read;
+    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(RowsRead::Note), &read);
     const auto* bytes = reinterpret_cast<const guchar*>(picture.Bytes.data());
     const bool written = gdk_pixbuf_loader_write(loader.get(), bytes, picture.Bytes.size(), &error);
     // A JPEG whose end is missing is filled up with grey when it is closed.
-    const RowsRead some = all;
+    const RowsRead rows = picture.IsCutShort ? read : RowsRead::All();
     // It must be closed either way; the first error is the cause.
     const bool closed = gdk_pixbuf_loader_close(loader.get(), written ? &error : nullptr);
     const UniqueError why(error);
     if ((!closed || !written) && !picture.IsCutShort) return FailureOf(why.get());
     const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    const RowsRead& rows = picture.IsCutShort ? some : all;
     if (!pixbuf || rows.AreNone()) return FailureOf(why.get());
     return CopyPixels(*pixbuf, rows, picture, pixels);
   }
