@@ -60,13 +60,14 @@ TEST_F(VaxelRender, NamesTheLineThatCannotInclude) {
   Write("piece.dat", "Texte = 0,0,,,%32");
   std::string parameters = "Fichier = piece, 0, 0";
   for (int i = 1; i <= 32; ++i) parameters += ", " + std::to_string(i);
-  const std::pair<std::string, const char*> cases[] = {
-      {"Fichier = folder", "File not found: folder"},
-      {"Fichier = folder/", "File not found: folder/"},
+  const std::string looked = "\nLooked for in the folder " + folder_.string();
+  const std::pair<std::string, std::string> cases[] = {
+      {"Fichier = folder", "File not found: folder" + looked},
+      {"Fichier = folder/", "File not found: folder/" + looked + "/folder"},
       {"Fichier = /dev/zero", "File not found: /dev/zero"},
       {"Fichier = binary", "This file is not a text: binary"},
       {parameters + ", 33", "A script cannot have more than 32 variables"},
-      {"Open = folder", "File not found: folder"},
+      {"Open = folder", "File not found: folder" + looked},
       {"Open = binary.dat", "This file is not a text: binary.dat"}};
   for (const auto& [line, reason] : cases) {
     Write("dial.dat", "' c\n" + line + "\n");

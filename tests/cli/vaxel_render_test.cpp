@@ -191,22 +191,24 @@ TEST_F(VaxelRender, SaysWhyAPictureCannotBeDrawn) {
       {"bad.png", changed("clear.png", pngData + 10, "~"), "The picture is damaged"},
       {"none.jpg", changed("photo.jpg", picture("photo.jpg").find("\xFF\xC0") + 5, {"\0\0\0\0", 4}),
        foreign}};
-  const auto expectRefused = [&](const std::string& name, const std::string& reason) {
+  const auto expectRefused = [&](const std::string& name, const std::string& reason,
+                                 const std::string& more = {}) {
     const std::string command = "Image = " + name + ", 0, 0";
     Write("dial.dat", Line + command + "\n");
     const Outcome outcome = Run("-o a.svg -o a.pdf -o a.png dial.dat");
     EXPECT_EQ(outcome.Status, 1) << name;
     EXPECT_EQ(outcome.Printed, "dial.dat:2: Error in the line: " + command + " of the file: dial.dat\n\n" +
-                                   reason + ": " + name + "\n");
+                                   reason + ": " + name + "\n" + more);
     for (const char* output : {"a.svg", "a.pdf", "a.png"}) EXPECT_FALSE(fs::exists(folder_ / output)) << name;
   };
   for (const auto& [name, bytes, reason] : cases) {
     Write(name, bytes);
     expectRefused(name, reason);
   }
-  expectRefused("missing.png", "File not found");
+  const std::string looked = "Looked for in the folder " + folder_.string() + "\n";
+  expectRefused("missing.png", "File not found", looked);
   fs::create_directory(folder_ / "folder.png");
-  expectRefused("folder.png", "File not found");
+  expectRefused("folder.png", "File not found", looked);
 }
 
 TEST_F(VaxelRender, DoesNotReadAPictureWithoutEnd) {
