@@ -1,8 +1,6 @@
 #include "win32/editor.h"
 
 #include <windows.h>
-// These need what windows.h declares.
-#include <commctrl.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -82,13 +80,17 @@ EditorWin32::EditorWin32(HINSTANCE instance, HWND parent, FailureHandler onFailu
   SetFontSize(UsualCodeFontSize);
   text_.Send(EM_SETEVENTMASK, 0, LPARAM{ENM_CHANGE | ENM_SELCHANGE});
   tip_.emplace(window_);
-  SetWindowSubclass(window_, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  // A subclass of the common controls would ask the system twice for each of the many messages of a key,
+  // which under Wine takes longer than all the rest.
+  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  control_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
 }
 
-LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                        DWORD_PTR editor) {
-  auto& self = *reinterpret_cast<EditorWin32*>(editor);
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, 0);
+LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto& self = *reinterpret_cast<EditorWin32*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (message == WM_NCDESTROY)
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(self.control_));
   if (!KeepsText(message)) self.counted_.reset();
   try {
     if (const std::optional<LRESULT> result = self.Handle(message, wParam, lParam)) return *result;
@@ -96,7 +98,7 @@ LRESULT CALLBACK EditorWin32::Procedure(HWND window, UINT message, WPARAM wParam
     self.onFailure_();
     return 0;
   }
-  const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+  const LRESULT result = CallWindowProcW(self.control_, window, message, wParam, lParam);
   if (!KeepsText(message)) self.counted_.reset();
   // However the text was scrolled or changed, it is painted then.
   if (message == WM_PAINT) {
@@ -253,7 +255,6 @@ void EditorWin32::TextChanged() {
   if (text_.IsUnnoticed() || !application_) return;
   ColourNewLines();
   application_->EditorChanged();
-  margin_.Follow(LineCount());
 }
 
 // What was pasted, or brought back by undoing, has come in beside the cursor.
@@ -274,7 +275,9 @@ void EditorWin32::SelectionChanged() {
   if (IsLoading()) LoadToPlace(static_cast<std::size_t>(text_.Selection().cpMax));
   application_->CursorMoved();
   MarkParentheses();
-  margin_.Follow(LineCount());
+  // Whatever else changes is painted, and followed then.
+  const std::size_t line = text_.LineAt(text_.Selection().cpMin);
+  if (std::exchange(cursorLine_, line) != line) margin_.Follow(LineCount());
 }
 
 void EditorWin32::MarkParentheses() {

@@ -74,8 +74,7 @@ class EditorWin32 : public ScriptEditor {
   void SetFontSize(double points) override;
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                    DWORD_PTR editor);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   bool TakesKey(WPARAM key);
   bool TakesCharacter(WPARAM character);
@@ -103,6 +102,7 @@ class EditorWin32 : public ScriptEditor {
   FailureHandler onFailure_;
   UniqueLibrary library_;
   HWND window_ = nullptr;
+  WNDPROC control_ = nullptr;  // what handles its messages by itself
   RichText text_;
   EditorColours colours_{text_};
   EditorMargin margin_;
@@ -111,6 +111,7 @@ class EditorWin32 : public ScriptEditor {
   Application* application_ = nullptr;
   std::optional<std::size_t> counted_;  // the lines, until the text may have changed
   std::size_t lines_ = 1;               // when the text was changed last
+  std::size_t cursorLine_ = 0;          // that the margin shows
   DWORD lastTyped_ = 0;                 // when, in milliseconds
   Colour plainInk_ = Black;
   std::optional<std::size_t> paired_;  // the line in which parentheses are marked
