@@ -149,9 +149,13 @@ void ADayInTheLife::TakeBack() {
 
 // As far as undoing went, doing again brings it back.
 void ADayInTheLife::UndoAndRedo() {
-  const std::size_t steps = 1 + Below(4);
-  for (std::size_t step = 0; step < steps; ++step) program_->Command(MenuId::Mnu_Annuler);
-  for (std::size_t step = 0; step < steps; ++step) program_->Command(MenuId::Mnu_Refaire);
+  const std::size_t wanted = 1 + Below(4);
+  std::size_t steps = 0;
+  for (std::wstring text = TextNow(); steps < wanted; ++steps) {
+    program_->Command(MenuId::Mnu_Annuler);
+    if (std::exchange(text, TextNow()) == text) break;
+  }
+  for (; steps > 0; --steps) program_->Command(MenuId::Mnu_Refaire);
   ExpectSameText();
 }
 
