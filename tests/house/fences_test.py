@@ -84,6 +84,17 @@ class FencesTest(unittest.TestCase):
                 self.assertIn(reason, lines[0])
                 (self.tree / file).unlink()
 
+    def test_calls_of_one_file(self):
+        path = self.tree / "src/win32/fonts.cpp"
+        self.put("src/win32/fonts.cpp")
+        for call in ('LoadLibraryW(L"x.dll")', "LoadLibraryExA (name, nullptr, 0)", 'dlopen("x.so", 0)'):
+            path.write_text(f"// LoadLibrary(\nauto x = {call};\n")
+            lines = self.said(1)
+            self.assertEqual(len(lines), 1, lines)
+            self.assertTrue(lines[0].startswith("src/win32/fonts.cpp:2: "), lines)
+        path.write_text('LoadSystemLibrary(L"x.dll");\n')
+        self.said(0)
+
     def test_unknown_room(self):
         self.put("src/misc/thing.cpp")
         self.assertRegex(self.said(1)[0], "^src/misc/thing.cpp:1: .*outside of the rooms")
