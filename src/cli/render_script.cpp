@@ -39,7 +39,7 @@ std::string FindScript(const std::string& name) {
 }
 
 std::optional<std::string> ReadScript(const std::string& name, const UserTexts& texts) {
-  constexpr std::size_t maxBytes = std::size_t{512} << 20;
+  constexpr std::size_t maxBytes = 20'000'000;
   Result<std::string> bytes = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
   const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardInput));
   if (!bytes) {
@@ -152,7 +152,9 @@ void TellFailure(const Result<>& outcome, TextId what, const UserTexts& texts) {
 // Runs the script for every kind of target that the outputs need.
 ExitStatus RunForAll(const RenderOptions& options, const Script& script, Machine& machine, Drawings& lists) {
   for (const OutputRequest& output : options.Outputs) {
-    const auto [place, isNew] = lists.try_emplace(output.Target);
+    std::size_t room = DisplayList::MaxBytes;
+    for (const auto& [target, list] : lists) room -= list.Bytes();
+    const auto [place, isNew] = lists.try_emplace(output.Target, room);
     if (!isNew) continue;
     const ExitStatus status = RunFor(output.Target, options, script, machine, place->second);
     TellFailure(machine.Decoder.Outcome(), TextId::CliNoPictures, machine.Texts);

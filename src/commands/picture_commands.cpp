@@ -32,10 +32,6 @@ FaultReason ReasonOf(PictureFault fault) {
   return FaultReason::None;
 }
 
-std::size_t PixelsOf(const Picture& picture) {
-  return std::size_t{picture.Width} * picture.Height;
-}
-
 // A damaged picture, too little memory and a machine that reads no pictures are three things.
 [[noreturn]] void FailPicture(const RunContext& run, const Picture& picture, const Failure& why,
                               const std::string& shown) {
@@ -52,8 +48,7 @@ void TryToDecode(RunContext& run, const Picture& picture, const std::string& sho
   PictureDecoder* const decoder = run.Surface.Target().Decoder;
   if (!decoder && picture.IsCutShort) throw ScriptFault(FaultReason::PictureIncomplete, shown);
   if (!decoder) return;
-  std::vector<std::uint32_t> pixels;
-  if (const Result<> decoded = decoder->Decode(picture, pixels); !decoded)
+  if (const Result<> decoded = decoder->Check(picture); !decoded)
     FailPicture(run, picture, decoded.Why(), shown);
   if (picture.IsCutShort) run.Notice(TextId::PictureCutShort, shown);
 }
@@ -63,11 +58,11 @@ std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::strin
   const std::string shown(Shorten(name, 200));
   const auto picture = std::make_shared<Picture>();
   const PictureFault fault = ReadPicture(run.ReadFile(fileName, shown), *picture);
-  const bool isOfUse = fault == PictureFault::Incomplete && PixelsOf(*picture) > 0;
+  const bool isOfUse = fault == PictureFault::Incomplete && picture->PixelCount() > 0;
   if (fault != PictureFault::None && !isOfUse) throw ScriptFault(ReasonOf(fault), shown);
   picture->Name = name;
-  std::size_t pixelsOfAll = PixelsOf(*picture);
-  for (const auto& [file, other] : run.Pictures) pixelsOfAll += PixelsOf(*other);
+  std::size_t pixelsOfAll = picture->PixelCount();
+  for (const auto& [file, other] : run.Pictures) pixelsOfAll += other->PixelCount();
   if (pixelsOfAll > Picture::MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
   TryToDecode(run, *picture, shown);
   return picture;

@@ -11,6 +11,8 @@ namespace {
 
 // Figures count for their corners too, so that the limit on operations bounds the memory whatever is drawn.
 constexpr std::size_t MaxCornerBytes = 4 * DisplayList::MaxOperations * sizeof(Point);
+// A vector that grows holds its elements up to three times for a moment.
+constexpr std::size_t BytesOfPage = 3 * sizeof(Page);
 
 template <class Item>
 std::span<const Item> Copied(const ChunkedVector<Item>& items, std::size_t first, std::size_t count,
@@ -18,15 +20,6 @@ std::span<const Item> Copied(const ChunkedVector<Item>& items, std::size_t first
   buffer.clear();
   for (std::size_t i = 0; i < count; ++i) buffer.push_back(items[first + i]);
   return buffer;
-}
-
-template <class Kind, class Item>
-Kind Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fill& inside) {
-  if ((storage.size() + items.size()) * sizeof(Item) > MaxCornerBytes)
-    throw DrawingFault{DrawingFault::Reason::TooManyOperations};
-  const auto first = static_cast<std::uint32_t>(storage.size());
-  for (const Item& item : items) storage.push_back(item);
-  return {first, static_cast<std::uint32_t>(items.size()), inside};
 }
 
 // Moves what lies in a figure itself; the corners of polygons and contours do not.
@@ -59,8 +52,16 @@ std::span<const ContourArc> DisplayList::Pieces(const ContourShape& contour,
   return Copied(pieces_, contour.First, contour.Count, buffer);
 }
 
+void DisplayList::Take(std::size_t bytes, std::size_t decodedBytes) {
+  if (bytes_ + decodedBytes_ + bytes + decodedBytes > room_)
+    throw DrawingFault{DrawingFault::Reason::TooMuchDrawn};
+  bytes_ += bytes;
+  decodedBytes_ += decodedBytes;
+}
+
 void DisplayList::BeginPage(double width, double height) {
   if (pages_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
+  Take(BytesOfPage);
   const Point origin = pages_.empty() ? Point{} : pages_.back().Origin;
   pages_.push_back({width, height, operations_.size(), 0, origin});
 }
@@ -104,6 +105,7 @@ void DisplayList::Clear() {
   textBytes_ = 0;
   pictures_.clear();
   pictureBytes_ = 0;
+  bytes_ = decodedBytes_ = 0;
   if (pages_.empty()) return;
   const Page current = pages_.back();
   pages_.clear();
@@ -136,10 +138,23 @@ std::optional<IncludedPlace> DisplayList::IncludedAt(std::size_t index) const {
 
 void DisplayList::Add(const Operation& operation) {
   if (operations_.size() == MaxOperations) throw DrawingFault{DrawingFault::Reason::TooManyOperations};
-  if (now_ != (origins_.empty() ? Origin{} : origins_.back().Place))
+  Take(sizeof(Operation));
+  if (now_ != (origins_.empty() ? Origin{} : origins_.back().Place)) {
+    Take(3 * sizeof(OriginFrom));
     origins_.push_back({operations_.size(), now_});
+  }
   operations_.push_back(operation);
   ++pages_.back().Count;
+}
+
+template <class Kind, class Item>
+Kind DisplayList::Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fill& inside) {
+  if ((storage.size() + items.size()) * sizeof(Item) > MaxCornerBytes)
+    throw DrawingFault{DrawingFault::Reason::TooManyOperations};
+  Take(items.size() * sizeof(Item));
+  const auto first = static_cast<std::uint32_t>(storage.size());
+  for (const Item& item : items) storage.push_back(item);
+  return {first, static_cast<std::uint32_t>(items.size()), inside};
 }
 
 void DisplayList::AddPolygon(std::span<const Point> corners, const Fill& inside, Operation operation,
@@ -157,6 +172,7 @@ void DisplayList::AddContour(std::span<const ContourArc> pieces, const Fill& ins
 
 void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
   if (textBytes_ + text.size() > MaxTextBytes) throw DrawingFault{DrawingFault::Reason::TooMuchText};
+  Take(sizeof(text) + text.size());
   textBytes_ += text.size();
   shape.Content = static_cast<std::uint32_t>(texts_.size());
   shape.Face = IndexOf(face);
@@ -171,7 +187,10 @@ void DisplayList::AddPicture(std::shared_ptr<const Picture> picture, PictureShap
   if (pictureBytes_ > MaxPictureBytes) throw DrawingFault{DrawingFault::Reason::TooManyPictures};
   const auto known = std::find(pictures_.begin(), pictures_.end(), picture);
   shape.Content = static_cast<std::uint32_t>(known - pictures_.begin());
-  if (known == pictures_.end()) pictures_.push_back(std::move(picture));
+  if (known == pictures_.end()) {
+    Take(picture->Bytes.size(), picture->DecodedBytes());
+    pictures_.push_back(std::move(picture));
+  }
   operation.Figure = shape;
   Add(operation);
 }

@@ -146,10 +146,21 @@ class DisplayList {
   // The limit holds for all pictures together, each counted as often as it is drawn: an output may hold it as
   // often.
   static constexpr std::size_t MaxPictureBytes = 500'000'000;
+  // Of memory: what Bytes() and DecodedBytes() count.
+  static constexpr std::size_t MaxBytes = 450'000'000;
+
+  DisplayList() = default;
+  // room: so many bytes are taken at most, where other drawings have the rest of MaxBytes.
+  explicit DisplayList(std::size_t room) : room_(room) {}
 
   const std::vector<Page>& Pages() const { return pages_; }
   std::size_t Size() const { return operations_.size(); }
   const Operation& At(std::size_t index) const { return operations_[index]; }
+  // The memory that the drawing takes, about, and what the pixels of its pictures take while an output has
+  // them decoded.
+  std::size_t Bytes() const { return bytes_; }
+  std::size_t DecodedBytes() const { return decodedBytes_; }
+  std::size_t Room() const { return room_; }
   // Copies the corners of a polygon into buffer, which grows as needed, and returns them.
   std::span<const Point> Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const;
 
@@ -197,6 +208,9 @@ class DisplayList {
   void AddPicture(std::shared_ptr<const Picture> picture, PictureShape shape, Operation operation);
 
  private:
+  void Take(std::size_t bytes, std::size_t decodedBytes = 0);
+  template <class Kind, class Item>
+  Kind Stored(std::span<const Item> items, ChunkedVector<Item>& storage, const Fill& inside);
   std::uint32_t IndexOf(const FontFace& face);
   void Move(Shape& figure, Point way);
 
@@ -221,6 +235,7 @@ class DisplayList {
   std::size_t textBytes_ = 0;
   std::vector<std::shared_ptr<const Picture>> pictures_;
   std::size_t pictureBytes_ = 0;
+  std::size_t bytes_ = 0, decodedBytes_ = 0, room_ = MaxBytes;
   std::vector<FontFace> faces_;
   std::map<FontFace, std::uint32_t> faceIndex_;
   std::uint32_t lastFace_ = 0;

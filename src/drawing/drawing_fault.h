@@ -12,6 +12,7 @@ struct DrawingFault {
     TooManyOperations,  // or pages, or corners: see DisplayList::MaxOperations
     TooMuchText,        // see DisplayList::MaxTextBytes
     TooManyPictures,    // see DisplayList::MaxPictureBytes
+    TooMuchDrawn,       // see DisplayList::MaxBytes
     OutOfRange          // a coordinate, radius or width is not finite or beyond MaxCoordinate
   };
   Reason Why;

@@ -283,12 +283,16 @@ const char* MediaType(PictureFormat format) {
   return row->MediaType;
 }
 
+bool FitsPicture(const Picture& picture, std::uint32_t width, std::uint32_t height) {
+  if (width == picture.Width && height == picture.Height) return true;
+  return picture.Format == PictureFormat::Gif && picture.FrameLeft + width <= picture.Width &&
+         picture.FrameTop + height <= picture.Height;
+}
+
 bool PlaceFrame(const Picture& picture, std::uint32_t width, std::uint32_t height,
                 std::vector<std::uint32_t>& pixels) {
+  if (!FitsPicture(picture, width, height)) return false;
   if (width == picture.Width && height == picture.Height) return true;
-  const bool fits = picture.Format == PictureFormat::Gif && picture.FrameLeft + width <= picture.Width &&
-                    picture.FrameTop + height <= picture.Height;
-  if (!fits) return false;
   std::vector<std::uint32_t> whole(std::size_t{picture.Width} * picture.Height);
   for (std::size_t y = 0; y < height; ++y) {
     const auto row = pixels.begin() + static_cast<std::ptrdiff_t>(y * width);

@@ -14,7 +14,7 @@ enum class PictureFormat : std::uint8_t { Bmp, Gif, Jpeg, Png };
 
 struct Picture {
   static constexpr std::size_t MaxPixels = 64'000'000;
-  static constexpr std::size_t MaxPixelsOfAll = 128'000'000;  // of the pictures of a run
+  static constexpr std::size_t MaxPixelsOfAll = 100'000'000;  // of the pictures of a run
   static constexpr std::uint32_t MaxSide = 32767;             // pixels: the outputs hold no more
 
   PictureFormat Format = PictureFormat::Png;
@@ -25,6 +25,9 @@ struct Picture {
   bool IsCutShort = false;                    // the file ends before its data do
   std::string Name;                           // as the script gives it
   std::string Bytes;  // the file; of a moving picture what shows its first frame alone
+
+  std::size_t PixelCount() const { return std::size_t{Width} * Height; }
+  std::size_t DecodedBytes() const { return PixelCount() * sizeof(std::uint32_t); }
 };
 
 enum class PictureFault : std::uint8_t {
@@ -46,6 +49,9 @@ bool PlaceFrame(const Picture& picture, std::uint32_t width, std::uint32_t heigh
 // "image/png" and the like.
 const char* MediaType(PictureFormat format);
 
+// Whether pixels of this size are the picture, or a GIF's frame within it.
+bool FitsPicture(const Picture& picture, std::uint32_t width, std::uint32_t height);
+
 // Decodes with the libraries of the platform.
 class PictureDecoder {
  public:
@@ -55,6 +61,11 @@ class PictureDecoder {
   // what is. It fails with PictureDamaged where the data cannot be decoded to the picture's size, or nothing
   // of what is cut short can be, with PictureNoMemory, or with why no picture at all can be decoded here.
   virtual Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) = 0;
+  // Fails where Decode does, and may take less memory.
+  virtual Result<> Check(const Picture& picture) {
+    std::vector<std::uint32_t> pixels;
+    return Decode(picture, pixels);
+  }
 };
 
 }  // namespace vaxel

@@ -198,7 +198,11 @@ class Composer {
  public:
   Composer(const DisplayList& drawing, const SheetOptions& options, TextMeasurer* measurer,
            const SheetWatch& goOn)
-      : drawing_(drawing), options_(options), measurer_(measurer), goOn_(goOn) {}
+      : drawing_(drawing),
+        options_(options),
+        measurer_(measurer),
+        goOn_(goOn),
+        sheets_(drawing.Room() - drawing.Bytes()) {}
 
   DisplayList Compose() {
     for (std::size_t page = 0; page < drawing_.Pages().size(); ++page) ComposePage(page);

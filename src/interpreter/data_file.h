@@ -16,6 +16,7 @@ class DataFile {
   bool IsOpen() const { return isOpen_; }
   // Whether no line remains that is not a comment.
   bool AtEnd() const { return position_ >= text_.size(); }
+  std::size_t Size() const { return text_.size(); }
   // How many bytes lie before the next line.
   std::size_t Position() const { return position_; }
   // The next line, without its end; it is empty at the end of the file, and valid until another file is

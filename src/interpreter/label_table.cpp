@@ -9,6 +9,9 @@
 namespace vaxel {
 namespace {
 
+// A label takes a hundred bytes and more, many times what it takes in the script.
+constexpr std::size_t MostLabels = 100'000;
+
 bool HoldsStop(std::string_view line) {
   const auto is = [&](std::size_t i, char lower) { return (line[i] | 0x20) == lower; };
   for (std::size_t i = 0; i + 4 <= line.size(); ++i) {
@@ -33,6 +36,7 @@ void LabelTable::Collect(LineReader& reader, LogicalLine& line, const CommandSet
     work.Add(WorkMeter::Line / 64 + line.Text.size());
     const auto label = ReadLabelLine(line.Text, commands, separators);
     if (label && label->IsTarget) {
+      if (labels_.size() == MostLabels) throw ScriptFault(FaultReason::TooManyLabels);
       const auto [known, isNew] =
           labels_.try_emplace(KeyOf(label->Name), Label{reader.LineStart, line.Number});
       if (!isNew) {

@@ -24,7 +24,7 @@ class LabelTable {
  public:
   // Reads the labels from the reader's place up to the first line that holds the letters "STOP" outside a
   // comment, that line included, and leaves the reader after it. line is the one being read, also when a
-  // second label of one name throws the fault.
+  // second label of one name, or one label more than 100,000, throws the fault.
   void Collect(LineReader& reader, LogicalLine& line, const CommandSet& commands,
                const Separators& separators, WorkMeter& work);
 

@@ -43,11 +43,21 @@ void RunContext::NoteOrder(std::int16_t after) {
 std::string RunContext::ReadFile(std::string_view fileName, const std::string& shown) const {
   constexpr std::size_t maxBytes = 100'000'000;
   Work.Ask();
-  Result<std::string> bytes = Host.ReadFile(fileName, maxBytes);
+  Result<std::string> bytes = Host.ReadFile(fileName, maxBytes - std::min(maxBytes, BytesOfFiles()));
   Work.Ask();
   if (bytes) return *std::move(bytes);
   if (bytes.Why().Fault == FileFault::IsTooLarge) throw ScriptFault(FaultReason::FileTooLarge, shown);
   throw ScriptFault(FaultReason::FileUnreadable, shown + " (" + Strings.Text(LangBase, bytes.Why()) + ")");
+}
+
+std::size_t RunContext::BytesOfFiles() const {
+  std::size_t bytes = 0;
+  for (std::size_t level = 0; level < CurrentLevel; ++level) {
+    if (level > 0) bytes += Levels[level].Text.size();
+    bytes += Levels[level].Data.Size();
+  }
+  for (const auto& [name, picture] : Pictures) bytes += picture->Bytes.size();
+  return bytes;
 }
 
 void RunContext::WriteComment(std::string_view comment) {
@@ -57,7 +67,9 @@ void RunContext::WriteComment(std::string_view comment) {
 void RunContext::Notice(TextId text, std::string_view value, std::string_view second,
                         std::string_view third) const {
   const ScriptLevel& level = Level();
-  if (!Notices.Add(level.FileName, level.Line.Number, text)) return;
+  constexpr std::size_t most = 100'000;
+  if (Notices.Count() > most || !Notices.Add(level.FileName, level.Line.Number, text)) return;
+  if (Notices.Count() > most) text = TextId::TooManyNotices;
   Host.ShowNotice(level.FileName, level.Line.Number, Strings.Text(LangBase, text, value, second, third));
 }
 
@@ -93,7 +105,7 @@ void RunContext::SetVariable(std::string_view name, std::string_view value) {
 }
 
 void RunContext::RequireRoom(std::size_t bytes, std::size_t freed) const {
-  constexpr std::size_t most = 256'000'000;
+  constexpr std::size_t most = 100'000'000;
   // Less than that in each variable is no danger.
   constexpr std::size_t little = most / (MaxLevels * VariableTable::MaxVariables);
   if (bytes <= little) return;

@@ -70,12 +70,16 @@ class NoticeTable {
   bool Add(std::string_view fileName, std::uint32_t lineNumber, TextId text) {
     const auto file = files_.find(fileName);
     auto& given = file != files_.end() ? file->second : files_[std::string(fileName)];
-    return given.emplace(lineNumber, text).second;
+    const bool isNew = given.emplace(lineNumber, text).second;
+    count_ += isNew ? 1 : 0;
+    return isNew;
   }
-  void Clear() { files_.clear(); }
+  std::size_t Count() const { return count_; }
+  void Clear() { *this = {}; }
 
  private:
   std::map<std::string, std::set<std::pair<std::uint32_t, TextId>>, std::less<>> files_;
+  std::size_t count_ = 0;
 };
 
 // The state of one run, shared by all commands.
@@ -125,7 +129,8 @@ struct RunContext {
   std::string Message(TextId id, std::string_view value, std::string_view second = {}) const {
     return Strings.Text(LangBase, id, value, second);
   }
-  // The bytes of a file. One that cannot be read is a fault, which names the file as the script does.
+  // The bytes of a file. One that cannot be read, or with which the files that the run holds would be more
+  // than 100 MB, is a fault, which names the file as the script does.
   std::string ReadFile(std::string_view fileName, const std::string& shown) const;
   // The pen of the current level becomes the one of the surface too, for curves.
   void SetPen(const Pen& pen);
@@ -145,7 +150,7 @@ struct RunContext {
   }
   void WriteComment(std::string_view comment);
   // Tells the user what is suspicious in the line being run, which is carried out all the same. Each text is
-  // told once a line and run, with the values that it has the first time.
+  // told once a line and run, with the values that it has the first time; after 100,000 no more are.
   void Notice(TextId text, std::string_view value = {}, std::string_view second = {},
               std::string_view third = {}) const;
   // The text with the references to variables of the current level replaced.
@@ -153,7 +158,7 @@ struct RunContext {
   // Creates or overwrites a variable of the current level, whose name may stand between braces. What is no
   // name of a variable, a system variable and one variable too many are faults.
   void SetVariable(std::string_view name, std::string_view value);
-  // It is a fault when all variables would hold more than 256 MB with so many bytes instead of those freed.
+  // It is a fault when all variables would hold more than 100 MB with so many bytes instead of those freed.
   void RequireRoom(std::size_t bytes, std::size_t freed = 0) const;
   // The name without its braces. It throws the first two of these faults.
   std::string SettableName(std::string_view written) const;
@@ -162,6 +167,8 @@ struct RunContext {
   void EndAllLevels();
 
  private:
+  // Of the included scripts, the data and the pictures that are held.
+  std::size_t BytesOfFiles() const;
   void NoteOrder(std::int16_t after);
   static void EndLevel(ScriptLevel& level);
 };

@@ -17,6 +17,8 @@ FaultReason ReasonOf(const DrawingFault& fault) {
       return FaultReason::TooMuchText;
     case DrawingFault::Reason::TooManyPictures:
       return FaultReason::TooManyPictures;
+    case DrawingFault::Reason::TooMuchDrawn:
+      return FaultReason::TooMuchDrawn;
     case DrawingFault::Reason::OutOfRange:
       break;
   }
@@ -48,6 +50,8 @@ bool ScriptFault::DependsOnValues() const {
                                                       FaultReason::TextTooLong,
                                                       FaultReason::TooMuchText,
                                                       FaultReason::TooManyPictures,
+                                                      FaultReason::TooMuchDrawn,
+                                                      FaultReason::TooManyLabels,
                                                       FaultReason::OutOfMemory,
                                                       FaultReason::Unforeseen,
                                                       FaultReason::TimeUp,

@@ -6,9 +6,9 @@ namespace vaxel {
 namespace {
 
 // A loop over more lines than these, or longer ones, compiles the others again and again: memory is bounded.
-// A line as it is kept takes up to some sixty times its text.
-constexpr std::size_t MostLines = 200'000;
-constexpr std::size_t MostText = 8'000'000;
+// A line as it is kept takes up to a kilobyte and some sixty times its text.
+constexpr std::size_t MostLines = 20'000;
+constexpr std::size_t MostText = 500'000;
 
 }  // namespace
 

@@ -19,7 +19,7 @@ Result<std::unique_ptr<PictureDecoder>> MakeDecoder() {
 
 }  // namespace
 
-Result<> SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) {
+bool SystemDecoder::HasDecoder() {
   if (!decoder_ && outcome_) {
     auto made = MakeDecoder();
     if (made) {
@@ -28,7 +28,15 @@ Result<> SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t
       outcome_ = made.Why();
     }
   }
-  return decoder_ ? decoder_->Decode(picture, pixels) : outcome_;
+  return decoder_ != nullptr;
+}
+
+Result<> SystemDecoder::Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) {
+  return HasDecoder() ? decoder_->Decode(picture, pixels) : outcome_;
+}
+
+Result<> SystemDecoder::Check(const Picture& picture) {
+  return HasDecoder() ? decoder_->Check(picture) : outcome_;
 }
 
 }  // namespace vaxel

@@ -12,10 +12,13 @@ namespace vaxel {
 class SystemDecoder : public PictureDecoder {
  public:
   Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override;
+  Result<> Check(const Picture& picture) override;
   // It fails when no picture can be decoded, which the first one tells.
   const Result<>& Outcome() const { return outcome_; }
 
  private:
+  bool HasDecoder();
+
   std::unique_ptr<PictureDecoder> decoder_;
   Result<> outcome_;
 };

@@ -7,7 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "base/contour.h"
 #include "drawing/drawing_fault.h"
+#include "drawing/font_face.h"
+#include "drawing/picture.h"
 
 namespace vaxel {
 namespace {
@@ -55,6 +58,43 @@ TEST(DisplayList, HoldsCornersUpToItsLimits) {
   list.AddPolygon(corners, {}, {});
   EXPECT_EQ(ReasonOf([&] { list.AddPolygon(std::vector<Point>(1), {}, {}); }),
             DrawingFault::Reason::TooManyOperations);
+}
+
+// Whatever is added counts, and pictures with the pixels that an output will decode.
+TEST(DisplayList, TakesNoMoreMemoryThanItsRoom) {
+  const auto picture = std::make_shared<Picture>();
+  picture->Width = picture->Height = 100;
+  const auto draw = [&](DisplayList& list, int what) {
+    const FontFace face;
+    switch (what) {
+      case 0:
+        return list.Add({});
+      case 1:
+        return list.AddText("a text", face, {}, {});
+      case 2:
+        return list.AddPolygon(std::vector<Point>(10), {}, {});
+      case 3:
+        return list.AddContour(std::vector<ContourArc>(10), {}, {});
+      case 4:
+        return list.BeginPage(1, 1);
+      default:
+        return list.AddPicture(std::make_shared<Picture>(*picture), {}, {});
+    }
+  };
+  constexpr std::size_t room = 100'000;
+  for (int what = 0; what < 6; ++what) {
+    DisplayList list(room);
+    list.BeginPage(100, 100);
+    int drawn = 0;
+    const auto reason = ReasonOf([&] {
+      for (; drawn < 10'000; ++drawn) draw(list, what);
+    });
+    EXPECT_EQ(reason, DrawingFault::Reason::TooMuchDrawn) << what;
+    EXPECT_LE(list.Bytes() + list.DecodedBytes(), room) << what;
+    EXPECT_EQ(what == 5 ? drawn : 2, 2) << "two pictures of 40,000 bytes have room";
+    list.Clear();
+    draw(list, what);
+  }
 }
 
 }  // namespace

@@ -142,14 +142,37 @@ TEST(Run, VariablesTakeNoMoreThanTheirRoom) {
     return lines;
   };
   RunSettings settings;
-  settings.Files["inc.dat"] = "%A = 0123456789\n" + grown + copies(12) + "%A == 1\n";
-  const ScriptRun fits = RunText(script + grown + copies(22), settings);
+  settings.Files["inc.dat"] = "%A = 0123456789\n" + grown + copies(6) + "%A == 1\n";
+  const ScriptRun fits = RunText(script + grown + copies(8), settings);
   EXPECT_EQ(fits.End, RunEnd::Completed) << fits.Reason();
   // It is said once that the text grows: in each of the files.
-  EXPECT_EQ(fits.Notices.size(), 2U + 22U + 12U);
-  const ScriptRun tooMuch = RunText(script + grown + copies(14) + "Fichier = inc.dat\n", settings);
-  EXPECT_NE(tooMuch.Reason().find("256 Mo"), std::string::npos) << tooMuch.Reason();
+  EXPECT_EQ(fits.Notices.size(), 2U + 8U + 6U);
+  const ScriptRun tooMuch = RunText(script + grown + copies(4) + "Fichier = inc.dat\n", settings);
+  EXPECT_NE(tooMuch.Reason().find("100 Mo"), std::string::npos) << tooMuch.Reason();
   EXPECT_EQ(tooMuch.Errors.at(0).FileName, "inc.dat");
+}
+
+// Data, included scripts and pictures count together for as long as the run holds them.
+TEST(Run, FilesShareTheirRoom) {
+  RunSettings settings;
+  settings.Files["data.txt"] = std::string(1000, '1');
+  settings.Files["inc.dat"] = "Open = data.txt\n'" + std::string(482, 'x') + "\n";
+  EXPECT_EQ(RunText("Open = data.txt\n", settings).RoomForFile, 100'000'000U);
+  EXPECT_EQ(RunText("Open = data.txt\nFichier = inc.dat\n", settings).RoomForFile, 100'000'000U - 1000 - 500);
+  EXPECT_EQ(RunText("Fichier = inc.dat\nOpen = data.txt\n", settings).RoomForFile, 100'000'000U);
+}
+
+// What a run keeps beside the script's text may not become many times that text.
+TEST(Run, KeepsAHundredThousandLabelsAndNotices) {
+  std::string labels = "Goto A99999\n", lines;
+  for (int i = 0; i < 100'000; ++i) labels += "A" + std::to_string(i) + ":\n";
+  EXPECT_EQ(RunText(labels + "Trait = 0, 0, 1, 1\n").Reason(), "");
+  EXPECT_EQ(RunText(labels + "B:\n").Reason(), "Plus de 100 000 étiquettes");
+  for (int i = 0; i < 100'002; ++i) lines += "Couleur=Xy\n";
+  const std::vector<std::string> notices = RunText(lines).Notices;
+  ASSERT_EQ(notices.size(), 100'001U);
+  EXPECT_EQ(notices[99'999], "100000:couleur inconnue : Xy");
+  EXPECT_EQ(notices.back(), "100001:100 000 avis ont été donnés : les suivants ne le sont pas");
 }
 
 // Scripts that nobody would write: parts of lines that the language knows, put together by chance. They end

@@ -300,6 +300,32 @@ TEST(MeasuredOutput, TheArcIsRoundToAHundredthOfAMillimetre) {
   }
 }
 
+// A page of many pixels is drawn in bands; a narrower one with the same drawing has its bands elsewhere.
+TEST(MeasuredOutput, BandsOfALargePictureMeet) {
+  const auto drawnOn = [](double width) {
+    RunSettings settings = ForPrinter();
+    settings.Target.WidthMm = width;
+    settings.Target.HeightMm = 200;
+    // Scripts count from the middle.
+    settings.Variables = {{"%X", std::to_string(50 - width / 2)}};
+    const char* const script =
+        "Cercle = %X, -43, 8\nTrait = %X-40, -36, %X+40, -50\nTexte = %X-30, -55, Rouge, *2R25°, "
+        "(0123456789)\n";
+    return RunText(script, settings).List;
+  };
+  constexpr double dpi = 600, pixel = 25.4 / dpi;
+  const Picture wide = ThroughPng(drawnOn(200), "bands", dpi),
+                narrow = ThroughPng(drawnOn(100), "one-band", dpi);
+  EXPECT_GT(narrow.InkIn(narrow.Whole()), 10);
+  int others = 0;
+  // 16 million pixels are 3386 rows of 4725: 143.34 mm.
+  for (double y = 138; y < 149; y += pixel) {
+    for (double x = pixel / 2; x < 100; x += pixel)
+      others += wide.ColourAt({x, y}) != narrow.ColourAt({x, y});
+  }
+  EXPECT_EQ(others, 0);
+}
+
 TEST(MeasuredOutput, StrokesThatLeaveThePageFarAwayStillCrossIt) {
   DisplayList list;
   list.BeginPage(40, 30);

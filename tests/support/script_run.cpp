@@ -44,6 +44,7 @@ class RecordingHost : public RunHost {
     return vaxel::FindFile(PathOf(scriptName).has_parent_path() ? scriptName : settings_.Folder, name);
   }
   Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override {
+    run_.RoomForFile = maxBytes;
     const auto file = settings_.Files.find(std::string(fileName));
     if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
     if (file->second.size() > maxBytes) return Failure{.Fault = FileFault::IsTooLarge};

@@ -36,6 +36,7 @@ struct ScriptRun {
   std::vector<std::string> Boxes;     // "LINE:title", "\n" and the text
   int Questions = 0;                  // whether the run goes on
   std::size_t Work = 0;               // as WorkMeter counts it
+  std::size_t RoomForFile = 0;        // bytes that the last file that was read could have
   std::int16_t OrderState = 0;
   std::vector<std::pair<std::string, std::string>> Variables{};
 

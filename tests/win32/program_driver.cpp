@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <psapi.h>
 #include <richedit.h>
+#include <shlobj.h>
 #include <winternl.h>
 
 #include <algorithm>
@@ -169,6 +170,22 @@ void RunningProgram::AwaitIdle() const {
 
 void RunningProgram::CommandNumber(int number) const {
   Send(Window(), WM_COMMAND, static_cast<WPARAM>(number));
+}
+
+// The names must lie in memory of the program, which then frees them: it cannot, and so much is lost each
+// time.
+void RunningProgram::Drop(const std::string& file) const {
+  const std::wstring names = Widen(file) + std::wstring(2, L'\0');
+  DROPFILES head{};
+  head.pFiles = sizeof head;
+  head.fWide = TRUE;
+  std::string bytes(reinterpret_cast<const char*>(&head), sizeof head);
+  bytes.append(reinterpret_cast<const char*>(names.data()), names.size() * sizeof(wchar_t));
+  void* const there =
+      VirtualAllocEx(process_.hProcess, nullptr, bytes.size(), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  if (!there || !WriteProcessMemory(process_.hProcess, there, bytes.data(), bytes.size(), nullptr))
+    throw DriveFailure("no file can be dropped here");
+  PostMessageW(Window(), WM_DROPFILES, reinterpret_cast<WPARAM>(there), 0);
 }
 
 void RunningProgram::Post(MenuId item) const {

@@ -51,6 +51,8 @@ class RunningProgram {
   // One that asks the user something.
   ShownDialog CommandWithDialog(MenuId item) const;
   void Post(MenuId item) const;
+  // A file is dropped on the window.
+  void Drop(const std::string& file) const;
   void Close() const;
   // Goes to the editor.
   void Key(WORD key) const;

@@ -205,6 +205,20 @@ TEST_F(ProgramTest, OffersWhatWasNotSaved) {
   EXPECT_TRUE(FilesIn(folder_.Path(), ".rec").empty());
 }
 
+TEST_F(ProgramTest, OpensWhatIsDroppedOnIt) {
+  StartWith("' one");
+  folder_.Write("other.dat", "' two");
+  program_->Drop(folder_.NameOf("other.dat"));
+  AwaitEditor("' two");
+  EXPECT_EQ(program_->Title(), TitleWith(English, folder_.NameOf("other.dat")));
+  program_->TypeIntoEditor("' ");
+  program_->Drop(folder_.NameOf("dial.dat"));
+  program_->AwaitDialog("Vaxel").Answer(IDCANCEL);
+  AwaitEditor("' ' two");
+  EXPECT_EQ(program_->Title(), "*" + TitleWith(English, folder_.NameOf("other.dat")));
+  EndWithoutSaving();
+}
+
 TEST_F(ProgramTest, FollowsItsFile) {
   StartWith("' one");
   const auto activate = [this] { PostMessageW(program_->Window(), WM_ACTIVATE, WA_ACTIVE, 0); };

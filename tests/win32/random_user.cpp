@@ -113,10 +113,39 @@ void RandomUser::Settle(const Answer& answer) {
   }
 }
 
-void RandomUser::PostAndSettle(MenuId item, const Answer& answer) {
-  program_->Post(item);
+void RandomUser::SettleSoon(const Answer& answer) {
   std::this_thread::sleep_for(30ms);
   Settle(answer);
+}
+
+void RandomUser::PostAndSettle(MenuId item, const Answer& answer) {
+  program_->Post(item);
+  SettleSoon(answer);
+}
+
+void RandomUser::OpenAnother(const std::string& other, const std::function<void()>& start) {
+  const bool keeps = Chance(50), gives = Chance(20);
+  bool isAsked = false, isNamed = false;
+  start();
+  SettleSoon([&](const ShownDialog& box) {
+    if (isNamed) return Leave(box);  // the opened script is run
+    if (!box.IsFileDialog()) {
+      const bool isAnswer = !isAsked;
+      isAsked = true;
+      if (!isAnswer) return Leave(box);  // it was dropped, and is run
+      return gives ? Leave(box) : keeps && !file_.empty() ? Confirm(box) : Refuse(box);
+    }
+    isNamed = true;
+    return Name(box, other);
+  });
+  if (!isAsked && before_ != saved_) throw DriveFailure("an unsaved text was given up unasked");
+  if (isAsked && gives) return ExpectSameText();
+  if (isAsked && keeps && !file_.empty() && FileNow(file_) != before_)
+    throw DriveFailure("the text was not saved before another was opened");
+  file_ = other;
+  saved_ = FileNow(other);
+  before_ = saved_;
+  ExpectSameText();
 }
 
 void RandomUser::ExpectReplaced(Range range, std::wstring_view by) {

@@ -67,7 +67,10 @@ class RandomUser : public ProgramTest {
   void ExpectReplaced(Range range, std::wstring_view by);
   // Answers what is asked until the program waits again; without an answer nothing may be asked.
   void Settle(const Answer& answer);
+  void SettleSoon(const Answer& answer);
   void PostAndSettle(MenuId item, const Answer& answer);
+  // What start does opens another file, after asking about text that is not saved; either answer is right.
+  void OpenAnother(const std::string& other, const std::function<void()>& start);
 
   std::mt19937 random_;
   std::wstring before_, now_;     // the text before the act, and when it was looked at last

@@ -2,6 +2,7 @@
 #include <cairo-pdf.h>
 #include <cairo.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <ctime>
@@ -52,42 +53,61 @@ std::string TimeText(std::int64_t seconds) {
   return {text.data(), length};
 }
 
-// Cairo keeps a page as a whole before it writes it. So many bytes it takes, as measured: for each stroke and
-// each filling, for each corner, each piece of a contour, each byte of a text.
-constexpr std::size_t PerPainting = 1150, PerCorner = 26, PerPiece = 60, PerByte = 34;
-constexpr std::size_t MostOfPage = 750'000 * PerPainting;
+// Cairo keeps a page as a whole before it writes it. So many bytes that takes, as measured: for each stroke
+// and each filling, for each corner, each piece of a contour, each byte of a text.
+constexpr std::size_t PerPainting = 1070, PerCorner = 10, PerPiece = 20, PerByte = 33;
+// Of the drawing and of the page that is being written.
+constexpr std::size_t MostOfAll = 750'000 * (PerPainting + sizeof(Operation));
 
-std::size_t MemoryOf(const DisplayList& list, const Operation& operation) {
-  const auto paintings = [&](const Fill& inside) {
-    return (inside.Solid != 0 && operation.Width > 0 ? 2 : 1) * PerPainting;
-  };
-  struct Measure {
-    const DisplayList& List;
-    decltype(paintings)& Paintings;
+// What operations take in the drawing, and what Cairo takes for them.
+struct Memory {
+  std::size_t Drawn = 0, Kept = 0;
+};
 
-    std::size_t operator()(const LineShape&) const { return PerPainting; }
-    std::size_t operator()(const PictureShape&) const { return PerPainting; }
-    std::size_t operator()(const RectangleShape& box) const { return Paintings(box.Inside); }
-    std::size_t operator()(const CircleShape& circle) const { return Paintings(circle.Inside); }
-    std::size_t operator()(const PolygonShape& polygon) const {
-      return Paintings(polygon.Inside) + polygon.Count * PerCorner;
-    }
-    std::size_t operator()(const ContourShape& contour) const {
-      return Paintings(contour.Inside) + contour.Count * PerPiece;
-    }
-    std::size_t operator()(const TextShape& text) const {
-      return PerPainting + List.TextOf(text).size() * PerByte;
-    }
-  };
-  return std::visit(Measure{list, paintings}, operation.Figure);
-}
+struct MemoryMeter {
+  const DisplayList& List;
+  const Operation& Drawn;
+
+  Memory operator()(const LineShape&) const { return Figure(Fill(false, Black)); }
+  Memory operator()(const PictureShape&) const { return Figure(Fill(false, Black)); }
+  Memory operator()(const RectangleShape& box) const { return Figure(box.Inside); }
+  Memory operator()(const CircleShape& circle) const { return Figure(circle.Inside); }
+  Memory operator()(const PolygonShape& polygon) const {
+    return Figure(polygon.Inside, polygon.Count, sizeof(Point), PerCorner);
+  }
+  Memory operator()(const ContourShape& contour) const {
+    return Figure(contour.Inside, contour.Count, sizeof(ContourArc), PerPiece);
+  }
+  Memory operator()(const TextShape& text) const {
+    return Figure(Fill(false, Black), List.TextOf(text).size(), 1, PerByte);
+  }
+
+ private:
+  Memory Figure(const Fill& inside, std::size_t parts = 0, std::size_t drawn = 0,
+                std::size_t kept = 0) const {
+    const std::size_t paintings = inside.Solid != 0 && Drawn.Width > 0 ? 2 : 1;
+    return {sizeof(Operation) + parts * drawn, paintings * PerPainting + parts * kept};
+  }
+};
 
 // How many operations like those of a page there may be on it, where it has more.
 std::optional<std::size_t> TooManyFor(const DisplayList& list, const Page& page) {
-  std::size_t memory = 0;
-  for (std::size_t i = 0; i < page.Count; ++i) memory += MemoryOf(list, list.At(page.First + i));
-  if (memory <= MostOfPage) return std::nullopt;
-  return static_cast<std::size_t>(static_cast<double>(page.Count) * MostOfPage / static_cast<double>(memory));
+  Memory memory;
+  std::size_t decoding = 0;  // the largest picture is held twice while it is decoded
+  for (std::size_t i = 0; i < page.Count; ++i) {
+    const Operation& operation = list.At(page.First + i);
+    const auto [drawn, kept] = std::visit(MemoryMeter{list, operation}, operation.Figure);
+    memory = {memory.Drawn + drawn, memory.Kept + kept};
+    if (const auto* const picture = std::get_if<PictureShape>(&operation.Figure))
+      decoding = std::max(decoding, list.PictureOf(*picture).DecodedBytes());
+  }
+  const std::size_t others =
+      list.Bytes() - std::min(list.Bytes(), memory.Drawn) + list.DecodedBytes() + decoding;
+  const std::size_t own = memory.Drawn + memory.Kept;
+  if (others + own <= MostOfAll) return std::nullopt;
+  const double share =
+      static_cast<double>(MostOfAll - std::min(others, MostOfAll)) / static_cast<double>(own);
+  return static_cast<std::size_t>(static_cast<double>(page.Count) * share);
 }
 
 WriteResult WritePdf(const DisplayList& list, const DocumentInfo& info, PictureDecoder* decoder,

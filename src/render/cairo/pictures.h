@@ -3,7 +3,9 @@
 
 #include <cairo.h>
 
+#include <cstdint>
 #include <map>
+#include <vector>
 
 #include "drawing/picture.h"
 #include "render/cairo/handles.h"
@@ -20,8 +22,14 @@ class CairoPictures {
   cairo_surface_t* SurfaceOf(const Picture& picture);
 
  private:
+  // The surface is that of the pixels, not of a copy.
+  struct Decoded {
+    std::vector<std::uint32_t> Pixels;
+    UniqueSurface Surface;
+  };
+
   PictureDecoder* decoder_;
-  std::map<const Picture*, UniqueSurface> surfaces_;
+  std::map<const Picture*, Decoded> decoded_;
 };
 
 }  // namespace vaxel

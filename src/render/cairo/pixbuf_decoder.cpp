@@ -59,6 +59,24 @@ class RowsRead {
 class PixbufDecoder : public PictureDecoder {
  public:
   Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+    return Load(picture, [&](const GdkPixbuf& pixbuf, const RowsRead& rows) {
+      return CopyPixels(pixbuf, rows, picture, pixels);
+    });
+  }
+
+  Result<> Check(const Picture& picture) override {
+    return Load(picture, [&](const GdkPixbuf& pixbuf, const RowsRead&) -> Result<> {
+      const auto width = static_cast<std::uint32_t>(gdk_pixbuf_get_width(&pixbuf));
+      const auto height = static_cast<std::uint32_t>(gdk_pixbuf_get_height(&pixbuf));
+      if (!FitsPicture(picture, width, height)) return Failure{.Text = TextId::PictureDamaged};
+      return {};
+    });
+  }
+
+ private:
+  // What is decoded is given to use, and gone after that.
+  template <class Use>
+  static Result<> Load(const Picture& picture, Use use) {
     GError* error = nullptr;
     const UniqueLoader loader(gdk_pixbuf_loader_new_with_mime_type(MediaType(picture.Format), &error));
     if (!loader) return MissingLoader(UniqueError(error).get(), picture);
@@ -74,10 +92,9 @@ class PixbufDecoder : public PictureDecoder {
     if ((!closed || !written) && !picture.IsCutShort) return FailureOf(why.get());
     const GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader.get());
     if (!pixbuf || rows.AreNone()) return FailureOf(why.get());
-    return CopyPixels(*pixbuf, rows, picture, pixels);
+    return use(*pixbuf, rows);
   }
 
- private:
   // The library lacks what pictures of this format need, whatever is in them.
   static Failure MissingLoader(const GError* error, const Picture& picture) {
     return {.Words = error ? error->message : MediaType(picture.Format)};
