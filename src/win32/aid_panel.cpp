@@ -15,7 +15,7 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"VaxelAid";
+constexpr wchar_t AidClass[] = L"VaxelAid";
 constexpr int HelpId = 1, ProblemsId = 2;
 constexpr int Lines = 6;    // of text that the panel shows
 constexpr int Padding = 8;  // 1/96 inch, beside captions
@@ -31,8 +31,8 @@ RECT InParent(HWND window) {
 
 AidPanel::AidPanel(HINSTANCE instance, HWND parent, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)), library_(LoadSystemLibrary(L"Msftedit.dll")) {
-  RegisterWindowClass<AidPanel>(instance, ClassName, nullptr, nullptr);
-  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 1, 1, parent, nullptr,
+  RegisterWindowClass<AidPanel>(instance, AidClass, nullptr, nullptr);
+  window_ = CreateWindowExW(0, AidClass, L"", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 1, 1, parent, nullptr,
                             instance, this);
   if (!window_) throw std::runtime_error("the panel of the editor could not be made");
   const auto childOf = [&](const wchar_t* name, DWORD style, int id) {

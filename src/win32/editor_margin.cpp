@@ -17,7 +17,7 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"VaxelMargin";
+constexpr wchar_t MarginClass[] = L"VaxelMargin";
 constexpr std::size_t LeastDigits = 3;
 constexpr COLORREF ErrorInk = RGB(208, 32, 32);
 constexpr int MarkWidth = 3;  // 1/96 inch, of what marks a line that is in error
@@ -33,9 +33,9 @@ constexpr LONG MostUnits = 500;
 
 EditorMargin::EditorMargin(HINSTANCE instance, HWND parent, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)) {
-  RegisterWindowClass<EditorMargin>(instance, ClassName, nullptr, nullptr);
-  window_ =
-      CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent, nullptr, instance, this);
+  RegisterWindowClass<EditorMargin>(instance, MarginClass, nullptr, nullptr);
+  window_ = CreateWindowExW(0, MarginClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent, nullptr, instance,
+                            this);
   if (!window_) throw std::runtime_error("the margin of the editor could not be made");
   dpi_ = GetDpiForWindow(window_);
   MakeFont();

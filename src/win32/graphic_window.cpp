@@ -14,7 +14,7 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"VaxelGraphic";
+constexpr wchar_t GraphicClass[] = L"VaxelGraphic";
 constexpr UINT_PTR PauseTimer = 1;
 // Milliseconds: a user who moves the drawing sees no stutter below the first, and has paused after the
 // second.
@@ -83,8 +83,8 @@ void FillAround(HDC context, const SIZE& size, const RECT& box) {
 GraphicWindow::GraphicWindow(HINSTANCE instance, HWND parent, PictureDecoder* decoder,
                              FailureHandler onFailure)
     : decoder_(decoder), onFailure_(std::move(onFailure)) {
-  RegisterWindowClass<GraphicWindow>(instance, ClassName, nullptr, nullptr);
-  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
+  RegisterWindowClass<GraphicWindow>(instance, GraphicClass, nullptr, nullptr);
+  window_ = CreateWindowExW(0, GraphicClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(GraphicId)), instance, this);
   if (!window_) throw std::runtime_error("the graphic area could not be made");
   tip_.emplace(window_);

@@ -17,11 +17,11 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"Vaxel";
+constexpr wchar_t MainClass[] = L"Vaxel";
 constexpr UINT_PTR TickTimer = 1;
 constexpr UINT TickMilliseconds = 2000;
 // A user who has not typed for so long waits for what comes of it.
-constexpr UINT_PTR PauseTimer = 2;
+constexpr UINT_PTR TypingPauseTimer = 2;
 constexpr UINT PauseMilliseconds = 250;
 // Units of 1/96 inch.
 constexpr int DividerWidth = 6, LeastGraphicWidth = 80;
@@ -46,9 +46,9 @@ void SetFrame(HWND window, const RECT& frame) {
 
 UniqueWindow MainWindowWin32::Create(HINSTANCE instance) {
   const HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(IconId));
-  RegisterWindowClass<MainWindowWin32>(instance, ClassName, icon,
+  RegisterWindowClass<MainWindowWin32>(instance, MainClass, icon,
                                        reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}));
-  UniqueWindow window(CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Vaxel",
+  UniqueWindow window(CreateWindowExW(WS_EX_ACCEPTFILES, MainClass, L"Vaxel",
                                       WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                                       CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this));
   if (!window) throw std::runtime_error("the window could not be made");
@@ -249,14 +249,14 @@ bool MainWindowWin32::HasInput() {
 }
 
 void MainWindowWin32::AwaitPause() {
-  SetTimer(window_.get(), PauseTimer, PauseMilliseconds, nullptr);
+  SetTimer(window_.get(), TypingPauseTimer, PauseMilliseconds, nullptr);
 }
 
 void MainWindowWin32::TimerEnds(WPARAM timer) {
   if (timer == TickTimer) return application_->Tick();
   // A dialog, or a run, is no pause.
-  if (timer != PauseTimer || !IsWindowEnabled(window_.get())) return;
-  KillTimer(window_.get(), PauseTimer);
+  if (timer != TypingPauseTimer || !IsWindowEnabled(window_.get())) return;
+  KillTimer(window_.get(), TypingPauseTimer);
   application_->TypingPaused();
 }
 

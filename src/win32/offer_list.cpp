@@ -13,7 +13,7 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"VaxelOffers";
+constexpr wchar_t OffersClass[] = L"VaxelOffers";
 constexpr std::size_t MostRows = 9;
 // Units of 1/96 inch.
 constexpr int Padding = 4, LeastWidth = 160, MostWidth = 520, MostShown = 220;
@@ -22,8 +22,8 @@ constexpr int Padding = 4, LeastWidth = 160, MostWidth = 520, MostShown = 220;
 
 OfferList::OfferList(HINSTANCE instance, HWND owner, FailureHandler onFailure)
     : onFailure_(std::move(onFailure)) {
-  RegisterWindowClass<OfferList>(instance, ClassName, nullptr, nullptr);
-  window_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, ClassName, L"",
+  RegisterWindowClass<OfferList>(instance, OffersClass, nullptr, nullptr);
+  window_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, OffersClass, L"",
                             WS_POPUP | WS_BORDER, 0, 0, 1, 1, owner, nullptr, instance, this);
   if (!window_) throw std::runtime_error("the list of offers could not be made");
 }

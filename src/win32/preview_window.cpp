@@ -12,7 +12,7 @@
 namespace vaxel {
 namespace {
 
-constexpr wchar_t ClassName[] = L"VaxelPreview";
+constexpr wchar_t PreviewClass[] = L"VaxelPreview";
 // What can be printed on is a little darker than the paper.
 constexpr Colour PrintableTint = MakeColour(234, 243, 252);
 constexpr COLORREF EdgeInk = RGB(110, 110, 110);
@@ -28,13 +28,13 @@ PreviewWindow::PreviewWindow(HWND dialog, int placeholderId, PreviewView& view, 
                              FailureHandler onFailure)
     : view_(view), decoder_(decoder), onFailure_(std::move(onFailure)) {
   const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE));
-  RegisterWindowClass<PreviewWindow>(instance, ClassName, nullptr, nullptr);
+  RegisterWindowClass<PreviewWindow>(instance, PreviewClass, nullptr, nullptr);
   const HWND placeholder = GetDlgItem(dialog, placeholderId);
   RECT place{};
   GetWindowRect(placeholder, &place);
   MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
   size_ = {std::max(1L, place.right - place.left), std::max(1L, place.bottom - place.top)};
-  window_ = CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE, place.left, place.top, size_.cx,
+  window_ = CreateWindowExW(0, PreviewClass, L"", WS_CHILD | WS_VISIBLE, place.left, place.top, size_.cx,
                             size_.cy, dialog, nullptr, instance, this);
   if (!window_) throw std::runtime_error("the preview could not be made");
   ShowWindow(placeholder, SW_HIDE);

@@ -25,7 +25,7 @@ namespace {
 using enum MenuId;
 
 // A stroke of 100 mm from (50, 60) of the area that can be printed on.
-const char* const Stroke = "CentreI = 50, 60, N\nTrait = 0, 0, 100, 0\n";
+const char* const StrokeScript = "CentreI = 50, 60, N\nTrait = 0, 0, 100, 0\n";
 
 const LineShape& PrintedLine(const FakeShell& shell, std::size_t number = 0) {
   return std::get<LineShape>(shell.Printer.Printed.At(number).Figure);
@@ -47,7 +47,7 @@ TEST(PrintCommands, AsksBeforeItPrintsWhatLiesBeyondThePaper) {
 }
 
 TEST(PrintCommands, KeepsThePrinterForTheNextSession) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   shell.Printer.Others = {"Laser = 2|b"};
   shell.Boxes.PrinterChosen = PrinterEntry{{"Laser = 2|b", 256, 100, 150.5, true}};
   shell.App->Command(Mnu_Imprimante);
@@ -69,7 +69,7 @@ TEST(PrintCommands, KeepsThePrinterForTheNextSession) {
 }
 
 TEST(PrintCommands, PrintsAtOnceBehindTheDialogWithPatch2) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   shell.Boxes.PrinterChosen = PrinterEntry{{"Plotter"}, 2, true, 1, 1};
   shell.App->Command(Mnu_Imprimante);
   EXPECT_EQ(shell.Take({"print"}), Log{});
@@ -86,7 +86,7 @@ TEST(PrintCommands, TakesCopiesAndRangeForTheNextDocument) {
   EXPECT_EQ(PagesToPrint(3, {{}, 2, true, 2, 9}), (Order{1, 2, 1, 2}));
   EXPECT_EQ(PagesToPrint(3, {{}, 2, false, 0, 0}), (Order{0, 0, 1, 1, 2, 2}));
   EXPECT_EQ(PagesToPrint(1, {{}, 1, false, 2, 3}), Order{});
-  FakeShell shell(std::string(Stroke) + "NPage\nTrait = 0, 0, 10, 0\n");
+  FakeShell shell(std::string(StrokeScript) + "NPage\nTrait = 0, 0, 10, 0\n");
   shell.Boxes.PrinterChosen = PrinterEntry{{"Plotter"}, 3, false, 2, 2};
   shell.App->Command(Mnu_Imprimante);
   shell.App->Command(Mnu_Imprimer);
@@ -120,21 +120,21 @@ TEST(PrintCommands, PrintsAtTheZoomThatIsEntered) {
 }
 
 TEST(PrintCommands, TurnsThePageAsTheScriptOrElseTheDialogHasIt) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   shell.Boxes.PrinterChosen = PrinterEntry{{.Name = "Plotter", .IsLandscape = true}};
   shell.App->Command(Mnu_Imprimante);
   shell.App->Command(Mnu_Imprimer);
   EXPECT_EQ(shell.Printer.Printed.Pages().front().Width, 287);
   // From the lower-left corner of the page as it lies.
   EXPECT_EQ(PrintedLine(shell).From, (Point{50, 140}));
-  shell.Editor.Content = std::string("FormatI = Portrait\n") + Stroke;
+  shell.Editor.Content = std::string("FormatI = Portrait\n") + StrokeScript;
   shell.App->Command(Mnu_Imprimer);
   EXPECT_EQ(shell.Printer.Printed.Pages().front().Width, 200);
   EXPECT_EQ(PrintedLine(shell).From, (Point{50, 227}));
 }
 
 TEST(PrintCommands, RefusesAPaperThatMakesNoSense) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   for (const double width : {0.0, -3.0, 1e9, std::nan("")}) {
     shell.Printer.WidthMm = width;
     for (const MenuId command : {Mnu_Imprimer, Mnu_ImprimerCode, Mnu_Apercu, Mnu_Calibrage}) {
@@ -164,7 +164,7 @@ struct Measured {
 };
 
 TEST(PrintCommands, CalibratesThePrinterWithItsPaper) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   const Measured small(0.99, 0.98);
   Calibrate(shell, small.X, small.Y);
   EXPECT_EQ(shell.Take({"print"}).size(), 1U);
@@ -176,12 +176,12 @@ TEST(PrintCommands, CalibratesThePrinterWithItsPaper) {
   EXPECT_EQ(shell.Window.Status.back(),
             "printed on Plotter, calibrated: x 1.0101, y 1.0204, measured on 2026-11-22");
   // The printer is as wrong when a page lies, which it prints turned.
-  shell.Editor.Content = std::string("FormatI = Paysage\n") + Stroke;
+  shell.Editor.Content = std::string("FormatI = Paysage\n") + StrokeScript;
   shell.App->Command(Mnu_Imprimer);
   EXPECT_NEAR(PrintedLine(shell).From.X, 50 / 0.98, 1e-6);
   EXPECT_NEAR(PrintedLine(shell).From.Y, 200 - 60 / 0.99, 1e-6);
   // It holds for the next session, and neither for another printer nor for another paper.
-  shell.Editor.Content = Stroke;
+  shell.Editor.Content = StrokeScript;
   shell.Printer.Others = {"Laser"};
   shell.Boxes.PrinterChosen = PrinterEntry{{"Laser"}};
   shell.App->Command(Mnu_Imprimante);
@@ -191,7 +191,7 @@ TEST(PrintCommands, CalibratesThePrinterWithItsPaper) {
   shell.App->Command(Mnu_Imprimante);
   shell.Restart();
   ASSERT_TRUE(shell.Start());
-  shell.Editor.Content = Stroke;
+  shell.Editor.Content = StrokeScript;
   shell.App->Command(Mnu_Imprimer);
   EXPECT_NEAR(PrintedLine(shell).From.X, 50 / 0.99, 1e-6);
   shell.Printer.SheetMm = {148, 210};
@@ -201,7 +201,7 @@ TEST(PrintCommands, CalibratesThePrinterWithItsPaper) {
 
 // The sheet is printed as the printer is calibrated already, and what is measured then corrects that.
 TEST(PrintCommands, CalibratesACalibratedPrinterFurther) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   const Measured first(0.99, 1.02), second(1.001, 1);
   Calibrate(shell, first.X, first.Y);
   shell.CommandWithAnswers(Mnu_Calibrage, {"ok", second.X, second.Y, "yes"});
@@ -213,7 +213,7 @@ TEST(PrintCommands, CalibratesACalibratedPrinterFurther) {
 }
 
 TEST(PrintCommands, AsksAgainForALengthThatIsNotPlausible) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   const Measured good(0.99, 1), worse(0.89, 1.2);
   shell.CommandWithAnswers(Mnu_Calibrage, {"ok", "0", "x", worse.X, good.X, worse.Y, "", "cancel"});
   EXPECT_EQ(shell.Take({"message"}).size(), 5U);
@@ -233,14 +233,14 @@ TEST(PrintCommands, PassesOverCalibrationsThatMakeNoSense) {
               "'Vaxel V0.3b\r\nLangue = English\r\nLangueAide = English\r\nFichierDat = dial.dat\r\n"
               "Calibrage1 = 0|0|2026-11-22|210x297|Plotter\r\nCalibrage2 = rubbish\r\n"
               "Calibrage3 = 1.01|1|2026-11-21|210x297|Plotter\r\n");
-  shell.Write("dial.dat", Stroke);
+  shell.Write("dial.dat", StrokeScript);
   ASSERT_TRUE(shell.Start());
   shell.App->Command(Mnu_Imprimer);
   EXPECT_NEAR(PrintedLine(shell).From.X, 50.5, 1e-6);
 }
 
 TEST(PrintCommands, InsertsAFontOfThePrinter) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   std::vector<std::size_t> found;
   shell.Boxes.OnFonts = [&](const FontsDialog& dialog) {
     for (const char* typed : {"ti", "ARIAL", "old", "zz", ""}) found.push_back(dialog.OnFind(typed));
@@ -256,7 +256,7 @@ TEST(PrintCommands, InsertsAFontOfThePrinter) {
 }
 
 TEST(PrintPreview, ShowsWhatIsPrintedFromIt) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   const Measured small(0.99, 1);
   Calibrate(shell, small.X, small.Y);
   shell.Take();
@@ -290,7 +290,7 @@ TEST(PrintPreview, ShowsWhatIsPrintedFromIt) {
 }
 
 TEST(PrintPreview, StaysWithItsPrinterWhereAnotherFails) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   shell.Boxes.PrinterChosen = PrinterEntry{{"Gone"}};
   shell.Boxes.OnPreview = [&](const PreviewDialog& dialog) {
     shell.Printer.TargetFailure = "switched off";
@@ -372,7 +372,7 @@ TEST(PreviewView, CountsFromTheLowerLeftCornerOfThePrintableArea) {
 
 std::string TextsOf(const DisplayList& list, std::size_t page) {
   std::string texts;
-  const Page& shown = list.Pages()[page];
+  const vaxel::Page& shown = list.Pages()[page];
   for (std::size_t i = shown.First; i < shown.First + shown.Count; ++i) {
     if (const auto* text = std::get_if<TextShape>(&list.At(i).Figure)) texts += list.TextOf(*text) + "\n";
   }

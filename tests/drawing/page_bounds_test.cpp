@@ -44,7 +44,7 @@ DisplayList EveryFigure(Point at) {
   return list;
 }
 
-struct Case {
+struct BoundsCase {
   const char* Name;
   std::function<void(DisplayList&)> Draw;
   Box Expected;
@@ -52,7 +52,7 @@ struct Case {
 
 TEST(PageBounds, HoldsWhatIsDrawn) {
   constexpr double half = std::numbers::pi / 2;
-  const Case cases[] = {
+  const BoundsCase cases[] = {
       {"a stroke, with its width",
        [](DisplayList& list) {
          list.Add({0.4, Black, 1, LineShape{{10, 20}, {30, 5}}});
@@ -89,7 +89,7 @@ TEST(PageBounds, HoldsWhatIsDrawn) {
        },
        {46, 51.2, 40.4, 50.6}},
   };
-  for (const Case& c : cases) {
+  for (const BoundsCase& c : cases) {
     DisplayList list;
     list.BeginPage(100, 100);
     c.Draw(list);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr Paper A4{9, 209.9, 297}, A3{8, 297, 419.9}, A5{11, 148, 210}, Letter{1, 215.9, 279.4};
 
-struct Case {
+struct PaperCase {
   const char* Name;
   Paper Own;
   std::vector<Point> Pages;
@@ -18,7 +18,7 @@ struct Case {
 };
 
 TEST(PaperChoice, SuitsThePages) {
-  const Case cases[] = {
+  const PaperCase cases[] = {
       {"the printer's own for a small drawing", A4, {{60, 40}}, 9},
       {"the sheet's own size, although a larger one is set", A3, {{210, 297}}, 9},
       {"of sheets that are turned, too", Letter, {{297, 210}, {210, 297}}, 9},
@@ -28,7 +28,7 @@ TEST(PaperChoice, SuitsThePages) {
       {"a printer that is set to no paper that it knows", {}, {{60, 40}}, 11},
       {"no paper", A4, {{60, 500}}, 0},
   };
-  for (const Case& c : cases) {
+  for (const PaperCase& c : cases) {
     DisplayList list;
     for (const Point& size : c.Pages) list.BeginPage(size.X, size.Y);
     const auto paper = ChoosePaper(std::array{A3, A4, Letter, A5}, c.Own, list);
