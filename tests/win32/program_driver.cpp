@@ -69,6 +69,33 @@ int GdiObjectCount(HANDLE process) {
   return count;
 }
 
+// The handles that a process has, from the system's table of all: GetProcessHandleCount finds none under
+// Wine.
+int HandleCount(DWORD process) {
+  struct Entry {
+    void* Object;
+    ULONG_PTR Process, Handle;
+    ULONG Access;
+    USHORT Trace, Type;
+    ULONG Attributes, Reserved;
+  };
+  struct Table {
+    ULONG_PTR Count, Reserved;
+  };
+  // The headers do not know this kind of information.
+  using Query = NTSTATUS WINAPI(int kind, void* bytes, ULONG size, ULONG* needed);
+  constexpr int allHandles = 64;
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation");
+  auto* const query = reinterpret_cast<Query*>(reinterpret_cast<void*>(address));
+  std::vector<std::byte> bytes(1 << 20);
+  if (!query || query(allHandles, bytes.data(), static_cast<ULONG>(bytes.size()), nullptr) != 0)
+    throw DriveFailure("the handles of the system cannot be counted");
+  const auto* const table = reinterpret_cast<const Table*>(bytes.data());
+  const auto* const entries = reinterpret_cast<const Entry*>(bytes.data() + sizeof(Table));
+  return static_cast<int>(std::count_if(entries, entries + table->Count,
+                                        [&](const Entry& entry) { return entry.Process == process; }));
+}
+
 }  // namespace
 
 std::string Environment(const char* name) {
@@ -343,9 +370,7 @@ ResourceCount RunningProgram::CountResources() const {
   if (count.UserObjects == 0) {
     for (const HWND window : Windows()) count.UserObjects += 1 + static_cast<int>(ChildrenOf(window).size());
   }
-  DWORD handles = 0;
-  GetProcessHandleCount(process_.hProcess, &handles);
-  count.Handles = static_cast<int>(handles);
+  count.Handles = HandleCount(process_.dwProcessId);
   PROCESS_MEMORY_COUNTERS memory{};
   GetProcessMemoryInfo(process_.hProcess, &memory, sizeof memory);
   count.Kilobytes = static_cast<int>(memory.PagefileUsage / 1024);

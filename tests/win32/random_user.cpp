@@ -125,14 +125,15 @@ void RandomUser::PostAndSettle(MenuId item, const Answer& answer) {
 
 void RandomUser::OpenAnother(const std::string& other, const std::function<void()>& start) {
   const bool keeps = Chance(50), gives = Chance(20);
+  // What is saved is not asked about: whatever comes is about the run of the opened script.
+  const bool isUnsaved = program_->Title().starts_with("*");
   bool isAsked = false, isNamed = false;
   start();
   SettleSoon([&](const ShownDialog& box) {
     if (isNamed) return Leave(box);  // the opened script is run
     if (!box.IsFileDialog()) {
-      const bool isAnswer = !isAsked;
+      if (isAsked || !isUnsaved) return Leave(box);
       isAsked = true;
-      if (!isAnswer) return Leave(box);  // it was dropped, and is run
       return gives ? Leave(box) : keeps && !file_.empty() ? Confirm(box) : Refuse(box);
     }
     isNamed = true;
@@ -172,11 +173,9 @@ void RandomUser::Check() {
                        Narrow(now_));
   }
   if (!file_.empty() && FileNow(file_) != saved_) throw DriveFailure("the file was changed unasked");
-  // The first acts bring fonts, dialogs and help for good.
-  constexpr int acts = 60;
   const ResourceCount use = program_->CountResources();
-  if (act_ - started_ == acts) settled_ = use;
-  if (act_ - started_ <= acts) return;
+  if (act_ - started_ == SettledAfter) settled_ = use;
+  if (act_ - started_ <= SettledAfter) return;
   most_.Handles = std::max(most_.Handles, use.Handles - settled_.Handles);
   most_.GdiObjects = std::max(most_.GdiObjects, use.GdiObjects - settled_.GdiObjects);
   most_.Kilobytes = std::max(most_.Kilobytes, use.Kilobytes - settled_.Kilobytes);

@@ -36,6 +36,8 @@ class RandomUser : public ProgramTest {
   };
   using Wish = std::function<bool(const std::wstring& now)>;
   using Answer = std::function<std::optional<int>(const ShownDialog& box)>;
+  // The first acts of a program bring fonts, dialogs and help for good.
+  static constexpr int SettledAfter = 200;
   static constexpr char File[] = "dial.dat", Other[] = "other.dat";
 
   void Begin(unsigned seed);
