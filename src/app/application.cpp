@@ -158,6 +158,8 @@ void Application::Run(MenuId item, bool withCtrl) {
   const MenuRow& row = MenuRowOf(item);
   if (runs_.IsRunning() || !IsEnabled(item) || !row.Run) return;
   aid_.HideOffers();
+  // What is saved does not change by itself soon after.
+  if (item == MenuId::Mnu_EnregistrerS || item == MenuId::Mnu_Enregistrer) aid_.FinishTyping();
   row.Run({app_, *this, files_, editing_, exports_, prints_, runs_, settings_, aid_, withCtrl});
   RunsSettled();
   link_.CursorMoved();

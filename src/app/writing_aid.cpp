@@ -116,6 +116,12 @@ void WritingAid::SpellLeftLine() {
   app_.Editor.Select({moved(selection.Begin), moved(selection.End)});
 }
 
+void WritingAid::FinishTyping() {
+  SpellLeftLine();
+  leftLine_ = std::exchange(typedLine_, std::nullopt);
+  SpellLeftLine();
+}
+
 void WritingAid::Paused() {
   SpellLeftLine();
   ReadNames();

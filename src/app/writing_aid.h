@@ -44,6 +44,8 @@ class WritingAid {
   void TextChanged();
   void Typed();
   void CursorMoved();
+  // Spells what was typed last, though the cursor may still be there.
+  void FinishTyping();
   // The user has not typed for a moment.
   void Paused();
   // The text is another one, or was run: what the editor knows of its names is read anew.

@@ -99,6 +99,18 @@ TEST(WritingAid, SpellsTheLineThatIsLeft) {
   EXPECT_EQ(shell.Editor.Content, "a:\nb:\ntrait = 1,1,2,2\n");
 }
 
+// What was saved would else be changed soon after, and have to be saved again.
+TEST(WritingAid, SpellsWhatWasTypedBeforeItIsSaved) {
+  FakeShell shell("");
+  Type(shell, "trait = 0, 0, 5, 5");
+  shell.App->Command(MenuId::Mnu_EnregistrerS);
+  EXPECT_EQ(shell.Read("dial.dat"), "Trait = 0, 0, 5, 5");
+  shell.Editor.Line = 2;
+  shell.App->CursorMoved();
+  shell.App->TypingPaused();
+  EXPECT_FALSE(shell.Window.Title.starts_with("*")) << shell.Window.Title;
+}
+
 // To read a long script takes longer than a key may.
 TEST(WritingAid, SpellsInALongScriptAtAPause) {
   FakeShell shell(std::string(120'000, '\'') + "\n");
