@@ -46,10 +46,10 @@ class RecordingHost : public RunHost {
     return vaxel::FindFile(PathOf(scriptName).has_parent_path() ? scriptName : settings_.Folder, name);
   }
   Result<std::string> ReadFile(std::string_view fileName, std::size_t maxBytes) override {
-    if (settings_.LacksMemory) throw std::bad_alloc();
     const auto file = settings_.Files.find(std::string(fileName));
     if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
     if (file->second.size() > maxBytes) return Failure{.Fault = FileFault::IsTooLarge};
+    if (settings_.LacksMemory) throw std::bad_alloc();
     return file->second;
   }
 
