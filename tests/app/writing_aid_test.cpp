@@ -208,7 +208,7 @@ TEST(WritingAid, SaysWhatTheWordAtThePointerIs) {
   EXPECT_EQ(said("%Loin"), "%Loin|No line of this script gives %Loin a value.");
   EXPECT_EQ(said("0, 0"), "");
   EXPECT_EQ(said("' Cercle"), "");
-  EXPECT_FALSE(shell.App->WordAt(text.find('\n')));
+  EXPECT_FALSE(shell.App->WordAt(text.find('+')));
   // Where nothing has run yet, the line that gives it a value is told.
   shell.Editor.Content += "%Neuf = 9\n";
   shell.App->EditorChanged();
