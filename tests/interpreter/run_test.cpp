@@ -147,7 +147,9 @@ TEST(Run, TellsWhichLimitOfTheDrawingIsExceeded) {
 // Each of its parameters is short enough.
 TEST(Run, RefusesALineThatIsTooLongWithItsVariables) {
   RunSettings settings;
-  settings.Variables = {{"%A", std::string(9'000'000, '1')}};
+  std::string half;
+  half.resize(9'000'000, '1');
+  settings.Variables = {{"%A", half}};
   EXPECT_EQ(RunText("Trait = %A, %A", settings).Reason(), StringTable().Text(0, TextId::TextTooLong));
 }
 
