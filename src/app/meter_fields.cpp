@@ -198,13 +198,9 @@ std::optional<MeterValue> ReadValue(Kind kind, std::string_view text) {
       return ReadText(text);
     case Kind::Colour:
       return ReadMeterColour(text);
-    case Kind::Angle:
-    case Kind::Length:
-    case Kind::Count:
-    case Kind::Number:
+    default:
       return ReadNumber(kind, text);
   }
-  return std::nullopt;
 }
 
 bool IsRemark(std::string_view line) {
@@ -271,10 +267,6 @@ void MeterDial::Reject(MeterField field) {
   std::optional<std::size_t>& line = LineOf[static_cast<std::size_t>(field)];
   if (line) Lines[*line].Kind = MeterLineKind::Unknown;
   line.reset();
-}
-
-std::string_view NamesOf(MeterField field) {
-  return MeterFields[static_cast<std::size_t>(field)].Names;
 }
 
 std::optional<MeterDial> ReadMeterDial(std::string_view text) {

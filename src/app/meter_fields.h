@@ -73,7 +73,4 @@ struct MeterDial {
 // tells less than two fields of a dial, one of them a number.
 std::optional<MeterDial> ReadMeterDial(std::string_view text);
 
-// The names that are known for a field, in the forms in which the manual has them, apart by "|".
-std::string_view NamesOf(MeterField field);
-
 }  // namespace vaxel

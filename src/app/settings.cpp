@@ -237,10 +237,10 @@ void Settings::CopyTemplate() {
 // The number of the system's language; it is English when the system's is none of ours.
 int Settings::SystemLanguage() const {
   const std::string code = app_.Platform.LanguageCode();
-  for (const std::string& wanted : {code, code.substr(0, code.find('-')), std::string("en")}) {
-    if (const int base = app_.Strings.BaseOfCode(wanted); base >= 0) return base / LanguageBlock + 1;
-  }
-  return 1;
+  int base = app_.Strings.BaseOfCode(code);
+  if (base < 0) base = app_.Strings.BaseOfCode(code.substr(0, code.find('-')));
+  if (base < 0) base = app_.Strings.BaseOfCode("en");
+  return base / LanguageBlock + 1;
 }
 
 LanguageDialog Settings::LanguagesWith(int messages, int help) const {

@@ -20,27 +20,6 @@ void DrawFilled(RunContext& run, std::span<const Point> corners, Colour ink) {
   run.Surface.Polygon(corners, Stroke{ink, 0}, Fill(ink));
 }
 
-// A filled mark ends exactly where it says: it has no outline.
-void DrawShape(RunContext& run, Point inner, Point outer, double direction, const MarkStyle& style) {
-  const Point half = TextFrame(direction).Up * (style.Width / 2);
-  switch (style.Shape) {
-    case MarkShape::Triangle:
-      DrawFilled(run, std::array{inner, outer - half, outer + half}, style.Ink);
-      break;
-    case MarkShape::Lozenge: {
-      const Point middle = (inner + outer) * 0.5;
-      DrawFilled(run, std::array{inner, middle - half, outer, middle + half}, style.Ink);
-      break;
-    }
-    case MarkShape::Dot:
-      run.Surface.Circle({.Centre = outer, .Radius = style.Width / 2}, Stroke{style.Ink, 0}, Fill(style.Ink));
-      break;
-    case MarkShape::Stroke:
-      break;
-  }
-  run.Surface.MoveTo(outer);
-}
-
 }  // namespace
 
 MarkStyle ReadMarkStyle(const RunContext& run, double length, std::string_view penText, Colour colour) {
@@ -81,12 +60,25 @@ void DrawMark(RunContext& run, double place, const MarkStyle& style) {
   const Point origin = run.Surface.Origin();
   const Point inner = origin + RequireFinitePoint(mark.Inner);
   const Point outer = origin + RequireFinitePoint(mark.Outer);
-  if (style.Shape == MarkShape::Stroke) {
-    DrawLine(run, style.Stroke, inner, outer, style.Ink);
-  } else {
-    // The mark lies on the needle's ray.
-    DrawShape(run, inner, outer, run.Support.RayDirection(place), style);
+  // A shape lies on the needle's ray. It ends exactly where it says: it has no outline.
+  const auto half = [&] { return TextFrame(run.Support.RayDirection(place)).Up * (style.Width / 2); };
+  switch (style.Shape) {
+    case MarkShape::Stroke:
+      DrawLine(run, style.Stroke, inner, outer, style.Ink);
+      return;
+    case MarkShape::Triangle:
+      DrawFilled(run, std::array{inner, outer - half(), outer + half()}, style.Ink);
+      break;
+    case MarkShape::Lozenge: {
+      const Point middle = (inner + outer) * 0.5;
+      DrawFilled(run, std::array{inner, middle - half(), outer, middle + half()}, style.Ink);
+      break;
+    }
+    case MarkShape::Dot:
+      run.Surface.Circle({.Centre = outer, .Radius = style.Width / 2}, Stroke{style.Ink, 0}, Fill(style.Ink));
+      break;
   }
+  run.Surface.MoveTo(outer);
 }
 
 }  // namespace vaxel

@@ -19,17 +19,8 @@ namespace vaxel {
 namespace {
 
 FaultReason ReasonOf(PictureFault fault) {
-  switch (fault) {
-    case PictureFault::NotAPicture:
-      return FaultReason::NotAPicture;
-    case PictureFault::Incomplete:
-      return FaultReason::PictureIncomplete;
-    case PictureFault::TooLarge:
-      return FaultReason::PictureTooLarge;
-    case PictureFault::None:
-      break;
-  }
-  return FaultReason::None;
+  if (fault == PictureFault::TooLarge) return FaultReason::PictureTooLarge;
+  return fault == PictureFault::Incomplete ? FaultReason::PictureIncomplete : FaultReason::NotAPicture;
 }
 
 // A damaged picture, too little memory and a machine that reads no pictures are three things.

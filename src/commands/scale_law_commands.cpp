@@ -73,6 +73,7 @@ void RequireNoLogarithm(const RunContext& run) {
 
 void RequireRange(double first, double last, std::string_view shown) {
   if (first == last) throw ScriptFault(FaultReason::EqualEnds, Shorten(Trim(shown), 40));
+  if (std::isfinite(first) && std::isfinite(last)) RequireFinite(last - first);
 }
 
 void RequireLaw(const PlaceFunction& placeOf, double first, double last) {
@@ -88,10 +89,7 @@ void RequireLaw(const PlaceFunction& placeOf, double first, double last) {
       throw ScriptFault(FaultReason::LawStands);
     case LawFault::Kind::NoLimit:
       throw ScriptFault(FaultReason::LawWithoutLimit, at);
-    case LawFault::Kind::NotFinite:
-      break;
   }
-  throw ScriptFault(FaultReason::LawFails, at);
 }
 
 double ReadLawEnd(const Parameters& parameters, std::size_t n) {
@@ -203,7 +201,6 @@ void ReadTableList(RunContext& run, const Parameters& parameters) {
 void ReadRange(RunContext& run, const Parameters& parameters) {
   const double first = parameters.RequiredNumber(1), last = parameters.RequiredNumber(2);
   RequireRange(first, last, parameters.Text(2));
-  RequireFinite(last - first);
   NoticeSurplus(run, parameters, 2);
   run.Support.SetOwnValues(first, last, nullptr);
 }

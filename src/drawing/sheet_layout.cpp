@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "drawing/page_bounds.h"
 #include "drawing/sheet_copier.h"
@@ -162,18 +163,13 @@ std::array<Strip, 4> StripsOf(const Nominal& sheet) {
 // first.
 Strip ChooseStrip(const Nominal& sheet, const Box& drawn) {
   const std::array<Strip, 4> strips = StripsOf(sheet);
-  double longest = 0;
-  for (const Strip& strip : strips) longest = std::max(longest, strip.LineLength());
-  const Strip* best = nullptr;
-  for (const Strip& strip : strips) {
-    if (strip.LineLength() < longest) continue;
-    const Box area = strip.Area();
-    const bool isFree = drawn.IsEmpty() || drawn.Right < area.Left || drawn.Left > area.Right ||
-                        drawn.Bottom < area.Top || drawn.Top > area.Bottom;
-    if (isFree) return strip;
-    if (!best) best = &strip;
-  }
-  return best ? *best : strips.front();
+  const auto isFree = [&](const Box& area) {
+    return drawn.IsEmpty() || drawn.Right < area.Left || drawn.Left > area.Right || drawn.Bottom < area.Top ||
+           drawn.Top > area.Bottom;
+  };
+  const auto merit = [&](const Strip& strip) { return std::pair(strip.LineLength(), isFree(strip.Area())); };
+  return *std::max_element(strips.begin(), strips.end(),
+                           [&](const Strip& a, const Strip& b) { return merit(a) < merit(b); });
 }
 
 void DrawRuler(SheetPen& pen, const Strip& strip, const std::string& label) {

@@ -25,6 +25,7 @@ double Power(double left, double right);
 [[noreturn]] void FailDivision();
 
 // It stands in the header, for it is most of what a loop does.
+// op is not None, which combines nothing.
 inline double Apply(Operator op, double left, double right) {
   double result = right;
   switch (op) {
@@ -43,10 +44,9 @@ inline double Apply(Operator op, double left, double right) {
       break;
     case Operator::Modulo:
       return Remainder(left, right);
+    case Operator::None:
     case Operator::Power:
       result = Power(left, right);
-      break;
-    case Operator::None:
       break;
   }
   return std::abs(result) <= std::numeric_limits<double>::max() ? result : RequireFinite(result);

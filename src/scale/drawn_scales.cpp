@@ -8,18 +8,12 @@ namespace {
 
 // How far the point lies from the support, where the needle points to it.
 double DistanceTo(const ScaleSupport& support, const ScaleReading& reading, Point point) {
-  switch (support.Kind()) {
-    case SupportKind::Arc: {
-      const Point on =
-          support.ScalePoint(reading.AngleDegrees.value_or(0) * RadiansPerDegree, support.Radius);
-      return std::hypot(point.X - on.X, point.Y - on.Y);
-    }
-    case SupportKind::Horizontal:
-      return std::abs(point.Y - support.LinePos);
-    case SupportKind::Vertical:
-      return std::abs(point.X - support.LinePos);
+  if (support.Kind() != SupportKind::Arc) {
+    const bool isLevel = support.Kind() == SupportKind::Horizontal;
+    return std::abs((isLevel ? point.Y : point.X) - support.LinePos);
   }
-  return 0;
+  const Point on = support.ScalePoint(reading.AngleDegrees.value_or(0) * RadiansPerDegree, support.Radius);
+  return std::hypot(point.X - on.X, point.Y - on.Y);
 }
 
 }  // namespace

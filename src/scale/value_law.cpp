@@ -127,7 +127,6 @@ LawFault FindLawFault(const PlaceFunction& placeOf, double first, double last) {
   bool isFirst = true;
   for (double value : TrialValues(first, last)) {
     const double place = placeOf(value);
-    if (!std::isfinite(place)) return {Kind::NotFinite, value};
     const double way = isFirst ? 0 : place - before;
     if (std::abs(way) > nothing) {
       const int side = way > 0 ? 1 : -1;

@@ -24,7 +24,8 @@ class ValueLaw {
   virtual double ValueOf(double reading) const = 0;
 };
 
-// A law gives the place of a value in per cent of the support. It is asked for finite values only.
+// A law gives the place of a value in per cent of the support, a finite one; where there is none it throws.
+// It is asked for finite values only.
 using PlaceFunction = std::function<double(double value)>;
 
 // A law that a function gives between two values, of which one or both may be infinite.
@@ -48,10 +49,9 @@ class FunctionLaw : public ValueLaw {
 struct LawFault {
   enum class Kind : std::uint8_t {
     None,
-    Turns,      // it goes on in the other direction from At
-    Stands,     // all values lie in one place
-    NoLimit,    // toward the infinite value At it comes to no end
-    NotFinite,  // it has no result for At
+    Turns,   // it goes on in the other direction from At
+    Stands,  // all values lie in one place
+    NoLimit  // toward the infinite value At it comes to no end
   };
   Kind What = Kind::None;
   double At = 0;

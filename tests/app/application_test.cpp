@@ -5,7 +5,9 @@
 
 #include <filesystem>
 #include <map>
+#include <new>
 #include <set>
+#include <stdexcept>
 #include <string>
 
 #include "base/files.h"
@@ -351,6 +353,84 @@ TEST(Application, RemembersItsWindow) {
   shell.Take();
   shell.App->Command(MenuId::Mnu_CentreCurseur);
   EXPECT_EQ(shell.Take(), Log{"pointer at 200,250"});
+}
+
+TEST(Application, FollowsTheDividerAndTheWheel) {
+  FakeShell shell(Dial);
+  shell.App->EditorWidthChanged(333);
+  EXPECT_EQ(shell.Window.EditorWidth, 333);
+  shell.App->Command(MenuId::Mnu_IniCode);
+  EXPECT_EQ(shell.Window.EditorWidth, 460);
+  shell.App->CodeSizeStepped(2);
+  EXPECT_EQ(shell.Editor.FontSize, 12);
+  EXPECT_EQ(shell.Read("Vaxel.cfg").find("TaillCar"), std::string::npos);
+  // It is written once, when the wheel rests.
+  shell.App->CodeSizeStepped(100);
+  shell.Tick();
+  EXPECT_EQ(shell.Editor.FontSize, 72);
+  EXPECT_NE(shell.Read("Vaxel.cfg").find("= 72\r\n"), std::string::npos) << shell.Read("Vaxel.cfg");
+  shell.Editor.FontSize = 0;
+  shell.App->CodeSizeStepped(1);
+  EXPECT_EQ(shell.Editor.FontSize, 0);
+}
+
+// Another screen has pixels of another size.
+TEST(Application, DrawsAnewWhenTheScreenChanges) {
+  FakeShell shell("EpaisT = 2\nTrait = 0, 0, 10, 0\n");
+  const auto width = [&] { return shell.App->Runs().Drawing()->At(0).Width; };
+  const double before = width();
+  shell.Window.Area.PixelMm /= 2;
+  shell.App->ScreenChanged();
+  EXPECT_DOUBLE_EQ(width(), before / 2);
+}
+
+TEST(Application, TellsWhatIsMissing) {
+  FakeShell shell(Dial);
+  shell.System.HasHelp = false;
+  shell.Take();
+  shell.App->KeyDown(Key::F1);
+  EXPECT_EQ(shell.Take({"message"}).size(), 1U);
+  shell.Boxes.OnLanguages = ChooseEnglish;
+  shell.Write("Vaxel_en.DaN", "' template");
+  std::filesystem::create_directory(PathOf(shell.Path("Vaxel.DaN")));
+  shell.App->Command(MenuId::Mnu_Langue);
+  const Log told = shell.Take({"message"});
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_NE(told[0].find(shell.Path("Vaxel.DaN")), std::string::npos) << told[0];
+  FakeShell another;
+  another.Printer.Name.clear();
+  EXPECT_FALSE(another.Start());
+  EXPECT_EQ(another.Take({"critical"}).size(), 1U);
+}
+
+// Whatever a command throws, its user is told and goes on.
+TEST(Application, TellsWhatACommandHasThrown) {
+  FakeShell shell(Dial);
+  const auto toldOf = [&](const auto& thrown) {
+    shell.Take();
+    try {
+      throw thrown;
+    } catch (...) {
+      shell.App->TellException();
+    }
+    const Log told = shell.Take({"critical"});
+    return told.size() == 1 ? told[0] : "";
+  };
+  EXPECT_NE(toldOf(std::runtime_error("broken")).find("broken"), std::string::npos);
+  const std::string noMemory = toldOf(std::bad_alloc());
+  EXPECT_NE(noMemory, "");
+  EXPECT_EQ(noMemory.find("bad_alloc"), std::string::npos) << noMemory;
+  EXPECT_NE(toldOf(3), "");
+}
+
+TEST(Application, TellsOfItself) {
+  FakeShell shell(Dial);
+  shell.Take();
+  shell.App->Command(MenuId::Mnu_AProposDe);
+  const Log told = shell.Take({"about"});
+  ASSERT_EQ(told.size(), 1U);
+  for (const char* part : {"0.3b", "Windows Test"})
+    EXPECT_NE(told[0].find(part), std::string::npos) << told[0];
 }
 
 TEST(Application, RemembersItWhenTheSessionEnds) {

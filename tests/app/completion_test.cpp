@@ -97,6 +97,8 @@ TEST(Completion, OffersWhatMayStandThere) {
       {"EpaisT = 2§|!", "C R → EpaisT = 2§C"},
       {"Texte = 0,0,,*2g|!", "R # B I S U C X Y D H V → Texte = 0,0,,*2gR"},
       {"Texte = 0,0,,x|", ""},
+      {"LVar = %R|", "%Rayon %rond → LVar = %Rayon"},
+      {"LVar = |", ""},
       {"Fin: perc|", ""},
       {"%perc|", ""}};
   for (const auto& [line, shown] : cases) {
@@ -104,6 +106,11 @@ TEST(Completion, OffersWhatMayStandThere) {
     EXPECT_EQ(asked.Shown(line), shown) << line;
   }
   EXPECT_EQ(asked.Around.Folder, "sub\\");
+  // Behind THEN any command may stand, as at the beginning; before it there is a condition.
+  EXPECT_GT(asked.Of("IF 1=1 THEN |!").List.size(), 0U);
+  EXPECT_EQ(asked.Of("IF 1=1 THEN |!").List.size(), asked.Of("|!").List.size());
+  EXPECT_EQ(asked.Of("IF 1=1 |!").List.size(), 0U);
+  EXPECT_EQ(asked.Of("LVar = |!").List.front().Shown, "%Rayon");
   const Completions colours = asked.Of("Arc = 1,2,3,|!");
   EXPECT_EQ(colours.List.front().Sample, Colour{0});
   EXPECT_EQ(colours.List.back().Shown, "N");

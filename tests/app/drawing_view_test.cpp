@@ -218,6 +218,9 @@ TEST(DrawingView, SaysWhatCameOfARun) {
   EXPECT_EQ(shell.Window.Messages[0], "Drawing… (Esc to stop)");
   EXPECT_TRUE(shell.Window.Messages[1].ends_with("ms, 4000 elements")) << shell.Window.Messages[1];
   EXPECT_EQ(shell.Window.Messages[1].find("ran in 0 ms"), std::string::npos);
+  shell.System.Step = milliseconds(20'000);
+  shell.App->KeyDown(Key::F4);
+  EXPECT_TRUE(shell.Window.Messages.back().ends_with("0 s, 4000 elements")) << shell.Window.Messages.back();
   // The user's own time is not the script's.
   shell.System.Step = milliseconds(0);
   shell.Editor.Content = "Input = Length, %L\nX = 0,0,%L\n";
@@ -271,7 +274,7 @@ TEST(DrawingView, FindsTheSheetInSilence) {
   ExpectBox(shell.Window.Sheet->Printable, {30, 60 - 237}, {230, 110});
   // What fails or never ends on paper leaves the centre in the middle.
   shell.System.Step = milliseconds(1);
-  for (const char* onPaper : {"GOTO A", "1/0"}) {
+  for (const char* onPaper : {"GOTO A", "1/0", "Input = Length, %L"}) {
     shell.Editor.Content =
         "CentreI = 50, 50, N\nIF %IMP = 0 GOTO End\nA:\n" + std::string(onPaper) + "\nEnd:\nX = 0,0,1\n";
     shell.App->KeyDown(Key::F4);

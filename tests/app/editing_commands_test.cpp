@@ -136,6 +136,10 @@ TEST(EditingCommands, TheSearchGoesAroundAndOn) {
   EXPECT_EQ(edited.Marked(), "[o]ne two one");
   edited.Shell().App->KeyDown(Key::F3);
   EXPECT_EQ(edited.Marked(), "one tw[o] one");
+  edited.Shell().Editor.Content = "three";
+  edited.Shell().Take();
+  edited.Shell().App->KeyDown(Key::F3);
+  EXPECT_EQ(edited.Shell().Take({"message"}), Log{"message Text not found: o"});
 }
 
 TEST(EditingCommands, ReplacingStaysInTheSelection) {
@@ -173,6 +177,18 @@ TEST(EditingCommands, AWrongLineIsToldAndAskedForAgain) {
   EXPECT_EQ(edited.Marked(), "one\n|two\nthree");
   EXPECT_EQ(edited.Shell().Take({"message"}),
             (Log{"message Not a usable number: four", "message Not a usable number: 0"}));
+}
+
+// What the control itself does.
+TEST(EditingCommands, ReachTheEditor) {
+  Edited edited("one\nt|wo");
+  FakeShell& shell = edited.Shell();
+  shell.Take();
+  shell.System.Ctrl = true;
+  for (const char key : {'Z', 'Y', 'X', 'C', 'V', 'K'}) shell.App->KeyDown(static_cast<Key>(key));
+  EXPECT_EQ(shell.Take(), (Log{"undo", "redo", "cut", "copy", "paste", "colour all"}));
+  shell.App->KeyDown(Key{'A'});
+  EXPECT_EQ(edited.Marked(), "[one\ntwo]");
 }
 
 TEST(EditingCommands, AHiddenTextStays) {

@@ -154,6 +154,11 @@ TEST(ExportCommands, NeverReplacesWhatTheScriptIsMadeOf) {
             Log{"critical The drawing cannot replace " + shell.Path("part.svg") + ": it is the script."});
 }
 
+TEST(ExportCommands, TakeADensityThatMakesSense) {
+  EXPECT_EQ(DpiOf(" 2*150 "), 300);
+  for (const char* text : {"", "x", "300 dpi", "0", "1E9", "1/0"}) EXPECT_FALSE(DpiOf(text)) << text;
+}
+
 TEST(ExportCommands, KeepsWhatWasChosenLast) {
   FakeShell shell(Stroke);
   std::string proposed;

@@ -260,7 +260,7 @@ Result<> FakePrinters::PrintToFile(const FilePrint& print, const DisplayList& dr
 
 bool FakePlatform::OpenHelp(const std::string& helpFile, const std::string& word) {
   log_.push_back("help " + helpFile + " " + word);
-  return true;
+  return HasHelp;
 }
 
 // The files are lists.

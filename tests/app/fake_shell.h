@@ -10,9 +10,11 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <new>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
@@ -123,7 +125,10 @@ class FakeEditor : public ScriptEditor {
  public:
   explicit FakeEditor(Log& log) : log_(log) {}
 
-  std::string Text() override { return Content; }
+  std::string Text() override {
+    if (std::exchange(GivesNoText, false)) throw std::bad_alloc();
+    return Content;
+  }
   bool IsEmpty() override { return Content.empty(); }
   std::size_t Size() override { return Content.size(); }
   void SetText(std::string_view text) override;
@@ -157,6 +162,7 @@ class FakeEditor : public ScriptEditor {
 
   // As a user does.
   void Type(std::string_view text);
+  void ForgetSteps() { undoable_.clear(); }
 
   std::string Content;
   std::size_t Line = 1;
@@ -166,7 +172,8 @@ class FakeEditor : public ScriptEditor {
   int KeysTaken = 0;
   double FontSize = 0;
   Application* Owner = nullptr;
-  bool IsFull = false;  // takes no text for want of memory
+  bool IsFull = false;       // takes no text for want of memory
+  bool GivesNoText = false;  // the next time, likewise
 
  private:
   struct Step {
@@ -308,7 +315,7 @@ class FakePlatform : public Platform {
 
   std::chrono::steady_clock::time_point Time{std::chrono::hours(1)};
   std::chrono::milliseconds Step{0};  // that passes with each look at the clock
-  bool Ctrl = false;
+  bool Ctrl = false, HasHelp = true;
   std::string Language = "fr-CA";
   std::uint32_t Process = 7;
   std::string EmfFailure;  // in the system's words

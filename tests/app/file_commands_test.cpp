@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
+#include <thread>
 
+#include "app/recovery.h"
 #include "base/files.h"
 #include "tests/app/fake_shell.h"
+#include "tests/support/test_folder.h"
 
 namespace vaxel::test {
 namespace {
@@ -304,6 +308,20 @@ TEST(Recovery, BringsBackWhatWasNotSaved) {
   shell.Boxes.Answers = {"no"};
   EXPECT_TRUE(shell.App->Quit());
   EXPECT_FALSE(shell.Exists("Vaxe$8.rec"));
+}
+
+// It is written while the user goes on; what could not be written is due again, though nothing has changed.
+TEST(Recovery, TriesAgainWhereACopyCouldNotBeWritten) {
+  TestFolder folder;
+  Recovery recovery({folder.NameOf("none/")}, 7);
+  recovery.TextChanged();
+  const Recovery::Clock::time_point start = Recovery::Clock::now(), later = start + std::chrono::seconds(11);
+  EXPECT_TRUE(recovery.IsDue(start));
+  recovery.BeginWriting(start, {{}, "dial.dat", {}, 0, "text"});
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (!recovery.IsDue(later) && std::chrono::steady_clock::now() < deadline)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_TRUE(recovery.IsDue(later));
 }
 
 // Another version of the program must find the hash that this one has left.

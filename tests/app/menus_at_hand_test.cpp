@@ -59,6 +59,18 @@ TEST(MenusAtHand, HaveEachItsOwnLetter) {
   }
 }
 
+// Who finds no letter has none; the others keep theirs.
+TEST(MenusAtHand, AnItemMayStayWithoutALetter) {
+  std::vector<ContextItem> items;
+  for (const char* caption : {"&ab", "&ba", "b&a\tF2", "&c"})
+    items.push_back({MenuId::Mnu_Zoom, false, caption});
+  GiveOwnLetters(items);
+  EXPECT_EQ(items[0].Caption, "&ab");
+  EXPECT_EQ(items[1].Caption, "&ba");
+  EXPECT_EQ(items[2].Caption, "ba\tF2");
+  EXPECT_EQ(items[3].Caption, "&c");
+}
+
 // What has a key for the drawing is in its menu, also with Ctrl.
 TEST(MenusAtHand, RunWhatTheirKeysRun) {
   FakeShell shell("ZoomIni = 2.5\nTrait = 0, 0, 10, 10\n");

@@ -127,6 +127,27 @@ TEST_F(TurnedNumber, LeavesEverythingAloneWhereThereIsNoNumberOrNoEditor) {
   EXPECT_FALSE(shell_.App->KeyDown(Key::F4, false, true));
 }
 
+// The control forgets its oldest steps: what undoing cannot bring back stays as it is.
+TEST_F(TurnedNumber, EndsWhereItsStepIsForgotten) {
+  Turn(Key::Up);
+  shell_.Editor.ForgetSteps();
+  shell_.Happened.clear();
+  Turn(Key::Up);
+  EXPECT_EQ(Text(), "Cercle = 10,-2,3");
+  EXPECT_EQ(shell_.Take({"undo", "redo"}), (Log{"undo", "redo"}));
+}
+
+// Of more digits than can be counted on nothing is turned.
+TEST_F(TurnedNumber, LeavesANumberThatIsTooLong) {
+  const std::string line = "Cercle = 9" + std::string(30, '9');
+  shell_.Editor.Content = line;
+  shell_.App->EditorChanged();
+  Put(12);
+  Turn(Key::Up);
+  Turn(Key::Up);
+  EXPECT_EQ(Text(), line);
+}
+
 // A key that ends the run brings the drawing at the next pause, though live drawing is off.
 TEST_F(TurnedNumber, DrawingComesLaterWhereKeysFollow) {
   shell_.App->Command(MenuId::Mnu_DessinDirect);

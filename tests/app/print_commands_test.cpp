@@ -226,6 +226,13 @@ TEST(PrintCommands, AsksAgainForALengthThatIsNotPlausible) {
   EXPECT_EQ(shell.Take({"message"}).size(), 1U);
 }
 
+TEST(PrintCommands, RefusesToCalibrateOnAPaperWithoutRoom) {
+  FakeShell shell(Stroke);
+  shell.Printer.WidthMm = shell.Printer.HeightMm = 15;
+  shell.App->Command(Mnu_Calibrage);
+  EXPECT_EQ(shell.Take({"critical", "print", "box"}).size(), 1U);
+}
+
 // What someone has written into the settings.
 TEST(PrintCommands, PassesOverCalibrationsThatMakeNoSense) {
   FakeShell shell;
@@ -260,12 +267,14 @@ TEST(PrintPreview, ShowsWhatIsPrintedFromIt) {
   const Measured small(0.99, 1);
   Calibrate(shell, small.X, small.Y);
   shell.Take();
-  PreviewPages single, several, wrong;
+  PreviewPages single, several, wrong, noNumber;
   bool isClosed = false;
   shell.Boxes.OnPreview = [&](const PreviewDialog& dialog) {
     single = dialog.Pages;
     several = dialog.OnEntry({true, true, true, "0", "7/2"});
     wrong = dialog.OnEntry({false, false, false, "1.5", "5"});
+    noNumber = dialog.OnEntry({false, false, false, "1", "1/0"});
+    EXPECT_EQ(dialog.PageText(1, 3), "page 2 of 3");
     isClosed = dialog.OnPrint();
   };
   shell.App->KeyDown(Key::Escape);  // held down while the preview was not there yet
@@ -283,6 +292,7 @@ TEST(PrintPreview, ShowsWhatIsPrintedFromIt) {
   // An entry that is wrong is told, and what is shown stays and is what is printed.
   EXPECT_NE(wrong.Problem.find("1.5"), std::string::npos);
   EXPECT_EQ(wrong.Drawing, several.Drawing);
+  EXPECT_NE(noNumber.Problem.find("1/0"), std::string::npos);
   EXPECT_EQ(shell.Printer.Printed.Size(), several.Drawing->Size());
   // The command prints without what the preview adds.
   shell.App->Command(Mnu_Imprimer);
@@ -350,6 +360,25 @@ TEST(PreviewView, KeepsWholeSheetsAndWhatLiesAtThePointer) {
 }
 
 // The rulers count as CentreI does.
+TEST(PreviewView, MovesAndTellsWhetherThePaperHasMargins) {
+  auto drawing = std::make_shared<DisplayList>();
+  drawing->BeginPage(200, 280);
+  drawing->BeginPage(200, 280);
+  PreviewPages pages;
+  pages.Drawing = drawing;
+  const PaperBox paper{{-5, -5}, {205, 285}};
+  pages.Sheets = {{paper, {{0, 0}, {200, 280}}}, {paper, paper}};
+  PreviewView view;
+  view.Show(pages);
+  view.Resize({418, 318, MillimetresPerInch / 96});
+  EXPECT_TRUE(view.HasMargins());
+  const Point before = view.Place().Corner;
+  view.Move({7, -3});
+  EXPECT_EQ(view.Place().Corner, before + (Point{7, -3}));
+  view.TurnTo(1);
+  EXPECT_FALSE(view.HasMargins());
+}
+
 TEST(PreviewView, CountsFromTheLowerLeftCornerOfThePrintableArea) {
   auto drawing = std::make_shared<DisplayList>();
   drawing->BeginPage(180, 270);

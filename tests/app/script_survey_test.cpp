@@ -111,6 +111,21 @@ TEST(ScriptSurvey, IsKeptUpAsIfItWereNew) {
   EXPECT_LT(whole, 400);
 }
 
+// The editor colours anew what other names or other separators make another line.
+TEST(ScriptSurvey, TellsWhatChangesColours) {
+  const auto coloursAs = [](const char* one, const char* other) {
+    ScriptSurvey first, second;
+    first.Read(one);
+    second.Read(other);
+    return first.ColoursAs(second);
+  };
+  EXPECT_TRUE(coloursAs("%A = 1\nSeparateur = ;\n", "%A = 2\nSeparateur = ;\n"));
+  EXPECT_FALSE(coloursAs("%A = 1\n", "%B = 1\n"));
+  EXPECT_FALSE(coloursAs("%A = 1\nSeparateur = ;\n", "%A = 1\nSeparateur = /\n"));
+  EXPECT_FALSE(coloursAs("%A = 1\nSeparateur = ;\n", "%A = 1\nSeparateur = ;, /\n"));
+  EXPECT_FALSE(coloursAs("%A = 1\nSeparateur = ;\n", "Separateur = ;\n%A = 1\n"));
+}
+
 TEST(ScriptSurvey, BearsJunk) {
   std::mt19937 random(5);
   std::string junk;

@@ -118,6 +118,12 @@ TEST(ScriptColours, LeaveOutWhatIsPlain) {
   EXPECT_EQ(ranges[3].End, 16U);
 }
 
+TEST(ScriptColours, AreThoseThatALineNames) {
+  EXPECT_EQ(ColourNamedIn("Cercle = 0, 0, 1,,, bleu ' Rouge"), MakeColour(0, 0, 255));
+  EXPECT_EQ(ColourNamedIn("Couleur = RVB 1 2 3"), MakeColour(1, 2, 3));
+  EXPECT_FALSE(ColourNamedIn("Trait = 1, 2 ' Rouge"));
+}
+
 double Luminance(Colour colour) {
   const auto part = [](std::uint32_t value) {
     const double v = value / 255.0;

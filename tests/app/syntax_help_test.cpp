@@ -100,6 +100,7 @@ TEST(SyntaxHelp, TellsOfWhatIsNoCommand) {
   EXPECT_EQ(Told("Fin|:", French).substr(0, 11), "Étiquette:");
   EXPECT_EQ(Told("' x|", French).substr(0, 13), "' Commentaire");
   EXPECT_EQ(Told("Trait = 1 ' x|", French).substr(0, 13), "' Commentaire");
+  EXPECT_EQ(Told("%R|", French).substr(0, 1), "%");
   const SyntaxHelp unknown = HelpForLine("Triat = 3", 9, {}, {Strings(), French});
   EXPECT_EQ(unknown.What, SyntaxHelp::Kind::Unknown);
   EXPECT_EQ(unknown.Text, "Commande inconnue ; peut-être :");

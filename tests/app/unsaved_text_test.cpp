@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <new>
 #include <stdexcept>
@@ -80,6 +81,15 @@ TEST(UnsavedText, IsCopiedWhileARunDoesNotEnd) {
   };
   shell.App->KeyDown(Key::F4);
   EXPECT_TRUE(shell.Read("Vaxe$7.rec").ends_with("A:\nGoto A"));
+}
+
+TEST(UnsavedText, IsCopiedWhenTheSessionEnds) {
+  FakeShell shell(Line);
+  shell.App->SessionEnds();
+  EXPECT_FALSE(shell.Exists("Vaxe$7.rec"));
+  shell.Editor.Type("' mine");
+  shell.App->SessionEnds();
+  EXPECT_TRUE(shell.Read("Vaxe$7.rec").ends_with("' mine"));
 }
 
 TEST(UnsavedText, OfAProgramOfTheSameNumberIsOfferedFirst) {
@@ -176,6 +186,22 @@ TEST(BrokenRun, LeavesADrawingAndThePlaceOfTheScreen) {
   breakOff(20);
   shell.App->Command(MenuId::Mnu_Imprimer);
   EXPECT_EQ(shell.View().OffX, 30);
+}
+
+// The drawing that the window has is never one that is gone.
+TEST(BrokenRun, KeepsTheDrawingWhereMemoryIsLackingBehindIt) {
+  FakeShell shell(Line);
+  shell.Editor.Content = "A:\nX = 0,0,1\n%I == %I + 1\nIF %I < 500 GOTO A";
+  shell.Editor.Content = "%I = 0\n" + shell.Editor.Content;
+  shell.Window.OnEvents = [&, calls = 0]() mutable { shell.Editor.GivesNoText = ++calls > 2; };
+  shell.System.Step = milliseconds(5);
+  EXPECT_THROW(shell.App->KeyDown(Key::F4), std::bad_alloc);
+  shell.Editor.GivesNoText = false;
+  shell.Window.OnEvents = nullptr;
+  shell.Window.Paint();
+  EXPECT_EQ(shell.Window.PaintedOperations, 1000U);
+  EXPECT_EQ(shell.Window.Messages.back(), "");
+  EXPECT_FALSE(shell.App->Runs().IsRunning());
 }
 
 TEST(RunBridge, KeepsTheUsersOwnNumbers) {

@@ -2,12 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <string>
 
+#include "base/files.h"
 #include "tests/app/fake_shell.h"
 
 namespace vaxel::test {
 namespace {
+
+namespace fs = std::filesystem;
 
 // As at the keyboard, key by key.
 void Type(FakeShell& shell, std::string_view text) {
@@ -44,6 +49,42 @@ TEST(WritingAid, OffersWhatABeginningMayMean) {
   for (const Key key : {Key::Return, Key::Up}) EXPECT_FALSE(shell.App->KeyDown(key));
 }
 
+TEST(WritingAid, TheArrowsChooseAnOffer) {
+  FakeShell shell("%Rayon = 40\n%Rond = 3\n%Rang = 5\n");
+  Type(shell, "Trait = %R");
+  ASSERT_EQ(shell.Aid.Offers.size(), 3U);
+  const std::string second = shell.Aid.Offers[1], last = shell.Aid.Offers[2];
+  EXPECT_TRUE(shell.App->KeyDown(Key::Up));
+  EXPECT_EQ(shell.Aid.Chosen, 2U);
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(shell.App->KeyDown(Key::Down));
+  EXPECT_EQ(shell.Aid.Chosen, 1U);
+  EXPECT_FALSE(shell.App->KeyDown(Key::PageUp));
+  EXPECT_TRUE(shell.App->KeyDown(Key::Up));
+  EXPECT_TRUE(shell.App->KeyDown(Key::Down));
+  EXPECT_TRUE(shell.App->KeyDown(Key::Return));
+  EXPECT_TRUE(shell.Editor.Content.ends_with("Trait = " + second)) << shell.Editor.Content;
+}
+
+// A folder is not read at every key; what has come into it is offered a little later.
+TEST(WritingAid, OffersFilesBesideTheScriptAndFonts) {
+  FakeShell shell(Dial);
+  shell.Write("part.dat", Dial);
+  std::filesystem::create_directory(PathOf(shell.Path("pages")));
+  Type(shell, "Fichier = pa");
+  EXPECT_TRUE(Offers(shell, "part.dat"));
+  EXPECT_TRUE(Offers(shell, std::string("pages") + static_cast<char>(fs::path::preferred_separator)));
+  EXPECT_FALSE(Offers(shell, "dial.dat"));
+  shell.Write("part2.dat", Dial);
+  Type(shell, "r");
+  EXPECT_FALSE(Offers(shell, "part2.dat"));
+  shell.System.Time += std::chrono::seconds(6);
+  Type(shell, "t");
+  EXPECT_TRUE(Offers(shell, "part2.dat"));
+  shell.App->KeyDown(Key::Escape);
+  Type(shell, "\nPolice = cour");
+  EXPECT_TRUE(Offers(shell, "Courier New"));
+}
+
 TEST(WritingAid, OffersWhatTheCursorHasLeftNoMore) {
   FakeShell shell("%Rayon = 40\n");
   Type(shell, "Trait = %R");
@@ -65,7 +106,14 @@ TEST(WritingAid, HelpFollowsTheCursor) {
   const AidHelp& help = shell.Aid.Help;
   EXPECT_TRUE(help.Text.starts_with("Cercle")) << help.Text;
   ASSERT_EQ(help.Strong.size(), 1U);
-  EXPECT_EQ(help.Text.substr(help.Strong[0].Begin, help.Strong[0].End - help.Strong[0].Begin), "radius");
+  const auto strong = [&] {
+    return help.Text.substr(help.Strong[0].Begin, help.Strong[0].End - help.Strong[0].Begin);
+  };
+  EXPECT_EQ(strong(), "radius");
+  // A line goes on in the next one, and counts its parameters from the first.
+  Type(shell, "3\nCercle = 1, _\n2, ");
+  ASSERT_EQ(help.Strong.size(), 1U);
+  EXPECT_EQ(strong(), "radius");
   shell.App->KeyDown(Key::F2);
   EXPECT_EQ(shell.Aid.Page, AidPage::None);
 }
@@ -172,6 +220,13 @@ TEST(WritingAid, SaysWhatTheWordAtThePointerIs) {
   EXPECT_EQ(said("%Loin"), "%Loin|No line of this script gives %Loin a value.");
   EXPECT_EQ(said("0, 0"), "");
   EXPECT_EQ(said("' Cercle"), "");
+  EXPECT_FALSE(shell.App->WordAt(text.find('+')));
+  // Where nothing has run yet, the line that gives it a value is told.
+  shell.Editor.Content += "%Neuf = 9\n";
+  shell.App->EditorChanged();
+  const auto fresh = shell.App->WordAt(shell.Editor.Content.find("%Neuf") + 1);
+  ASSERT_TRUE(fresh);
+  EXPECT_EQ(fresh->Text, "%Neuf: variable, line 4");
   shell.Editor.Content = "Couleur = Rouge\n";
   shell.App->EditorChanged();
   const auto colour = shell.App->WordAt(12);
@@ -204,6 +259,9 @@ TEST(WritingAid, DrawsWhileOneTypes) {
   shell.Editor.GoToLine(1);
   shell.App->KeyDown(Key::F9);
   EXPECT_EQ(shell.Aid.Page, AidPage::Problems);
+  EXPECT_EQ(shell.Editor.Line, 6U);
+  shell.Editor.GoToLine(7);
+  shell.App->KeyDown(Key::F9, true);
   EXPECT_EQ(shell.Editor.Line, 6U);
   // What is mended is drawn again.
   shell.Editor.Replace(shell.Editor.RangeOfLines(6, 6), "' none");
@@ -264,6 +322,12 @@ TEST(WritingAid, QuestionsTakeTheLastAnswer) {
   Type(shell, "' more\n");
   shell.App->TypingPaused();
   EXPECT_EQ(shell.Take({"input"}), Log{});
+  EXPECT_FALSE(shell.Window.IsDrawingOld);
+  // One that was not asked yet takes what the script proposes.
+  const std::size_t before = shell.App->Runs().Drawing()->Size();
+  Type(shell, "%M = 4\nInput = How wide, %M\nTrait = 0, 0, %M, 0\n");
+  shell.App->TypingPaused();
+  EXPECT_EQ(shell.App->Runs().Drawing()->Size(), before + 1);
   EXPECT_FALSE(shell.Window.IsDrawingOld);
 }
 

@@ -6,7 +6,9 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
+#include <system_error>
 
+#include "base/files.h"
 #include "tests/support/test_folder.h"
 
 namespace vaxel::test {
@@ -109,6 +111,16 @@ TEST(OutputFile, IsNeverMoreReadableThanWhatItReplaces) {
     ASSERT_TRUE(file.Commit());
     EXPECT_EQ(fs::status(folder.Path() / "dial.svg").permissions(), rights);
   }
+}
+
+// The system's words count where the program has none of its own.
+TEST(Files, TellWhatIsWrongWithThem) {
+  const std::error_code rare = std::make_error_code(std::errc::too_many_files_open);
+  EXPECT_EQ(FileFailure(rare).Words, rare.message());
+  EXPECT_EQ(FileFailure(rare).Fault, FileFault::None);
+  const Failure full = FileFailure(std::make_error_code(std::errc::no_space_on_device));
+  EXPECT_EQ(full.Fault, FileFault::DiskIsFull);
+  EXPECT_EQ(full.Words, "");
 }
 
 TEST(OutputFile, NamesOfOneFileHaveOneTarget) {

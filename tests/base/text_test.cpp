@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "base/folded_text.h"
 #include "base/number_text.h"
 #include "base/printable.h"
 #include "base/text_encoding.h"
@@ -19,6 +20,11 @@ TEST(Text, UpperCaseKeepsItsLength) {
   EXPECT_EQ(DropLastCharacter("45°"), "45");
   EXPECT_EQ(DropLastCharacter(""), "");
   EXPECT_EQ(Shorten("aé", 2), "a…");
+}
+
+// Both ends of the letters that have a plain form, and a sign between them that has none.
+TEST(Text, FoldsAccentsAndJoinedLetters) {
+  EXPECT_EQ(FoldedText("Círculo Àÿ œuvre Straße Þ × à"), "CIRCULO AŸ OEUVRE STRASSE Þ × A");
 }
 
 TEST(Printable, WritesOutWhatATerminalWouldObey) {

@@ -104,6 +104,20 @@ TEST_F(VaxelRender, TellsWhenTheFontLibraryHasNoMemory) {
   }
 }
 
+// The picture is a good one.
+TEST_F(VaxelRender, TellsThatItCannotReadPicturesHere) {
+  fs::copy_file(fs::path(VAXEL_SOURCE_DIR) / "tests/pictures/photo.jpg", folder_ / "photo.jpg");
+  Write("dial.dat", "Image = photo.jpg\n");
+  fs::create_directory(folder_ / "bin");
+  const fs::path program = folder_ / "bin/vaxel-render";
+  fs::create_hard_link(Programs / "vaxel-render", program);
+  const Outcome outcome = Run("--language en -o a.svg dial.dat", "", program);
+  EXPECT_EQ(outcome.Status, 1);
+  EXPECT_NE(outcome.Printed.find("The picture photo.jpg cannot be read here: "), std::string::npos);
+  EXPECT_NE(outcome.Printed.find("vaxel-pixbuf.so"), std::string::npos) << outcome.Printed;
+  EXPECT_EQ(Read("a.svg"), "");
+}
+
 TEST_F(VaxelRender, ReadsOnlyWhatItMay) {
   fs::create_directory(folder_ / "sub");
   Write("data.txt", "1\n");

@@ -24,6 +24,7 @@ TEST(OperationSearch, FindsWhatIsMeantAtAPoint) {
   list.AddText("abc", {}, {{10, 50}, std::numbers::pi / 2, 5, 12, 0, 0}, Of(7, {}));
   const std::vector<ContourArc> ring = {{{50, 90}, 5, 0, 2 * std::numbers::pi}};
   list.AddContour(ring, {}, Of(8, {}));
+  list.AddPicture(std::make_shared<Picture>(), {{80, 5}, 15, 10}, Of(9, {}, 0));
   const auto lineAt = [&](double x, double y) {
     const auto found = OperationAt(list, 0, {x, y}, 1);
     return found ? found->SourceLine : 0;
@@ -45,6 +46,8 @@ TEST(OperationSearch, FindsWhatIsMeantAtAPoint) {
   EXPECT_EQ(lineAt(15, 45), 0U);
   EXPECT_EQ(lineAt(50, 95), 8U);
   EXPECT_EQ(lineAt(50, 90), 0U);
+  EXPECT_EQ(lineAt(94, 14), 9U);  // all of a picture is meant
+  EXPECT_EQ(lineAt(94, 17), 0U);
   EXPECT_FALSE(OperationAt(list, 1, {0, 0}, 1));
 }
 
@@ -70,6 +73,7 @@ TEST(OperationSearch, GivesTheOutlinesOfALine) {
   list.Add(Of(3, LineShape{{0, 10}, {100, 10}}));
   list.Add(Of(4, LineShape{{0, 20}, {100, 20}}));
   list.Add(Of(3, RectangleShape{{20, 5}, {40, 30}}));
+  list.AddPicture(std::make_shared<Picture>(), {{80, 5}, 15, 10}, Of(5, {}, 0));
   list.BeginPage(100, 100);
   list.Add(Of(3, LineShape{{0, 30}, {100, 30}}));
   const auto outlines = OutlinesOfLine(list, 0, 3, 100);
@@ -80,6 +84,9 @@ TEST(OperationSearch, GivesTheOutlinesOfALine) {
   EXPECT_EQ(outlines[1].Points.size(), 4U);
   EXPECT_TRUE(outlines[1].IsClosed);
   EXPECT_EQ(OutlinesOfLine(list, 0, 3, 1).size(), 1U);
+  const auto picture = OutlinesOfLine(list, 0, 5, 9);
+  ASSERT_EQ(picture.size(), 1U);
+  EXPECT_EQ(picture[0].Points, (std::vector<Point>{{80, 5}, {95, 5}, {95, 15}, {80, 15}}));
   EXPECT_EQ(OutlinesOfLine(list, 1, 3, 9)[0].Points[0].Y, 30);
 }
 

@@ -63,6 +63,12 @@ std::string Bmp(std::uint32_t height, std::uint32_t pixelsPerMetre, std::uint32_
          Little32(colours) + Little32(0) + std::string(24, '\x7F');
 }
 
+// The older head, which tells no density.
+std::string OldBmp() {
+  return "BM" + Little32(50) + Little32(0) + Little32(26) + Little32(12) + "\3\0\2\0\1\0\x18\0"s +
+         std::string(24, '\x7F');
+}
+
 const std::string GifFrame = ",\1\0\2\0\3\0\2\0\0\2\2\x44\1\0"s;  // at 1, 2, of 3 x 2
 
 std::string Gif(const std::string& frames) {
@@ -98,6 +104,9 @@ TEST(Picture, SizesAndDensitiesOfAllFormats) {
       {Bmp(2, 0), PictureFormat::Bmp, 96, 96},
       {Bmp(2, 5000), PictureFormat::Bmp, 127, 127},
       {Bmp(0xFFFFFFFE, 5000), PictureFormat::Bmp, 127, 127},  // from the top
+      {OldBmp(), PictureFormat::Bmp, 96, 96},
+      // Before a segment's mark there may be any number of bytes of padding.
+      {"\xFF\xD8\xFF\xFF" + Jpeg("\1\1\x2C\0\x96"s).substr(2), PictureFormat::Jpeg, 300, 150},
       {Gif(GifFrame), PictureFormat::Gif, 96, 96},
   };
   for (const Case& known : cases) {
@@ -113,8 +122,8 @@ TEST(Picture, SizesAndDensitiesOfAllFormats) {
 // Wherever a file is cut off, that is noticed, and nothing is read behind its end.
 TEST(Picture, FilesThatEndTooEarly) {
   constexpr std::size_t signature = 8;  // as long as the longest
-  for (const std::string& file :
-       {Png(Chunk("pHYs", std::string(9, '\1'))), Jpeg("\1\1\x2C\0\x96"s), Bmp(2, 0), Gif(GifFrame)}) {
+  for (const std::string& file : {Png(Chunk("pHYs", std::string(9, '\1'))), Jpeg("\1\1\x2C\0\x96"s),
+                                  Bmp(2, 0), OldBmp(), Gif(GifFrame)}) {
     for (std::size_t length = signature; length < file.size(); ++length) {
       Picture picture;
       const PictureFault fault = ReadPicture(file.substr(0, length), picture);

@@ -50,7 +50,8 @@ TEST(SheetLayout, EnlargesPlacesAndShapesAlone) {
   const DisplayList drawing = RunText(
                                   "CentreI = 100, 100, N\nTrait = 0, 0, 50, 50, 0.4mm\n"
                                   "Trait = 0, 0, 100, 0, 1mm§C\nCercle = 0, 0, 20, 0, 90\n"
-                                  "Trait = 10, 10, 10, 10, 2mm§C\nCadre = 0, 0, 20, 30",
+                                  "Trait = 10, 10, 10, 10, 2mm§C\nCadre = 0, 0, 20, 30\n"
+                                  "CadreA = 0, 0, 10, 6, 2§D",
                                   ForPrinter())
                                   .List;
   SheetOptions options;
@@ -63,7 +64,9 @@ TEST(SheetLayout, EnlargesPlacesAndShapesAlone) {
             "arc 4  #000000 0.042  101.000,199.000 20.200 19.600 0.000 90.000\n"
             "polygon 5  #000000 0.000 fill #000000  111.100,189.200 111.100,189.200 111.100,189.200 "
             "111.100,189.200\n"
-            "rectangle 6  #000000 0.042  101.000,199.000 121.200,169.600\n");
+            "rectangle 6  #000000 0.042  101.000,199.000 121.200,169.600\n"
+            "polygon 7  #000000 0.042  111.100,195.080 109.080,193.120 103.020,193.120 101.000,195.080 "
+            "101.000,197.040 103.020,199.000 109.080,199.000 111.100,197.040\n");
   EXPECT_EQ(sheet.Pages()[0].Width, 210);
   EXPECT_EQ(sheet.Pages()[0].Origin.X, 101);
   EXPECT_EQ(ListText(ComposeSheets(drawing, {})), ListText(drawing));

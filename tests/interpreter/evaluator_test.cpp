@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "interpreter/foreign_habits.h"
 #include "interpreter/script_fault.h"
 
 namespace vaxel {
@@ -55,6 +56,18 @@ TEST(Evaluator, KnowsTheFunctions) {
   EXPECT_EQ(Evaluate("NBP(1;2;3)", ";").Value, 3);
 }
 
+// The manual and the editor know functions by this list.
+TEST(Evaluator, KnowsEveryFunctionOfTheList) {
+  for (const std::string_view function : FunctionNames()) {
+    const std::string name(function);
+    const std::string text = name == "MOD"   ? "7 MOD 3"
+                             : name == "PI"  ? "PI"
+                             : name == "PAR" ? "PAR(2, 4, 5)"
+                                             : name + "(1)";
+    EXPECT_TRUE(Evaluate(text).HasValue && Evaluate(text).Complete) << text;
+  }
+}
+
 TEST(Evaluator, StopsWhereTheTextIsNoExpression) {
   const std::pair<const char*, double> cases[] = {
       {"10m", 10},  {"2+3abc", 5}, {"2*3x+4", 6},  {"abc", 0},    {"2+", 2},       {"2 3", 2},
@@ -76,7 +89,9 @@ TEST(Evaluator, SaysWhyThereIsNoResult) {
       {"LOG(0)", FaultReason::Domain}, {"LOG(-1)", FaultReason::Domain},
       {"ASIN(1.01)", FaultReason::Domain}, {"ACOS(-2)", FaultReason::Domain},
       {"(-8)^0.5", FaultReason::Domain}, {"1E308*10", FaultReason::Overflow},
-      {"1E999", FaultReason::Overflow}, {"1/(1E308*10)", FaultReason::Overflow}, {"SINH(1000)", FaultReason::Overflow},
+      {"1E999", FaultReason::Overflow}, {"1/(1E308*10)", FaultReason::Overflow},
+      {"PAR(1/0, 5)", FaultReason::NotAnElement}, {"PAR(1, 1/0)", FaultReason::NotAnElement},
+      {"PAR(3, 5, 6)", FaultReason::NotAnElement}, {"SINH(1000)", FaultReason::Overflow},
       {std::string(100000, '('), FaultReason::Nesting},
       {std::string(201, '(') + "1" + std::string(201, ')'), FaultReason::Nesting}};
   // clang-format on
@@ -88,7 +103,10 @@ TEST(Evaluator, SaysWhyThereIsNoResult) {
       EXPECT_EQ(fault.Reason(), reason) << text.substr(0, 20);
     }
   }
-  EXPECT_EQ(Evaluate(std::string(200, '(') + "1" + std::string(200, ')')).Value, 1);
+  // Each group of these waits for what is in it.
+  std::string nested = "1";
+  for (int depth = 0; depth < 200; ++depth) nested = "2*(" + nested + ")-1";
+  EXPECT_EQ(Evaluate(nested).Value, 1);
 }
 
 }  // namespace

@@ -132,6 +132,37 @@ TEST(Run, ASeparatorHasAtMostAThousandCharacters) {
 
 // Ten characters, doubled twenty times, in one variable after another; those of an included script count
 // while it runs.
+// What the drawing itself refuses, in the words of a report.
+TEST(Run, TellsWhichLimitOfTheDrawingIsExceeded) {
+  using Why = DrawingFault::Reason;
+  const StringTable strings;
+  for (const auto& [why, text] : {std::pair(Why::TooManyOperations, TextId::TooManyOperations),
+                                  {Why::TooMuchText, TextId::TooMuchText},
+                                  {Why::TooManyPictures, TextId::TooManyPictures},
+                                  {Why::OutOfRange, TextId::Overflow}}) {
+    EXPECT_EQ(ScriptFault(DrawingFault{why}).Description(strings, 0), strings.Text(0, text));
+  }
+}
+
+// Each of its parameters is short enough.
+TEST(Run, RefusesALineThatIsTooLongWithItsVariables) {
+  RunSettings settings;
+  std::string half;
+  half.resize(9'000'000, '1');
+  settings.Variables = {{"%A", half}};
+  EXPECT_EQ(RunText("Trait = %A, %A", settings).Reason(), StringTable().Text(0, TextId::TextTooLong));
+}
+
+TEST(Run, EndsWithAReportWhereMemoryIsLacking) {
+  RunSettings settings;
+  settings.Files = {{"data.txt", ""}};
+  settings.LacksMemory = true;
+  const ScriptRun run = RunText("Trait = 0, 0, 1, 1\nOpen = data.txt", settings);
+  EXPECT_EQ(run.End, RunEnd::Failed);
+  EXPECT_EQ(run.Reason(), StringTable().Text(0, TextId::OutOfMemory));
+  EXPECT_EQ(run.List.Size(), 1U);
+}
+
 TEST(Run, VariablesTakeNoMoreThanTheirRoom) {
   std::string script = "%A = 0123456789\nFichier = inc.dat\nFichier = inc.dat\n";
   std::string grown;

@@ -47,7 +47,7 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
   list.AddPolygon(std::array{Point{1, 2}, Point{1, 1}, Point{9, 1}, Point{9, 2}}, blue, {0.25, 0, 8, {}},
                   PolygonUse::Stroke);
   const Operation red{0, MakeColour(255, 0, 0), 9, {}};
-  list.AddText("1 < 2 & \"µ\"", {"Arial", true, true}, {{4, 5}, -turn / 12, 3.5, 10.25}, red);
+  list.AddText("1 < 2 & 2 > \"µ\"", {"Arial", true, true}, {{4, 5}, -turn / 12, 3.5, 10.25}, red);
   list.AddText("x ", {"D'Or \\", false, false}, {{4, 5}, 0, 3.5, 0}, red);
   EXPECT_EQ(
       SvgOf(list),
@@ -78,7 +78,7 @@ TEST(SvgRenderer, WritesOneElementAnOperation) {
       "<text x=\"4\" y=\"5\" transform=\"rotate(30 4 5)\" font-family=\"'Arial','Liberation Sans',Arimo,"
       "sans-serif\" font-weight=\"bold\" font-style=\"italic\" font-size=\"3.5\" textLength=\"10.25\" "
       "lengthAdjust=\"spacingAndGlyphs\" fill=\"#ff0000\" data-line=\"9\">1 &lt; 2 &amp; "
-      "&quot;µ&quot;</text>\n"
+      "2 &gt; &quot;µ&quot;</text>\n"
       "<text x=\"4\" y=\"5\" font-family=\"'D\\'Or \\\\',sans-serif\" "
       "font-size=\"3.5\" xml:space=\"preserve\" fill=\"#ff0000\" data-line=\"9\">x </text>\n"
       "</svg>\n");
@@ -103,6 +103,24 @@ TEST(SvgRenderer, WritesContoursInBothDirections) {
             "stroke-width=\"0.25\" data-line=\"3\"/>\n"
             "<path d=\"M15 10 A5 5 0 0 1 10 15 A5 5 0 0 1 5 10 Z\" stroke=\"#000000\" stroke-width=\"0.25\" "
             "data-line=\"4\"/>\n");
+}
+
+// Browsers draw no box and no circle without a width, but its stroke is to be seen.
+TEST(SvgRenderer, DrawsFlatFiguresAsLines) {
+  DisplayList list;
+  list.BeginPage(100, 100);
+  list.Add({0.25, 0, 1, RectangleShape{{5, 8}, {1, 8}}});
+  list.Add({0.25, 0, 2, RectangleShape{{5, 8}, {5, 1}}});
+  list.Add({0.25, 0, 3, CircleShape{{10, 20}, 4, 0}});
+  list.Add({0.25, 0, 4, CircleShape{{10, 20}, 0.00004, 4, 0, 3, {}, CircleForm::Arc}});
+  EXPECT_EQ(
+      ElementsOf(list),
+      "<line x1=\"5\" y1=\"8\" x2=\"1\" y2=\"8\" stroke=\"#000000\" stroke-width=\"0.25\" data-line=\"1\"/>\n"
+      "<line x1=\"5\" y1=\"8\" x2=\"5\" y2=\"1\" stroke=\"#000000\" stroke-width=\"0.25\" data-line=\"2\"/>\n"
+      "<line x1=\"6\" y1=\"20\" x2=\"14\" y2=\"20\" stroke=\"#000000\" stroke-width=\"0.25\" "
+      "data-line=\"3\"/>\n"
+      "<line x1=\"10\" y1=\"16\" x2=\"10\" y2=\"24\" stroke=\"#000000\" stroke-width=\"0.25\" "
+      "data-line=\"4\"/>\n");
 }
 
 TEST(SvgRenderer, CarriesPicturesAndMirrorsPages) {

@@ -1,5 +1,7 @@
 #include "tests/support/script_run.h"
 
+#include <new>
+
 #include "commands/command_table.h"
 #include "render/list_renderer.h"
 
@@ -48,6 +50,7 @@ class RecordingHost : public RunHost {
     const auto file = settings_.Files.find(std::string(fileName));
     if (file == settings_.Files.end()) return ReadWholeFile(fileName, maxBytes);
     if (file->second.size() > maxBytes) return Failure{.Fault = FileFault::IsTooLarge};
+    if (settings_.LacksMemory) throw std::bad_alloc();
     return file->second;
   }
 

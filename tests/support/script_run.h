@@ -22,6 +22,7 @@ struct RunSettings {
   std::vector<std::string> Answers{};  // to questions; "cancel" cancels, then there are none
   int SignalAt = 0;                    // of the calls for events, from 1: the one that aborts; 0: none
   bool AnswersOk = true;               // to boxes with OK and Cancel
+  bool LacksMemory = false;            // to read a file
   bool IsStraight = false;             // RunContext::IsStraight
 };
 
