@@ -227,7 +227,7 @@ TEST(PrintCommands, AsksAgainForALengthThatIsNotPlausible) {
 }
 
 TEST(PrintCommands, RefusesToCalibrateOnAPaperWithoutRoom) {
-  FakeShell shell(Stroke);
+  FakeShell shell(StrokeScript);
   shell.Printer.WidthMm = shell.Printer.HeightMm = 15;
   shell.App->Command(Mnu_Calibrage);
   EXPECT_EQ(shell.Take({"critical", "print", "box"}).size(), 1U);

@@ -42,6 +42,8 @@ TEST(OperationSearch, FindsWhatIsMeantAtAPoint) {
   EXPECT_EQ(lineAt(77, 37), 0U);
   EXPECT_EQ(lineAt(15, 65), 6U);
   EXPECT_EQ(lineAt(25, 85), 0U);
+  EXPECT_EQ(lineAt(16, 75), 6U);  // on both sides of its slanting side
+  EXPECT_EQ(lineAt(24, 75), 0U);
   EXPECT_EQ(lineAt(8, 45), 7U);  // the text reads upward
   EXPECT_EQ(lineAt(15, 45), 0U);
   EXPECT_EQ(lineAt(50, 95), 8U);

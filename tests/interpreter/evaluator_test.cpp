@@ -107,6 +107,10 @@ TEST(Evaluator, SaysWhyThereIsNoResult) {
   std::string nested = "1";
   for (int depth = 0; depth < 200; ++depth) nested = "2*(" + nested + ")-1";
   EXPECT_EQ(Evaluate(nested).Value, 1);
+  // Only what stands in one another counts.
+  std::string row = "0";
+  for (int group = 0; group < 201; ++group) row += "+(1)";
+  EXPECT_EQ(Evaluate(row).Value, 201);
 }
 
 }  // namespace

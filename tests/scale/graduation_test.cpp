@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <string>
+#include <tuple>
 
 namespace vaxel {
 namespace {
@@ -51,6 +52,17 @@ TEST(LogGraduation, StepsDecadeByDecade) {
   for (const Case& c : cases) {
     EXPECT_EQ(LogMarks(c.Stepping, c.First, c.Last), c.Marks)
         << double{c.Stepping.LogInterval} << " from " << c.First << " to " << c.Last;
+  }
+}
+
+TEST(SplitDecimal, GivesMantissasBelowTen) {
+  const std::tuple<double, float, int> cases[] = {
+      {1, 1.0F, 0},     {9.5, 9.5F, 0},           {10, 1.0F, 1},
+      {0.25, 2.5F, -1}, {99.9999999999, 1.0F, 2}, {0.0099999999999, 1.0F, -2}};
+  for (const auto& [value, mantissa, exponent] : cases) {
+    const DecimalSplit split = SplitDecimal(value);
+    EXPECT_EQ(split.Mantissa, mantissa) << value;
+    EXPECT_EQ(split.Exponent, exponent) << value;
   }
 }
 
