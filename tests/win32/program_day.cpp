@@ -84,7 +84,10 @@ class ADayInTheLife : public RandomUser {
   void ResizeIt();
   void KillAndComeBack();
 
-  int refused_ = 0;  // because the disk was full
+  void ComeBack(bool withCopy);
+
+  int refused_ = 0;     // because the disk was full
+  int assertions_ = 0;  // of Wine's edit control
 };
 
 const std::vector<ADayInTheLife::Act> ADayInTheLife::Acts = {
@@ -155,7 +158,7 @@ void ADayInTheLife::TakeBack() {
 }
 
 // As far as undoing went, doing again brings it back.
-void ADayInTheLife::UndoAndRedo() {
+void ADayInTheLife::UndoAndRedo() try {
   const std::size_t wanted = 1 + Below(4);
   std::size_t steps = 0;
   for (std::wstring text = TextNow(); steps < wanted; ++steps) {
@@ -164,6 +167,14 @@ void ADayInTheLife::UndoAndRedo() {
   }
   for (; steps > 0; --steps) program_->Command(MenuId::Mnu_Refaire);
   ExpectSameText();
+} catch (const DriveFailure&) {
+  // The edit control of Wine 8 fails an assertion of its own (riched20/caret.c:232) in doing some steps
+  // again. So would the program end if it gave up itself: whoever counts more of these looks for the
+  // assertion in the output.
+  constexpr int aborted = 3;
+  if (!program_->HasEnded() || program_->AwaitExit() != aborted) throw;
+  ++assertions_;
+  ComeBack(false);
 }
 
 void ADayInTheLife::ThereAndBack() {
@@ -401,8 +412,11 @@ void ADayInTheLife::KillAndComeBack() {
         40s);
   }
   program_->Kill();
-  if (!isUnsaved) before_ = saved_;
-  if (file_.empty() && !isUnsaved) file_ = File, saved_ = before_ = FileNow(File);
+  ComeBack(isUnsaved);
+}
+
+// withCopy: the copy of a text that was not saved is offered, and taken; else it is left, where there is one.
+void ADayInTheLife::ComeBack(bool withCopy) {
   program_.emplace(folder_);
   bool isOffered = false;
   Await("the window", [&] {
@@ -411,12 +425,12 @@ void ADayInTheLife::KillAndComeBack() {
       if (box->IsFileDialog())
         box->Answer(IDCANCEL);
       else
-        box->Answer(GetDlgItem(box->Window(), IDYES) ? IDYES : IDOK);
+        box->Answer(!GetDlgItem(box->Window(), IDYES) ? IDOK : withCopy ? IDYES : IDNO);
     }
-    return program_->Window() && !program_->IsBusy() && (isOffered || !isUnsaved);
+    return program_->Window() && !program_->IsBusy() && (isOffered || !withCopy);
   });
   Settle(Leave);
-  if (!isUnsaved) {
+  if (!withCopy) {
     // Whichever file it opens by itself.
     const bool isOther = program_->Title().find(Other) != std::string::npos;
     file_ = isOther ? Other : File;
@@ -461,7 +475,8 @@ TEST_F(ADayInTheLife, DISABLED_KeepsEverything) {
   Live(acts.empty() ? 300 : std::stoi(acts));
   std::printf("at most %d handles, %d GDI objects and %d KB more than after %d acts\n", most_.Handles,
               most_.GdiObjects, most_.Kilobytes, SettledAfter);
-  std::printf("%d times the disk was full\n", refused_);
+  std::printf("%d times the disk was full, %d times the edit control ended the program\n", refused_,
+              assertions_);
   EXPECT_LE(most_.Handles, 40);
   EXPECT_LE(most_.GdiObjects, 40);
   EXPECT_LE(most_.Kilobytes, 200'000);
