@@ -39,7 +39,7 @@ std::string FindScript(const std::string& name) {
 }
 
 std::optional<std::string> ReadScript(const std::string& name, const UserTexts& texts) {
-  constexpr std::size_t maxBytes = 20'000'000;
+  constexpr std::size_t maxBytes = 100'000'000;
   Result<std::string> bytes = name == "-" ? ReadToEnd(stdin, maxBytes) : ReadWholeFile(name, maxBytes);
   const std::string shown = DisplayName(name, texts.Get(TextId::CliStandardInput));
   if (!bytes) {

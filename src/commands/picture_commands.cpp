@@ -55,6 +55,7 @@ std::shared_ptr<const Picture> ReadPictureFile(RunContext& run, const std::strin
   std::size_t pixelsOfAll = picture->PixelCount();
   for (const auto& [file, other] : run.Pictures) pixelsOfAll += other->PixelCount();
   if (pixelsOfAll > Picture::MaxPixelsOfAll) throw ScriptFault(FaultReason::TooManyPictures);
+  if (!run.Surface.HasRoomFor(*picture)) throw ScriptFault(FaultReason::TooMuchDrawn);
   TryToDecode(run, *picture, shown);
   return picture;
 }

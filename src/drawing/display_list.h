@@ -161,6 +161,10 @@ class DisplayList {
   std::size_t Bytes() const { return bytes_; }
   std::size_t DecodedBytes() const { return decodedBytes_; }
   std::size_t Room() const { return room_; }
+  // Whether a picture that it does not have yet could be added.
+  bool HasRoomFor(const Picture& picture) const {
+    return bytes_ + decodedBytes_ + picture.Bytes.size() + picture.DecodedBytes() <= room_;
+  }
   // Copies the corners of a polygon into buffer, which grows as needed, and returns them.
   std::span<const Point> Corners(const PolygonShape& polygon, std::vector<Point>& buffer) const;
 

@@ -144,6 +144,7 @@ class DrawSurface {
   void ComesFromLine(std::uint32_t line) { list_->ComesFromLine(line); }
   // The page that is being drawn, from 0.
   std::size_t PageIndex() const { return list_->Pages().size() - 1; }
+  bool HasRoomFor(const Picture& picture) const { return list_->HasRoomFor(picture); }
   // The current point in script coordinates.
   Point CurrentScriptPoint() const { return Current() - Origin(); }
   void MoveTo(Point surfacePoint) {

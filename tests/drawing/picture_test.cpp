@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "resources/text_id.h"
+
 namespace vaxel {
 namespace {
 
@@ -210,6 +212,22 @@ TEST(Picture, OfAFileThatIsCutShortTheHeadStays) {
   EXPECT_EQ(picture.Bytes, Png("").substr(0, Png("").size() - 14));
   EXPECT_EQ(ReadPicture(file, picture), PictureFault::None);
   EXPECT_FALSE(picture.IsCutShort);
+}
+
+// A decoder that has no cheaper way decodes.
+TEST(PictureDecoder, ChecksByDecoding) {
+  class OneByOne : public PictureDecoder {
+    Result<> Decode(const Picture& picture, std::vector<std::uint32_t>& pixels) override {
+      pixels.resize(1);
+      if (!PlaceFrame(picture, 1, 1, pixels)) return Failure{.Text = TextId::PictureDamaged};
+      return {};
+    }
+  } decoder;
+  Picture picture;
+  picture.Width = picture.Height = 1;
+  EXPECT_TRUE(static_cast<PictureDecoder&>(decoder).Check(picture));
+  picture.Width = 2;
+  EXPECT_EQ(static_cast<PictureDecoder&>(decoder).Check(picture).Why().Text, TextId::PictureDamaged);
 }
 
 }  // namespace
