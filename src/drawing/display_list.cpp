@@ -172,7 +172,7 @@ void DisplayList::AddContour(std::span<const ContourArc> pieces, const Fill& ins
 
 void DisplayList::AddText(std::string text, const FontFace& face, TextShape shape, Operation operation) {
   if (textBytes_ + text.size() > MaxTextBytes) throw DrawingFault{DrawingFault::Reason::TooMuchText};
-  Take(sizeof(text) + text.size());
+  Take(sizeof(std::string) + text.size());
   textBytes_ += text.size();
   shape.Content = static_cast<std::uint32_t>(texts_.size());
   shape.Face = IndexOf(face);

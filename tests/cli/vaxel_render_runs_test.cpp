@@ -256,9 +256,15 @@ TEST_F(VaxelRender, TakesDataFilesOfAnySize) {
             "dial.dat:2: Error in the line: LVar = %A of the file: dial.dat\n\n"
             "Text of more than 16 million characters\n");
   fs::resize_file(folder_ / "data.txt", 1000 * megabyte);  // takes no room on the disk
-  EXPECT_NE(Run("dial.dat").Printed.find("File of more than 100 MB, with those that are read at the same time: data.txt\n"), std::string::npos);
+  EXPECT_NE(
+      Run("dial.dat")
+          .Printed.find("File of more than 100 MB, with those that are read at the same time: data.txt\n"),
+      std::string::npos);
   Write("dial.dat", "Fichier = data.txt\n");
-  EXPECT_NE(Run("dial.dat").Printed.find("File of more than 100 MB, with those that are read at the same time: data.txt\n"), std::string::npos);
+  EXPECT_NE(
+      Run("dial.dat")
+          .Printed.find("File of more than 100 MB, with those that are read at the same time: data.txt\n"),
+      std::string::npos);
   // The largest of all programs that this one has run and waited for.
   rusage usage{};
   ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);

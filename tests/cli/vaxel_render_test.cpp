@@ -218,7 +218,9 @@ TEST_F(VaxelRender, DoesNotReadAPictureWithoutEnd) {
   Write("dial.dat", "Image = long.gif, 0, 0\n");
   const Outcome outcome = Run("-o a.svg dial.dat");
   EXPECT_EQ(outcome.Status, 1);
-  EXPECT_NE(outcome.Printed.find("File of more than 100 MB, with those that are read at the same time: long.gif\n"), std::string::npos)
+  EXPECT_NE(
+      outcome.Printed.find("File of more than 100 MB, with those that are read at the same time: long.gif\n"),
+      std::string::npos)
       << outcome.Printed;
   // The largest of all programs that this one has run and waited for.
   rusage usage{};
