@@ -382,7 +382,7 @@ bool RunningProgram::HasEnded() const {
 }
 
 int RunningProgram::AwaitExit() {
-  const auto most = static_cast<DWORD>(std::chrono::milliseconds(Patience).count());
+  const auto most = static_cast<DWORD>(Patience().count());
   if (WaitForSingleObject(process_.hProcess, most) != WAIT_OBJECT_0)
     throw DriveFailure("the program does not end" + Situation());
   DWORD code = 0;

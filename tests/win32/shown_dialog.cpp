@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
 #include <thread>
 
@@ -14,7 +15,6 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr int BoxTextId = 0xFFFF, OwnBoxTextId = 1000, FileNameId = 0x47C;
-constexpr UINT AnswerMilliseconds = 20'000;
 
 // For EnumWindows and EnumChildWindows.
 BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
@@ -23,6 +23,12 @@ BOOL CALLBACK AddWindow(HWND window, LPARAM list) {
 }
 
 }  // namespace
+
+std::chrono::milliseconds Patience() {
+  constexpr int usual = 15;
+  const char* const wanted = std::getenv("VAXEL_TEST_PATIENCE");
+  return std::chrono::seconds(wanted ? std::max(std::atoi(wanted), usual) : usual);
+}
 
 void Await(std::string_view what, const std::function<bool()>& condition,
            std::chrono::milliseconds patience) {
@@ -35,8 +41,8 @@ void Await(std::string_view what, const std::function<bool()>& condition,
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   DWORD_PTR result = 0;
-  if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, AnswerMilliseconds, &result) &&
-      IsWindow(window))
+  const auto most = static_cast<UINT>((Patience() + 5s).count());
+  if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, most, &result) && IsWindow(window))
     throw DriveFailure("a window does not answer the message " + std::to_string(message));
   return static_cast<LRESULT>(result);
 }
