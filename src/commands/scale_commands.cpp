@@ -137,7 +137,8 @@ void RunGrad1(RunContext& run, const Parameters& parameters) {
     MarkStyle style = ReadMarkStyle(run, parameters.RequiredNumber(n + 1), parameters.Text(n + 2),
                                     run.ColourOr(parameters.Text(n + 3)));
     // What else stands behind the length was always passed over.
-    ReadMarkShape(run, parameters.Part(n + 1, 1), style);
+    const std::string_view shape = parameters.Part(n + 1, 1);
+    if (!ReadMarkShape(run, shape, style)) run.Notice(TextId::BadMarkShape, Shorten(Trim(shape), 40));
     for (const std::optional<ScaleValue>& value : ReadScaleValues(run, parameters, n)) {
       if (value) DrawMark(run, run.Support.PlaceOf(*value), style);
     }
