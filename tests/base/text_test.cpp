@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
 #include <string>
 
 #include "base/folded_text.h"
@@ -55,6 +60,20 @@ TEST(NumberText, IsTheShortestThatReadsBack) {
   EXPECT_EQ(NumberText(-1.5e-7), "-1.5E-07");
   EXPECT_EQ(FixedText(-0.001, 2), "0.00");
   EXPECT_EQ(FixedText(2.345678, 2), "2.35");
+}
+
+// As if it were written with 15 digits and read again: by the C library here.
+TEST(NumberText, RoundsAsWritingAndReadingDoes) {
+  std::mt19937_64 random(1);
+  for (int exponent = -9; exponent <= 17; ++exponent) {
+    for (int i = 0; i < 200; ++i) {
+      const double value =
+          std::ldexp(static_cast<double>(random()), -64) * std::pow(10, exponent) * (i % 2 == 0 ? 1 : -1);
+      std::array<char, 40> text{};
+      std::snprintf(text.data(), text.size(), "%.15g", value);
+      EXPECT_EQ(AsWritten(value), std::strtod(text.data(), nullptr)) << text.data();
+    }
+  }
 }
 
 TEST(TextEncoding, IsToldByTheBytes) {

@@ -45,6 +45,9 @@ TEST(DisplayList, HoldsTextsAndPicturesUpToItsLimits) {
     list.Clear();
     EXPECT_EQ(list.Size(), 0U);
     EXPECT_TRUE(list.HasRoomForPages());
+    list.AddPicture(picture, {}, {});
+    EXPECT_FALSE(list.HasRoomForPages());
+    list.Clear();
   }
 }
 

@@ -355,7 +355,10 @@ TEST(CalibrationSheet, HasRoomForAllFactors) {
       EXPECT_TRUE(hasX && hasY) << width << " " << factors.X;
     }
     const bool isLarge = width > 100;
-    EXPECT_EQ(ListText(sheet.Drawing).find("Measure both rulers.") != std::string::npos, isLarge) << width;
+    const std::string drawn = ListText(sheet.Drawing);
+    EXPECT_EQ(drawn.find("Measure both rulers.") != std::string::npos, isLarge) << width;
+    for (const char* figure : {": 0\n", ": 10\n"}) EXPECT_NE(drawn.find(figure), std::string::npos) << width;
+    EXPECT_EQ(drawn.find(": 5\n"), std::string::npos) << width;
   }
   for (const auto& [width, height] : {std::pair(10.0, 10.0), {200.0, 20.0}, {0.0, 0.0}}) {
     const CalibrationSheet none = MakeCalibrationSheet(width, height, notes);
