@@ -34,6 +34,34 @@ TEST_F(VaxelRender, RefusesOutputsThatWouldMeet) {
   EXPECT_EQ(Run("-o /dev/null --format svg -o null one.dat").Status, 0);
 }
 
+// Whoever draws, wherever, in whatever language: the bytes are the same. Fonts of the user's own choice are
+// for PDF and PNG alone.
+TEST_F(VaxelRender, DrawsTheSameInAnySurroundings) {
+  fs::create_directories(folder_ / "home/fontconfig");
+  Write("home/fontconfig/fonts.conf",
+        "<?xml version='1.0'?><fontconfig><match target='pattern'><edit name='family' mode='assign'>"
+        "<string>monospace</string></edit></match></fontconfig>");
+  for (const std::string name : {"vu-meter", "front-panel"}) {
+    const auto draw = [&](const std::string& output, const std::string& surroundings) {
+      std::string arguments = "'" + std::string(VAXEL_SOURCE_DIR) + "/examples/" + name + ".dat'";
+      for (const char* kind : {"list", "svg", "pdf", "png"})
+        arguments += " -o '" + (folder_ / output).string() + "." + kind + "'";
+      const Outcome outcome = Run(arguments, "export SOURCE_DATE_EPOCH=1700000000; " + surroundings);
+      EXPECT_EQ(outcome.Status, 0) << surroundings << ": " << outcome.Printed;
+    };
+    draw("here", "LC_ALL=C TZ=UTC");
+    draw("there",
+         "umask 077; cd /; LC_ALL=fr_FR.UTF-8 LANGUAGE=fr TZ=Asia/Tokyo HOME=/nonexistent TMPDIR=/none");
+    draw("fonts", "XDG_CONFIG_HOME=\"$PWD/home\"");
+    for (const std::string kind : {"list", "svg", "pdf", "png"}) {
+      const std::string here = Read("here." + kind);
+      EXPECT_GT(here.size(), 2000U) << name << "." << kind;
+      EXPECT_TRUE(here == Read("there." + kind)) << name << "." << kind;
+      EXPECT_EQ(here == Read("fonts." + kind), kind == "list" || kind == "svg") << name << "." << kind;
+    }
+  }
+}
+
 TEST_F(VaxelRender, WritesAllOutputsOrNone) {
   Write("dial.dat", "X = 0,0,1\n");
   Write("a.svg", "old");

@@ -48,6 +48,9 @@ TEST(DisplayList, HoldsTextsAndPicturesUpToItsLimits) {
     list.AddPicture(picture, {}, {});
     EXPECT_FALSE(list.HasRoomForPages());
     list.Clear();
+    for (std::size_t i = 0; i < DisplayList::MaxOperations / 10; ++i) list.Add({});
+    EXPECT_FALSE(list.HasRoomForPages());
+    list.Clear();
   }
 }
 

@@ -1,12 +1,20 @@
-// Every example, for screen and printer, against the list that was looked at and kept. A mismatch writes the
-// new list beside the old one as NAME.new; scripts/accept-golden takes it over when its picture is right.
+// Every example, for screen and printer, against the list that was looked at and kept, and its SVG against a
+// sum of its bytes. A mismatch writes the new list, or the new sums, beside the old as NAME.new;
+// scripts/accept-golden takes it over when its picture is right. These tests run on every system, so that all
+// draw the same.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 
+#include "render/svg_renderer.h"
 #include "tests/support/script_run.h"
 
 namespace vaxel::test {
@@ -32,15 +40,58 @@ void CompareWithGolden(const fs::path& script, const std::string& target, RunSet
   ADD_FAILURE() << "compare " << kept << " with " << fresh;
 }
 
-TEST(Golden, ExamplesDrawWhatTheyDrew) {
-  int examples = 0;
+std::set<fs::path> Examples() {
+  std::set<fs::path> examples;
   for (const auto& entry : fs::directory_iterator(fs::path(VAXEL_SOURCE_DIR) / "examples")) {
-    if (entry.path().extension() != ".dat") continue;
-    ++examples;
-    CompareWithGolden(entry.path(), ".screen", {});
-    CompareWithGolden(entry.path(), ".printer", ForPrinter());
+    if (entry.path().extension() == ".dat") examples.insert(entry.path());
   }
-  EXPECT_GE(examples, 20);
+  return examples;
+}
+
+// FNV-1a of 64 bits, with its published constants.
+class SumOfBytes : public ByteSink {
+ public:
+  void Write(std::string_view bytes) override {
+    for (const char byte : bytes) sum_ = (sum_ ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+  }
+  std::uint64_t Sum() const { return sum_; }
+
+ private:
+  std::uint64_t sum_ = 14695981039346656037U;
+};
+
+std::string SumsOfSvg(const fs::path& script, const std::string& target, RunSettings settings) {
+  settings.Folder = script.parent_path().string() + "/";
+  const ScriptRun run = RunText(Contents(script), settings);
+  std::ostringstream sums;
+  for (std::size_t page = 0; page < run.List.Pages().size(); ++page) {
+    SumOfBytes sum;
+    SvgRenderer renderer(sum);
+    PlayPage(run.List, page, renderer);
+    sums << script.stem().string() << target << " " << page + 1 << " " << std::hex << sum.Sum() << std::dec
+         << "\n";
+  }
+  return sums.str();
+}
+
+TEST(Golden, ExamplesDrawWhatTheyDrew) {
+  const std::set<fs::path> examples = Examples();
+  for (const fs::path& script : examples) {
+    CompareWithGolden(script, ".screen", {});
+    CompareWithGolden(script, ".printer", ForPrinter());
+  }
+  EXPECT_GE(examples.size(), 20U);
+}
+
+TEST(Golden, ExamplesAreTheSameSvg) {
+  std::string sums;
+  for (const fs::path& script : Examples())
+    sums += SumsOfSvg(script, ".screen", {}) + SumsOfSvg(script, ".printer", ForPrinter());
+  const fs::path kept = fs::path(VAXEL_SOURCE_DIR) / "tests/golden/svg-sums.txt";
+  if (sums == Contents(kept)) return;
+  const fs::path fresh = kept.string() + ".new";
+  std::ofstream(fresh, std::ios::binary) << sums;
+  ADD_FAILURE() << "compare " << kept << " with " << fresh;
 }
 
 TEST(Golden, TemplatesOfNewScriptsDrawTheSame) {
