@@ -70,15 +70,22 @@ std::string_view CutByApostrophe(const RunContext& run, std::string_view line) {
   return isLetter ? before.substr(before.find_last_of(" ,=", before.size()) + 1) : std::string_view();
 }
 
-// "%A = 3, %B = 0": what the variables hold that the line names; the one that it sets is not among them.
+// "%A = 3, %B = 0": what the variables hold that the line names; the one that it sets is not among them. Of a
+// line with a great many references the first are looked at, and of each what a variable's name may take with
+// what ends it.
 std::string ValuesIn(const RunContext& run, std::string_view line) {
-  constexpr std::size_t mostNames = 6;
+  constexpr std::size_t mostNames = 6, mostLookedAt = 1000, brackets = 10;
   const VariableTable& variables = run.Level().Variables;
+  const std::size_t enough = variables.LongestName() + brackets +
+                             std::max(run.Separators.First.size(), run.Separators.Second.size());
   std::vector<std::string> names;
   std::string values;
-  for (std::size_t at = line.find('%', 1); at != std::string_view::npos && names.size() < mostNames;
-       at = line.find('%', at + 1)) {
-    const std::string name = UpperCase(NameOf(ReferenceAt(line.substr(at), variables, run.Separators)));
+  std::size_t lookedAt = 0;
+  for (std::size_t at = line.find('%', 1);
+       at != std::string_view::npos && names.size() < mostNames && lookedAt < mostLookedAt;
+       at = line.find('%', at + 1), ++lookedAt) {
+    const std::string name =
+        UpperCase(NameOf(ReferenceAt(line.substr(at, enough), variables, run.Separators)));
     const std::size_t slot = variables.SlotOf(name);
     if (slot == VariableTable::MaxVariables || std::find(names.begin(), names.end(), name) != names.end())
       continue;
