@@ -187,7 +187,7 @@ bool RunningProgram::IsBusy() const {
 void RunningProgram::AwaitIdle() const {
   AwaitHere("the end of what the program does", [this] {
     if (IsBusy()) return false;
-    for (int round = 0; round < 3; ++round) {
+    for (auto round = 3 * Patience() / 15s; round > 0; --round) {
       Send(Window(), WM_NULL);
       std::this_thread::sleep_for(5ms);
     }
