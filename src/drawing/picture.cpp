@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <cstddef>
+#include <string>
 #include <string_view>
-#include <utility>
 
 #include "base/units.h"
 
@@ -40,23 +40,21 @@ double DpiOfMetre(std::uint32_t pixelsPerMetre, double otherwise) {
   return pixelsPerMetre == 0 ? otherwise : pixelsPerMetre * MillimetresPerInch / MillimetresPerMetre;
 }
 
-// A PNG file is a signature and chunks: length, type, data, checksum. Without the chunk that announces them
-// the further frames of a moving picture are not looked at.
+// A PNG file is a signature and chunks: length, type, data, checksum. Without those that announce them the
+// further frames of a moving picture are not looked at: what stays moves up to their places.
 PictureFault ReadPng(Picture& picture) {
   constexpr std::size_t firstChunk = 8, overhead = 12;
-  ByteReader reader(picture.Bytes);
-  std::optional<std::pair<std::size_t, std::size_t>> animation;
+  std::string& bytes = picture.Bytes;
+  ByteReader reader(bytes);
   bool hasData = false;
-  const auto ended = [&](PictureFault fault) {
-    if (animation) picture.Bytes.erase(animation->first, animation->second);
-    return fault;
-  };
-  for (std::size_t at = firstChunk;;) {
+  for (std::size_t at = firstChunk, kept = firstChunk;;) {
     const std::size_t length = reader.Big32(at);
     const std::size_t data = at + 8;
-    if (reader.HasOverrun() || picture.Bytes.size() < at + overhead + length)
-      return ended(PictureFault::Incomplete);
-    const std::string_view type = std::string_view(picture.Bytes).substr(at + 4, 4);
+    if (reader.HasOverrun() || bytes.size() < at + overhead + length) {
+      bytes.erase(kept, at - kept);
+      return PictureFault::Incomplete;
+    }
+    const std::string type = bytes.substr(at + 4, 4);
     if ((at == firstChunk) != (type == "IHDR")) return PictureFault::NotAPicture;
     if (type == "IHDR") {
       picture.Width = reader.Big32(data);
@@ -64,14 +62,17 @@ PictureFault ReadPng(Picture& picture) {
     } else if (type == "pHYs" && length >= 9 && reader.Byte(data + 8) == 1) {
       picture.DpiX = DpiOfMetre(reader.Big32(data), picture.DpiX);
       picture.DpiY = DpiOfMetre(reader.Big32(data + 4), picture.DpiY);
-    } else if (type == "acTL") {
-      animation = {at, overhead + length};
     }
     hasData = hasData || type == "IDAT";
-    at += overhead + length;
+    const std::size_t next = data + length + 4;
+    if (type != "acTL") {
+      if (kept < at) std::copy(bytes.data() + at, bytes.data() + next, bytes.data() + kept);
+      kept += next - at;
+    }
+    at = next;
     if (type != "IEND") continue;
-    picture.Bytes.resize(at);
-    return ended(hasData ? PictureFault::None : PictureFault::Incomplete);
+    bytes.resize(kept);
+    return hasData ? PictureFault::None : PictureFault::Incomplete;
   }
 }
 

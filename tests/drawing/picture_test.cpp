@@ -175,7 +175,10 @@ TEST(Picture, OfMovingPicturesTheFirstFrameStays) {
   EXPECT_EQ(picture.Width, 4U);
   EXPECT_EQ(picture.Height, 4U);
   EXPECT_EQ(picture.Bytes[6], 4);
-  EXPECT_EQ(Read(Png(Chunk("acTL", Big32(2) + Big32(0)))).Bytes, Png(""));
+  const std::string announcement = Chunk("acTL", Big32(2) + Big32(0));
+  EXPECT_EQ(Read(Png(announcement)).Bytes, Png(""));
+  const std::string note = Chunk("tEXt", "a\0b");
+  EXPECT_EQ(Read(Png(announcement + note + announcement + note)).Bytes, Png(note + note));
   EXPECT_EQ(Read(Png("") + "behind the end").Bytes, Png(""));
 }
 
