@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +13,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/script_file.h"
 #include "render/svg_renderer.h"
 #include "tests/support/script_run.h"
 
@@ -48,16 +48,10 @@ std::set<fs::path> Examples() {
   return examples;
 }
 
-// FNV-1a of 64 bits, with its published constants.
-class SumOfBytes : public ByteSink {
+class SvgText : public ByteSink {
  public:
-  void Write(std::string_view bytes) override {
-    for (const char byte : bytes) sum_ = (sum_ ^ static_cast<unsigned char>(byte)) * 1099511628211U;
-  }
-  std::uint64_t Sum() const { return sum_; }
-
- private:
-  std::uint64_t sum_ = 14695981039346656037U;
+  void Write(std::string_view bytes) override { Text += bytes; }
+  std::string Text;
 };
 
 std::string SumsOfSvg(const fs::path& script, const std::string& target, RunSettings settings) {
@@ -65,11 +59,11 @@ std::string SumsOfSvg(const fs::path& script, const std::string& target, RunSett
   const ScriptRun run = RunText(Contents(script), settings);
   std::ostringstream sums;
   for (std::size_t page = 0; page < run.List.Pages().size(); ++page) {
-    SumOfBytes sum;
-    SvgRenderer renderer(sum);
+    SvgText svg;
+    SvgRenderer renderer(svg);
     PlayPage(run.List, page, renderer);
-    sums << script.stem().string() << target << " " << page + 1 << " " << std::hex << sum.Sum() << std::dec
-         << "\n";
+    sums << script.stem().string() << target << " " << page + 1 << " " << std::hex << HashOf(svg.Text)
+         << std::dec << "\n";
   }
   return sums.str();
 }
